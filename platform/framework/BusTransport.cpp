@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/framework/BusTransport.h"
+
+#include "platform/framework/KestinLogger.h"
+#include "platform/framework/KestinModule.h"
+#include "platform/framework/WireSize.h"
+#include "platform/records/KestinBus.h"
+
+#include <QDBusError>
+
+namespace {
+
+constexpr int callLimitMs = 5000;
+
+QDBusMessage callOf(const QString &module, const QString &method, const QVariantList &arguments)
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(KestinBus::serviceName(module), KestinBus::objectPath(module),
+                                                       QLatin1String(KestinBus::moduleInterface), method);
+    call.setArguments(arguments);
+    return call;
+}
+
+qsizetype wireSizeOf(const KestinEvent &event)
+{
+    qsizetype size = 0;
+    for (const EventArgument &argument : event.arguments())
+        size += WireSize::of(argument.value);
+    return size;
+}
+
+} // namespace
+
+BusTransport::BusTransport(const QDBusConnection &connection, QObject *parent)
+    : QObject(parent)
+    , m_connection(connection)
+{
+    registerDBusEventArgument();
+    m_connection.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
+                         QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
+                         SIGNAL(disconnected()));
+}
+
+QDBusMessage BusTransport::syncRemoteCall(const QString &module, const QString &method, const QVariantList &arguments)
+{
+    const QDBusMessage call = callOf(module, method, arguments);
+    if (m_silentPeers.isSilent(module))
+        return call.createErrorReply(QDBusError::NoReply,
+                                     QStringLiteral("%1 did not answer in time just now").arg(module));
+    const QDBusMessage reply = m_connection.call(call, QDBus::Block, callLimitMs);
+    m_silentPeers.note(module, reply);
+    return reply;
+}
+
+QDBusPendingCall BusTransport::asyncRemoteCall(const QString &module, const QString &method,
+                                               const QVariantList &arguments)
+{
+    return m_connection.asyncCall(callOf(module, method, arguments), callLimitMs);
+}
+
+bool BusTransport::sendEvent(const QString &module, const KestinEvent &event)
+{
+    if (wireSizeOf(event) > WireSize::limit)
+        return false;
+    QDBusMessage signal = QDBusMessage::createSignal(
+        KestinBus::objectPath(module), QLatin1String(KestinBus::eventInterface), QLatin1String(KestinBus::eventSignal));
+    signal << event.getEvtName() << QVariant::fromValue(event.arguments());
+    return m_connection.send(signal);
+}
+
+bool BusTransport::subscribe(const QString &eventName, QObject *receiver, const QByteArray &slotSignature)
+{
+    const QByteArray signature = QMetaObject::normalizedSignature(slotSignature.constData());
+    const int index = receiver->metaObject()->indexOfMethod(signature.constData());
+    if (index < 0)
+        return false;
+    if (!m_subscriptions.contains(eventName)) {
+        // The daemon matches on the first argument: events nobody here wants never wake this process.
+        const bool connected = m_connection.connect(
+            QString(), QString(), QLatin1String(KestinBus::eventInterface), QLatin1String(KestinBus::eventSignal),
+            {eventName}, QLatin1String(KestinBus::eventSignature), this, SLOT(deliver(QString, ListEventArgument)));
+        if (!connected)
+            return false;
+    }
+    m_subscriptions.insert(eventName, {receiver, receiver->metaObject()->method(index)});
+    return true;
+}
+
+void BusTransport::deliver(const QString &eventName, const ListEventArgument &arguments)
+{
+    const KestinEvent event(eventName, arguments);
+    const QList<Subscription> subscriptions = m_subscriptions.values(eventName);
+    for (const Subscription &subscription : subscriptions) {
+        if (subscription.receiver)
+            subscription.method.invoke(subscription.receiver, Qt::DirectConnection, Q_ARG(KestinEvent, event));
+    }
+}
+
+QString BusTransport::publish(KestinModule &module)
+{
+    const QString path = KestinBus::objectPath(module.getModuleName());
+    const QString name = KestinBus::serviceName(module.getModuleName());
+    if (!m_connection.registerObject(path, &module, QDBusConnection::ExportAdaptors))
+        return QStringLiteral("the object %1 cannot be registered: %2").arg(path, m_connection.lastError().message());
+    if (m_connection.registerService(name))
+        return QString();
+    const QDBusError error = m_connection.lastError();
+    m_connection.unregisterObject(path);
+    return error.isValid() ? QStringLiteral("the name %1 cannot be claimed: %2").arg(name, error.message())
+                           : QStringLiteral("the name %1 is already taken").arg(name);
+}
+
+void BusTransport::withdraw(KestinModule &module)
+{
+    m_connection.unregisterService(KestinBus::serviceName(module.getModuleName()));
+    m_connection.unregisterObject(KestinBus::objectPath(module.getModuleName()));
+}

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/framework/KestinTransport.h"
+#include "platform/framework/SilentPeers.h"
+
+#include <QDBusConnection>
+#include <QHash>
+#include <QMetaMethod>
+#include <QObject>
+#include <QPointer>
+
+class KestinModule;
+
+/// The message bus as the transport of one process. Main thread only.
+class BusTransport : public QObject, public KestinTransport
+{
+    Q_OBJECT
+
+public:
+    explicit BusTransport(const QDBusConnection &connection, QObject *parent = nullptr);
+
+    QDBusMessage syncRemoteCall(const QString &module, const QString &method, const QVariantList &arguments) override;
+    QDBusPendingCall asyncRemoteCall(const QString &module, const QString &method,
+                                     const QVariantList &arguments) override;
+    bool sendEvent(const QString &module, const KestinEvent &event) override;
+    bool subscribe(const QString &eventName, QObject *receiver, const QByteArray &slotSignature) override;
+
+    /// Registers the module's object and claims its name, in this order, so that whoever sees the name can call.
+    /// Empty on success, otherwise why not (the name is taken, say).
+    QString publish(KestinModule &module);
+    /// Gives the name back, then withdraws the object.
+    void withdraw(KestinModule &module);
+
+Q_SIGNALS:
+    /// The bus ended the connection; nothing can be received or sent any more.
+    void disconnected();
+
+private Q_SLOTS:
+    void deliver(const QString &eventName, const ListEventArgument &arguments);
+
+private:
+    struct Subscription
+    {
+        QPointer<QObject> receiver;
+        QMetaMethod method;
+    };
+
+    QDBusConnection m_connection;
+    SilentPeers m_silentPeers;
+    QMultiHash<QString, Subscription> m_subscriptions;
+};

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/framework/KestinApplication.h"
+
+#include "platform/framework/BusTransport.h"
+#include "platform/framework/KestinLogger.h"
+#include "platform/framework/KestinModule.h"
+#include "platform/records/KestinBus.h"
+
+#include <QDBusConnection>
+#include <QDBusError>
+#include <QMetaObject>
+
+#include <systemd/sd-daemon.h>
+
+KestinApplication::KestinApplication(int &argc, char **argv)
+    : QCoreApplication(argc, argv)
+{
+    connect(&m_signals, &ProcessSignals::terminationRequested, this, [this] { end(EXIT_SUCCESS); });
+}
+
+KestinApplication::~KestinApplication() = default;
+
+int KestinApplication::exec(KestinModule &module)
+{
+    bool published = false;
+    const auto startInLoop = [this, &module, &published] {
+        const QString reason = start(module);
+        published = reason.isEmpty();
+        if (published) {
+            sd_notify(0, "READY=1");
+        } else {
+            KestinLogger::error("%1 cannot start: %2", module.getModuleName(), reason);
+            end(EXIT_FAILURE);
+        }
+    };
+    QMetaObject::invokeMethod(this, startInLoop, Qt::QueuedConnection);
+    const int exitCode = QCoreApplication::exec();
+    sd_notify(0, "STOPPING=1");
+    if (published)
+        m_transport->withdraw(module);
+    module.stop();
+    return exitCode;
+}
+
+/// Empty when the module is on the bus, otherwise why it is not.
+QString KestinApplication::start(KestinModule &module)
+{
+    const QDBusConnection connection = KestinBus::connect();
+    if (!connection.isConnected())
+        return QStringLiteral("the message bus cannot be reached: %1").arg(connection.lastError().message());
+    m_transport = std::make_unique<BusTransport>(connection);
+    connect(m_transport.get(), &BusTransport::disconnected, this, [this, &module] {
+        KestinLogger::error("%1 ends: the message bus closed the connection", module.getModuleName());
+        end(EXIT_FAILURE);
+    });
+    module.attach(*m_transport);
+    if (!module.check() && !module.deploy())
+        return QStringLiteral("what it keeps cannot be set up");
+    if (!module.init())
+        return QStringLiteral("it could not be initialised");
+    if (!module.run())
+        return QStringLiteral("it could not be run");
+    return m_transport->publish(module);
+}
+
+void KestinApplication::end(int exitCode)
+{
+    exit(exitCode);
+}

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/framework/ProcessSignals.h"
+
+#include <QCoreApplication>
+
+#include <memory>
+
+class BusTransport;
+class KestinModule;
+
+/// The process of one module: connects it to the bus, leads it through its life and ends it in order.
+class KestinApplication : public QCoreApplication
+{
+    Q_OBJECT
+
+public:
+    KestinApplication(int &argc, char **argv);
+    ~KestinApplication() override;
+
+    /// Runs the event loop with the module in it: check (deploy when it says no), init, run, then the object is
+    /// registered and the name claimed, last; readiness is told to the service manager. SIGTERM and SIGINT end the
+    /// loop: 0. A hook that fails, a bus that cannot be reached or goes away, a name that is taken: an error line, 1.
+    int exec(KestinModule &module);
+
+private:
+    QString start(KestinModule &module);
+    void end(int exitCode);
+
+    ProcessSignals m_signals;
+    std::unique_ptr<BusTransport> m_transport;
+};

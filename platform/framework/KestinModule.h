@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/framework/KestinEvent.h"
+#include "platform/framework/RemoteCaller.h"
+#include "platform/records/Capability.h"
+
+#include <QDBusContext>
+#include <QMap>
+#include <QObject>
+#include <QStringList>
+
+class KestinTransport;
+
+/// Base of every module of the platform: a named object that the framework brings to life (KestinApplication), that
+/// publishes its methods on the bus through an adaptor, calls other modules and exchanges events with them.
+/// Main thread only.
+class KestinModule : public QObject, public QDBusContext, public RemoteCaller
+{
+    Q_OBJECT
+
+public:
+    /// `name` is the module's short name; bus name and object path follow from it (KestinBus).
+    explicit KestinModule(const QString &name);
+
+    // The life of a module, in the order in which the framework goes through it.
+    virtual bool check();  ///< is everything there that the module keeps? False calls deploy
+    virtual bool deploy(); ///< makes what check missed; false ends the process
+    virtual bool init();   ///< false ends the process
+    virtual bool run();    ///< creates the bus adaptor; false ends the process
+    virtual void presentation_loaded();
+    virtual void presentation_stop();
+    virtual void stop(); ///< the event loop has ended
+    virtual bool preSaveForSaveRestore();
+    virtual bool postRestoreForSaveRestore();
+    virtual bool restoreDataToDefault();
+    virtual bool restoreDataToFactory();
+
+    // What the module can do, by name. List 0 is the one that the forms without a list id mean.
+    Q_INVOKABLE virtual MapQStringCapability getCapabilities();
+    Q_INVOKABLE virtual MapQStringCapability getCapabilities(int listId);
+    Q_INVOKABLE virtual Capability getCapability(QString name);
+    Q_INVOKABLE virtual Capability getCapability(int listId, QString name);
+
+    QString getModuleName() const { return m_name; }
+
+    /// Must come before init; the transport must outlive the module.
+    void attach(KestinTransport &transport) { m_transport = &transport; }
+
+    QDBusMessage syncRemoteCall(const QString &module, const QString &method, const QVariantList &arguments) override;
+    QDBusPendingCall asyncRemoteCall(const QString &module, const QString &method,
+                                     const QVariantList &arguments) override;
+
+    /// Calls the slot (its signature, taking one KestinEvent) for every event of this name. False when it cannot.
+    bool subscribeEvent(const QString &eventName, QObject *receiver, const char *slotSignature);
+    /// Whether the event was handed to the bus. An event of more than 24 MiB is not.
+    bool notifyEvent(const KestinEvent &event);
+    /// Asks the module "Presentation" for a popup; nobody there is no failure.
+    bool showPopup(const QString &text, int kind, int duration, const QStringList &buttons, const QString &icon,
+                   const QStringList &arguments, const QMap<QString, QString> &options);
+
+    /// Answers the bus call being served with an error instead of a result; does nothing outside of one.
+    void answerWithError(const QString &errorName, const QString &message);
+
+private:
+    KestinTransport &transport();
+
+    QString m_name;
+    KestinTransport *m_transport = nullptr;
+};

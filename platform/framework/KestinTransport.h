@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/framework/KestinEvent.h"
+#include "platform/framework/RemoteCaller.h"
+
+#include <QByteArray>
+
+class QObject;
+
+/// What carries a module's calls and events. The bus in service, a script in tests. Main thread only.
+class KestinTransport : public RemoteCaller
+{
+public:
+    /// Sends the event from the object of `module`; false when it could not be sent.
+    virtual bool sendEvent(const QString &module, const KestinEvent &event) = 0;
+
+    /// From now on every event of this name calls the slot of `receiver`, which takes one KestinEvent. The slot is
+    /// given by its signature ("slot_changed(KestinEvent)", by value or by reference). False when the receiver has no
+    /// such slot or the subscription cannot be made. Ends with the receiver.
+    virtual bool subscribe(const QString &eventName, QObject *receiver, const QByteArray &slotSignature) = 0;
+};

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/framework/ProcessSignals.h"
+
+#include <QSocketNotifier>
+
+#include <csignal>
+
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+namespace {
+
+sigset_t terminationSignals()
+{
+    sigset_t set;
+    sigemptyset(&set);
+    sigaddset(&set, SIGTERM);
+    sigaddset(&set, SIGINT);
+    return set;
+}
+
+} // namespace
+
+ProcessSignals::ProcessSignals(QObject *parent)
+    : QObject(parent)
+{
+    // Blocked here, before any thread is started, they are blocked in every thread and come through the descriptor.
+    const sigset_t set = terminationSignals();
+    pthread_sigmask(SIG_BLOCK, &set, nullptr);
+    std::signal(SIGPIPE, SIG_IGN);
+    m_descriptor = signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK);
+    auto *notifier = new QSocketNotifier(m_descriptor, QSocketNotifier::Read, this);
+    connect(notifier, &QSocketNotifier::activated, this, [this] {
+        signalfd_siginfo info;
+        while (read(m_descriptor, &info, sizeof info) == ssize_t(sizeof info))
+            Q_EMIT terminationRequested();
+    });
+}
+
+ProcessSignals::~ProcessSignals()
+{
+    close(m_descriptor);
+    const sigset_t set = terminationSignals();
+    pthread_sigmask(SIG_UNBLOCK, &set, nullptr);
+}

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QString>
+#include <QVariantList>
+
+/// Calls methods of other modules by module and method name. Main thread only.
+class RemoteCaller
+{
+public:
+    virtual ~RemoteCaller() = default;
+
+    /// Waits for the answer, 5 s at most. A module that is not there, refuses or stays silent is an error reply.
+    /// May throw a KestinException when the call cannot be made at all.
+    virtual QDBusMessage syncRemoteCall(const QString &module, const QString &method,
+                                        const QVariantList &arguments) = 0;
+    /// The same without waiting. Dropping the pending call drops the answer.
+    virtual QDBusPendingCall asyncRemoteCall(const QString &module, const QString &method,
+                                             const QVariantList &arguments) = 0;
+};

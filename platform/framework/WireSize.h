@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QMetaType>
+#include <QVariant>
+
+/// How large values become on the bus. A bus daemon ends the connection of whoever sends a message over its limit
+/// (32 MiB on a system bus as shipped), so what could grow that large is measured before it is sent.
+namespace WireSize {
+
+/// The largest value that is sent. Leaves room for the rest of the message below the limit of a system bus.
+inline constexpr qsizetype limit = 24 * 1024 * 1024;
+
+/// An upper bound of the size of a value, in bytes. Texts, lists of texts, contacts, summaries and lists of these
+/// are measured; any other type is small by its nature and counts as 0.
+qsizetype of(const QMetaType &type, const void *value);
+qsizetype of(const QVariant &value);
+
+} // namespace WireSize

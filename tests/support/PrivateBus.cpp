@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/support/PrivateBus.h"
+
+PrivateBus::PrivateBus(const QStringList &arguments)
+{
+    m_daemon.setProcessChannelMode(QProcess::SeparateChannels);
+    m_daemon.start(QStringLiteral("dbus-daemon"),
+                   arguments + QStringList{QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
+                                           QStringLiteral("--nosyslog"), QStringLiteral("--print-address=1")});
+    while (!m_daemon.canReadLine()) {
+        if (!m_daemon.waitForReadyRead(limitMs))
+            qFatal("dbus-daemon did not start: %s", m_daemon.readAllStandardError().constData());
+    }
+    m_address = QString::fromUtf8(m_daemon.readLine()).trimmed();
+    qputenv("KESTIN_BUS", m_address.toUtf8());
+}
+
+PrivateBus::~PrivateBus()
+{
+    m_daemon.terminate();
+    m_daemon.waitForFinished(limitMs);
+}
+
+QDBusConnection PrivateBus::connection(const QString &name) const
+{
+    return QDBusConnection::connectToBus(m_address, name);
+}

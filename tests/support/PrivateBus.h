@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QDBusConnection>
+#include <QProcess>
+#include <QString>
+
+/// A message bus of its own, ended with the object. The address is exported as KESTIN_BUS, so programs started later
+/// and KestinBus::connect() use it.
+class PrivateBus
+{
+public:
+    /// `arguments` replace the default "--session" of the daemon, for a bus with a policy or limits of its own.
+    explicit PrivateBus(const QStringList &arguments = {QStringLiteral("--session")});
+    ~PrivateBus();
+
+    QString address() const { return m_address; }
+    /// A new connection to this bus; `name` tells it from other connections of the process.
+    QDBusConnection connection(const QString &name) const;
+
+    static constexpr int limitMs = 20000;
+
+private:
+    QProcess m_daemon;
+    QString m_address;
+};

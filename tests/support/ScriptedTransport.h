@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/framework/KestinTransport.h"
+
+#include <QDBusError>
+
+#include <functional>
+
+/// A transport whose peers are a function: it is given every call and answers it. Calls and events are recorded.
+class ScriptedTransport : public KestinTransport
+{
+public:
+    struct Call
+    {
+        QString module;
+        QString method;
+        QVariantList arguments;
+    };
+    /// Answers a call with values, or with an error made by `noPeer`, or by throwing.
+    using Answer = std::function<QDBusMessage(const Call &call, const QDBusMessage &message)>;
+
+    Answer answer = [](const Call &, const QDBusMessage &message) { return noPeer(message); };
+    QList<Call> calls;
+    QList<KestinEvent> events;
+    QStringList subscriptions;
+    bool eventsAreDelivered = true;
+    bool subscriptionsWork = true;
+
+    static QDBusMessage noPeer(const QDBusMessage &message)
+    {
+        return message.createErrorReply(QDBusError::ServiceUnknown, QStringLiteral("nobody there"));
+    }
+
+    QDBusMessage syncRemoteCall(const QString &module, const QString &method, const QVariantList &arguments) override
+    {
+        const Call call{module, method, arguments};
+        calls.append(call);
+        const auto message =
+            QDBusMessage::createMethodCall(QStringLiteral("a.b"), QStringLiteral("/a"), QStringLiteral("a.b"), method);
+        return answer(call, message);
+    }
+    QDBusPendingCall asyncRemoteCall(const QString &module, const QString &method,
+                                     const QVariantList &arguments) override
+    {
+        return QDBusPendingCall::fromCompletedCall(syncRemoteCall(module, method, arguments));
+    }
+    bool sendEvent(const QString &, const KestinEvent &event) override
+    {
+        events.append(event);
+        return eventsAreDelivered;
+    }
+    bool subscribe(const QString &eventName, QObject *, const QByteArray &) override
+    {
+        subscriptions.append(eventName);
+        return subscriptionsWork;
+    }
+
+    QStringList eventNames() const
+    {
+        QStringList names;
+        for (const KestinEvent &event : events)
+            names.append(event.getEvtName());
+        return names;
+    }
+};
