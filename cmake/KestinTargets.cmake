@@ -3,7 +3,8 @@
 
 add_library(kestin_options INTERFACE)
 target_include_directories(kestin_options INTERFACE ${PROJECT_SOURCE_DIR})
-target_compile_definitions(kestin_options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_FOREACH QT_NO_KEYWORDS)
+target_compile_definitions(kestin_options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_FOREACH QT_NO_KEYWORDS
+                                                    KESTIN_VERSION="${PROJECT_VERSION}")
 target_compile_options(kestin_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
                                                 $<$<BOOL:${KESTIN_WERROR}>:-Werror>)
 if(KESTIN_SANITIZE)

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/framework/PlatformCalls.h"
+
+#include "platform/framework/KestinException.h"
+#include "platform/framework/KestinLogger.h"
+#include "platform/records/UpdateReport.h"
+
+#include <QDBusReply>
+
+namespace {
+const QString settingsManager = QStringLiteral("SettingsManager");
+const QString getMethod = QStringLiteral("getSettingValue");
+const QString setMethod = QStringLiteral("setSettingValue");
+} // namespace
+
+QString PlatformCalls::getStringSetting(const QString &key, bool *success)
+{
+    if (success)
+        *success = false;
+    try {
+        const QDBusReply<QString> reply = m_caller.syncRemoteCall(settingsManager, getMethod, {key});
+        if (reply.isValid()) {
+            if (success)
+                *success = true;
+            return reply.value();
+        }
+        KestinLogger::error("ERROR: While getting value of %1, reply is invalid", key);
+    } catch (const KestinException &exception) {
+        KestinLogger::error("ERROR: While getting value of %1:\n%2", key, exception.message());
+    } catch (...) {
+        KestinLogger::error("ERROR: While getting value of %1", key);
+    }
+    return {};
+}
+
+int PlatformCalls::getIntSetting(const QString &key, bool *success)
+{
+    return getStringSetting(key, success).toInt();
+}
+
+QString PlatformCalls::getSetting(const QString &key)
+{
+    try {
+        const QDBusReply<QString> reply = m_caller.syncRemoteCall(settingsManager, getMethod, {key});
+        if (reply.isValid())
+            return reply.value();
+    } catch (...) {
+        // Told below, like an answer that is an error.
+    }
+    KestinLogger::warning("Can't get the setting :%1.", key);
+    return {};
+}
+
+void PlatformCalls::setStringSetting(const QString &key, const QString &value)
+{
+    try {
+        m_caller.asyncRemoteCall(settingsManager, setMethod, {key, value});
+    } catch (const KestinException &exception) {
+        KestinLogger::error("ERROR: While setting value of %1:\n%2", key, exception.message());
+    } catch (...) {
+        KestinLogger::error("ERROR: While setting value of %1", key);
+    }
+}
+
+void PlatformCalls::setIntSetting(const QString &key, int value)
+{
+    setStringSetting(key, QString::number(value));
+}
+
+bool PlatformCalls::setSettingConfirmed(const QString &key, const QString &value)
+{
+    try {
+        const QDBusReply<UpdateReport> reply = m_caller.syncRemoteCall(settingsManager, setMethod, {key, value});
+        if (reply.isValid())
+            return true;
+        KestinLogger::error("ERROR 1: While setting %1 with value : %2", key, value);
+    } catch (...) {
+        KestinLogger::error("ERROR 2: While setting %1 with value : %2", key, value);
+    }
+    return false;
+}
+
+void PlatformCalls::callModule(const QString &module, const QString &method, const QVariantList &arguments)
+{
+    try {
+        m_caller.asyncRemoteCall(module, method, arguments);
+    } catch (const KestinException &exception) {
+        KestinLogger::error("ERROR: While calling method %1 of module %2 (%3)", method, module, exception.message());
+    } catch (...) {
+        KestinLogger::error("ERROR: While calling method %1 of module %2", method, module);
+    }
+}

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/framework/KestinApplication.h"
+#include "src/directory/KestinDirectory.h"
+
+#include <QCommandLineParser>
+
+namespace {
+
+void parseCommandLine(const QCoreApplication &application)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "The contact directory of the phone: keeps contacts, knows who is calling, and answers on the message bus as\n"
+        "com.norlan.Kestin.KestinDirectory. Runs until SIGTERM or SIGINT.\n"
+        "\n"
+        "Environment:\n"
+        "  KESTIN_BUS        system (default), session, or the address of a bus\n"
+        "  KESTIN_DATA_DIR   folder that takes the place of /data, where the database and the photos lie\n"
+        "  KESTIN_LOG_LEVEL  3 errors, 4 warnings too (default), 6 information too, 7 everything\n"
+        "\n"
+        "Exit codes: 0 ended by a signal, 1 it could not start or lost the bus; the log on standard error says why."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.process(application);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    KestinApplication application(argc, argv);
+    QCoreApplication::setApplicationName(
+        QStringLiteral("%1").arg(QLatin1String("KestinDirectory"), 0, QLatin1Char(' ')));
+    QCoreApplication::setApplicationVersion(QStringLiteral(KESTIN_VERSION));
+    parseCommandLine(application);
+    const int exitCode = application.exec(*KestinDirectory::instance());
+    delete KestinDirectory::instance();
+    return exitCode;
+}

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/records/RecordMaps.h"
+#include "src/contacts/CanonicalNumbers.h"
+#include "src/contacts/ContactDeletion.h"
+#include "src/contacts/ContactNews.h"
+#include "src/fields/DirectoryFields.h"
+
+#include <optional>
+
+class DaoContact;
+
+/// Creates contacts under the capacity limits. Main thread only.
+class ContactCreation
+{
+public:
+    ContactCreation(DaoContact &dao, DirectoryFields &fields, CanonicalNumbers &numbers, ContactDeletion &deletion,
+                    ContactNews &news);
+
+    /// A ResultCode. The request id decides the type: RequestId::deviceManagement makes a default contact, without
+    /// limit; RequestId::cached a cached one, which when the cache is full takes the place of the oldest; any other a
+    /// local one, refused when the directory is full. Latin names and canonical numbers are derived.
+    int createLocalContact(const QString &reqId, Contact contact);
+
+    /// Creates many at once, in one durable write, and does less than the single form: the caller's types are kept
+    /// (3, 4 and 1 are skipped), nobody is refused as anonymous, and latin names are left to the next start. What
+    /// cannot be created is left out of the result, which maps the instant-messaging address to the new id.
+    QMapQStringQString createLocalContacts(const QString &reqId, const ListContact &contacts);
+
+private:
+    std::optional<int> classify(const QString &reqId, Contact &contact);
+    void makeRoomInCache();
+    int store(Contact &contact);
+    bool isRefusedInList(const Contact &contact, int count) const;
+
+    DaoContact &m_dao;
+    DirectoryFields &m_fields;
+    CanonicalNumbers &m_numbers;
+    ContactDeletion &m_deletion;
+    ContactNews &m_news;
+};

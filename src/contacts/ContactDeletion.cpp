@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/contacts/ContactDeletion.h"
+
+#include "platform/framework/KestinLogger.h"
+#include "src/contacts/ContactWrite.h"
+#include "src/contacts/RequestId.h"
+#include "src/contacts/ResultCode.h"
+#include "src/dao/DaoContact.h"
+
+ContactDeletion::ContactDeletion(DaoContact &dao, DirectoryFields &fields, ContactNews &news)
+    : m_dao(dao)
+    , m_fields(fields)
+    , m_news(news)
+{
+}
+
+int ContactDeletion::deleteLocalContact(const QString &reqId, const QString &idContact)
+{
+    KestinLogger::debug("-- Method deleteLocalContact called with reqId=[%1] and idContact=[%2] --", reqId, idContact);
+    if (m_fields.readOnlyMode) {
+        KestinLogger::warning("KestinDirectory:deleteLocalContact : user can't delete local contact during "
+                              "synchronization mode (read only)");
+        return ResultCode::readOnly;
+    }
+    const ListContact stored = m_dao.getContact(idContact);
+    if (stored.isEmpty()) {
+        KestinLogger::debug("Local contact of id %1 does not exist", idContact);
+        return ResultCode::noSuchContact;
+    }
+    const int type = stored.first().type;
+    if (type == 1 || type == 4 || type == ContactType::ManagerAssistant) {
+        KestinLogger::debug("Contact is not local nor cached");
+        return ResultCode::wrongType;
+    }
+    ContactWrite write(m_dao, m_news);
+    if (!write.isActive() || m_dao.deleteContact(idContact) != 0)
+        return ResultCode::writeFailed;
+    const bool isTold = reqId != RequestId::deviceManagement;
+    if (isTold)
+        write.announce(&ContactNews::contactsDeleted, reqId, QStringList{idContact});
+    if (!write.commit())
+        return ResultCode::writeFailed;
+    if (isTold) {
+        KestinLogger::debug("Contact successfully deleted");
+        m_fields.lastLocalChangeDate = QDateTime::currentDateTimeUtc();
+    }
+    return ResultCode::done;
+}
+
+int ContactDeletion::deleteCachedContactsWithMatchingOfficePhone(const Contact &contact)
+{
+    KestinLogger::debug("deleteCachedContactsWithMatchingOfficePhone with contact %1", contact.contactId);
+    const QStringList ids = m_dao._getCachedContactsWithMatchingOfficePhone(contact);
+    int code = ResultCode::done;
+    for (const QString &id : ids) {
+        if (deleteLocalContact(RequestId::cached, id) != ResultCode::done)
+            code = ResultCode::writeFailed;
+    }
+    return code;
+}

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/contacts/ContactLookup.h"
+
+#include "platform/framework/KestinLogger.h"
+#include "src/dao/DaoContact.h"
+
+#include <utility>
+
+ContactLookup::ContactLookup(DaoContact &dao, Order order)
+    : m_dao(dao)
+    , m_order(std::move(order))
+{
+}
+
+ListContact ContactLookup::getContactById(const QString &idContact)
+{
+    KestinLogger::debug("-- Method getContactById called with idContact=[%1] --", idContact);
+    const ListContact contacts = m_dao.getContact(idContact);
+    if (contacts.isEmpty()) {
+        KestinLogger::warning("The contact of specified ID has not been found");
+        return {};
+    }
+    if (contacts.first().misc.isEmpty())
+        KestinLogger::warning("No misc has been found for the specified contact");
+    KestinLogger::debug("Success: 1 contact returned");
+    return m_order(contacts);
+}
+
+ListContact ContactLookup::getContactsByType(int type)
+{
+    KestinLogger::debug("-- Method getContactsByType called with type=[%1] --", type);
+    return m_dao.getContactByType(type);
+}
+
+ListContact ContactLookup::getLocalContacts(const QString &contactPhoneNumber)
+{
+    KestinLogger::debug("-- Method getLocalContacts called with contactPhoneNumber=[%1] --", contactPhoneNumber);
+    const ListContact contacts = m_dao.getContactByPhoneNumber(contactPhoneNumber);
+    if (contacts.isEmpty())
+        return {};
+    KestinLogger::debug("Success: %1 local contacts returned with phone number [%2]", contacts.size(),
+                        contactPhoneNumber);
+    return m_order(contacts);
+}
+
+ListContact ContactLookup::getLocalContacts(int startInd, int length)
+{
+    KestinLogger::debug("-- Method getLocalContacts called with startInd=[%1] and length=[%2] --", startInd, length);
+    const ListContact contacts = m_dao.getAllContact(startInd, length);
+    if (contacts.isEmpty())
+        return {};
+    KestinLogger::debug("Success: %1 local contacts returned", contacts.size());
+    return m_order(contacts);
+}
+
+ListContact ContactLookup::getAllContactsInPreview(int startInd, int length)
+{
+    KestinLogger::debug("-- Method getAllContactsInPreview called with startInd=[%1] and length=[%2] --", startInd,
+                        length);
+    const ListContact contacts = m_dao.getAllContactInPreview(startInd, length);
+    if (contacts.isEmpty())
+        return {};
+    KestinLogger::debug("Success: %1 preview contacts returned", contacts.size());
+    return m_order(contacts);
+}
+
+ListContact ContactLookup::getLocalContactByEmailAddress(const QString &emailAddress)
+{
+    KestinLogger::debug("-- Method getLocalContactByEmailAddress called with emailAddress=[%1] --", emailAddress);
+    return m_dao.getContactsByEmailAddress(emailAddress);
+}
+
+ListContact ContactLookup::getLocalContactByIMAddress(const QString &imAddress)
+{
+    KestinLogger::debug("-- Method getLocalContactByIMAddress called with imAddress=[%1] --", imAddress);
+    return m_dao.getContactByIMAddress(imAddress);
+}
+
+ListContact ContactLookup::getContactToMerge(const QString &imAddress, const QString &phoneNumber,
+                                             const QString &extentionPhone)
+{
+    KestinLogger::debug("-- Method getContactToMerge called with imAddress=[%1], phoneNumber=[%2] and "
+                        "extentionPhone=[%3] --",
+                        imAddress, phoneNumber, extentionPhone);
+    return m_dao.getContactToMerge(imAddress, phoneNumber, extentionPhone);
+}
+
+int ContactLookup::getContactTypeById(const QString &contactId)
+{
+    constexpr int remote = 1;
+    constexpr int stored = 0;
+    constexpr int unknown = 4;
+    KestinLogger::debug("-- Method getContactTypeById called with contactId=[%1] --", contactId);
+    if (contactId.endsWith(QLatin1String("##")))
+        return remote;
+    return getContactById(contactId).isEmpty() ? unknown : stored;
+}

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/records/Contact.h"
+
+#include <functional>
+
+class DaoContact;
+
+/// Finds stored contacts. A contact that is not there, or a failure of the database, is an empty list. Main thread
+/// only.
+class ContactLookup
+{
+public:
+    /// Brings a list into the order in which the phone shows contacts.
+    using Order = std::function<ListContact(const ListContact &)>;
+
+    ContactLookup(DaoContact &dao, Order order);
+
+    /// None or one.
+    ListContact getContactById(const QString &idContact);
+    ListContact getContactsByType(int type);
+    /// By number, in canonical form.
+    ListContact getLocalContacts(const QString &contactPhoneNumber);
+    /// A page by id, ordered within itself; the bounds as DaoContact::getAllContact takes them.
+    ListContact getLocalContacts(int startInd, int length);
+    ListContact getAllContactsInPreview(int startInd, int length);
+    ListContact getLocalContactByEmailAddress(const QString &emailAddress);
+    ListContact getLocalContactByIMAddress(const QString &imAddress);
+    ListContact getContactToMerge(const QString &imAddress, const QString &phoneNumber, const QString &extentionPhone);
+
+    /// A coarse class of the id, not the stored type: 1 for an id ending with "##" (a remote contact), 0 for the id
+    /// of any stored contact, 4 for any other.
+    int getContactTypeById(const QString &contactId);
+
+private:
+    DaoContact &m_dao;
+    Order m_order;
+};

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/records/RecordMaps.h"
+#include "src/contacts/CanonicalNumbers.h"
+#include "src/contacts/ContactNews.h"
+#include "src/fields/DirectoryFields.h"
+
+class DaoContact;
+
+/// Replaces stored contacts. Main thread only.
+class ContactModification
+{
+public:
+    ContactModification(DaoContact &dao, DirectoryFields &fields, CanonicalNumbers &numbers, ContactNews &news);
+
+    /// A ResultCode. The contact names by its id the one to replace, which keeps its type; only local and cached ones
+    /// can be. The stored misc pairs become exactly the record's.
+    int modifyLocalContact(const QString &reqId, Contact contact);
+
+    /// Replaces many at once, in one durable write, and does less than the single form: nobody is refused as
+    /// anonymous, latin names are the caller's; types 3, 4 and 1 are skipped, all others replaced. The result maps the
+    /// ids of those replaced to the instant-messaging addresses that were stored.
+    QMapQStringQString modifyLocalContacts(const QString &reqId, const ListContact &contacts);
+
+private:
+    int replace(const Contact &contact);
+    bool replaceInList(Contact &contact, QMapQStringQString &addresses);
+
+    DaoContact &m_dao;
+    DirectoryFields &m_fields;
+    CanonicalNumbers &m_numbers;
+    ContactNews &m_news;
+};

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/records/Contact.h"
+
+#include <QObject>
+#include <QStringList>
+
+#include <functional>
+
+/// Tells what happened to contacts. Signals about writes come when these are durable, in the order in which they were
+/// made (ContactWrite). Main thread only.
+class ContactNews : public QObject
+{
+    Q_OBJECT
+
+Q_SIGNALS:
+    void contactsCreated(const QString &reqId, const ListContact &contacts);
+    void contactsUpdated(const QString &reqId, const ListContact &contacts, bool onlyPhotoHasChanged);
+    void contactsDeleted(const QString &reqId, const QStringList &contactIds);
+    void previewCreated(const QString &reqId, const ListContact &contacts);
+    void previewDeleted(const QString &reqId, const ListContact &contacts, bool requestedByUser);
+    void databaseFull();
+    void anonymousContactRefused();
+
+private:
+    friend class ContactWrite;
+
+    QList<std::function<void()>> m_pending;
+};

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/contacts/ContactWrite.h"
+
+#include "src/dao/Connection.h"
+#include "src/dao/DaoContact.h"
+
+#include <utility>
+
+ContactWrite::ContactWrite(DaoContact &dao, ContactNews &news)
+    : m_news(news)
+    , m_newsBefore(news.m_pending.size())
+    , m_outermost(!dao.connection().isInTransaction())
+    , m_transaction(dao.connection())
+{
+}
+
+ContactWrite::~ContactWrite()
+{
+    if (!m_committed)
+        m_news.m_pending.resize(m_newsBefore);
+}
+
+bool ContactWrite::commit()
+{
+    if (!m_transaction.commit())
+        return false;
+    m_committed = true;
+    if (m_outermost) {
+        // Taken out first: whoever is told may write again.
+        const auto pending = std::exchange(m_news.m_pending, {});
+        for (const auto &tell : pending)
+            tell();
+    }
+    return true;
+}

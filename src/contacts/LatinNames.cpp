@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/contacts/LatinNames.h"
+
+#include "platform/framework/KestinLogger.h"
+#include "src/dao/DaoContact.h"
+#include "src/dao/LatinText.h"
+#include "src/dao/Transaction.h"
+
+void LatinNames::fill(Contact &contact)
+{
+    contact.latinFirstName = latinText(contact.firstName);
+    contact.latinName = latinText(contact.name);
+}
+
+void LatinNames::checkAndFillLatinName()
+{
+    KestinLogger::debug("KestinDirectory::checkAndFillLatinName()");
+    ListContact contacts = m_dao.getContactsWithNoLatinName();
+    if (contacts.isEmpty())
+        return;
+    Transaction transaction(m_dao.connection());
+    for (Contact &contact : contacts) {
+        KestinLogger::warning("KestinDirectory::checkAndFillLatinName() - contact %1 has no latin name!",
+                              contact.contactId);
+        fill(contact);
+        if (m_dao.updateContact(contact) != 0 || m_dao.misc().replacePairs(contact.contactId, contact.misc) != 0)
+            return; // logged there; undone here, so no contact loses its pairs, and tried again at the next start
+    }
+    transaction.commit();
+}

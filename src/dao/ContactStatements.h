@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "src/dao/Statement.h"
+
+/// The fixed statements on the CONTACT table, prepared once.
+struct ContactStatements
+{
+    explicit ContactStatements(const QSqlDatabase &handle);
+
+    Statement remove;
+    Statement oldestCached;
+    Statement cachedByNumber;
+    Statement updateId;
+    Statement updatePuid;
+    Statement updatePhoto;
+    Statement insert;
+    Statement update;
+    Statement updateFromImport;
+    Statement updatePreview;
+    Statement count;
+    Statement countDM;
+    Statement countLocal;
+    Statement countCached;
+    Statement countPhoto;
+    Statement byId;
+    Statement all;
+    Statement page;
+    Statement byNumber;
+    Statement byIMAddress;
+    Statement byEmail;
+    Statement byType;
+    Statement previewPage;
+};

@@ -1,0 +1,281 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/dao/DaoContact.h"
+
+#include "platform/framework/KestinLogger.h"
+#include "src/dao/Connection.h"
+#include "src/dao/ContactRow.h"
+#include "src/dao/QueryText.h"
+
+#include <algorithm>
+
+namespace {
+
+/// Whether a change from one to the other is one that the user made to the contact, so that it counts as modified.
+bool isSameContent(const Contact &stored, const Contact &wanted)
+{
+    const auto isSameText = [&](const Contact::TextField &field) { return stored.*field.value == wanted.*field.value; };
+    return std::all_of(Contact::texts.cbegin(), Contact::texts.cend(), isSameText) && stored.photo == wanted.photo &&
+           stored.melody == wanted.melody && stored.isPrivate == wanted.isPrivate && stored.misc == wanted.misc;
+}
+
+} // namespace
+
+DaoContact::DaoContact(Connection &connection)
+    : m_connection(connection)
+    , m_statements(connection.handle())
+    , m_misc(connection.handle())
+{
+}
+
+int DaoContact::insertContact(Contact &contact, bool withPuid)
+{
+    KestinLogger::debug("DaoContact::insertContact : idcontact:%1", contact.contactId);
+    KestinLogger::debug("DaoContact::insertContact : name:%1", contact.name);
+    KestinLogger::debug("DaoContact::insertContact : latinName:%1", contact.latinName);
+    KestinLogger::debug("DaoContact::insertContact : firstName:%1", contact.firstName);
+    KestinLogger::debug("DaoContact::insertContact : latinFirstName:%1", contact.latinFirstName);
+    if (contact.type == ContactType::DeviceManagement)
+        contact.contactId = QStringLiteral("#DM_%1#").arg(contact.contactId);
+    contact.setLastModificationDate(QDateTime::currentDateTimeUtc());
+    Statement::Use use = m_statements.insert.use();
+    ContactRow::bind(use, contact);
+    use.bind(QStringLiteral(":lastModificationDate"), contact.getLastModificationDate());
+    if (withPuid)
+        use.bind(QStringLiteral(":puid"), contact.getPUID());
+    else
+        use.bindNull(QStringLiteral(":puid"));
+    if (use.execute() != 0)
+        return -1;
+    // The id that the database's trigger has just given to the row.
+    if (contact.type == ContactType::Local || contact.type == ContactType::ManagerAssistant)
+        contact.contactId = QStringLiteral("#CONTACT_%1#").arg(use.lastInsertId());
+    return 0;
+}
+
+int DaoContact::updateContact(const Contact &contact)
+{
+    KestinLogger::debug("DaoContact::updateContact : idContact:%1", contact.contactId);
+    const QDateTime modified = isUpdateLastModificationDateNeeded(contact) ? QDateTime::currentDateTimeUtc()
+                                                                           : contact.getLastModificationDate();
+    Statement::Use use = m_statements.update.use();
+    ContactRow::bind(use, contact);
+    return use.bind(QStringLiteral(":lastModificationDate"), modified).execute();
+}
+
+bool DaoContact::isUpdateLastModificationDateNeeded(const Contact &contact)
+{
+    const ListContact stored = getContact(contact.contactId);
+    const bool needed = !stored.isEmpty() && !isSameContent(stored.first(), contact);
+    KestinLogger::debug("isUpdateLastModificationDateNeeded : %1", needed ? "true" : "false");
+    return needed;
+}
+
+int DaoContact::updateContactFromImport(const Contact &contact)
+{
+    KestinLogger::debug("DaoContact::updateContactFromImport : idContact:%1", contact.contactId);
+    Statement::Use use = m_statements.updateFromImport.use();
+    ContactRow::bind(use, contact);
+    return use.bind(QStringLiteral(":puid"), contact.getPUID())
+        .bind(QStringLiteral(":lastModificationDate"), contact.getLastModificationDate())
+        .execute();
+}
+
+int DaoContact::deleteContact(const QString &contactId)
+{
+    KestinLogger::debug("DaoContact::deleteContact : idcontact:%1", contactId);
+    Statement::Use use = m_statements.remove.use();
+    return use.bind(QStringLiteral(":contactId"), contactId).execute();
+}
+
+int DaoContact::updateIdContact(const QString &newId)
+{
+    KestinLogger::debug("DaoContact::updateIdContact :idcontact:%1", newId);
+    Statement::Use use = m_statements.updateId.use();
+    return use.bind(QStringLiteral(":contactId"), newId).execute();
+}
+
+int DaoContact::updatePuidContact(const QString &contactId, const QString &puid)
+{
+    KestinLogger::debug("DaoContact::updatePuidContact :idcontact:%1", contactId);
+    Statement::Use use = m_statements.updatePuid.use();
+    return use.bind(QStringLiteral(":puid"), puid).bind(QStringLiteral(":contactId"), contactId).execute();
+}
+
+int DaoContact::updatePhotoContact(const QString &contactId, const QString &photo)
+{
+    KestinLogger::debug("DaoContact::updatePhotoContact :idcontact:%1", contactId);
+    Statement::Use use = m_statements.updatePhoto.use();
+    return use.bind(QStringLiteral(":photo"), photo).bind(QStringLiteral(":contactId"), contactId).execute();
+}
+
+int DaoContact::updateContactPreview(const QString &contactId, bool isPreviewed)
+{
+    KestinLogger::debug("DaoContact::updateContactPreview : idContact:%1", contactId);
+    Statement::Use use = m_statements.updatePreview.use();
+    return use.bind(QStringLiteral(":isPreviewed"), isPreviewed)
+        .bind(QStringLiteral(":contactId"), contactId)
+        .execute();
+}
+
+int DaoContact::updateContactsPreview(const QStringList &contactIds, bool isPreviewed)
+{
+    KestinLogger::debug("DaoContact::updateContactsPreview called");
+    if (contactIds.isEmpty()) {
+        KestinLogger::error("DaoContact::updateContactsPreview : the list of contact ids is empty !");
+        return -1;
+    }
+    Statement statement(m_connection.handle(),
+                        QLatin1String("UPDATE CONTACT SET isPreviewed=:isPreviewed WHERE contactId IN (") +
+                            QueryText::idList(contactIds));
+    Statement::Use use = statement.use();
+    return use.bind(QStringLiteral(":isPreviewed"), isPreviewed).execute();
+}
+
+int DaoContact::countOf(Statement &statement)
+{
+    Statement::Use use = statement.use();
+    return use.execute() == 0 && use.next() ? use.value(0).toInt() : 0;
+}
+
+int DaoContact::nbContact()
+{
+    const int count = countOf(m_statements.count);
+    KestinLogger::debug("DaoContact::nbContact : total number of contacts = %1", count);
+    return count;
+}
+
+int DaoContact::nbDMContacts()
+{
+    const int count = countOf(m_statements.countDM);
+    KestinLogger::debug("DaoContact::nbDMContacts : total number of DM contacts = %1", count);
+    return count;
+}
+
+int DaoContact::nbLocalUserContacts()
+{
+    const int count = countOf(m_statements.countLocal);
+    KestinLogger::debug("DaoContact::nbLocalUserContacts : total number of local contacts = %1", count);
+    return count;
+}
+
+int DaoContact::_nbCachedContactQuery()
+{
+    const int count = countOf(m_statements.countCached);
+    KestinLogger::debug("DaoContact::_nbCachedContactQuery : total number of cached contacts = %1", count);
+    return count;
+}
+
+int DaoContact::_nbContactsUsingThisPhotoQuery(const QString &photo)
+{
+    Statement::Use use = m_statements.countPhoto.use();
+    use.bind(QStringLiteral(":photo"), photo);
+    const int count = use.execute() == 0 && use.next() ? use.value(0).toInt() : 0;
+    KestinLogger::debug("DaoContact::_nbContactsUsingThisPhotoQuery : number of contacts using photo %1 = %2", photo,
+                        count);
+    return count;
+}
+
+ListContact DaoContact::readContacts(Statement::Use &use)
+{
+    ListContact contacts;
+    if (use.execute() != 0)
+        return contacts;
+    while (use.next()) {
+        contacts.append(ContactRow::read(use));
+        contacts.last().misc = m_misc.pairs(contacts.last().contactId);
+    }
+    return contacts;
+}
+
+QString DaoContact::getOldestCachedContactId()
+{
+    KestinLogger::debug("DaoContact::getOldestCachedContactId");
+    Statement::Use use = m_statements.oldestCached.use();
+    return use.execute() == 0 && use.next() ? use.text(0) : QString();
+}
+
+ListContact DaoContact::getContact(const QString &contactId)
+{
+    KestinLogger::debug("DaoContact::getContact : idContact:%1", contactId);
+    Statement::Use use = m_statements.byId.use();
+    return readContacts(use.bind(QStringLiteral(":contactId"), contactId));
+}
+
+ListContact DaoContact::getAllContact()
+{
+    KestinLogger::debug("DaoContact::getAllContact");
+    Statement::Use use = m_statements.all.use();
+    return readContacts(use);
+}
+
+ListContact DaoContact::getAllContact(int start, int length)
+{
+    KestinLogger::debug("DaoContact::getAllContact : start:%1 / length:%2", start, length);
+    Statement::Use use = m_statements.page.use();
+    return readContacts(use.bind(QStringLiteral(":startInd"), start).bind(QStringLiteral(":length"), length));
+}
+
+ListContact DaoContact::getAllContactInPreview(int start, int length)
+{
+    KestinLogger::debug("DaoContact::getAllContactInPreview : start:%1 / length:%2", start, length);
+    Statement::Use use = m_statements.previewPage.use();
+    return readContacts(use.bind(QStringLiteral(":startInd"), start).bind(QStringLiteral(":length"), length));
+}
+
+ListContact DaoContact::getContactByType(int type)
+{
+    KestinLogger::debug("DaoContact::getContactByType : type:%1", type);
+    Statement::Use use = m_statements.byType.use();
+    return readContacts(use.bind(QStringLiteral(":type"), type));
+}
+
+ListContact DaoContact::getContactsByEmailAddress(const QString &emailAddress)
+{
+    KestinLogger::debug("DaoContact::getContactsByEmailAddress: emailAddress:%1", emailAddress);
+    Statement::Use use = m_statements.byEmail.use();
+    return readContacts(use.bind(QStringLiteral(":email"), emailAddress));
+}
+
+ListContact DaoContact::getContactByIMAddress(const QString &imAddress)
+{
+    KestinLogger::debug("DaoContact::getContactByIMAddress: imAddress:%1", imAddress);
+    Statement::Use use = m_statements.byIMAddress.use();
+    return readContacts(use.bind(QStringLiteral(":collaborationId"), imAddress));
+}
+
+ListContact DaoContact::getContactByPhoneNumber(const QString &number)
+{
+    if (number.isEmpty()) {
+        KestinLogger::warning("getContactByPhoneNumber : empty phoneNumber, returns empty list");
+        return {};
+    }
+    Statement::Use use = m_statements.byNumber.use();
+    for (const char *column :
+         {":officePhoneCan", ":faxCan", ":personalHomeCan", ":personalMobileCan", ":personalFaxCan"})
+        use.bind(QLatin1String(column), number);
+    return readContacts(use);
+}
+
+QStringList DaoContact::_getCachedContactsWithMatchingOfficePhone(const Contact &contact)
+{
+    KestinLogger::debug("DaoContact::_getCachedContactsWithMatchingOfficePhone for contact: %1", contact.contactId);
+    constexpr std::pair<const char *, QString Contact::*> numbers[] = {
+        {":officePhoneCan", &Contact::officePhoneCan},   {":faxCan", &Contact::faxCan},
+        {":personalHomeCan", &Contact::personalHomeCan}, {":personalMobileCan", &Contact::personalMobileCan},
+        {":personalFaxCan", &Contact::personalFaxCan},
+    };
+    Statement::Use use = m_statements.cachedByNumber.use();
+    for (const auto &[placeholder, number] : numbers) {
+        // NULL is equal to nothing: two contacts without a number are not the same person.
+        if ((contact.*number).isEmpty())
+            use.bindNull(QLatin1String(placeholder));
+        else
+            use.bind(QLatin1String(placeholder), contact.*number);
+    }
+    QStringList ids;
+    if (use.execute() == 0) {
+        while (use.next())
+            ids.append(use.text(0));
+    }
+    return ids;
+}

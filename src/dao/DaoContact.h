@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/records/Contact.h"
+#include "src/dao/ContactStatements.h"
+#include "src/dao/DaoMisc.h"
+
+#include <QStringList>
+
+class Connection;
+
+/// Reads and writes contacts: the one class that runs statements on the CONTACT table. On the thread of its connection,
+/// which must outlive it; the tables must exist when it is made.
+///
+/// Nothing throws. A statement that fails is logged ("Error while executing query %1 : %2") and answered with -1 by
+/// writes, 0 by counts, an empty text or list by reads. Every read of whole contacts fills their misc pairs. Writes
+/// are grouped by a Transaction on the connection.
+class DaoContact
+{
+public:
+    explicit DaoContact(Connection &connection);
+
+    Connection &connection() { return m_connection; }
+    DaoMisc &misc() { return m_misc; }
+
+    // Writes.
+
+    /// Stores a new contact; its id and modification date are filled in. A local or manager/assistant contact gets
+    /// the id that the database makes, a device-management one "#DM_" + its id + "#", any other keeps its own. The
+    /// persistent id is stored only `withPuid`. The misc pairs are not written.
+    int insertContact(Contact &contact, bool withPuid);
+    /// Replaces all but the persistent id. A contact that differs from the stored one gets the current date, and with
+    /// that loses its stored misc pairs; the caller writes them again (DaoMisc::replacePairs).
+    int updateContact(const Contact &contact);
+    /// Replaces all, the persistent id and the modification date being the record's. Misc pairs as above.
+    int updateContactFromImport(const Contact &contact);
+    int deleteContact(const QString &contactId);
+    /// Gives the contact stored under the id 'newContact' its own.
+    int updateIdContact(const QString &newId);
+    int updatePuidContact(const QString &contactId, const QString &puid);
+    int updatePhotoContact(const QString &contactId, const QString &photo);
+    int updateContactPreview(const QString &contactId, bool isPreviewed);
+    /// All of them in one statement; ids that nobody has are no failure, an empty list is one.
+    int updateContactsPreview(const QStringList &contactIds, bool isPreviewed);
+
+    // Counts.
+
+    int nbContact();
+    int nbDMContacts();
+    int nbLocalUserContacts();
+    int _nbCachedContactQuery();
+    int _nbContactsUsingThisPhotoQuery(const QString &photo);
+
+    // Reads by fixed statements.
+
+    /// The cached contact with the earliest modification date; empty when there is none.
+    QString getOldestCachedContactId();
+    /// None or one.
+    ListContact getContact(const QString &contactId);
+    /// By id. `length` -1 means to the end, a negative `start` the beginning.
+    ListContact getAllContact();
+    ListContact getAllContact(int start, int length);
+    ListContact getAllContactInPreview(int start, int length);
+    ListContact getContactByType(int type);
+    /// These two whatever the letter case, and no cached contacts.
+    ListContact getContactsByEmailAddress(const QString &emailAddress);
+    ListContact getContactByIMAddress(const QString &imAddress);
+    /// The number in canonical form, compared with the five canonical numbers. An empty one matches nobody.
+    ListContact getContactByPhoneNumber(const QString &number);
+    /// Ids of the cached contacts whose office number is one of the five canonical numbers of this contact.
+    QStringList _getCachedContactsWithMatchingOfficePhone(const Contact &contact);
+
+    // Reads by statements put together at run time.
+
+    struct StrictMatch
+    {
+        qint64 rowId = 0;
+        QString name;
+        QString firstName;
+        QString collaborationId;
+        QString language;
+        QString photo;
+    };
+    /// Exactly this first and last name.
+    QList<StrictMatch> findContactByNameStrict(const QString &firstName, const QString &lastName);
+    /// Contacts with the text anywhere in one of their fields (QueryText::allFieldsCondition).
+    ListContact getAllFieldsSearch(const QString &text);
+    /// Prefix of the last name as stored, and of its latin form (QueryText::namePattern).
+    ListContact getContactsByName(const QString &name);
+    ListContact getContactsByLatinName(const QString &name);
+    ListContact getContactsWithNoLatinName();
+    /// Contacts with this instant-messaging address, this canonical office number or this canonical extension; exact,
+    /// an empty one is not compared. Cached contacts are among them.
+    ListContact getContactToMerge(const QString &imAddress, const QString &phoneNumber, const QString &extentionPhone);
+    ListContact getContactsById(const QStringList &contactIds);
+
+private:
+    bool isUpdateLastModificationDateNeeded(const Contact &contact);
+    int countOf(Statement &statement);
+    ListContact readContacts(Statement::Use &use);
+    ListContact selectContacts(const QString &text);
+
+    Connection &m_connection;
+    ContactStatements m_statements;
+    DaoMisc m_misc;
+};

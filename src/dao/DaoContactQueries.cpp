@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: Apache-2.0
+// The reads of DaoContact whose statements are put together at run time.
+#include "src/dao/DaoContact.h"
+
+#include "platform/framework/KestinLogger.h"
+#include "src/dao/Connection.h"
+#include "src/dao/ContactRow.h"
+#include "src/dao/QueryText.h"
+
+using ContactRow::selectText;
+
+ListContact DaoContact::selectContacts(const QString &text)
+{
+    Statement statement(m_connection.handle(), text);
+    Statement::Use use = statement.use();
+    return readContacts(use);
+}
+
+QList<DaoContact::StrictMatch> DaoContact::findContactByNameStrict(const QString &firstName, const QString &lastName)
+{
+    QString conditions;
+    int count = 0;
+    QueryText::addCondition(conditions, QStringLiteral("firstName"), firstName, true, count);
+    QueryText::addCondition(conditions, QStringLiteral("name"), lastName, true, count);
+    const QString text =
+        QStringLiteral("SELECT ROWID, name, firstName, collaborationId, language, photo FROM CONTACT %1")
+            .arg(conditions);
+    Statement statement(m_connection.handle(), text);
+    Statement::Use use = statement.use();
+    QList<StrictMatch> matches;
+    if (use.execute() == 0) {
+        while (use.next())
+            matches.append(
+                {use.value(0).toLongLong(), use.text(1), use.text(2), use.text(3), use.text(4), use.text(5)});
+    }
+    KestinLogger::debug("findContactByNameStrict :Retrieved %1 contact(s) from database. Query was%2", matches.size(),
+                        text);
+    return matches;
+}
+
+ListContact DaoContact::getAllFieldsSearch(const QString &text)
+{
+    return selectContacts(selectText + QueryText::allFieldsCondition(text));
+}
+
+ListContact DaoContact::getContactsByName(const QString &name)
+{
+    KestinLogger::debug("DaoContact::getContactsByName [%1]", name);
+    const QString pattern = QueryText::namePattern(name, QStringLiteral(" "));
+    KestinLogger::debug("name after cleaning [%1]", pattern);
+    Statement statement(m_connection.handle(), selectText + QLatin1String(" where name like :name"));
+    Statement::Use use = statement.use();
+    return readContacts(use.bind(QStringLiteral(":name"), pattern));
+}
+
+ListContact DaoContact::getContactsByLatinName(const QString &name)
+{
+    KestinLogger::debug("DaoContact::getContactsByLatinName [%1]", name);
+    // A blank stands twice in a latin form, like any other character.
+    const QString pattern = QueryText::namePattern(name, QStringLiteral("  "));
+    KestinLogger::debug("DaoContact::getContactsByLatinName : name after cleaning [%1]", pattern);
+    const QString text = selectText + QLatin1String(" where latinName like :name");
+    Statement statement(m_connection.handle(), text);
+    Statement::Use use = statement.use();
+    const ListContact contacts = readContacts(use.bind(QStringLiteral(":name"), pattern));
+    KestinLogger::debug("DaoContact::getContactsByLatinName : complete search query [%1]", text);
+    return contacts;
+}
+
+ListContact DaoContact::getContactsWithNoLatinName()
+{
+    KestinLogger::debug("DaoContact::getContactsWithNoLatinName");
+    const QString text = selectText + QLatin1String(" where latinName=''");
+    KestinLogger::debug("DaoContact::getContactsWithNoLatinName : complete search query [%1]", text);
+    return selectContacts(text);
+}
+
+ListContact DaoContact::getContactToMerge(const QString &imAddress, const QString &phoneNumber,
+                                          const QString &extentionPhone)
+{
+    KestinLogger::debug("DaoContact::getContactToMerge : imAddress=%1 - phoneNumber=%2 - extentionPhone=%3", imAddress,
+                        phoneNumber, extentionPhone);
+    QString text = selectText + QLatin1String(" where ");
+    bool first = true;
+    const auto append = [&](const char *comparison, const QString &value) {
+        if (value.isEmpty())
+            return;
+        if (!first)
+            text += QLatin1String(" or ");
+        text += QLatin1String(comparison) + QueryText::quoted(value);
+        first = false;
+    };
+    append(" collaborationId=", imAddress);
+    append(" officePhoneCan=", phoneNumber);
+    append(" personalFaxCan=", extentionPhone);
+    KestinLogger::debug("Final Query : %1", text);
+    return selectContacts(text);
+}
+
+ListContact DaoContact::getContactsById(const QStringList &contactIds)
+{
+    KestinLogger::debug("DaoContact::getContactsById called");
+    if (contactIds.isEmpty()) {
+        KestinLogger::error("DaoContact::getContactsById : the list of contact IDs is empty !");
+        return {};
+    }
+    return selectContacts(selectText + QLatin1String(" WHERE contactId IN (") + QueryText::idList(contactIds));
+}

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "src/dao/Statement.h"
+
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+/// Reads and writes the misc pairs of contacts (table MISC). One a DaoContact; on the thread of its connection.
+/// Writes return 0, or -1 after logging why not.
+class DaoMisc
+{
+public:
+    explicit DaoMisc(const QSqlDatabase &handle);
+
+    int insertPair(const QString &contactId, const QString &key, const QString &value);
+    int updatePair(const QString &contactId, const QString &key, const QString &value);
+    int deletePair(const QString &contactId, const QString &key);
+    int deletePairs(const QString &contactId);
+    /// The value of the key's first row; an empty list when there is none.
+    QStringList value(const QString &contactId, const QString &key);
+    QMap<QString, QString> pairs(const QString &contactId);
+
+    /// Makes the stored pairs exactly these. Nothing is written when they are already.
+    int replacePairs(const QString &contactId, const QMap<QString, QString> &pairs);
+
+private:
+    Statement m_insert;
+    Statement m_update;
+    Statement m_delete;
+    Statement m_deleteAll;
+    Statement m_selectValue;
+    Statement m_selectPairs;
+};

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "src/dao/Connection.h"
+
+#include <QSqlError>
+#include <QString>
+
+#include <memory>
+
+/// The database file of the directory: where it lies, its schema, the check of that at start, and its rebuilding.
+/// Opened on Qt's default connection, so on one thread: the one that opens it.
+class Database
+{
+public:
+    Database() = default;
+    ~Database();
+    Database(const Database &) = delete;
+    Database &operator=(const Database &) = delete;
+
+    /// Opens the file in `folder` (empty: the usual one), which is created when it is missing, as is the file.
+    /// A file that is no database opens as well; checkTables finds out.
+    bool openDatabase(const QString &folder);
+    /// Whether both tables and exactly the three triggers are there. The first failure ends the check (info line).
+    bool checkTables();
+    /// Both tables, and with them every contact, the indexes and the triggers.
+    bool dropTables();
+    /// Throws everything away and builds the schema empty.
+    bool createTables();
+
+    /// Brings tables that passed the check to what the statements need: the column that the check leaves out, and
+    /// the indexes that the look-ups want. Changes nothing when they are there.
+    bool completeTables();
+    /// Moves a file that failed the check out of the way and opens an empty one, so that nothing it holds is lost; the
+    /// three newest of such files are kept. False, with the file left where it lies, when the check failed for another
+    /// reason than its content (a full disk, a folder without permission) or when it cannot be moved.
+    bool setAside();
+
+    /// Valid after openDatabase.
+    Connection &connection() { return *m_connection; }
+    QString filePath() const { return m_filePath; }
+
+private:
+    bool probe(const QString &statement, const char *failure);
+    bool checkTriggers();
+    bool holdsAnything();
+    bool createLookUpIndexes();
+
+    QString m_folder;
+    QString m_filePath;
+    std::unique_ptr<Connection> m_connection;
+    QSqlError m_checkError; ///< what kept the check from reading, if anything did
+};

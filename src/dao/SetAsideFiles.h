@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+
+/// The databases that failed the check, kept beside the one in use under its name, a mark and a time stamp.
+class SetAsideFiles
+{
+public:
+    explicit SetAsideFiles(const QString &filePath);
+
+    /// Renames the file and its journals; the three newest are kept. The new path, or empty when it cannot be renamed.
+    /// Nobody may have the database open.
+    QString add();
+
+private:
+    void removeOldest();
+
+    QString m_filePath;
+};

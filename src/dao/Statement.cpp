@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/dao/Statement.h"
+
+#include "platform/framework/KestinLogger.h"
+
+#include <QDateTime>
+#include <QSqlError>
+
+Statement::Statement(const QSqlDatabase &handle, const QString &text)
+    : m_query(handle)
+{
+    m_query.setForwardOnly(true); // rows are read once; keeping them would cost memory
+    m_query.prepare(text);
+}
+
+Statement::Use &Statement::Use::bind(const QString &placeholder, const QString &text)
+{
+    m_query.bindValue(placeholder, text.isNull() ? QLatin1String("") : text);
+    return *this;
+}
+
+Statement::Use &Statement::Use::bind(const QString &placeholder, int number)
+{
+    m_query.bindValue(placeholder, number);
+    return *this;
+}
+
+Statement::Use &Statement::Use::bind(const QString &placeholder, bool flag)
+{
+    m_query.bindValue(placeholder, flag ? QStringLiteral("true") : QStringLiteral("false"));
+    return *this;
+}
+
+Statement::Use &Statement::Use::bind(const QString &placeholder, const QDateTime &time)
+{
+    // One time zone for all: dates are compared as texts.
+    m_query.bindValue(placeholder, time.toUTC());
+    return *this;
+}
+
+Statement::Use &Statement::Use::bindNull(const QString &placeholder)
+{
+    m_query.bindValue(placeholder, QVariant(QMetaType::fromType<QString>()));
+    return *this;
+}
+
+int Statement::Use::execute()
+{
+    if (m_query.exec())
+        return 0;
+    KestinLogger::error("Error while executing query %1 : %2", m_query.lastQuery(), m_query.lastError().text());
+    return -1;
+}

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QString>
+#include <QVariant>
+
+/// A prepared statement. Used through a Use, one at a time. Belongs to the thread of its connection.
+class Statement
+{
+public:
+    /// Prepares the text; a text that cannot be prepared fails at each execution.
+    Statement(const QSqlDatabase &handle, const QString &text);
+
+    /// One execution with its rows. A prepared statement pins the tables it reads until it is finished, so this
+    /// finishes it when it goes out of scope.
+    class Use
+    {
+    public:
+        explicit Use(QSqlQuery &query)
+            : m_query(query)
+        {
+        }
+        ~Use() { m_query.finish(); }
+        Use(const Use &) = delete;
+        Use &operator=(const Use &) = delete;
+
+        /// A null text is stored as an empty one: NULL matches nothing, not even ''.
+        Use &bind(const QString &placeholder, const QString &text);
+        Use &bind(const QString &placeholder, int number);
+        /// A flag is stored as the text "true" or "false", which is what statements compare it with.
+        Use &bind(const QString &placeholder, bool flag);
+        Use &bind(const QString &placeholder, const QDateTime &time);
+        Use &bindNull(const QString &placeholder);
+
+        /// 0, or -1 after logging why not.
+        int execute();
+        bool next() { return m_query.next(); }
+        QVariant value(int column) const { return m_query.value(column); }
+        QString text(int column) const { return m_query.value(column).toString(); }
+        qint64 lastInsertId() const { return m_query.lastInsertId().toLongLong(); }
+
+    private:
+        QSqlQuery &m_query;
+    };
+
+    Use use() { return Use(m_query); }
+
+private:
+    QSqlQuery m_query;
+};

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/framework/KestinModule.h"
+#include "platform/records/Capability.h"
+#include "platform/records/Contact.h"
+#include "platform/records/RecordMaps.h"
+#include "platform/records/Setting.h"
+#include "src/dbus/Introspection.h"
+
+#include <QDBusAbstractAdaptor>
+#include <QStringList>
+
+/// Publishes the directory's methods on the bus. Each invokes the slot of the same name of the module, its parent, on
+/// the main thread, and returns what that returns. A slot that is not there is a KestinException, thrown as a pointer
+/// to a new object: to be created as ErrorReplying<KestinDirectoryAdaptor>, which answers the caller with it.
+class KestinDirectoryAdaptor : public QDBusAbstractAdaptor
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "com.norlan.Kestin.KestinInterface")
+    Q_CLASSINFO("D-Bus Introspection", KESTIN_DIRECTORY_INTROSPECTION)
+
+public:
+    explicit KestinDirectoryAdaptor(KestinModule *module);
+
+public Q_SLOTS:
+    int createLocalContact(const QString &reqId, const Contact &contact);
+    QMapQStringQString createLocalContacts(const QString &reqId, const ListContact &contacts);
+    int modifyLocalContact(const QString &reqId, const Contact &contact);
+    QMapQStringQString modifyLocalContacts(const QString &reqId, const ListContact &contacts);
+    int deleteLocalContact(const QString &reqId, const QString &idContact);
+    int addContactToPreview(const QString &reqId, const QString &idContact);
+    int removeContactFromPreview(const QString &reqId, const QString &idContact);
+    int updateContactsPreview(const QString &reqId, const QStringList &contactsIds, bool isPreviewed);
+    ListContact getContactById(const QString &idContact);
+    ListContact getLocalContactByIMAddress(const QString &imAddress);
+    ListContact getContactToMerge(const QString &imAddress, const QString &phoneNumber, const QString &extentionPhone);
+    ListContact getLocalContactByEmailAddress(const QString &emailAddress);
+    ListContact getAllContactsInPreview(int startInd, int length);
+    ListContact getContactsByType(int type);
+    ListContact getLocalContacts(int startInd, int length);
+    ListContact getLocalContacts(const QString &phoneNumber);
+    int getContactTypeById(const QString &contactId);
+    ListSetting dirMaxContactChanged(const Setting &setting);
+    ListSetting dirSearchModeChanged(const Setting &setting);
+    ListSetting removeHttpsFromPhotoUrlChanged(const Setting &setting);
+    MapQStringCapability getCapabilities();
+    MapQStringCapability getCapabilities(int listId);
+    Capability getCapability(const QString &name);
+    Capability getCapability(int listId, const QString &name);
+};

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/directory/DirectoryEvent.h"
+
+DirectoryEvent::DirectoryEvent(const QString &name)
+{
+    m_event.setEvtName(name);
+}
+
+template <typename T>
+DirectoryEvent &DirectoryEvent::with(const char *name, const T &value)
+{
+    m_event.addArgument(QVariant::fromValue(value), QLatin1String(name), true);
+    return *this;
+}
+
+DirectoryEvent DirectoryEvent::contactsCreated(const QString &reqId, const ListContact &contacts)
+{
+    return DirectoryEvent(QStringLiteral("DIR_CONTACTS_CREATED")).with("reqId", reqId).with("contacts", contacts);
+}
+
+DirectoryEvent DirectoryEvent::contactsUpdated(const QString &reqId, const ListContact &contacts,
+                                               bool onlyPhotoHasChanged)
+{
+    return DirectoryEvent(QStringLiteral("DIR_CONTACTS_UPDATED"))
+        .with("reqId", reqId)
+        .with("contacts", contacts)
+        .with("onlyPhotoHasChanged", onlyPhotoHasChanged);
+}
+
+DirectoryEvent DirectoryEvent::contactsDeleted(const QString &reqId, const QStringList &contactIds)
+{
+    return DirectoryEvent(QStringLiteral("DIR_CONTACTS_DELETED")).with("reqId", reqId).with("contactIds", contactIds);
+}
+
+DirectoryEvent DirectoryEvent::previewCreated(const QString &reqId, const ListContact &contacts)
+{
+    return DirectoryEvent(QStringLiteral("DIR_CONTACTSINPREVIEW_CREATED"))
+        .with("reqId", reqId)
+        .with("contacts", contacts);
+}
+
+DirectoryEvent DirectoryEvent::previewDeleted(const QString &reqId, const ListContact &contacts, bool requestedByUser)
+{
+    return DirectoryEvent(QStringLiteral("DIR_CONTACTSINPREVIEW_DELETED"))
+        .with("reqId", reqId)
+        .with("contacts", contacts)
+        .with("requestedByUser", requestedByUser);
+}
+
+DirectoryEvent DirectoryEvent::databaseFull()
+{
+    return DirectoryEvent(QStringLiteral("DIR_CONTACT_DB_FULL"));
+}
+
+DirectoryEvent DirectoryEvent::contentChanged()
+{
+    return DirectoryEvent(QStringLiteral("DIR_CONTENT_CHANGED"));
+}

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/framework/KestinModule.h"
+#include "platform/records/Contact.h"
+#include "platform/records/RecordMaps.h"
+#include "platform/records/Setting.h"
+#include "src/contacts/ReadOnlyMode.h"
+#include "src/contacts/TelephonyMode.h"
+#include "src/dao/Database.h"
+#include "src/directory/DirectorySettings.h"
+#include "src/directory/EventPublisher.h"
+#include "src/directory/Popups.h"
+#include "src/fields/DirectoryFields.h"
+
+#include <memory>
+
+class KestinDirectoryAdaptor;
+struct UseCases;
+
+/// The module "KestinDirectory": puts the use cases together, hands them what arrives (bus calls, events, changed
+/// settings) and publishes what they tell. What an operation does and answers is said where it is done: see the class
+/// that a slot calls. Everything runs on the main thread.
+class KestinDirectory : public KestinModule
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "com.norlan.Kestin.KestinInterface")
+
+public:
+    explicit KestinDirectory(const QString &name);
+    ~KestinDirectory() override;
+
+    /// The one module object of the process, made at the first call. Whoever destroys it ends it.
+    static KestinDirectory *instance();
+
+    bool check() override;
+    bool deploy() override;
+    bool init() override;
+    bool run() override;
+    /// Empties the store. The answer is always false; it does not mean failure.
+    bool restoreDataToDefault() override;
+    /// Empties the store; true.
+    bool restoreDataToFactory() override;
+
+    // The order of the slots is their meta-call index, which the platform relies on; the adaptor calls them by name.
+public Q_SLOTS:
+    int createLocalContact(const QString &reqId, const Contact &contact);
+    QMapQStringQString createLocalContacts(const QString &reqId, const ListContact &contacts);
+    int modifyLocalContact(const QString &reqId, const Contact &contact);
+    QMapQStringQString modifyLocalContacts(const QString &reqId, const ListContact &contacts);
+    int deleteLocalContact(const QString &reqId, const QString &idContact);
+    int addContactToPreview(const QString &reqId, const QString &idContact);
+    int removeContactFromPreview(const QString &reqId, const QString &idContact);
+    int updateContactsPreview(const QString &reqId, const QStringList &contactsIds, bool isPreviewed);
+    ListContact getContactById(const QString &idContact);
+    ListContact getContactsByType(int type);
+    ListContact getAllContactsInPreview(int startInd, int length);
+    ListContact getLocalContacts(int startInd, int length);
+    ListContact getLocalContacts(const QString &contactPhoneNumber);
+    ListContact sortContactByName(const ListContact &contacts, bool byNameOnly = true,
+                                  const QString &searchId = QString(), const QString &searchString = QString());
+    ListContact getLocalContactByIMAddress(const QString &imAddress);
+    ListContact getContactToMerge(const QString &imAdress, const QString &phoneNumber, const QString &extentionPhone);
+    ListContact getLocalContactByEmailAddress(const QString &emailAddress);
+    int getContactTypeById(const QString &contactId);
+    void syncReadOnlyModeSlot(const KestinEvent &evt);
+
+private Q_SLOTS:
+    ListSetting dirMaxContactChanged(const Setting &setting);
+    ListSetting dirSearchModeChanged(const Setting &setting);
+    ListSetting removeHttpsFromPhotoUrlChanged(const Setting &setting);
+
+private:
+    void registerRecords();
+    void connectNews();
+    void eventsSyncSubscription();
+    void preparePhotoDirectory();
+    void updateCanonicalNumbers();
+    void emptyStore();
+
+    static KestinDirectory *s_instance;
+
+    DirectoryFields m_fields;
+    Database m_database;
+    EventPublisher m_publisher;
+    Popups m_popups;
+    DirectorySettings m_settings;
+    TelephonyMode m_telephonyMode;
+    ReadOnlyMode m_readOnlyMode;
+    std::unique_ptr<UseCases> m_useCases;
+    KestinDirectoryAdaptor *m_adaptor = nullptr; ///< a child of this object
+};

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "src/fields/DirectoryFields.h"
+
+class KestinModule;
+
+/// The popups that the directory asks the presentation for. Showing one cannot fail as far as the directory is
+/// concerned.
+class Popups
+{
+public:
+    Popups(KestinModule &module, DirectoryFields &fields);
+
+    /// Fills the texts; before that every popup is empty.
+    void fillTexts();
+
+    void showPopupCreatingAnonymousContactImpossible();
+
+private:
+    void show(int key, const char *logPattern);
+
+    KestinModule &m_module;
+    DirectoryFields &m_fields;
+};

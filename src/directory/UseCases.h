@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/framework/RemoteCaller.h"
+#include "src/contacts/CanonicalNumbers.h"
+#include "src/contacts/ContactCreation.h"
+#include "src/contacts/ContactDeletion.h"
+#include "src/contacts/ContactLookup.h"
+#include "src/contacts/ContactModification.h"
+#include "src/contacts/ContactNews.h"
+#include "src/contacts/ContactPreview.h"
+#include "src/contacts/DialingRules.h"
+#include "src/contacts/LatinNames.h"
+#include "src/dao/DaoContact.h"
+#include "src/fields/DirectoryFields.h"
+#include "src/search/ContactOrdering.h"
+
+class Connection;
+
+/// The collaborators that work on the open store, each made with exactly what it needs. Made at init, when the tables
+/// are there; destroyed before the database.
+struct UseCases
+{
+    UseCases(Connection &connection, RemoteCaller &caller, DirectoryFields &fields);
+
+    DaoContact dao;
+    ContactNews news;
+    ContactOrdering ordering;
+    CanonicalNumbers numbers;
+    DialingRules dialingRules;
+    LatinNames latinNames;
+    ContactDeletion deletion;
+    ContactCreation creation;
+    ContactModification modification;
+    ContactPreview preview;
+    ContactLookup lookup;
+};
