@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "peers/settings/SettingsFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSettings>
+#include <QStringList>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+/// A text that was typed with bare commas is a list to QSettings.
+QString textOf(const QVariant &value)
+{
+    return value.typeId() == QMetaType::QStringList ? value.toStringList().join(QLatin1Char(',')) : value.toString();
+}
+
+/// Whether each quote is closed and each backslash begins an escape that QSettings knows.
+bool isWellFormedValue(const QByteArray &value)
+{
+    constexpr char escapes[] = "abfnrtv\"?'\\x01234567";
+    bool isQuoted = false;
+    for (qsizetype i = 0; i < value.size(); ++i) {
+        if (value.at(i) == '"')
+            isQuoted = !isQuoted;
+        else if (value.at(i) == '\\' && (++i == value.size() || !QByteArrayView(escapes).contains(value.at(i))))
+            return false;
+    }
+    return !isQuoted;
+}
+
+bool isWellFormed(const QByteArray &line)
+{
+    if (line.isEmpty() || line.startsWith(';') || line.startsWith('#'))
+        return true;
+    if (line.contains('\0') || !line.isValidUtf8())
+        return false;
+    if (line.startsWith('['))
+        return line.endsWith(']');
+    const qsizetype equals = line.indexOf('=');
+    return equals > 0 && isWellFormedValue(line.mid(equals + 1));
+}
+
+/// The replaced file is on the disk, but its name only once the folder is.
+bool syncFolderOf(const QString &path)
+{
+    const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());
+    const int descriptor = open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return false;
+    const bool isSynced = fsync(descriptor) == 0;
+    close(descriptor);
+    return isSynced;
+}
+
+} // namespace
+
+SettingsFile::SettingsFile(const QString &path)
+    : m_path(QFileInfo(path).absoluteFilePath())
+{
+}
+
+SettingsFile::Content SettingsFile::read() const
+{
+    Content content;
+    content.problem = problem();
+    const QSettings file(m_path, QSettings::IniFormat);
+    const QStringList keys = file.allKeys();
+    for (const QString &key : keys)
+        content.values.insert(key, textOf(file.value(key)));
+    return content;
+}
+
+QString SettingsFile::problem() const
+{
+    QFile file(m_path);
+    if (!file.exists())
+        return QString();
+    if (!file.open(QIODevice::ReadOnly))
+        return QStringLiteral("%1 cannot be read: %2").arg(m_path, file.errorString());
+    // QSettings skips what it does not understand, and would drop it with the next write.
+    for (int number = 1; !file.atEnd(); ++number) {
+        if (!isWellFormed(file.readLine().trimmed()))
+            return QStringLiteral("%1 is not a well-formed INI file (line %2)").arg(m_path).arg(number);
+    }
+    return QString();
+}
+
+QString SettingsFile::write(const QString &key, const QString &value)
+{
+    QSettings file(m_path, QSettings::IniFormat);
+    const QVariant before = file.value(key);
+    file.setValue(key, value);
+    file.sync();
+    if (file.status() == QSettings::NoError && syncFolderOf(m_path))
+        return QString();
+    // What stays pending would be written, and seem to be stored, with the next value.
+    if (before.isValid())
+        file.setValue(key, before);
+    else
+        file.remove(key);
+    return QStringLiteral("%1 cannot be written").arg(m_path);
+}
