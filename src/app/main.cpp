@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "platform/framework/ErrorReplying.h"
 #include "platform/framework/KestinApplication.h"
+#include "src/dbus/KestinDirectoryAdaptor.h"
 #include "src/directory/KestinDirectory.h"
 
 #include <QCommandLineParser>
@@ -33,7 +35,10 @@ int main(int argc, char **argv)
         QStringLiteral("%1").arg(QLatin1String("KestinDirectory"), 0, QLatin1Char(' ')));
     QCoreApplication::setApplicationVersion(QStringLiteral(KESTIN_VERSION));
     parseCommandLine(application);
-    const int exitCode = application.exec(*KestinDirectory::instance());
+    KestinDirectory *directory = KestinDirectory::instance();
+    directory->publishThrough(
+        [](KestinModule *module) { return new ErrorReplying<KestinDirectoryAdaptor>(module); });
+    const int exitCode = application.exec(*directory);
     delete KestinDirectory::instance();
     return exitCode;
 }

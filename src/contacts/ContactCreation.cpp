@@ -43,14 +43,11 @@ int ContactCreation::createLocalContact(const QString &reqId, Contact contact)
     LatinNames::fill(contact);
     if (const int code = store(contact); code != ResultCode::done)
         return code;
-    const bool isTold = reqId != RequestId::deviceManagement;
-    if (isTold)
+    if (reqId != RequestId::deviceManagement) {
+        write.noteChange(m_fields);
         write.announce(&ContactNews::contactsCreated, reqId, ListContact{contact});
-    if (!write.commit())
-        return ResultCode::writeFailed;
-    if (isTold)
-        m_fields.lastLocalChangeDate = QDateTime::currentDateTimeUtc();
-    return ResultCode::done;
+    }
+    return write.commit() ? ResultCode::done : ResultCode::writeFailed;
 }
 
 /// Gives the contact its type and makes room for it; the code of the refusal when there is none.
@@ -126,13 +123,12 @@ QMapQStringQString ContactCreation::createLocalContacts(const QString &reqId, co
         created.append(contact);
         ++count;
     }
-    if (!created.isEmpty())
+    if (!created.isEmpty()) {
+        if (reqId != RequestId::deviceManagement)
+            write.noteChange(m_fields);
         write.announce(&ContactNews::contactsCreated, reqId, created);
-    if (!write.commit())
-        return {};
-    if (!created.isEmpty() && reqId != RequestId::deviceManagement)
-        m_fields.lastLocalChangeDate = QDateTime::currentDateTimeUtc();
-    return ids;
+    }
+    return write.commit() ? ids : QMapQStringQString();
 }
 
 bool ContactCreation::isRefusedInList(const Contact &contact, int count) const

@@ -36,15 +36,12 @@ int ContactDeletion::deleteLocalContact(const QString &reqId, const QString &idC
     if (!write.isActive() || m_dao.deleteContact(idContact) != 0)
         return ResultCode::writeFailed;
     const bool isTold = reqId != RequestId::deviceManagement;
-    if (isTold)
-        write.announce(&ContactNews::contactsDeleted, reqId, QStringList{idContact});
-    if (!write.commit())
-        return ResultCode::writeFailed;
     if (isTold) {
         KestinLogger::debug("Contact successfully deleted");
-        m_fields.lastLocalChangeDate = QDateTime::currentDateTimeUtc();
+        write.noteChange(m_fields);
+        write.announce(&ContactNews::contactsDeleted, reqId, QStringList{idContact});
     }
-    return ResultCode::done;
+    return write.commit() ? ResultCode::done : ResultCode::writeFailed;
 }
 
 int ContactDeletion::deleteCachedContactsWithMatchingOfficePhone(const Contact &contact)

@@ -45,25 +45,21 @@ int ContactModification::modifyLocalContact(const QString &reqId, Contact contac
     m_numbers.makeCanonicalNumberListWithoutPrefix(contact);
     LatinNames::fill(contact);
     ContactWrite write(m_dao, m_news);
-    if (!write.isActive() || replace(contact) != 0) {
-        KestinLogger::error("Local contact of id %1 has not been updated: Database error", contact.contactId);
-        return ResultCode::writeFailed;
-    }
+    write.noteChange(m_fields);
     write.announce(&ContactNews::contactsUpdated, reqId, ListContact{contact}, false);
-    if (!write.commit()) {
-        KestinLogger::error("Local contact of id %1 has not been updated: Database error", contact.contactId);
-        return ResultCode::writeFailed;
-    }
-    KestinLogger::debug("Local contact of id %1 has been updated", contact.contactId);
-    m_fields.lastLocalChangeDate = QDateTime::currentDateTimeUtc();
-    return ResultCode::done;
+    return replace(contact, write) ? ResultCode::done : ResultCode::writeFailed;
 }
 
-int ContactModification::replace(const Contact &contact)
+/// Writes the row and the misc pairs, and ends the write.
+bool ContactModification::replace(const Contact &contact, ContactWrite &write)
 {
-    if (const int code = m_dao.updateContact(contact); code != 0)
-        return code;
-    return m_dao.misc().replacePairs(contact.contactId, contact.misc);
+    const bool isReplaced = write.isActive() && m_dao.updateContact(contact) == 0 &&
+                            m_dao.misc().replacePairs(contact.contactId, contact.misc) == 0 && write.commit();
+    if (isReplaced)
+        KestinLogger::debug("Local contact of id %1 has been updated", contact.contactId);
+    else
+        KestinLogger::error("Local contact of id %1 has not been updated: Database error", contact.contactId);
+    return isReplaced;
 }
 
 QMapQStringQString ContactModification::modifyLocalContacts(const QString &reqId, const ListContact &contacts)
@@ -81,13 +77,11 @@ QMapQStringQString ContactModification::modifyLocalContacts(const QString &reqId
         if (write.isActive() && replaceInList(contact, addresses))
             updated.append(contact);
     }
-    if (!updated.isEmpty())
+    if (!updated.isEmpty()) {
+        write.noteChange(m_fields);
         write.announce(&ContactNews::contactsUpdated, reqId, updated, false);
-    if (!write.commit())
-        return {};
-    if (!updated.isEmpty())
-        m_fields.lastLocalChangeDate = QDateTime::currentDateTimeUtc();
-    return addresses;
+    }
+    return write.commit() ? addresses : QMapQStringQString();
 }
 
 bool ContactModification::replaceInList(Contact &contact, QMapQStringQString &addresses)
@@ -104,11 +98,8 @@ bool ContactModification::replaceInList(Contact &contact, QMapQStringQString &ad
     }
     m_numbers.makeCanonicalNumberListWithoutPrefix(contact);
     ContactWrite one(m_dao, m_news);
-    if (!one.isActive() || replace(contact) != 0 || !one.commit()) {
-        KestinLogger::error("Local contact of id %1 has not been updated: Database error", contact.contactId);
+    if (!replace(contact, one))
         return false;
-    }
-    KestinLogger::debug("Local contact of id %1 has been updated", contact.contactId);
     addresses.insert(stored.first().contactId, stored.first().collaborationId);
     return true;
 }

@@ -6,6 +6,7 @@
 #include "src/contacts/ContactNews.h"
 #include "src/fields/DirectoryFields.h"
 
+class ContactWrite;
 class DaoContact;
 
 /// Replaces stored contacts. Main thread only.
@@ -24,7 +25,7 @@ public:
     QMapQStringQString modifyLocalContacts(const QString &reqId, const ListContact &contacts);
 
 private:
-    int replace(const Contact &contact);
+    bool replace(const Contact &contact, ContactWrite &write);
     bool replaceInList(Contact &contact, QMapQStringQString &addresses);
 
     DaoContact &m_dao;

@@ -20,6 +20,11 @@ ContactWrite::~ContactWrite()
         m_news.m_pending.resize(m_newsBefore);
 }
 
+void ContactWrite::noteChange(DirectoryFields &fields)
+{
+    m_news.m_pending.append([&fields] { fields.lastLocalChangeDate = QDateTime::currentDateTimeUtc(); });
+}
+
 bool ContactWrite::commit()
 {
     if (!m_transaction.commit())

@@ -3,6 +3,7 @@
 
 #include "src/contacts/ContactNews.h"
 #include "src/dao/Transaction.h"
+#include "src/fields/DirectoryFields.h"
 
 class DaoContact;
 
@@ -26,6 +27,9 @@ public:
         ContactNews &news = m_news;
         news.m_pending.append([&news, signal, arguments...] { Q_EMIT(news.*signal)(arguments...); });
     }
+
+    /// Sets the time of the last change once the write is durable.
+    void noteChange(DirectoryFields &fields);
 
     /// Ends the write, and tells its news when it is the outermost. False when it is undone (logged).
     bool commit();

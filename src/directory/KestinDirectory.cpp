@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "src/directory/KestinDirectory.h"
 
-#include "platform/framework/ErrorReplying.h"
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/ImpExpStatus.h"
 #include "platform/records/KestinMode.h"
 #include "platform/records/KestinPaths.h"
 #include "platform/records/UpdateReport.h"
-#include "src/dbus/KestinDirectoryAdaptor.h"
 #include "src/directory/UseCases.h"
 
 #include <QDir>
@@ -73,7 +71,8 @@ bool KestinDirectory::init()
 bool KestinDirectory::run()
 {
     KestinLogger::debug("KestinDirectory starting...");
-    m_adaptor = new ErrorReplying<KestinDirectoryAdaptor>(this);
+    if (m_makeAdaptor)
+        m_adaptor = m_makeAdaptor(this);
     getCapabilities();
     m_fields.icsLogin = false;
     m_fields.icsLogin = m_telephonyMode.getKestinMode();

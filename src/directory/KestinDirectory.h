@@ -13,9 +13,10 @@
 #include "src/directory/Popups.h"
 #include "src/fields/DirectoryFields.h"
 
+#include <functional>
 #include <memory>
 
-class KestinDirectoryAdaptor;
+class QDBusAbstractAdaptor;
 struct UseCases;
 
 /// The module "KestinDirectory": puts the use cases together, hands them what arrives (bus calls, events, changed
@@ -32,6 +33,11 @@ public:
 
     /// The one module object of the process, made at the first call. Whoever destroys it ends it.
     static KestinDirectory *instance();
+
+    /// Makes the adaptor that publishes a module's methods, as a child of the module.
+    using AdaptorFactory = std::function<QDBusAbstractAdaptor *(KestinModule *module)>;
+    /// What run publishes the methods through; without it the module is not on the bus. Must come before run.
+    void publishThrough(const AdaptorFactory &factory) { m_makeAdaptor = factory; }
 
     bool check() override;
     bool deploy() override;
@@ -88,5 +94,6 @@ private:
     TelephonyMode m_telephonyMode;
     ReadOnlyMode m_readOnlyMode;
     std::unique_ptr<UseCases> m_useCases;
-    KestinDirectoryAdaptor *m_adaptor = nullptr; ///< a child of this object
+    AdaptorFactory m_makeAdaptor;
+    QDBusAbstractAdaptor *m_adaptor = nullptr; ///< a child of this object
 };

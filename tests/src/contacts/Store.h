@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "src/contacts/RequestId.h"
+#include "src/dao/Database.h"
+#include "src/directory/UseCases.h"
+#include "tests/support/LogCapture.h"
+#include "tests/support/ScriptedTransport.h"
+
+#include <QTemporaryDir>
+
+/// The use cases on a database of their own, with a scripted telephony service that prefixes canonical numbers with
+/// "+" and a record of what was told.
+struct Store
+{
+    Store()
+    {
+        database.openDatabase(folder.path());
+        database.createTables();
+        fields.maxContacts = 1000;
+        fields.comLogSize = 40;
+        transport.answer = [](const ScriptedTransport::Call &call, const QDBusMessage &message) {
+            return answerAsTelephony(call, message);
+        };
+        useCases.emplace(database.connection(), transport, fields);
+        record();
+    }
+
+    static QDBusMessage answerAsTelephony(const ScriptedTransport::Call &call, const QDBusMessage &message)
+    {
+        QStringList numbers = call.arguments.value(0).toStringList();
+        if (call.method == QLatin1String("makeCanonicalNumberListWithoutPrefix")) {
+            for (QString &number : numbers)
+                number = number.isEmpty() ? number : QLatin1Char('+') + number;
+        } else {
+            for (QString &number : numbers)
+                number.remove(QLatin1Char(' '));
+        }
+        return message.createReply(QVariant(numbers));
+    }
+
+    void record()
+    {
+        const ContactNews *told = &useCases->news;
+        const auto note = [this](const char *what) {
+            return [this, what](const QString &reqId, const auto &subjects, auto... flag) {
+                QString line = QLatin1String(what) + QLatin1Char(' ') + reqId;
+                for (const auto &subject : subjects)
+                    line += QLatin1Char(' ') + idOf(subject);
+                (line.append(flag ? QLatin1String(" true") : QLatin1String(" false")), ...);
+                news.append(line);
+            };
+        };
+        QObject::connect(told, &ContactNews::contactsCreated, note("created"));
+        QObject::connect(told, &ContactNews::contactsUpdated, note("updated"));
+        QObject::connect(told, &ContactNews::contactsDeleted, note("deleted"));
+        QObject::connect(told, &ContactNews::previewCreated, note("previewed"));
+        QObject::connect(told, &ContactNews::previewDeleted, note("unpreviewed"));
+        QObject::connect(told, &ContactNews::databaseFull, [this] { news.append(QStringLiteral("full")); });
+        QObject::connect(told, &ContactNews::anonymousContactRefused,
+                         [this] { news.append(QStringLiteral("anonymous")); });
+    }
+
+    /// The news since the last call.
+    QStringList takeNews() { return std::exchange(news, {}); }
+    Contact stored(const QString &id) { return useCases->dao.getContact(id).value(0); }
+    /// Puts a contact of any type straight into the database and returns its id.
+    QString put(Contact contact)
+    {
+        useCases->dao.insertContact(contact, false);
+        useCases->dao.misc().replacePairs(contact.contactId, contact.misc);
+        return contact.contactId;
+    }
+
+    static QString idOf(const Contact &contact) { return contact.contactId; }
+    static QString idOf(const QString &id) { return id; }
+
+    LogCapture log;
+    QTemporaryDir folder;
+    Database database;
+    ScriptedTransport transport;
+    DirectoryFields fields;
+    std::optional<UseCases> useCases;
+    QStringList news;
+};

@@ -1,0 +1,537 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/src/contacts/Store.h"
+
+#include "platform/framework/KestinException.h"
+#include "platform/records/KestinMode.h"
+#include "platform/records/RecordMaps.h"
+#include "src/contacts/ReadOnlyMode.h"
+#include "src/contacts/TelephonyMode.h"
+
+#include <QTest>
+
+namespace {
+
+Contact person(const char *firstName, const char *name, const char *officePhone = "")
+{
+    Contact contact;
+    contact.firstName = QString::fromUtf8(firstName);
+    contact.name = QString::fromUtf8(name);
+    contact.officePhone = QString::fromUtf8(officePhone);
+    return contact;
+}
+
+Contact withType(int type, const char *id = "x")
+{
+    Contact contact = person("A", "B");
+    contact.type = type;
+    contact.contactId = QLatin1String(id);
+    return contact;
+}
+
+const QString request = "r";
+
+} // namespace
+
+class TestContacts : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aCreatedContactIsCompletedStoredAndTold();
+    void theRequestIdDecidesTypeAndNews();
+    void capacityIsHeld();
+    void aFullCacheGivesUpItsOldestOnly();
+    void aLocalContactReplacesItsCachedCopies();
+    void anonymousContactsAreRefused_data();
+    void anonymousContactsAreRefused();
+    void readOnlyModeRefusesEveryWrite();
+    void theListFormCreatesWithLessCare();
+    void modifyingReplacesAllButTypeAndPuid();
+    void modifyingIsRefusedByType_data();
+    void modifyingIsRefusedByType();
+    void theListFormModifiesWithLessCare();
+    void deletingIsRefusedByType_data();
+    void deletingIsRefusedByType();
+    void aFailedWriteLeavesNothingAndTellsNothing();
+    void previewCodesAndNews();
+    void lookUps();
+    void numbersSurviveTelephonyFaults_data();
+    void numbersSurviveTelephonyFaults();
+    void changedDialingRulesRecomputeOnce();
+    void recomputingKeepsPairsAndSkipsUnknownIds();
+    void missingLatinNamesAreFilledAtStart();
+    void modeOfTelephony_data();
+    void modeOfTelephony();
+    void onlyItsOwnReadOnlyEventCounts();
+};
+
+void TestContacts::aCreatedContactIsCompletedStoredAndTold()
+{
+    Store store;
+    Contact contact = person("Zoë", "Abc", "03 88");
+    contact.latinName = "caller's own";
+    contact.misc = {{"company", "Acme"}, {QString(), QString()}};
+    QCOMPARE(store.useCases->creation.createLocalContact(request, contact), 0);
+    QCOMPARE(store.takeNews(), QStringList{"created r #CONTACT_1#"});
+    const Contact stored = store.stored("#CONTACT_1#");
+    QCOMPARE(stored.officePhone, "0388");
+    QCOMPARE(stored.officePhoneCan, "+0388");
+    QCOMPARE(stored.latinName, "aabbcc");
+    QCOMPARE(stored.latinFirstName, "zzooee\u0308");
+    QCOMPARE(stored.misc, contact.misc);
+    QVERIFY(store.fields.lastLocalChangeDate.isValid());
+    QCOMPARE(store.transport.calls.value(0).method, "extractDialableNumberList");
+    QCOMPARE(store.transport.calls.value(1).method, "makeCanonicalNumberListWithoutPrefix");
+}
+
+void TestContacts::theRequestIdDecidesTypeAndNews()
+{
+    Store store;
+    QCOMPARE(store.useCases->creation.createLocalContact(RequestId::deviceManagement, withType(6, "42")), 0);
+    QCOMPARE(store.takeNews(), QStringList());
+    QCOMPARE(store.stored("#DM_42#").type, ContactType::DeviceManagement);
+    QVERIFY(!store.fields.lastLocalChangeDate.isValid());
+    QCOMPARE(store.useCases->creation.createLocalContact(RequestId::cached, withType(0, "c1")), 0);
+    QCOMPARE(store.stored("c1").type, ContactType::Cached);
+    QCOMPARE(store.takeNews(), QStringList{"created CACHED_REQID c1"});
+    QCOMPARE(store.useCases->deletion.deleteLocalContact(RequestId::deviceManagement, "#DM_42#"), 0);
+    QCOMPARE(store.takeNews(), QStringList());
+}
+
+void TestContacts::capacityIsHeld()
+{
+    Store store;
+    store.fields.maxContacts = 1;
+    QCOMPARE(store.useCases->creation.createLocalContact(request, person("A", "B")), 0);
+    store.takeNews();
+    QCOMPARE(store.useCases->creation.createLocalContact(request, person("C", "D")), 3);
+    QCOMPARE(store.takeNews(), QStringList{"full"});
+    QVERIFY(store.log.contains("<7>DataBase Full"));
+    QVERIFY(store.useCases->creation.createLocalContacts(request, {person("C", "D")}).isEmpty());
+    QCOMPARE(store.takeNews(), QStringList());
+    QCOMPARE(store.useCases->creation.createLocalContact(RequestId::deviceManagement, withType(3)), 0);
+    QCOMPARE(store.useCases->dao.nbContact(), 2);
+}
+
+void TestContacts::aFullCacheGivesUpItsOldestOnly()
+{
+    Store store;
+    store.fields.comLogSize = 2;
+    for (const char *id : {"c1", "c2", "c3"})
+        store.put(withType(ContactType::Cached, id));
+    QCOMPARE(store.useCases->creation.createLocalContact(RequestId::cached, withType(6, "c4")), 0);
+    QCOMPARE(store.takeNews(), (QStringList{"deleted CACHED_REQID c1", "created CACHED_REQID c4"}));
+    QCOMPARE(store.useCases->dao._nbCachedContactQuery(), 3);
+}
+
+void TestContacts::aLocalContactReplacesItsCachedCopies()
+{
+    Store store;
+    Contact cached = withType(ContactType::Cached, "c1");
+    cached.officePhoneCan = "+12";
+    store.put(cached);
+    store.put(withType(ContactType::Cached, "without number"));
+    Contact contact = person("A", "B");
+    contact.personalMobile = "12";
+    QCOMPARE(store.useCases->creation.createLocalContact(request, contact), 0);
+    QCOMPARE(store.takeNews(), (QStringList{"deleted CACHED_REQID c1", "created r #CONTACT_3#"}));
+    QVERIFY(!store.stored("without number").contactId.isEmpty());
+}
+
+void TestContacts::anonymousContactsAreRefused_data()
+{
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<bool>("isRefused");
+    QTest::newRow("mobile") << "personalMobile"
+                            << "anonymous" << true;
+    QTest::newRow("fax") << "fax"
+                         << "anonymous" << true;
+    QTest::newRow("office") << "officePhone"
+                            << "anonymous" << true;
+    QTest::newRow("extension") << "personalFax"
+                               << "anonymous" << true;
+    QTest::newRow("canonical home") << "personalHomeCan"
+                                    << "anonymous" << true;
+    QTest::newRow("home as entered") << "personalHome"
+                                     << "anonymous" << false;
+    QTest::newRow("other case") << "officePhone"
+                                << "Anonymous" << false;
+}
+
+void TestContacts::anonymousContactsAreRefused()
+{
+    QFETCH(QString, field);
+    QFETCH(QString, value);
+    QFETCH(bool, isRefused);
+    Store store;
+    Contact contact = person("A", "B");
+    for (const Contact::TextField &text : Contact::texts) {
+        if (field == QLatin1String(text.name))
+            contact.*text.value = value;
+    }
+    QCOMPARE(store.useCases->creation.createLocalContact(request, contact), isRefused ? -1 : 0);
+    QCOMPARE(store.takeNews().first(), isRefused ? "anonymous" : "created r #CONTACT_1#");
+    if (!isRefused)
+        return;
+    QCOMPARE(store.useCases->creation.createLocalContact(RequestId::cached, contact), -1);
+    contact.contactId = store.put(person("A", "B"));
+    QCOMPARE(store.takeNews(), QStringList()); // no popup for a cached one
+    QCOMPARE(store.useCases->modification.modifyLocalContact(request, contact), -1);
+    QCOMPARE(store.takeNews(), QStringList{"anonymous"});
+}
+
+void TestContacts::readOnlyModeRefusesEveryWrite()
+{
+    Store store;
+    const QString id = store.put(person("A", "B"));
+    store.fields.readOnlyMode = true;
+    Contact contact = store.stored(id);
+    contact.name = "C";
+    QCOMPARE(store.useCases->creation.createLocalContact(request, contact), 6);
+    QVERIFY(store.useCases->creation.createLocalContacts(request, {contact}).isEmpty());
+    QCOMPARE(store.useCases->modification.modifyLocalContact(request, contact), 6);
+    QVERIFY(store.useCases->modification.modifyLocalContacts(request, {contact}).isEmpty());
+    QCOMPARE(store.useCases->deletion.deleteLocalContact(request, id), 6);
+    QCOMPARE(store.useCases->preview.addContactToPreview(request, id), 6);
+    QCOMPARE(store.useCases->preview.removeContactFromPreview(request, id), 6);
+    QCOMPARE(store.useCases->preview.updateContactsPreview(request, {id}, true), 6);
+    QCOMPARE(store.useCases->dao.nbContact(), 1);
+    QCOMPARE(store.stored(id).name, "B");
+    QCOMPARE(store.takeNews(), QStringList());
+    QVERIFY(store.log.contains(
+        QStringLiteral("<4>KestinDirectory:createLocalContacts:synchronization mode.Can't add %1").arg(id)));
+}
+
+void TestContacts::theListFormCreatesWithLessCare()
+{
+    Store store;
+    store.fields.maxContacts = 4;
+    ListContact contacts;
+    for (const int type : {0, 3, 4, 1, 5, 6, 2, 0}) {
+        Contact contact = withType(type, "own");
+        contact.collaborationId = QStringLiteral("im%1").arg(contacts.size());
+        contact.officePhone = "anonymous";
+        contacts.append(contact);
+    }
+    const QMapQStringQString ids = store.useCases->creation.createLocalContacts(request, contacts);
+    QCOMPARE(ids, (QMapQStringQString{{"im0", "#CONTACT_1#"}, {"im4", "#CONTACT_2#"}, {"im5", "own"}, {"im6", "own"}}));
+    QCOMPARE(store.takeNews(), QStringList{"created r #CONTACT_1# #CONTACT_2# own own"});
+    QVERIFY(store.stored("#CONTACT_1#").latinName.isEmpty());
+    QVERIFY(store.useCases->creation.createLocalContacts(request, {}).isEmpty());
+    QCOMPARE(store.takeNews(), QStringList());
+}
+
+void TestContacts::modifyingReplacesAllButTypeAndPuid()
+{
+    Store store;
+    Contact contact = person("A", "B");
+    contact.misc = {{"company", "Acme"}};
+    contact.contactId = store.put(contact);
+    store.useCases->dao.updatePuidContact(contact.contactId, "p1");
+    contact.name = "É";
+    contact.type = ContactType::Cached;
+    contact.officePhone = "1 2";
+    contact.misc = {{"job", "chef"}, {"zip", "1"}};
+    store.transport.calls.clear();
+    QCOMPARE(store.useCases->modification.modifyLocalContact(request, contact), 0);
+    QCOMPARE(store.takeNews(), QStringList{"updated r #CONTACT_1# false"});
+    const Contact stored = store.stored(contact.contactId);
+    QCOMPARE(stored.type, ContactType::Local);
+    QCOMPARE(stored.latinName, "ee\u0301");
+    QCOMPARE(stored.officePhone, "1 2"); // made dialable at creation only
+    QCOMPARE(stored.officePhoneCan, "+1 2");
+    QCOMPARE(stored.misc, contact.misc);
+    QCOMPARE(stored.getPUID(), "p1");
+    QCOMPARE(store.transport.calls.size(), 1);
+    contact.contactId = "' OR 1=1 --";
+    QCOMPARE(store.useCases->modification.modifyLocalContact(request, contact), 2);
+    QVERIFY(store.log.contains("<7>Contact does not exist. Return 2"));
+}
+
+void TestContacts::modifyingIsRefusedByType_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<int>("code");
+    QTest::addColumn<bool>("isInList");
+    QTest::newRow("local") << 0 << 0 << true;
+    QTest::newRow("cached") << 6 << 0 << true;
+    QTest::newRow("kind 1") << 1 << 1 << false;
+    QTest::newRow("kind 2") << 2 << 1 << true;
+    QTest::newRow("device management") << 3 << 1 << false;
+    QTest::newRow("kind 4") << 4 << 1 << false;
+    QTest::newRow("assistant") << 5 << 1 << true;
+}
+
+void TestContacts::modifyingIsRefusedByType()
+{
+    QFETCH(int, type);
+    QFETCH(int, code);
+    QFETCH(bool, isInList);
+    Store store;
+    Contact contact = withType(type);
+    contact.contactId = store.put(contact);
+    contact.name = "single";
+    QCOMPARE(store.useCases->modification.modifyLocalContact(request, contact), code);
+    QCOMPARE(store.stored(contact.contactId).name == QLatin1String("single"), code == 0);
+    contact.name = "list";
+    QCOMPARE(store.useCases->modification.modifyLocalContacts(request, {contact}).contains(contact.contactId),
+             isInList);
+    QCOMPARE(store.stored(contact.contactId).name == QLatin1String("list"), isInList);
+}
+
+void TestContacts::theListFormModifiesWithLessCare()
+{
+    Store store;
+    Contact contact = person("A", "B");
+    contact.collaborationId = "old@im";
+    contact.contactId = store.put(contact);
+    contact.collaborationId = "new@im";
+    contact.officePhone = "anonymous";
+    contact.latinName = "given";
+    Contact missing = contact;
+    missing.contactId = "nobody";
+    QCOMPARE(store.useCases->modification.modifyLocalContacts(request, {missing, contact}),
+             (QMapQStringQString{{contact.contactId, "old@im"}}));
+    QCOMPARE(store.takeNews(), QStringList{"updated r #CONTACT_1# false"});
+    QCOMPARE(store.stored(contact.contactId).latinName, "given");
+}
+
+void TestContacts::deletingIsRefusedByType_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<int>("code");
+    for (int type = 0; type <= 6; ++type)
+        QTest::addRow("type %d", type) << type << int(type == 1 || type == 4 || type == 5);
+}
+
+void TestContacts::deletingIsRefusedByType()
+{
+    QFETCH(int, type);
+    QFETCH(int, code);
+    Store store;
+    Contact contact = withType(type);
+    contact.misc.insert("k", "v");
+    const QString id = store.put(contact);
+    QCOMPARE(store.useCases->deletion.deleteLocalContact(request, id), code);
+    QCOMPARE(store.useCases->dao.misc().pairs(id).size(), qsizetype(code));
+    QCOMPARE(store.takeNews().join(QLatin1Char(';')), code == 0 ? "deleted r " + id : QString());
+    QCOMPARE(store.useCases->deletion.deleteLocalContact(request, "nobody"), 2);
+}
+
+void TestContacts::aFailedWriteLeavesNothingAndTellsNothing()
+{
+    Store store;
+    Contact cached = withType(ContactType::Cached, "c1");
+    cached.officePhoneCan = "+12";
+    store.put(cached);
+    Contact contact = person("A", "B", "12");
+    contact.misc.insert("k", "refused");
+    // The row goes in, the pair does not: the row must go again, and the cached copy come back.
+    store.database.connection().executeQuery(QStringLiteral(
+        "CREATE TEMP TRIGGER fault BEFORE INSERT ON MISC WHEN NEW.value='refused' BEGIN SELECT RAISE(ABORT,'x'); END"));
+    QCOMPARE(store.useCases->creation.createLocalContact(request, contact), -1);
+    QCOMPARE(store.takeNews(), QStringList());
+    QVERIFY(!store.fields.lastLocalChangeDate.isValid());
+    QCOMPARE(store.useCases->dao.nbContact(), 1);
+    QCOMPARE(store.stored("c1").contactId, "c1");
+    // In a list only that one is missing.
+    Contact other = person("C", "D");
+    other.collaborationId = "im";
+    QCOMPARE(store.useCases->creation.createLocalContacts(request, {contact, other}).size(), 1);
+    QCOMPARE(store.takeNews().size(), 1);
+    QCOMPARE(store.useCases->dao.nbContact(), 2);
+}
+
+void TestContacts::previewCodesAndNews()
+{
+    Store store;
+    ContactPreview &preview = store.useCases->preview;
+    const QString local = store.put(person("A", "B"));
+    const QString assistant = store.put(withType(ContactType::ManagerAssistant));
+    QCOMPARE(preview.addContactToPreview(request, "nobody"), -1);
+    QCOMPARE(preview.removeContactFromPreview(request, local), 4);
+    QCOMPARE(preview.addContactToPreview(request, local), 0);
+    QCOMPARE(preview.addContactToPreview(request, local), 4);
+    QCOMPARE(preview.removeContactFromPreview(request, assistant), 1); // even when not in it
+    QCOMPARE(preview.addContactToPreview(RequestId::deviceManagement, assistant), 0);
+    QCOMPARE(store.useCases->lookup.getAllContactsInPreview(0, -1).size(), 2);
+    QCOMPARE(preview.removeContactFromPreview(request, local), 0);
+    QCOMPARE(store.takeNews(), (QStringList{"previewed r #CONTACT_1#", "unpreviewed r #CONTACT_1# true"}));
+    QCOMPARE(preview.updateContactsPreview(request, {local, "nobody", assistant}, false), 0);
+    QCOMPARE(preview.updateContactsPreview(request, {local}, true), 0);
+    QCOMPARE(store.takeNews(), (QStringList{"unpreviewed r #CONTACT_1# #CONTACT_2# false", "previewed r #CONTACT_1#"}));
+    QCOMPARE(preview.updateContactsPreview(request, {}, true), -1);
+    QCOMPARE(store.takeNews(), QStringList());
+    QVERIFY(!store.fields.lastLocalChangeDate.isValid());
+}
+
+void TestContacts::lookUps()
+{
+    Store store;
+    ContactLookup &lookup = store.useCases->lookup;
+    store.put(person("b", "Z", "1"));
+    store.put(person("É", "a", "1"));
+    Contact last = person("a", "z", "2");
+    last.email = "A@b.example";
+    last.officePhoneCan = "+2";
+    store.put(last);
+    QStringList names;
+    const ListContact page = lookup.getLocalContacts(0, 10);
+    for (const Contact &contact : page)
+        names.append(contact.firstName + contact.name);
+    QCOMPARE(names, (QStringList{"Éa", "az", "bZ"}));
+    QCOMPARE(lookup.getLocalContacts(1, 1).value(0).contactId, "#CONTACT_2#");
+    QCOMPARE(lookup.getLocalContacts(0, 0).size(), 0);
+    QCOMPARE(lookup.getLocalContacts("+2").size(), 1);
+    QCOMPARE(lookup.getLocalContacts("2").size(), 0);
+    QCOMPARE(lookup.getLocalContactByEmailAddress("a@B.EXAMPLE").size(), 1);
+    QCOMPARE(lookup.getContactById("#CONTACT_1#").size(), 1);
+    QVERIFY(store.log.contains("<4>No misc has been found for the specified contact"));
+    QCOMPARE(lookup.getContactById("nobody").size(), 0);
+    QVERIFY(store.log.contains("<4>The contact of specified ID has not been found"));
+    QCOMPARE(lookup.getContactTypeById("anything##"), 1);
+    QCOMPARE(lookup.getContactTypeById("#CONTACT_1#"), 0);
+    QCOMPARE(lookup.getContactTypeById(QString()), 4);
+}
+
+void TestContacts::numbersSurviveTelephonyFaults_data()
+{
+    QTest::addColumn<int>("fault");
+    QTest::addColumn<QString>("line");
+    QTest::newRow("absent") << 0 << QString();
+    QTest::newRow("four elements") << 1 << QString();
+    QTest::newRow("another type") << 2 << QString();
+    QTest::newRow("exception") << 3 << "<3>fillContactCanonicalNumbers failed to call Telephony why";
+    QTest::newRow("unknown exception") << 4
+                                       << "<3>fillContactCanonicalNumbers failed to call Telephony (unknown exception";
+}
+
+void TestContacts::numbersSurviveTelephonyFaults()
+{
+    QFETCH(int, fault);
+    QFETCH(QString, line);
+    Store store;
+    store.transport.answer = [fault](const ScriptedTransport::Call &, const QDBusMessage &message) {
+        switch (fault) {
+        case 1:
+            return message.createReply(QVariant(QStringList{QString(), QString(), QString(), QString()}));
+        case 2:
+            return message.createReply(QVariant(42));
+        case 3:
+            throw KestinException("m", 1, "why");
+        case 4:
+            throw 1;
+        default:
+            return ScriptedTransport::noPeer(message);
+        }
+    };
+    Contact contact = person("A", "B", "0 3");
+    contact.officePhoneCan = "stale";
+    QCOMPARE(store.useCases->creation.createLocalContact(request, contact), 0);
+    const Contact stored = store.stored("#CONTACT_1#");
+    QCOMPARE(stored.officePhone, "0 3");
+    QCOMPARE(stored.officePhoneCan, "0 3");
+    QVERIFY(line.isEmpty() || store.log.contains(line));
+}
+
+void TestContacts::changedDialingRulesRecomputeOnce()
+{
+    Store store;
+    QMap<QString, QString> settings{{"DialingRuleCountryCode", "33"}};
+    store.transport.answer = [&](const ScriptedTransport::Call &call, const QDBusMessage &message) {
+        const QString key = call.arguments.value(0).toString();
+        if (call.method == QLatin1String("getSettingValue"))
+            return message.createReply(QVariant(settings.value(key, QString())));
+        settings[key] = call.arguments.value(1).toString();
+        return message.createReply(QVariant(QString()));
+    };
+    QVERIFY(store.useCases->dialingRules.dialingRulesChanged());
+    QCOMPARE(store.transport.calls.size(), 15);
+    QCOMPARE(store.transport.calls.last().arguments.value(0).toString(), "DialingRuleExternalPrefixExceptionsSave");
+    QCOMPARE(settings.value("DialingRuleCountryCodeSave"), "33");
+    QVERIFY(!store.useCases->dialingRules.dialingRulesChanged());
+    QCOMPARE(store.transport.calls.size(), 25);
+}
+
+void TestContacts::recomputingKeepsPairsAndSkipsUnknownIds()
+{
+    Store store;
+    store.useCases->numbers.fillContactsCanonicalNumbers();
+    QVERIFY(store.transport.calls.isEmpty());
+    Contact contact = person("A", "B", "12");
+    contact.misc.insert("company", "Acme");
+    const QString id = store.put(contact);
+    store.transport.answer = [&](const ScriptedTransport::Call &, const QDBusMessage &message) {
+        const QStringList numbers{"+1", "+2", "+3", "+4", "+5"};
+        return message.createReply(QVariant::fromValue(QMapQStringQStringList{{id, numbers}, {"gone", numbers}}));
+    };
+    store.useCases->numbers.fillContactsCanonicalNumbers();
+    const Contact stored = store.stored(id);
+    QCOMPARE(stored.officePhoneCan + stored.faxCan + stored.personalMobileCan + stored.personalHomeCan +
+                 stored.personalFaxCan,
+             "+1+2+3+4+5");
+    QCOMPARE(stored.misc, contact.misc);
+    QVERIFY(store.log.contains("<3>fillContactsCanonicalNumbers Unknown contactID gone"));
+    QCOMPARE(store.takeNews(), QStringList());
+}
+
+void TestContacts::missingLatinNamesAreFilledAtStart()
+{
+    Store store;
+    Contact contact = person("A", "Bé");
+    contact.misc.insert("k", "v");
+    const QString id = store.put(contact);
+    const QString nameless = store.put(person("Only", ""));
+    store.useCases->latinNames.checkAndFillLatinName();
+    QCOMPARE(store.stored(id).latinName, "bbee\u0301");
+    QCOMPARE(store.stored(id).misc, contact.misc);
+    QCOMPARE(store.stored(nameless).latinFirstName, "oonnllyy");
+    QVERIFY(store.log.contains(
+        QStringLiteral("<4>KestinDirectory::checkAndFillLatinName() - contact %1 has no latin name!").arg(id)));
+    QCOMPARE(store.takeNews(), QStringList());
+}
+
+void TestContacts::modeOfTelephony_data()
+{
+    QTest::addColumn<QString>("mode");
+    QTest::addColumn<bool>("isAllowed");
+    QTest::newRow("advanced") << "advanced" << true;
+    QTest::newRow("basic") << "basic" << false;
+    QTest::newRow("unknown") << "unknown" << false;
+    QTest::newRow("nobody there") << QString() << false;
+}
+
+void TestContacts::modeOfTelephony()
+{
+    QFETCH(QString, mode);
+    QFETCH(bool, isAllowed);
+    registerDBusKestinMode();
+    ScriptedTransport transport;
+    if (!mode.isEmpty()) {
+        transport.answer = [&](const ScriptedTransport::Call &, const QDBusMessage &message) {
+            return message.createReply(QVariant::fromValue(KestinMode{mode}));
+        };
+    }
+    QCOMPARE(TelephonyMode(transport).getKestinMode(), isAllowed);
+}
+
+void TestContacts::onlyItsOwnReadOnlyEventCounts()
+{
+    DirectoryFields fields;
+    ReadOnlyMode mode("KestinDirectory", fields);
+    const auto tell = [&](const char *module, const QVariant &value) {
+        KestinEvent event;
+        event.addArgument(QString::fromLatin1(module), "moduleName", true);
+        event.addArgument(value, "readOnly", true);
+        mode.syncReadOnlyModeSlot(event);
+        return fields.readOnlyMode;
+    };
+    QVERIFY(!tell("Other", true));
+    QVERIFY(tell("KestinDirectory", true));
+    QVERIFY(tell("Other", false));
+    QVERIFY(!tell("KestinDirectory", false));
+}
+
+QTEST_GUILESS_MAIN(TestContacts)
+#include "test_contacts.moc"

@@ -1,0 +1,332 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/framework/KestinException.h"
+#include "src/dbus/KestinDirectoryAdaptor.h"
+#include "src/directory/KestinDirectory.h"
+#include "tests/support/LogCapture.h"
+#include "tests/support/ScriptedTransport.h"
+
+#include <QFileInfo>
+#include <QMetaMethod>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QXmlStreamReader>
+
+namespace {
+
+/// The module on a data folder of its own, with a settings manager that knows `settings` and nobody else there.
+struct Module
+{
+    Module()
+    {
+        qputenv("KESTIN_DATA_DIR", folder.path().toUtf8());
+        directory.attach(transport);
+        transport.answer = [this](const ScriptedTransport::Call &call, const QDBusMessage &message) {
+            const auto setting = settings.constFind(call.arguments.value(0).toString());
+            if (call.method != "getSettingValue" || setting == settings.constEnd())
+                return ScriptedTransport::noPeer(message);
+            return message.createReply(QVariant(*setting));
+        };
+    }
+    void start()
+    {
+        QVERIFY(directory.check() || directory.deploy());
+        QVERIFY(directory.init());
+        QVERIFY(directory.run());
+    }
+    void change(const char *slot, const QString &value)
+    {
+        Setting setting;
+        setting.value = value;
+        ListSetting answer{setting};
+        QVERIFY(
+            QMetaObject::invokeMethod(&directory, slot, Q_RETURN_ARG(ListSetting, answer), Q_ARG(Setting, setting)));
+        QVERIFY(answer.isEmpty());
+    }
+
+    LogCapture log;
+    QTemporaryDir folder;
+    QMap<QString, QString> settings;
+    ScriptedTransport transport;
+    KestinDirectory directory{"KestinDirectory"};
+};
+
+QStringList ownSlots(const QMetaObject &object)
+{
+    QStringList result;
+    for (int i = object.methodOffset(); i < object.methodCount(); ++i) {
+        const QMetaMethod method = object.method(i);
+        result.append(QString::fromLatin1(method.methodSignature()) + ' ' + method.typeName() + ' ' +
+                      method.parameterNames().join(',') + (method.access() == QMetaMethod::Private ? " private" : ""));
+    }
+    return result;
+}
+
+/// One line a method of the introspection text: "name(argument:signature:type, …)->signature:type".
+QStringList publishedMethods()
+{
+    const QMetaObject &adaptor = KestinDirectoryAdaptor::staticMetaObject;
+    const char *text = adaptor.classInfo(adaptor.indexOfClassInfo("D-Bus Introspection")).value();
+    QStringList methods;
+    QXmlStreamReader reader(QString::fromUtf8(text));
+    QString name;
+    QString result;
+    QStringList arguments;
+    while (!reader.atEnd()) {
+        reader.readNext();
+        const QXmlStreamAttributes attributes = reader.attributes();
+        if (reader.isStartElement() && reader.name() == QStringView(u"method")) {
+            name = attributes.value("name").toString();
+            result.clear();
+            arguments.clear();
+        } else if (reader.isStartElement() && reader.name() == QStringView(u"arg")) {
+            const QString signature = attributes.value("type").toString();
+            if (attributes.value("direction") == QStringView(u"out"))
+                result = signature;
+            else
+                arguments.append(attributes.value("name").toString() + ':' + signature);
+        } else if (reader.isStartElement() && reader.name() == QStringView(u"annotation")) {
+            const QString which = attributes.value("name").toString().section('.', -1);
+            const QString type = ':' + attributes.value("value").toString();
+            if (which == "Out0")
+                result += type;
+            else
+                arguments[which.mid(2).toInt()] += type;
+        } else if (reader.isEndElement() && reader.name() == QStringView(u"method")) {
+            methods.append(name + '(' + arguments.join(", ") + ")->" + result);
+        }
+    }
+    return reader.hasError() ? QStringList{reader.errorString()} : methods;
+}
+
+QStringList published(QStringList expected)
+{
+    for (QString &line : expected) {
+        line.replace("CONTACT", "(ssssssssssssssssssssssssssa{ss}bbisss((iii)(iiii)i))");
+        line.replace("SETTING", "(sssssssiiia(ss)bbs)");
+    }
+    return expected;
+}
+
+} // namespace
+
+class TestDirectory : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void slotsStandInTheirOrder();
+    void theIntrospectionTextIsAsPublished();
+    void aMissingSlotIsThrownAsPointer();
+    void startsWithoutAnyPeer();
+    void settingsAreReadInOrderAndFollowed();
+    void eventsCarryTheirArguments();
+    void aFailedEventIsOnlyLogged();
+    void anAnonymousContactShowsThePopup();
+    void restoringEmptiesTheStore();
+};
+
+void TestDirectory::slotsStandInTheirOrder()
+{
+    const QStringList expected{
+        "createLocalContact(QString,Contact) int reqId,contact",
+        "createLocalContacts(QString,ListContact) QMapQStringQString reqId,contacts",
+        "modifyLocalContact(QString,Contact) int reqId,contact",
+        "modifyLocalContacts(QString,ListContact) QMapQStringQString reqId,contacts",
+        "deleteLocalContact(QString,QString) int reqId,idContact",
+        "addContactToPreview(QString,QString) int reqId,idContact",
+        "removeContactFromPreview(QString,QString) int reqId,idContact",
+        "updateContactsPreview(QString,QStringList,bool) int reqId,contactsIds,isPreviewed",
+        "getContactById(QString) ListContact idContact",
+        "getContactsByType(int) ListContact type",
+        "getAllContactsInPreview(int,int) ListContact startInd,length",
+        "getLocalContacts(int,int) ListContact startInd,length",
+        "getLocalContacts(QString) ListContact contactPhoneNumber",
+        "sortContactByName(ListContact,bool,QString,QString) ListContact contacts,byNameOnly,searchId,searchString",
+        "sortContactByName(ListContact,bool,QString) ListContact contacts,byNameOnly,searchId",
+        "sortContactByName(ListContact,bool) ListContact contacts,byNameOnly",
+        "sortContactByName(ListContact) ListContact contacts",
+        "getLocalContactByIMAddress(QString) ListContact imAddress",
+        "getContactToMerge(QString,QString,QString) ListContact imAdress,phoneNumber,extentionPhone",
+        "getLocalContactByEmailAddress(QString) ListContact emailAddress",
+        "getContactTypeById(QString) int contactId",
+        "syncReadOnlyModeSlot(KestinEvent) void evt",
+        "dirMaxContactChanged(Setting) ListSetting setting private",
+        "dirSearchModeChanged(Setting) ListSetting setting private",
+        "removeHttpsFromPhotoUrlChanged(Setting) ListSetting setting private",
+    };
+    QCOMPARE(ownSlots(KestinDirectory::staticMetaObject), expected);
+    const QMetaObject &object = KestinDirectory::staticMetaObject;
+    QCOMPARE(object.classInfo(object.indexOfClassInfo("D-Bus Interface")).value(), "com.norlan.Kestin.KestinInterface");
+}
+
+void TestDirectory::theIntrospectionTextIsAsPublished()
+{
+    const QStringList expected{
+        "createLocalContact(reqId:s, contact:CONTACT:Contact)->i",
+        "createLocalContacts(reqId:s, contacts:aCONTACT:ListContact)->a{si}:QMapQStringQString",
+        "modifyLocalContact(reqId:s, contact:CONTACT:Contact)->i",
+        "modifyLocalContacts(reqId:s, contacts:aCONTACT:ListContact)->a{si}:QMapQStringQString",
+        "deleteLocalContact(reqId:s, idContact:s)->i",
+        "addContactToPreview(reqId:s, idContact:s)->i",
+        "removeContactFromPreview(reqId:s, idContact:s)->i",
+        "updateContactsPreview(reqId:s, contactsIds:a(s):QStringList, isPreviewed:b)->i",
+        "getContactById(idContact:s)->aCONTACT:ListContact",
+        "getLocalContactByIMAddress(imAddress:s)->aCONTACT:ListContact",
+        "getContactToMerge(imAddress:s, phoneNumber:s, extentionPhone:s)->aCONTACT:ListContact",
+        "getLocalContactByEmailAddress(emailAddress:s)->aCONTACT:ListContact",
+        "getAllContactsInPreview(startInd:i, length:i)->aCONTACT:ListContact",
+        "getContactsByType(type:i)->aCONTACT:ListContact",
+        "getLocalContacts(startInd:i, length:i)->aCONTACT:ListContact",
+        "getLocalContacts(phoneNumber:s)->aCONTACT:ListContact",
+        "getContactTypeById(contactId:s)->i",
+        "dirMaxContactChanged(setting:SETTING:Setting)->aSETTING:ListSetting",
+        "dirSearchModeChanged(setting:SETTING:Setting)->aSETTING:ListSetting",
+        "removeHttpsFromPhotoUrlChanged(setting:SETTING:Setting)->aSETTING:ListSetting",
+        "getCapabilities()->a{s(si)}:MapQStringCapability",
+        "getCapabilities(listId:i)->a{s(si)}:MapQStringCapability",
+        "getCapability(name:s)->(si):Capability",
+        "getCapability(listId:i, name:s)->(si):Capability",
+    };
+    QCOMPARE(publishedMethods(), published(expected));
+}
+
+void TestDirectory::aMissingSlotIsThrownAsPointer()
+{
+    LogCapture log;
+    KestinModule module("Other"); // has none of the slots
+    KestinDirectoryAdaptor adaptor(&module);
+    KestinException *thrown = nullptr;
+    try {
+        adaptor.getContactById("x");
+    } catch (KestinException *exception) {
+        thrown = exception;
+    }
+    QVERIFY(thrown);
+    QCOMPARE(thrown->message(), "Adaptor::invokeMethod failed: getContactById");
+    QCOMPARE(thrown->type(), 4);
+    QCOMPARE(thrown->module(), "Other");
+    delete thrown;
+    QVERIFY(log.contains("<7>Adaptor::invokeMethod failed:getContactById"));
+}
+
+void TestDirectory::startsWithoutAnyPeer()
+{
+    Module module;
+    module.transport.subscriptionsWork = false;
+    module.start();
+    QVERIFY(QFileInfo(module.folder.filePath("KestinDirectory/photos")).isDir());
+    QVERIFY(QFileInfo::exists(module.folder.filePath("KestinApplication/KestinDirectory/kestindirectory.data")));
+    QVERIFY(module.log.contains("<4>KestinDirectory::eventsSyncSubscription : Subscription failed to READ_ONLY_MODE"));
+    QVERIFY(module.log.contains("<3>KestinDirectory::init() : can't get the FileDiskUserQuota setting"));
+    QVERIFY(module.log.contains("<7>KestinDir run; ICS login  : 0"));
+    QCOMPARE(module.directory.createLocalContact("r", Contact()), 3); // no capacity is known
+    QCOMPARE(module.transport.eventNames(), QStringList("DIR_CONTACT_DB_FULL"));
+    QVERIFY(module.transport.events.first().arguments().isEmpty());
+}
+
+void TestDirectory::settingsAreReadInOrderAndFollowed()
+{
+    Module module;
+    module.settings = {{"DirMaxContact", "1"}, {"DirSearchMode", "2"}, {"RemoveHttpsFromPhotoUrl", "True"}};
+    module.start();
+    QStringList keys;
+    for (const ScriptedTransport::Call &call : module.transport.calls)
+        keys.append(call.arguments.value(0).toString());
+    QCOMPARE(keys.mid(0, 6), (QStringList{"ComLogSize", "DirMaxContact", "DirMaxWordSearch", "DirSearchMode",
+                                          "RemoveHttpsFromPhotoUrl", "FileDiskUserQuota"}));
+    QVERIFY(module.log.contains("<7>KestinDirectory::setDirSearchMode: SEARCH_DISPLAY_PER_DIRECTORY"));
+    QVERIFY(module.log.contains("<7>removeHttpsFromPhotoUrl = 0"));
+    QVERIFY(module.log.contains(
+        "<7>KestinDirectory::init() : updating canonical numbers... dialingRules dont have change, pass."));
+
+    QCOMPARE(module.directory.createLocalContact("r", Contact()), 0);
+    QCOMPARE(module.directory.createLocalContact("r", Contact()), 3);
+    module.change("dirMaxContactChanged", "2");
+    QVERIFY(module.log.contains("<6>KestinDIR::dirMaxContactChanged to 2"));
+    QCOMPARE(module.directory.createLocalContact("r", Contact()), 0);
+    module.change("dirMaxContactChanged", "12abc");
+    QCOMPARE(module.directory.createLocalContact("r", Contact()), 3);
+    module.change("dirSearchModeChanged", "x");
+    QCOMPARE(module.log.lines.last(), "<7>KestinDirectory::setDirSearchMode: SEARCH_DISPLAY_FULL_LIST");
+    module.change("removeHttpsFromPhotoUrlChanged", "true");
+    QCOMPARE(module.log.lines.last(), "<7>removeHttpsFromPhotoUrl = 1");
+}
+
+void TestDirectory::eventsCarryTheirArguments()
+{
+    Module module;
+    module.settings = {{"DirMaxContact", "10"}};
+    module.start();
+    Contact contact;
+    contact.name = "A";
+    module.directory.createLocalContact("r1", contact);
+    contact.contactId = "#CONTACT_1#";
+    contact.name = "B";
+    module.directory.modifyLocalContact("r2", contact);
+    module.directory.addContactToPreview("r3", contact.contactId);
+    module.directory.removeContactFromPreview("r4", contact.contactId);
+    module.directory.deleteLocalContact("r5", contact.contactId);
+    QStringList told;
+    for (const KestinEvent &event : module.transport.events) {
+        QString line = event.getEvtName();
+        for (const EventArgument &argument : event.arguments()) {
+            QVERIFY(argument.flag);
+            line += ' ' + argument.name + '=' + QString::fromLatin1(argument.value.typeName());
+        }
+        told.append(line + ' ' + event.argument<QString>("reqId"));
+    }
+    const QStringList expected{
+        "DIR_CONTACTS_CREATED reqId=QString contacts=QList<Contact> r1",
+        "DIR_CONTACTS_UPDATED reqId=QString contacts=QList<Contact> onlyPhotoHasChanged=bool r2",
+        "DIR_CONTACTSINPREVIEW_CREATED reqId=QString contacts=QList<Contact> r3",
+        "DIR_CONTACTSINPREVIEW_DELETED reqId=QString contacts=QList<Contact> requestedByUser=bool r4",
+        "DIR_CONTACTS_DELETED reqId=QString contactIds=QStringList r5",
+    };
+    QCOMPARE(told, expected);
+    QVERIFY(module.log.contains("<7>event DIR_CONTACTS_CREATED sent "));
+}
+
+void TestDirectory::aFailedEventIsOnlyLogged()
+{
+    Module module;
+    module.settings = {{"DirMaxContact", "10"}};
+    module.start();
+    module.transport.eventsAreDelivered = false;
+    QCOMPARE(module.directory.createLocalContact("r", Contact()), 0);
+    QCOMPARE(module.log.lines.last(), "<3>event DIR_CONTACTS_CREATED notification failed ");
+}
+
+void TestDirectory::anAnonymousContactShowsThePopup()
+{
+    Module module;
+    module.start();
+    Contact contact;
+    contact.fax = "anonymous";
+    QCOMPARE(module.directory.createLocalContact("r", contact), -1);
+    const ScriptedTransport::Call call = module.transport.calls.last();
+    QCOMPARE(call.module + '.' + call.method, "Presentation.showPopup");
+    QCOMPARE(call.arguments.mid(0, 3), (QVariantList{"Impossible to create anonymous contact.", 3, -1}));
+    QCOMPARE(call.arguments.size(), 7);
+    QVERIFY(module.log.contains("<6>KestinDirectory::showPopupCreatingAnonymousContactImpossible : ### Popup ### "
+                                "text:Impossible to create anonymous contact."));
+}
+
+void TestDirectory::restoringEmptiesTheStore()
+{
+    Module module;
+    module.settings = {{"DirMaxContact", "10"}};
+    module.start();
+    for (const bool toFactory : {false, true}) {
+        QCOMPARE(module.directory.createLocalContact("r", Contact()), 0);
+        module.transport.events.clear();
+        QCOMPARE(toFactory ? module.directory.restoreDataToFactory() : module.directory.restoreDataToDefault(),
+                 toFactory);
+        QCOMPARE(module.transport.eventNames(), QStringList("DIR_CONTENT_CHANGED"));
+        QVERIFY(module.directory.getLocalContacts(0, -1).isEmpty());
+    }
+    const QDir data(module.folder.filePath("KestinApplication/KestinDirectory"));
+    QCOMPARE(data.entryList({"*set-aside*"}).size(), 0);
+}
+
+QTEST_GUILESS_MAIN(TestDirectory)
+#include "test_directory.moc"
