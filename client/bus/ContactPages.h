@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/records/Contact.h"
+
+#include <functional>
+
+/// Fetches many contacts through a call that answers a few: page by page, and with smaller pages where the contacts
+/// are so large that the bus does not carry as many at once.
+class ContactPages
+{
+public:
+    /// Answers up to `length` contacts from `start` on.
+    using Fetch = std::function<ListContact(int start, int length)>;
+
+    explicit ContactPages(Fetch fetch);
+
+    static constexpr int toTheEnd = -1;
+
+    /// `length` contacts from `start` on, or all of them, ordered by name. Throws what the call throws.
+    ListContact read(int start, int length);
+
+    static constexpr int firstPageLength = 500;
+
+private:
+    ListContact nextPage(int start, int length);
+
+    Fetch m_fetch;
+    int m_pageLength = firstPageLength;
+};
+
+/// Orders contacts as a person looks for them: last name, then first name, in the order of the user's language.
+void sortByName(ListContact &contacts);

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "client/bus/BusSession.h"
+#include "platform/records/Contact.h"
+
+#include <optional>
+
+/// The calls of the contact directory, typed. Every one throws what BusSession::call throws. Methods that answer a
+/// code return it: 0 for done, otherwise RefusalText tells what it means.
+class DirectoryService
+{
+public:
+    static constexpr QLatin1String module{"KestinDirectory"};
+
+    explicit DirectoryService(const BusSession &bus)
+        : m_bus(bus)
+    {
+    }
+
+    /// `length` contacts from `start` on, in the order of their ids and, inside the answer, by name.
+    ListContact page(int start, int length) const;
+    ListContact previewPage(int start, int length) const;
+    ListContact byType(qint32 type) const;
+    /// Everybody with this number, which has to be in canonical form.
+    ListContact byNumber(const QString &number) const;
+    std::optional<Contact> byId(const QString &id) const;
+
+    /// `requestId` comes back in the event that tells of the change.
+    int create(const QString &requestId, const Contact &contact) const;
+    QDBusPendingCall createAsync(const QString &requestId, const Contact &contact) const;
+    int modify(const QString &requestId, const Contact &contact) const;
+    int remove(const QString &requestId, const QString &id) const;
+    int addToPreview(const QString &requestId, const QString &id) const;
+    int removeFromPreview(const QString &requestId, const QString &id) const;
+
+    /// A request id that no other caller has.
+    static QString newRequestId();
+
+private:
+    template <typename T>
+    T call(const char *method, const QVariantList &arguments) const
+    {
+        return m_bus.call<T>(module, QLatin1String(method), arguments);
+    }
+
+    const BusSession &m_bus;
+};

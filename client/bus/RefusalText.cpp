@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "client/bus/RefusalText.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+// The answer codes. -1 says that the contact is anonymous or unknown, and in every call that the database failed.
+constexpr int failed = -1;
+constexpr int wrongType = 1;
+constexpr int unknown = 2;
+constexpr int full = 3;
+constexpr int nothingToDo = 4;
+constexpr int readOnly = 6;
+
+QString readOnlyText()
+{
+    return QStringLiteral("the directory is read-only while it is being synchronised");
+}
+
+QString unknownText(const QString &id)
+{
+    return QStringLiteral("no contact has the id %1").arg(id);
+}
+
+QString databaseText(int code)
+{
+    return QStringLiteral("the directory could not write its database (code %1)").arg(code);
+}
+
+bool isAnonymous(const Contact &contact)
+{
+    const std::array numbers{contact.personalMobile, contact.fax, contact.officePhone, contact.personalFax,
+                             contact.personalHome};
+    return std::find(numbers.begin(), numbers.end(), QLatin1String("anonymous")) != numbers.end();
+}
+
+QString failedWriteText(int code, const Contact &contact)
+{
+    if (code == failed && isAnonymous(contact))
+        return QStringLiteral("a contact whose number is \"anonymous\" is not accepted");
+    return databaseText(code);
+}
+
+QString previewText(int code, const QString &id, const QString &nothingToDoText)
+{
+    switch (code) {
+    case failed:
+        return unknownText(id);
+    case wrongType:
+        return QStringLiteral("%1 is a manager or assistant, who stays in the preview list").arg(id);
+    case nothingToDo:
+        return nothingToDoText.arg(id);
+    case readOnly:
+        return readOnlyText();
+    default:
+        return databaseText(code);
+    }
+}
+
+} // namespace
+
+bool RefusalText::isFinal(int createCode)
+{
+    return createCode == full || createCode == readOnly;
+}
+
+QString RefusalText::ofCreate(int code, const Contact &contact)
+{
+    switch (code) {
+    case full:
+        return QStringLiteral("the directory is full: remove contacts or raise the setting DirMaxContact");
+    case readOnly:
+        return readOnlyText();
+    default:
+        return failedWriteText(code, contact);
+    }
+}
+
+QString RefusalText::ofModify(int code, const Contact &contact)
+{
+    switch (code) {
+    case wrongType:
+        return QStringLiteral("%1 was not made on this phone and cannot be changed here").arg(contact.contactId);
+    case unknown:
+        return unknownText(contact.contactId);
+    case readOnly:
+        return readOnlyText();
+    default:
+        return failedWriteText(code, contact);
+    }
+}
+
+QString RefusalText::ofRemove(int code, const QString &id)
+{
+    switch (code) {
+    case wrongType:
+        return QStringLiteral("%1 was not made on this phone and cannot be removed here").arg(id);
+    case unknown:
+        return unknownText(id);
+    case readOnly:
+        return readOnlyText();
+    default:
+        return databaseText(code);
+    }
+}
+
+QString RefusalText::ofAddToPreview(int code, const QString &id)
+{
+    return previewText(code, id, QStringLiteral("%1 is in the preview list already"));
+}
+
+QString RefusalText::ofRemoveFromPreview(int code, const QString &id)
+{
+    return previewText(code, id, QStringLiteral("%1 is not in the preview list"));
+}

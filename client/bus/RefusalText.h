@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/records/Contact.h"
+
+/// The directory's answer codes as sentences. The same number means different things in different calls, so there is
+/// one operation a call. `code` is not 0.
+namespace RefusalText {
+
+/// A code that says that no further contact can be created for now: the directory is full or read-only.
+bool isFinal(int createCode);
+
+QString ofCreate(int code, const Contact &contact);
+QString ofModify(int code, const Contact &contact);
+QString ofRemove(int code, const QString &id);
+QString ofAddToPreview(int code, const QString &id);
+QString ofRemoveFromPreview(int code, const QString &id);
+
+} // namespace RefusalText

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "client/bus/BusSession.h"
+
+/// What the phone's telephony knows about numbers.
+class TelephonyService
+{
+public:
+    explicit TelephonyService(const BusSession &bus)
+        : m_bus(bus)
+    {
+    }
+
+    /// The form of a number that contacts are found by. The number itself when telephony is absent, silent or answers
+    /// something else: the directory stores numbers unchanged then as well.
+    QString canonicalNumber(const QString &number) const;
+
+private:
+    const BusSession &m_bus;
+};

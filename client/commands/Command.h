@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "client/bus/BusSession.h"
+#include "client/bus/ExitCode.h"
+
+#include <QCommandLineOption>
+#include <QCommandLineParser>
+#include <QTextStream>
+
+/// What a command works with.
+struct CommandContext
+{
+    const BusSession &bus;
+    QTextStream &out;
+    bool json; ///< print for scripts
+};
+
+/// What the help says about a command beside its options.
+struct CommandHelp
+{
+    QStringList usage;    ///< what follows the program's name, one form a line
+    QString text;         ///< paragraphs; lines are broken as they stand
+    QStringList examples; ///< whole command lines
+};
+
+/// One command of the program.
+class Command
+{
+public:
+    Command() = default;
+    virtual ~Command() = default;
+    Q_DISABLE_COPY_MOVE(Command)
+
+    virtual QString name() const = 0;
+    /// What it does, in a few words, for the list of commands.
+    virtual QString summary() const = 0;
+    virtual CommandHelp help() const = 0;
+    /// Options of its own; the ones that all commands have are added by the dispatcher.
+    virtual QList<QCommandLineOption> options() const { return {}; }
+    virtual bool printsData() const { return true; }
+
+    /// Does it. `arguments` holds the parsed command line without the command's name. Throws CommandFailure; a command
+    /// that goes on after a refusal tells of it itself and returns the code.
+    virtual ExitCode run(const QCommandLineParser &arguments, CommandContext &context) = 0;
+};

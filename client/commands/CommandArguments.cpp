@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "client/commands/CommandArguments.h"
+
+#include "client/bus/CommandFailure.h"
+
+namespace {
+
+CommandFailure usage(const QString &text)
+{
+    return {ExitCode::Usage, text};
+}
+
+} // namespace
+
+int CommandArguments::number(const QCommandLineParser &arguments, const QString &option, int fallback, int minimum)
+{
+    if (!arguments.isSet(option))
+        return fallback;
+    bool isNumber = false;
+    const int number = arguments.value(option).toInt(&isNumber);
+    if (!isNumber || number < minimum)
+        throw usage(QStringLiteral("--%1 takes a whole number from %2 on, not \"%3\"")
+                        .arg(option, QString::number(minimum), arguments.value(option)));
+    return number;
+}
+
+QStringList CommandArguments::some(const QStringList &positional, const QString &what)
+{
+    if (!positional.isEmpty() && !positional.contains(QString()))
+        return positional;
+    const QString hint =
+        what == QLatin1String("ID") ? QStringLiteral(" (quote an id: a shell takes # as a comment)") : QString();
+    throw usage(QStringLiteral("%1 is missing").arg(what) + hint);
+}
+
+QString CommandArguments::one(const QStringList &positional, const QString &what)
+{
+    const QStringList all = some(positional, what);
+    if (all.size() > 1)
+        throw usage(QStringLiteral("only one %1 is taken, \"%2\" is too much").arg(what, all.at(1)));
+    return all.first();
+}
+
+void CommandArguments::none(const QStringList &positional)
+{
+    if (!positional.isEmpty())
+        throw usage(QStringLiteral("\"%1\" is too much").arg(positional.first()));
+}

@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "client/commands/Dispatcher.h"
+
+#include "client/commands/AddCommand.h"
+#include "client/commands/CommandArguments.h"
+#include "client/commands/EditCommand.h"
+#include "client/commands/HelpText.h"
+#include "client/commands/ImportCommand.h"
+#include "client/commands/ListCommand.h"
+#include "client/commands/PreviewCommand.h"
+#include "client/commands/RemoveCommand.h"
+#include "client/commands/Report.h"
+#include "client/commands/SettingsCommand.h"
+#include "client/commands/ShowCommand.h"
+#include "client/commands/WatchCommand.h"
+#include "client/commands/WhoCommand.h"
+
+#include <QRegularExpression>
+
+#include <cstdio>
+
+namespace {
+
+constexpr int defaultLimitSeconds = 10;
+
+QList<QCommandLineOption> optionsOf(const Command &command)
+{
+    QList<QCommandLineOption> options = command.options();
+    if (command.printsData())
+        options.append({QStringLiteral("json"), QStringLiteral("Print JSON; its keys are the names of the fields")});
+    options.append({QStringLiteral("timeout"),
+                    QStringLiteral("Wait at most N seconds for an answer (%1)").arg(defaultLimitSeconds),
+                    QStringLiteral("N")});
+    options.append({{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("This text")});
+    return options;
+}
+
+bool isHelp(const QString &argument)
+{
+    return argument == QLatin1String("--help") || argument == QLatin1String("-h");
+}
+
+} // namespace
+
+Dispatcher::Dispatcher()
+    : m_out(stdout)
+{
+    m_commands.push_back(std::make_unique<ListCommand>());
+    m_commands.push_back(std::make_unique<ShowCommand>());
+    m_commands.push_back(std::make_unique<AddCommand>());
+    m_commands.push_back(std::make_unique<EditCommand>());
+    m_commands.push_back(std::make_unique<RemoveCommand>());
+    m_commands.push_back(std::make_unique<WhoCommand>());
+    m_commands.push_back(std::make_unique<PreviewCommand>());
+    m_commands.push_back(std::make_unique<ImportCommand>());
+    m_commands.push_back(std::make_unique<WatchCommand>());
+    m_commands.push_back(std::make_unique<SettingsCommand>());
+}
+
+Command *Dispatcher::find(const QString &name) const
+{
+    for (const auto &command : m_commands) {
+        if (command->name() == name)
+            return command.get();
+    }
+    throw CommandFailure(ExitCode::Usage,
+                         QStringLiteral("there is no command \"%1\"; kestin-dir --help lists them").arg(name));
+}
+
+ExitCode Dispatcher::runCommand(Command &command, const QStringList &arguments)
+{
+    const QList<QCommandLineOption> options = optionsOf(command);
+    QCommandLineParser parser;
+    parser.addOptions(options);
+    if (!parser.parse(QStringList{command.name()} + arguments))
+        throw CommandFailure(ExitCode::Usage, parser.errorText().remove(QRegularExpression(QStringLiteral("\\.$"))));
+    if (parser.isSet(QStringLiteral("help"))) {
+        m_out << HelpText::ofCommand(command, options);
+        return ExitCode::Done;
+    }
+    constexpr int shortestLimit = 1;
+    const std::chrono::seconds limit(
+        CommandArguments::number(parser, QStringLiteral("timeout"), defaultLimitSeconds, shortestLimit));
+    const BusSession bus(limit);
+    CommandContext context{bus, m_out, command.printsData() && parser.isSet(QStringLiteral("json"))};
+    return command.run(parser, context);
+}
+
+ExitCode Dispatcher::dispatch(const QStringList &arguments)
+{
+    if (arguments.isEmpty())
+        throw CommandFailure(ExitCode::Usage, QStringLiteral("no command is given; kestin-dir --help lists them"));
+    if (isHelp(arguments.first())) {
+        m_out << HelpText::ofProgram(m_commands);
+        return ExitCode::Done;
+    }
+    if (arguments.first() == QLatin1String("--version")) {
+        m_out << "kestin-dir " KESTIN_VERSION "\n";
+        return ExitCode::Done;
+    }
+    Command *command = find(arguments.first());
+    try {
+        return runCommand(*command, arguments.mid(1));
+    } catch (const CommandFailure &failure) {
+        if (failure.code() != ExitCode::Usage)
+            throw;
+        throw CommandFailure(
+            ExitCode::Usage,
+            QStringLiteral("%1; kestin-dir %2 --help tells how it is used").arg(failure.text(), command->name()));
+    }
+}
+
+int Dispatcher::run(const QStringList &arguments)
+{
+    ExitCode result = ExitCode::Done;
+    try {
+        result = dispatch(arguments);
+    } catch (const CommandFailure &failure) {
+        m_out.flush();
+        Report::problem(failure.text());
+        result = failure.code();
+    }
+    m_out.flush();
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+        Report::problem(QStringLiteral("the output cannot be written"));
+        result = ExitCode::FileError;
+    }
+    return int(result);
+}

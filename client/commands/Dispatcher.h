@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "client/commands/Command.h"
+
+#include <memory>
+#include <vector>
+
+/// Finds the command that a command line names, runs it, and tells a failure on standard error.
+class Dispatcher
+{
+public:
+    Dispatcher();
+
+    /// `arguments` is the command line without the program's name. Returns the exit code of the process.
+    int run(const QStringList &arguments);
+
+private:
+    ExitCode dispatch(const QStringList &arguments);
+    ExitCode runCommand(Command &command, const QStringList &arguments);
+    Command *find(const QString &name) const;
+
+    std::vector<std::unique_ptr<Command>> m_commands;
+    QTextStream m_out;
+};

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "client/commands/PreviewCommand.h"
+
+#include "client/bus/ContactPages.h"
+#include "client/bus/DirectoryService.h"
+#include "client/bus/RefusalText.h"
+#include "client/commands/CommandArguments.h"
+#include "client/commands/Report.h"
+
+namespace {
+
+using Change = int (DirectoryService::*)(const QString &, const QString &) const;
+using ToText = QString (*)(int, const QString &);
+
+ExitCode change(const QStringList &ids, const BusSession &bus, Change operation, ToText refusal)
+{
+    const DirectoryService directory(bus);
+    ExitCode result = ExitCode::Done;
+    for (const QString &id : CommandArguments::some(ids, QStringLiteral("ID"))) {
+        const int code = (directory.*operation)(DirectoryService::newRequestId(), id);
+        if (code == 0)
+            continue;
+        Report::problem(refusal(code, id));
+        result = ExitCode::Refused;
+    }
+    return result;
+}
+
+} // namespace
+
+CommandHelp PreviewCommand::help() const
+{
+    return {{QStringLiteral("preview [list] [--start N] [--length N]"), QStringLiteral("preview add ID [ID...]"),
+             QStringLiteral("preview remove ID [ID...]")},
+            QStringLiteral("Lists the contacts of the preview list, adds contacts to it or takes them out of it."),
+            {QStringLiteral("kestin-dir preview"), QStringLiteral("kestin-dir preview add '#CONTACT_12#'")}};
+}
+
+QList<QCommandLineOption> PreviewCommand::options() const
+{
+    return {{QStringLiteral("start"), QStringLiteral("List: leave out the first N contacts"), QStringLiteral("N")},
+            {QStringLiteral("length"), QStringLiteral("List: at most N contacts"), QStringLiteral("N")}};
+}
+
+ExitCode PreviewCommand::list(const QCommandLineParser &arguments, CommandContext &context)
+{
+    const int start = CommandArguments::number(arguments, QStringLiteral("start"), 0, 0);
+    const int length = CommandArguments::number(arguments, QStringLiteral("length"), ContactPages::toTheEnd, 0);
+    const DirectoryService directory(context.bus);
+    ContactPages pages([&directory](int from, int count) { return directory.previewPage(from, count); });
+    Report::contacts(context.out, pages.read(start, length), context.json);
+    return ExitCode::Done;
+}
+
+ExitCode PreviewCommand::run(const QCommandLineParser &arguments, CommandContext &context)
+{
+    QStringList rest = arguments.positionalArguments();
+    const QString action = rest.isEmpty() ? QStringLiteral("list") : rest.takeFirst();
+    if (action == QLatin1String("add"))
+        return change(rest, context.bus, &DirectoryService::addToPreview, &RefusalText::ofAddToPreview);
+    if (action == QLatin1String("remove"))
+        return change(rest, context.bus, &DirectoryService::removeFromPreview, &RefusalText::ofRemoveFromPreview);
+    if (action != QLatin1String("list"))
+        throw CommandFailure(ExitCode::Usage,
+                             QStringLiteral("preview takes list, add or remove, not \"%1\"").arg(action));
+    CommandArguments::none(rest);
+    return list(arguments, context);
+}

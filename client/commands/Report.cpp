@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "client/commands/Report.h"
+
+#include "client/text/ContactText.h"
+#include "client/text/Table.h"
+#include "client/text/Terminal.h"
+
+#include <cstdio>
+
+void Report::problem(const QString &text)
+{
+    std::fprintf(stderr, "kestin-dir: %s\n", Printable::text(text).toUtf8().constData());
+}
+
+void Report::json(QTextStream &out, const QJsonObject &object)
+{
+    out << QString::fromUtf8(Printable::json(object)) << '\n';
+}
+
+void Report::contacts(QTextStream &out, const ListContact &contacts, bool asJson)
+{
+    if (asJson)
+        return json(out, contacts);
+    Table table({QStringLiteral("ID"), QStringLiteral("NAME"), QStringLiteral("OFFICE"), QStringLiteral("MOBILE"),
+                 QStringLiteral("HOME"), QStringLiteral("E-MAIL"), QStringLiteral("TYPE")});
+    for (const Contact &contact : contacts)
+        table.addRow({contact.contactId, ContactText::displayName(contact), contact.officePhone, contact.personalMobile,
+                      contact.personalHome, contact.email, ContactText::typeName(contact.type)});
+    table.write(out, Terminal::outputWidth());
+}

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QJsonObject>
+#include <QList>
+#include <QString>
+
+/// A card that made no contact.
+struct RefusedCard
+{
+    QString file;
+    int number = 0; ///< position in its file, from 1
+    QString name;   ///< whose card it is, as far as that is known
+    QString reason;
+
+    /// "people.vcf: card 3 (Zoë Müller): why"
+    QString toString() const;
+};
+
+/// What an import has done so far.
+struct ImportReport
+{
+    int created = 0;
+    QList<RefusedCard> refused;
+    qint64 milliseconds = 0;
+
+    QString toString() const;
+    QJsonObject toJson() const;
+};

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "client/bus/DirectoryService.h"
+#include "client/import/ImportProgress.h"
+#include "client/import/ImportReport.h"
+#include "client/vcard/VCardSplitter.h"
+
+#include <QEventLoop>
+#include <QObject>
+
+#include <optional>
+
+/// Creates a contact for every card of one file after another. Some calls are in flight at a time, so the directory
+/// need not wait for this program nor the other way round. It stops early when no further card can succeed: the
+/// directory is full, read-only, gone or silent.
+class ImportRun : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ImportRun(const DirectoryService &directory);
+
+    /// Reads the device to its end and returns when every call is answered. False when the device cannot be read or
+    /// holds no card. `file` is what the file is called; `size` its bytes, 0 when not known.
+    bool read(QIODevice &device, const QString &file, qint64 size);
+
+    const ImportReport &report() const { return m_report; }
+    /// Why it stopped early; none when it did not.
+    const std::optional<CommandFailure> &stopped() const { return m_stopped; }
+
+    static constexpr int callsInFlight = 8;
+
+public Q_SLOTS:
+    /// No further card is read; what is in flight is waited for.
+    void interrupt();
+
+Q_SIGNALS:
+    void cardRefused(const RefusedCard &card);
+
+private:
+    struct Source
+    {
+        QIODevice &device;
+        VCardSplitter splitter;
+        QString file;
+        qint64 size;
+        int cards = 0;
+        bool atEnd = false;
+    };
+
+    void fill();
+    void takeCard(const RawCard &card);
+    void send(const RawCard &card, const Contact &contact);
+    void settle(const RefusedCard &card, const Contact &contact, const QDBusMessage &reply);
+    void refuse(RefusedCard card, const QString &reason);
+    void stop(const CommandFailure &failure);
+
+    const DirectoryService &m_directory;
+    QString m_requestId;
+    ImportReport m_report;
+    ImportProgress m_progress;
+    std::optional<CommandFailure> m_stopped;
+    Source *m_source = nullptr;
+    QEventLoop m_loop;
+    int m_inFlight = 0;
+};

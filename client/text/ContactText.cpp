@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "client/text/ContactText.h"
+
+#include <array>
+
+namespace {
+
+struct TypeName
+{
+    qint32 type;
+    QLatin1String name;
+};
+
+constexpr std::array<TypeName, 4> namedTypes{{
+    {ContactType::Local, QLatin1String("local")},
+    {ContactType::Cached, QLatin1String("cached")},
+    {ContactType::DeviceManagement, QLatin1String("dm")},
+    {ContactType::ManagerAssistant, QLatin1String("manager")},
+}};
+
+} // namespace
+
+QString ContactText::displayName(const ContactSummary &contact)
+{
+    const QString name = (contact.firstName + QLatin1Char(' ') + contact.name).trimmed();
+    for (const QString &candidate : {name, contact.email, contact.officePhone}) {
+        if (!candidate.isEmpty())
+            return candidate;
+    }
+    return contact.contactId;
+}
+
+QString ContactText::typeName(qint32 type)
+{
+    for (const TypeName &named : namedTypes) {
+        if (named.type == type)
+            return named.name;
+    }
+    return QString::number(type);
+}
+
+qint32 ContactText::typeOf(const QString &word)
+{
+    for (const TypeName &named : namedTypes) {
+        if (named.name == word)
+            return named.type;
+    }
+    bool isNumber = false;
+    const qint32 number = word.toInt(&isNumber);
+    return isNumber ? number : -1;
+}
+
+QStringList ContactText::typeNames()
+{
+    QStringList names;
+    for (const TypeName &named : namedTypes)
+        names.append(named.name);
+    return names;
+}
+
+QList<std::pair<QString, QString>> ContactText::setFields(const Contact &contact)
+{
+    QList<std::pair<QString, QString>> fields;
+    const auto add = [&fields](const QString &field, const QString &value) {
+        if (!value.isEmpty())
+            fields.append({field, value});
+    };
+    for (const Contact::TextField &field : Contact::texts)
+        add(QLatin1String(field.name), contact.*field.value);
+    for (auto pair = contact.misc.cbegin(); pair != contact.misc.cend(); ++pair)
+        fields.append({QLatin1String("misc.") + pair.key(), pair.value()});
+    const QString yes = QStringLiteral("yes");
+    add(QStringLiteral("isPreviewed"), contact.isPreviewed ? yes : QString());
+    add(QStringLiteral("isPrivate"), contact.isPrivate ? yes : QString());
+    add(QStringLiteral("type"), typeName(contact.type));
+    add(QStringLiteral("photo"), contact.photo);
+    add(QStringLiteral("melody"), contact.melody);
+    add(QStringLiteral("puid"), contact.getPUID());
+    add(QStringLiteral("lastModificationDate"), contact.getLastModificationDate().toString(Qt::ISODate));
+    return fields;
+}

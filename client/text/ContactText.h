@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/records/Contact.h"
+
+#include <QStringList>
+
+/// Contacts as people read them. Nothing is escaped here: that is done where a line is written.
+namespace ContactText {
+
+/// "First Last"; a contact without names is called by its address, a number or its id, in this order.
+QString displayName(const ContactSummary &contact);
+
+/// "local", "cached", "dm", "manager", or the number of another kind.
+QString typeName(qint32 type);
+/// The kind that a word of `typeName` or a number means; -1 when it means none.
+qint32 typeOf(const QString &word);
+/// The words, for help texts.
+QStringList typeNames();
+
+/// (field, value) of everything that is set, in the order of the record; a misc pair is called "misc.KEY".
+QList<std::pair<QString, QString>> setFields(const Contact &contact);
+
+} // namespace ContactText

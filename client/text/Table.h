@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QList>
+#include <QStringList>
+#include <QTextStream>
+
+/// Rows under headings, columns aligned for the eye. Cells are escaped as Printable::text does.
+class Table
+{
+public:
+    explicit Table(const QStringList &headings);
+
+    /// As many cells as there are headings.
+    void addRow(const QStringList &cells);
+
+    /// Writes the table so that no line is wider than `width` columns; 0: as wide as it needs. The widest columns give
+    /// way first, the first column (what a row is called by) never.
+    void write(QTextStream &out, int width) const;
+
+private:
+    QList<int> columnWidths(int width) const;
+
+    QList<QStringList> m_rows;
+};

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "client/text/Terminal.h"
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+int Terminal::outputWidth()
+{
+    winsize size{};
+    if (!isatty(STDOUT_FILENO) || ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0)
+        return 0;
+    return size.ws_col;
+}
+
+bool Terminal::errorIsTerminal()
+{
+    return isatty(STDERR_FILENO);
+}

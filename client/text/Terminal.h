@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+namespace Terminal {
+
+/// Columns of the terminal that the standard output goes to; 0 when it goes to a file or a pipe.
+int outputWidth();
+
+/// Whether a person sees the standard error as it is written.
+bool errorIsTerminal();
+
+} // namespace Terminal

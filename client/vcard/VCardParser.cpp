@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "client/vcard/VCardParser.h"
+
+#include "client/vcard/VCardCharset.h"
+
+#include <libebook-contacts/libebook-contacts.h>
+
+#include <memory>
+
+namespace {
+
+struct Unref
+{
+    void operator()(EVCard *card) const { g_object_unref(card); }
+};
+
+/// The library reports what it repairs on standard error; what matters of that is said in this program's own words.
+class QuietLibrary
+{
+public:
+    QuietLibrary()
+        : m_handler(g_log_set_handler(domain, G_LOG_LEVEL_MASK, &QuietLibrary::drop, nullptr))
+    {
+    }
+    ~QuietLibrary() { g_log_remove_handler(domain, m_handler); }
+    Q_DISABLE_COPY_MOVE(QuietLibrary)
+
+private:
+    static constexpr char domain[] = "libebook-contacts";
+    static void drop(const char *, GLogLevelFlags, const char *, void *) {}
+
+    guint m_handler;
+};
+
+/// A quoted-printable value goes on in the next line after a "=" at the end. The library knows that only where an
+/// encoded character stands before it, so the lines are joined here.
+QByteArray withoutSoftBreaks(const QByteArray &card)
+{
+    QByteArray result;
+    bool isQuoted = false;
+    bool goesOn = false;
+    for (QByteArray line : card.split('\n')) {
+        if (line.endsWith('\r'))
+            line.chop(1);
+        if (!goesOn)
+            isQuoted = line.left(line.indexOf(':')).toUpper().contains("QUOTED-PRINTABLE");
+        goesOn = isQuoted && line.endsWith('=');
+        if (goesOn)
+            line.chop(1);
+        result += goesOn ? line : line + "\r\n";
+    }
+    return result;
+}
+
+QString valueText(const GString *value)
+{
+    QString text = VCardCharset::decode(QByteArray(value->str, qsizetype(value->len)));
+    // A text ends at a NUL on the bus.
+    return text.remove(QChar(u'\0'));
+}
+
+QSet<QString> typesOf(EVCardAttribute *attribute)
+{
+    QSet<QString> types;
+    for (GList *value = e_vcard_attribute_get_param(attribute, EVC_TYPE); value; value = value->next) {
+        // Version 4.0 writes several types as one quoted list.
+        const QString list = QString::fromUtf8(static_cast<const char *>(value->data)).toLower();
+        for (const QString &type : list.split(QLatin1Char(',')))
+            types.insert(type.trimmed());
+    }
+    return types;
+}
+
+VCardProperty propertyOf(EVCardAttribute *attribute)
+{
+    VCardProperty property{QString::fromUtf8(e_vcard_attribute_get_name(attribute)).toUpper(), typesOf(attribute), {}};
+    for (GList *value = e_vcard_attribute_get_values_decoded(attribute); value; value = value->next)
+        property.values.append(valueText(static_cast<const GString *>(value->data)));
+    return property;
+}
+
+} // namespace
+
+VCardProperties VCardParser::parse(const QByteArray &card)
+{
+    const QuietLibrary quiet;
+    const std::unique_ptr<EVCard, Unref> parsed(e_vcard_new_from_string(withoutSoftBreaks(card).constData()));
+    VCardProperties properties;
+    for (GList *attribute = e_vcard_get_attributes(parsed.get()); attribute; attribute = attribute->next)
+        properties.append(propertyOf(static_cast<EVCardAttribute *>(attribute->data)));
+    return properties;
+}

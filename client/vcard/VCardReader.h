@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "client/vcard/VCardProperty.h"
+#include "platform/records/Contact.h"
+
+#include <QByteArray>
+
+/// Makes a contact of one vCard (2.1, 3.0, 4.0). Fields of the directory are filled first; what has no field becomes a
+/// misc pair: company, department, job, address, city, region, zip, country, note, url, birthday and the like. Left
+/// out are embedded photos, sounds and keys, and what only the writing program understands.
+class VCardReader
+{
+public:
+    struct Result
+    {
+        Contact contact;
+        QString refusal; ///< why the card makes no contact, as a sentence's end ("holds no name"); empty when it does
+    };
+
+    static Result read(const QByteArray &card);
+
+private:
+    void take(const VCardProperty &property);
+    void takeName(const VCardProperty &property);
+    void takeEmail(const VCardProperty &property);
+    void takeInstantMessaging(const VCardProperty &property);
+    void takeAddress(const VCardProperty &property);
+    void takeOrganisation(const VCardProperty &property);
+    void takePhoto(const VCardProperty &property);
+    void completeName();
+    void addMisc(const QString &key, const QString &value);
+
+    Contact m_contact;
+    VCardProperties m_telephones;
+    QString m_fullName;
+    bool m_isGroup = false;
+};

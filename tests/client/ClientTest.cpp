@@ -1,0 +1,427 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/support/PrivateBus.h"
+#include "tests/support/Program.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// What one run of the client did.
+struct Outcome
+{
+    int code;
+    QString out;
+    QString error;
+
+    QJsonDocument json() const { return QJsonDocument::fromJson(out.toUtf8()); }
+    QStringList names() const
+    {
+        QStringList names;
+        for (const QJsonValue &contact : json().array())
+            names.append(contact[u"name"].toString());
+        return names;
+    }
+};
+
+Outcome client(const QStringList &arguments, const QByteArray &input = {})
+{
+    Program program(u"kestin-dir"_s, arguments);
+    const int code = program.run(input);
+    return {code, program.output(), program.errorOutput()};
+}
+
+QByteArray card(const QByteArray &lines)
+{
+    return "BEGIN:VCARD\nVERSION:3.0\n" + lines + "\nEND:VCARD\n";
+}
+
+/// Stops a process for as long as it lives: a service that is there and says nothing.
+class Silence
+{
+public:
+    explicit Silence(const Program &program)
+        : m_process(pid_t(program.processId()))
+    {
+        ::kill(m_process, SIGSTOP);
+    }
+    ~Silence() { ::kill(m_process, SIGCONT); }
+    Q_DISABLE_COPY_MOVE(Silence)
+
+private:
+    pid_t m_process;
+};
+
+} // namespace
+
+/// The client as its user runs it, against the real service and its peers on a bus of their own.
+class ClientTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void mistakesAreTold_data();
+    void mistakesAreTold();
+    void absentServicesAreTold();
+    void aSilentServiceIsNotWaitedForEver();
+    void helpTeachesEveryCommand();
+    void contactLivesFromAddToRemove();
+    void listsByKindAndPiece();
+    void whoUnderstandsEverySpelling();
+    void previewListChanges();
+    void hostileNamesAreEscaped();
+    void importTellsWhatItRefused();
+    void importStopsAtAFullDirectory();
+    void importReadsStandardInput();
+    void watchPrintsEvents();
+    void settingsAreReadAndChanged();
+    void completionOffersCommandsOptionsAndIds_data();
+    void completionOffersCommandsOptionsAndIds();
+
+private:
+    void startDirectory();
+    QString add(const QStringList &fields);
+    QStringList allNames() { return client({u"list"_s, u"--json"_s}).names(); }
+
+    std::unique_ptr<PrivateBus> m_bus;
+    std::unique_ptr<QTemporaryDir> m_data;
+    std::unique_ptr<Program> m_settings;
+    std::unique_ptr<Program> m_telephony;
+    std::unique_ptr<Program> m_directory;
+};
+
+void ClientTest::init()
+{
+    m_data = std::make_unique<QTemporaryDir>();
+    qputenv("KESTIN_DATA_DIR", m_data->path().toUtf8());
+    m_bus = std::make_unique<PrivateBus>();
+    const QDBusConnection connection = m_bus->connection(u"test"_s);
+    m_settings = std::make_unique<Program>(u"kestin-settings"_s);
+    QVERIFY(m_settings->startAndWaitForName(u"SettingsManager"_s, connection));
+    m_telephony = std::make_unique<Program>(u"kestin-telephony"_s);
+    QVERIFY(m_telephony->startAndWaitForName(u"Telephony"_s, connection));
+    startDirectory();
+}
+
+void ClientTest::startDirectory()
+{
+    m_directory = std::make_unique<Program>(u"kestin-directory"_s);
+    QVERIFY(m_directory->startAndWaitForName(u"KestinDirectory"_s, m_bus->connection(u"test"_s)));
+}
+
+void ClientTest::cleanup()
+{
+    m_directory.reset();
+    m_telephony.reset();
+    m_settings.reset();
+    QDBusConnection::disconnectFromBus(u"test"_s);
+    m_bus.reset();
+}
+
+QString ClientTest::add(const QStringList &fields)
+{
+    const Outcome outcome = client(QStringList{u"add"_s} + fields);
+    return outcome.code == 0 ? outcome.out.trimmed() : outcome.error;
+}
+
+void ClientTest::mistakesAreTold_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QString>("text");
+    const auto row = [](const char *arguments, int code, const char *text) {
+        QTest::newRow(arguments) << QString::fromUtf8(arguments).split(u' ', Qt::SkipEmptyParts) << code
+                                 << QString::fromUtf8(text);
+    };
+    row("", 2, "no command is given");
+    row("frobnicate", 2, "there is no command \"frobnicate\"");
+    row("list --nonsense", 2, "Unknown option 'nonsense'");
+    row("list 5", 2, "\"5\" is too much");
+    row("list --start -1", 2, "--start takes a whole number from 0 on");
+    row("list --type friend", 2, "--type takes local, cached, dm, manager or a number");
+    row("show", 2, "quote an id");
+    row("show a b", 2, "only one ID");
+    row("add --office 1", 2, "--first-name or --last-name is missing");
+    row("add --last-name x --misc y", 2, "--misc takes KEY=VALUE");
+    row("edit a", 2, "no field to change");
+    row("settings set a", 2, "takes a KEY and a VALUE");
+    row("preview burn", 2, "takes list, add or remove");
+    row("show #CONTACT_9#", 1, "no contact has the id #CONTACT_9#");
+    row("edit #CONTACT_9# --home 1", 1, "no contact has the id");
+    row("remove #CONTACT_9#", 1, "no contact has the id");
+    row("preview add #CONTACT_9#", 1, "no contact has the id");
+    row("add --last-name x --office anonymous", 1, "\"anonymous\" is not accepted");
+    row("who 12345", 1, "nobody has the number 12345");
+    row("settings get NoSuchSetting", 1, "NoSuchSetting");
+    row("settings set DirMaxContact many", 1, "DirMaxContact is not changed");
+    row("import /no/such/file.vcf", 4, "cannot be read: No such file");
+    row("import /dev/null", 4, "holds no vCard");
+}
+
+void ClientTest::mistakesAreTold()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, text);
+    const Outcome outcome = client(arguments);
+    QTEST(outcome.code, "code");
+    QVERIFY2(outcome.error.contains(text), qPrintable(outcome.error));
+    QVERIFY(outcome.error.startsWith(u"kestin-dir: "));
+    QCOMPARE(outcome.error.count(u'\n'), 1);
+}
+
+void ClientTest::absentServicesAreTold()
+{
+    m_directory.reset();
+    const Outcome noService = client({u"list"_s});
+    QCOMPARE(noService.code, 3);
+    QCOMPARE(noService.error, u"kestin-dir: KestinDirectory is not running on this message bus\n"_s);
+    const Outcome import = client({u"import"_s, u"-"_s}, card("N:One") + card("N:Two"));
+    QCOMPARE(import.code, 3);
+    QVERIFY2(import.out.startsWith(u"created 0, refused 2"), qPrintable(import.out));
+
+    qputenv("KESTIN_BUS", "unix:path=/no/such/bus");
+    const Outcome noBus = client({u"watch"_s});
+    QCOMPARE(noBus.code, 3);
+    QVERIFY2(noBus.error.contains(u"\"unix:path=/no/such/bus\" cannot be reached"), qPrintable(noBus.error));
+}
+
+void ClientTest::aSilentServiceIsNotWaitedForEver()
+{
+    const Silence silence(*m_directory);
+    const Outcome list = client({u"list"_s, u"--timeout"_s, u"1"_s});
+    QCOMPARE(list.code, 5);
+    QVERIFY2(list.error.contains(u"KestinDirectory gave no answer in time"), qPrintable(list.error));
+    const Outcome import = client({u"import"_s, u"-"_s, u"--timeout"_s, u"1"_s}, card("N:One").repeated(100));
+    QCOMPARE(import.code, 5);
+    // What was in flight is all that was tried.
+    QVERIFY2(import.out.startsWith(u"created 0, refused 8"), qPrintable(import.out));
+    QVERIFY(import.error.contains(u"it may have been created"));
+}
+
+void ClientTest::helpTeachesEveryCommand()
+{
+    const Outcome program = client({u"--help"_s});
+    QCOMPARE(program.code, 0);
+    QVERIFY(program.out.contains(u"KESTIN_BUS"));
+    const QStringList commands{u"list"_s, u"show"_s,    u"add"_s,    u"edit"_s,  u"remove"_s,
+                               u"who"_s,  u"preview"_s, u"import"_s, u"watch"_s, u"settings"_s};
+    for (const QString &command : commands) {
+        QVERIFY2(program.out.contains(u"\n  "_s + command + u' '), qPrintable(command));
+        const Outcome help = client({command, u"--help"_s});
+        QCOMPARE(help.code, 0);
+        QVERIFY(help.out.startsWith(u"Usage: kestin-dir "_s + command));
+        QVERIFY(help.out.contains(u"Examples:\n  "));
+    }
+    QCOMPARE(client({u"--version"_s}).out, u"kestin-dir " KESTIN_VERSION "\n"_s);
+}
+
+void ClientTest::contactLivesFromAddToRemove()
+{
+    const QString id = add({u"--first-name"_s, u"Zoë"_s, u"--last-name"_s, u"Müller"_s, u"--office"_s, u"7000"_s,
+                            u"--city"_s, u"Paris"_s, u"--misc"_s, u"floor=2"_s, u"--private"_s});
+    QCOMPARE(id, u"#CONTACT_1#"_s);
+    const QString shown = client({u"show"_s, id}).out;
+    for (const QString &line : {u"firstName: Zoë"_s, u"name: Müller"_s, u"officePhone: 7000"_s, u"misc.city: Paris"_s,
+                                u"misc.floor: 2"_s, u"isPrivate: yes"_s, u"type: local"_s})
+        QVERIFY2(shown.contains(line + u'\n'), qPrintable(line + u" in "_s + shown));
+    QVERIFY(!shown.contains(u"fax"));
+
+    QCOMPARE(client({u"edit"_s, id, u"--mobile"_s, u"06"_s, u"--office"_s, QString(), u"--misc"_s, u"floor="_s,
+                     u"--not-private"_s})
+                 .code,
+             0);
+    const QJsonObject changed = client({u"show"_s, id, u"--json"_s}).json().object();
+    QCOMPARE(changed.value(u"name"_s), u"Müller"_s);
+    QCOMPARE(changed.value(u"personalMobile"_s), u"06"_s);
+    QCOMPARE(changed.value(u"officePhone"_s), QString());
+    QCOMPARE(changed.value(u"misc"_s), QJsonObject({{u"city"_s, u"Paris"_s}}));
+    QCOMPARE(changed.value(u"isPrivate"_s), false);
+
+    const QString other = add({u"--last-name"_s, u"Other"_s});
+    const Outcome removal = client({u"remove"_s, id, u"nobody"_s, other});
+    QCOMPARE(removal.code, 1);
+    QCOMPARE(removal.error, u"kestin-dir: no contact has the id nobody\n"_s);
+    QCOMPARE(allNames(), QStringList());
+}
+
+void ClientTest::listsByKindAndPiece()
+{
+    for (const char *name : {"Delta", "Alpha", "Charlie", "Bravo"})
+        QVERIFY(add({u"--last-name"_s, QString::fromUtf8(name)}).startsWith(u'#'));
+    QCOMPARE(allNames(), QStringList({u"Alpha"_s, u"Bravo"_s, u"Charlie"_s, u"Delta"_s}));
+    QCOMPARE(client({u"list"_s, u"--json"_s, u"--type"_s, u"local"_s}).names(), allNames());
+    QCOMPARE(client({u"list"_s, u"--json"_s, u"--type"_s, u"cached"_s}).names(), QStringList());
+    QCOMPARE(client({u"list"_s, u"--json"_s, u"--start"_s, u"1"_s, u"--length"_s, u"2"_s}).names(),
+             QStringList({u"Alpha"_s, u"Charlie"_s}));
+    const QStringList lines = client({u"list"_s}).out.split(u'\n');
+    QVERIFY(lines.at(0).startsWith(u"ID           NAME     OFFICE"));
+    QCOMPARE(lines.at(1), u"#CONTACT_2#  Alpha                                  local"_s);
+}
+
+void ClientTest::whoUnderstandsEverySpelling()
+{
+    QCOMPARE(client({u"settings"_s, u"set"_s, u"DialingRuleCountryCode"_s, u"33"_s}).code, 0);
+    add({u"--first-name"_s, u"Zoë"_s, u"--last-name"_s, u"Müller"_s, u"--mobile"_s, u"+33 6 12 34 56 78"_s});
+    for (const QString &spelling : {u"+33612345678"_s, u"06 12 34 56 78"_s, u"0033-612345678"_s})
+        QCOMPARE(client({u"who"_s, spelling}).out, u"Zoë Müller\n"_s);
+    QCOMPARE(client({u"who"_s, u"0612345678"_s, u"--json"_s}).names(), QStringList{u"Müller"_s});
+    m_telephony.reset();
+    QCOMPARE(client({u"who"_s, u"+33612345678"_s}).out, u"Zoë Müller\n"_s);
+    QCOMPARE(client({u"who"_s, u"0612345678"_s}).code, 1);
+}
+
+void ClientTest::previewListChanges()
+{
+    const QString id = add({u"--last-name"_s, u"Müller"_s});
+    QCOMPARE(client({u"preview"_s, u"add"_s, id}).code, 0);
+    QCOMPARE(client({u"preview"_s, u"--json"_s}).names(), QStringList{u"Müller"_s});
+    const Outcome again = client({u"preview"_s, u"add"_s, id});
+    QCOMPARE(again.code, 1);
+    QVERIFY(again.error.contains(u"is in the preview list already"));
+    QCOMPARE(client({u"preview"_s, u"remove"_s, id}).code, 0);
+    QCOMPARE(client({u"preview"_s, u"list"_s, u"--json"_s}).names(), QStringList());
+    QVERIFY(client({u"preview"_s, u"remove"_s, id}).error.contains(u"is not in the preview list"));
+}
+
+void ClientTest::hostileNamesAreEscaped()
+{
+    const QString name = u"\x1b]0;x\x07\u202e\nb"_s;
+    const QString id = add({u"--last-name"_s, name, u"--misc"_s, u"k\x1b=v\x1b"_s});
+    for (const QStringList &arguments : {QStringList{u"list"_s}, {u"show"_s, id}, {u"list"_s, u"--json"_s}}) {
+        const Outcome outcome = client(arguments);
+        QCOMPARE(outcome.code, 0);
+        QVERIFY(!outcome.out.contains(u'\x1b') && !outcome.out.contains(u'\u202e'));
+    }
+    QCOMPARE(allNames(), QStringList{name});
+}
+
+void ClientTest::importTellsWhatItRefused()
+{
+    QFile file(m_data->filePath(u"people.vcf"_s));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    for (int number = 1; number <= 50; ++number)
+        file.write(
+            card("N:Name" + QByteArray::number(number) + ";First\nTEL;TYPE=WORK:70" + QByteArray::number(number)));
+    file.write(card("N:Nobody\nTEL;TYPE=WORK:anonymous") + card("TEL:1") + card("N:Last") + "BEGIN:VCARD\nN:Cut");
+    file.close();
+
+    const Outcome outcome = client({u"import"_s, file.fileName(), u"--json"_s});
+    QCOMPARE(outcome.code, 1);
+    const QJsonObject report = outcome.json().object();
+    QCOMPARE(report.value(u"created"_s), 51);
+    QMap<int, QString> reasons;
+    for (const QJsonValue &refused : report.value(u"refused"_s).toArray()) {
+        QCOMPARE(refused[u"file"].toString(), file.fileName());
+        reasons.insert(refused[u"card"].toInt(), refused[u"name"].toString() + u": "_s + refused[u"reason"].toString());
+    }
+    QCOMPARE(reasons, (QMap<int, QString>{{51, u"Nobody: a contact whose number is \"anonymous\" is not accepted"_s},
+                                          {52, u": holds no name"_s},
+                                          {54, u": has no END:VCARD"_s}}));
+    QVERIFY2(outcome.error.contains(u"people.vcf: card 51 (Nobody): a contact whose"), qPrintable(outcome.error));
+    // No bar is drawn into a pipe.
+    QVERIFY(!outcome.error.contains(u'\r'));
+    QCOMPARE(allNames().size(), 51);
+}
+
+void ClientTest::importStopsAtAFullDirectory()
+{
+    QCOMPARE(client({u"settings"_s, u"set"_s, u"DirMaxContact"_s, u"3"_s}).code, 0);
+    m_directory.reset();
+    startDirectory();
+    const Outcome outcome = client({u"import"_s, u"-"_s}, card("N:Name").repeated(500));
+    QCOMPARE(outcome.code, 1);
+    QVERIFY2(outcome.error.endsWith(u"kestin-dir: stopped before the end: the directory is full: remove contacts or "
+                                    "raise the setting DirMaxContact\n"),
+             qPrintable(outcome.error));
+    QVERIFY(outcome.error.count(u'\n') < 20);
+    QCOMPARE(allNames().size(), 3);
+}
+
+void ClientTest::importReadsStandardInput()
+{
+    const Outcome outcome = client({u"import"_s, u"-"_s}, card("N:One") + card("N:Two"));
+    QCOMPARE(outcome.code, 0);
+    QVERIFY2(outcome.out.startsWith(u"created 2, refused 0, "), qPrintable(outcome.out));
+    QCOMPARE(outcome.error, QString());
+    QCOMPARE(allNames(), QStringList({u"One"_s, u"Two"_s}));
+}
+
+void ClientTest::watchPrintsEvents()
+{
+    Program counted(u"kestin-dir"_s, {u"watch"_s, u"--count"_s, u"2"_s, u"--json"_s});
+    Program endless(u"kestin-dir"_s, {u"watch"_s});
+    for (Program *watch : {&counted, &endless}) {
+        watch->start();
+        QVERIFY(watch->waitForErrorOutput(u"watching; Ctrl-C ends"_s));
+    }
+    const QString id = add({u"--last-name"_s, u"Müller"_s});
+    QCOMPARE(client({u"remove"_s, id}).code, 0);
+
+    QTRY_VERIFY_WITH_TIMEOUT(!counted.isRunning(), Program::limitMs);
+    const QStringList lines = counted.output().split(u'\n', Qt::SkipEmptyParts);
+    QCOMPARE(lines.size(), 2);
+    const QJsonObject created = QJsonDocument::fromJson(lines.at(0).toUtf8()).object();
+    QCOMPARE(created.value(u"event"_s), u"DIR_CONTACTS_CREATED"_s);
+    QCOMPARE(created[u"arguments"_s][u"contacts"_s][0][u"name"_s].toString(), u"Müller"_s);
+    const QJsonObject deleted = QJsonDocument::fromJson(lines.at(1).toUtf8()).object();
+    QCOMPARE(deleted[u"arguments"_s][u"contactIds"_s], QJsonArray{id});
+
+    QTRY_VERIFY_WITH_TIMEOUT(endless.output().contains(u"contactIds=["_s + id + u']'), Program::limitMs);
+    QVERIFY(endless.output().contains(u"contacts=["_s + id + u" Müller]"_s));
+    QCOMPARE(endless.terminate(), 0);
+}
+
+void ClientTest::settingsAreReadAndChanged()
+{
+    QCOMPARE(client({u"settings"_s, u"set"_s, u"DirMaxContact"_s, u"250"_s}).code, 0);
+    QCOMPARE(client({u"settings"_s, u"get"_s, u"DirMaxContact"_s}).out, u"250\n"_s);
+    const QJsonArray all = client({u"settings"_s, u"list"_s, u"--json"_s}).json().array();
+    const bool listed = std::any_of(all.begin(), all.end(), [](const QJsonValue &setting) {
+        return setting[u"key"] == u"DirMaxContact"_s && setting[u"value"] == u"250"_s &&
+               setting[u"defaultValue"] != u"250"_s;
+    });
+    QVERIFY(listed);
+}
+
+void ClientTest::completionOffersCommandsOptionsAndIds_data()
+{
+    QTest::addColumn<QString>("typed"); // the last word is being completed
+    QTest::addColumn<QStringList>("offered");
+    QTest::newRow("commands") << u"s"_s << QStringList{u"show"_s, u"settings"_s};
+    QTest::newRow("options") << u"list --t"_s << QStringList{u"--type"_s, u"--timeout"_s};
+    QTest::newRow("kinds") << u"list --type c"_s << QStringList{u"cached"_s};
+    QTest::newRow("ids, quoted") << u"show --json ''"_s << QStringList{u"\\#CONTACT_1#"_s};
+    QTest::newRow("keys") << u"settings get DirMaxC"_s << QStringList{u"DirMaxContact"_s};
+    QTest::newRow("nothing known") << u"add --office ''"_s << QStringList();
+}
+
+void ClientTest::completionOffersCommandsOptionsAndIds()
+{
+    QFETCH(QString, typed);
+    add({u"--last-name"_s, u"Müller"_s});
+    QProcess bash;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"PATH"_s, QCoreApplication::applicationDirPath() + u':' + qEnvironmentVariable("PATH"));
+    environment.insert(u"KESTIN_COMPLETION_LIMIT"_s, u"20"_s);
+    bash.setProcessEnvironment(environment);
+    const QString script = u"source '" KESTIN_COMPLETION "'; COMP_WORDS=(kestin-dir %1);"
+                           "COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _kestin_dir; printf '%s\\n' \"${COMPREPLY[@]}\""_s;
+    bash.start(u"bash"_s, {u"-c"_s, script.arg(typed)});
+    QVERIFY(bash.waitForFinished());
+    QTEST(QString::fromUtf8(bash.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts), "offered");
+}
+
+QTEST_GUILESS_MAIN(ClientTest)
+#include "ClientTest.moc"

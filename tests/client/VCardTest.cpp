@@ -1,0 +1,232 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "client/text/ContactText.h"
+#include "client/vcard/VCardReader.h"
+#include "client/vcard/VCardSplitter.h"
+
+#include <QBuffer>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+// The library loses a few hundred bytes at each line whose parameters are malformed, which a leak checker would hold
+// against the test. Only with whole stacks can it tell the library's allocations from the client's.
+extern "C" const char *__asan_default_options()
+{
+    return "fast_unwind_on_malloc=0";
+}
+extern "C" const char *__lsan_default_suppressions()
+{
+    return "leak:libebook-contacts\n";
+}
+
+namespace {
+
+QByteArray card(const char *version, const QByteArray &lines)
+{
+    return QByteArray("BEGIN:VCARD\nVERSION:") + version + '\n' + lines + "END:VCARD\n";
+}
+
+/// "field: value" of all that is set, a line each, without the type.
+QString fieldsOf(const Contact &contact)
+{
+    QStringList lines;
+    for (const auto &[field, value] : ContactText::setFields(contact)) {
+        if (field != u"type")
+            lines.append(field + u": "_s + value);
+    }
+    return lines.join(u'\n');
+}
+
+QList<RawCard> split(const QByteArray &file)
+{
+    QBuffer buffer;
+    buffer.setData(file);
+    buffer.open(QIODevice::ReadOnly);
+    VCardSplitter splitter(buffer);
+    QList<RawCard> cards;
+    while (const std::optional<RawCard> next = splitter.next())
+        cards.append(*next);
+    return cards;
+}
+
+const char trickyCard[] = "N;CHARSET=ISO-8859-1;ENCODING=QUOTED-PRINTABLE:M=FCller;Zo=EB;;Dr.\n"
+                          "TEL;WORK;VOICE:102\nTEL;WORK:+33 1 55\nTEL;CELL;PREF:06\n"
+                          "NOTE;ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:caf=C3=A9 =\nand=3B more\n"
+                          "PHOTO;ENCODING=BASE64;TYPE=JPEG:\n AAAA\n BBBB\n\n";
+
+} // namespace
+
+/// vCard files as they come from other programs, good and broken.
+class VCardTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void becomesContact_data();
+    void becomesContact();
+    void fullNameAloneIsTakenApart_data();
+    void fullNameAloneIsTakenApart();
+    void isRefused_data();
+    void isRefused();
+    void fileIsTakenApart_data();
+    void fileIsTakenApart();
+    void oversizedCardIsSkipped();
+    void damageNeverCrashesNorMakesANamelessContact();
+};
+
+void VCardTest::becomesContact_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QString>("fields");
+
+    QTest::newRow("2.1, quoted-printable in two character sets")
+        << card("2.1", trickyCard)
+        << u"salutation: Dr.\nfirstName: Zoë\nname: Müller\nofficePhone: +33 1 55\npersonalMobile: 06\n"
+           "personalFax: 102\nmisc.note: café and; more"_s;
+    QTest::newRow("2.1, bytes of character sets named and unnamed, folded")
+        << card("2.1", "N;CHARSET=SHIFT_JIS:\x8e\x52\x93\x63;Taro\nORG:Caf\xe9\n  Dupr\xe9\n")
+        << u"firstName: Taro\nname: 山田\nmisc.company: Café Dupré"_s;
+    QTest::newRow("2.1, quoted-printable without a character set")
+        << card("2.1", "N;ENCODING=QUOTED-PRINTABLE:Gr=F6=DFe\n") << u"name: Größe"_s;
+    QTest::newRow("3.0, groups, escapes, folding")
+        << card("3.0", "N:O\\;Hara\\, sr;Zoë;Ann,Bea;;Jr.\nitem1.TEL;TYPE=WORK,VOICE;TYPE=pref:+33 1\n"
+                       "EMAIL;TYPE=HOME:zoe@ho\n me.org\nEMAIL:zoe@work.org\nNOTE:a;b\\nc\nX-JABBER:zoe@im.org\n"
+                       "CATEGORIES:friends,golf\nCLASS:PRIVATE\nX-OTHER:x\nREV:1\n")
+        << u"firstName: Zoë Ann,Bea\nname: O;Hara, sr\nofficePhone: +33 1\nemail: zoe@work.org\n"
+           "personalEmail: zoe@home.org\ncollaborationId: zoe@im.org\nmisc.categories: friends, golf\n"
+           "misc.note: a;b\nc\nmisc.suffix: Jr.\nisPrivate: yes"_s;
+    QTest::newRow("4.0, addresses as URIs")
+        << card("4.0", "FN:Zoë Müller\nN:Müller;Zoë;;;\nTEL;VALUE=uri;TYPE=\"voice,work\":tel:+1-555;ext=102\n"
+                       "TEL;VALUE=uri;TYPE=\"cell\":tel:+1-556\nIMPP:xmpp:zoe@im.org\nLANG;PREF=1:fr\nTZ:+01:00\n"
+                       "PHOTO:data:image/png;base64,AAAA\nPHOTO:https://example.org/zoe.png\n")
+        << u"firstName: Zoë\nname: Müller\nlanguage: fr\ntimezone: +01:00\nofficePhone: +1-555\n"
+           "personalMobile: +1-556\npersonalFax: 102\ncollaborationId: zoe@im.org\n"
+           "photo: https://example.org/zoe.png"_s;
+    QTest::newRow("more of everything than there are fields")
+        << card("3.0",
+                "N:X\nTEL:1111111\nTEL;TYPE=HOME:2\nTEL;TYPE=FAX,WORK:3\nTEL;TYPE=WORK:4444444\nTEL;TYPE=WORK:55\n"
+                "TEL;TYPE=CELL:6\nTEL;TYPE=CELL:7\nEMAIL:a\nEMAIL:b\nEMAIL:c\nEMAIL:a\nIMPP:x:i\nIMPP:j\n")
+        << u"name: X\nofficePhone: 4444444\nemail: a\nfax: 3\npersonalHome: 2\npersonalMobile: 6\npersonalFax: 55\n"
+           "personalEmail: b\ncollaborationId: i\nmisc.email: c\nmisc.im: j\nmisc.phone2: 7\nmisc.phone3: 1111111"_s;
+    QTest::newRow("addresses, organisation, title")
+        << card("3.0", "N:X\nADR;TYPE=WORK:PO 1;Floor 2;Main St 3;Paris;IdF;75001;France\nADR:;;Sea;Nice;;;\n"
+                       "ORG:ACME;R&D;Lab\nTITLE:Chief\nBDAY:1980-01-02\nURL:http://x.org/;a\n")
+        << u"name: X\nmisc.address: Main St 3, Floor 2, PO 1\nmisc.birthday: 1980-01-02\nmisc.city: Paris\n"
+           "misc.company: ACME\nmisc.country: France\nmisc.department: R&D, Lab\nmisc.job: Chief\n"
+           "misc.otherAddress: Sea, Nice\nmisc.region: IdF\nmisc.url: http://x.org/;a\nmisc.zip: 75001"_s;
+    QTest::newRow("a company has one name")
+        << card("3.0", "FN:Bar du Coin\nORG:Bar du Coin\n") << u"name: Bar du Coin\nmisc.company: Bar du Coin"_s;
+    QTest::newRow("lines that are none") << card("3.0", "N:only\nTEL\n:::\n=\nTEL;TYPE=\"work:1\nFOO;=:x\n\n")
+                                         << u"name: only"_s;
+}
+
+void VCardTest::becomesContact()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QString, fields);
+    // Line ends of either kind.
+    for (const QByteArray &variant : {text, QByteArray(text).replace("\n", "\r\n")}) {
+        const VCardReader::Result result = VCardReader::read(variant);
+        QCOMPARE(result.refusal, QString());
+        QCOMPARE(fieldsOf(result.contact), fields);
+    }
+}
+
+void VCardTest::fullNameAloneIsTakenApart_data()
+{
+    QTest::addColumn<QString>("fullName");
+    QTest::addColumn<QString>("fields");
+    QTest::newRow("two words") << u"Zoë Müller"_s << u"firstName: Zoë\nname: Müller"_s;
+    QTest::newRow("particles") << u"Ludwig van Beethoven"_s << u"firstName: Ludwig\nname: van Beethoven"_s;
+    QTest::newRow("comma") << u"Müller\\, Zoë"_s << u"firstName: Zoë\nname: Müller"_s;
+    QTest::newRow("titles") << u"Dr. Anna B. Smith"_s << u"salutation: Dr.\nfirstName: Anna B.\nname: Smith"_s;
+    QTest::newRow("one word") << u"山田太郎"_s << u"name: 山田太郎"_s;
+    QTest::newRow("a title only") << u"Mr."_s << u"name: Mr."_s;
+}
+
+void VCardTest::fullNameAloneIsTakenApart()
+{
+    QFETCH(QString, fullName);
+    QTEST(fieldsOf(VCardReader::read(card("3.0", "FN:" + fullName.toUtf8() + '\n')).contact), "fields");
+}
+
+void VCardTest::isRefused_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("NUL") << card("3.0", QByteArray("N:a\0b\n", 6)) << u"NUL"_s;
+    QTest::newRow("not UTF-8") << card("3.0", "N:M\xfcller\n") << u"not valid UTF-8"_s;
+    QTest::newRow("no name") << card("3.0", "N:;;;;\nFN: \nTEL:1\n") << u"holds no name"_s;
+    QTest::newRow("group") << card("4.0", "KIND:group\nFN:All\n") << u"is a group"_s;
+    QTest::newRow("no card") << QByteArray("hello") << u"holds no name"_s;
+}
+
+void VCardTest::isRefused()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QString, reason);
+    const QString refusal = VCardReader::read(text).refusal;
+    QVERIFY2(refusal.contains(reason), qPrintable(refusal));
+}
+
+void VCardTest::fileIsTakenApart_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QStringList>("cards"); // the name or the fault of each
+    const QByteArray one = card("3.0", "N:One\n");
+    const QByteArray two = card("3.0", "N:Two\n");
+    const QString noEnd = u"has no END:VCARD"_s;
+    QTest::newRow("nothing") << QByteArray() << QStringList();
+    QTest::newRow("no card") << QByteArray("a\nb\n") << QStringList();
+    QTest::newRow("byte order mark, text between, lower case")
+        << "\xef\xbb\xbf" + one + "\n--\n" + two.toLower() << QStringList{u"One"_s, u"two"_s};
+    QTest::newRow("no END in the middle") << "BEGIN:VCARD\nN:Cut\n" + two << QStringList{noEnd, u"Two"_s};
+    QTest::newRow("no END at the end") << one + "BEGIN:VCARD\nN:Cu" << QStringList{u"One"_s, noEnd};
+    QTest::newRow("a card inside a card")
+        << card("2.1", "AGENT:\nBEGIN:VCARD\nN:Inner\nEND:VCARD\nN:Outer\n") + two << QStringList{u"Outer"_s, u"Two"_s};
+    QTest::newRow("END behind an overlong line")
+        << card("3.0", "N:One\nNOTE:" + QByteArray(200000, 'x') + "END:VCARD\nX:y\n") + two
+        << QStringList{u"One"_s, u"Two"_s};
+}
+
+void VCardTest::fileIsTakenApart()
+{
+    QFETCH(QByteArray, file);
+    QStringList found;
+    for (const RawCard &raw : split(file))
+        found.append(raw.fault.isEmpty() ? VCardReader::read(raw.text).contact.name : raw.fault);
+    QTEST(found, "cards");
+}
+
+void VCardTest::oversizedCardIsSkipped()
+{
+    const QByteArray large = card("3.0", "N:Large\nNOTE:" + QByteArray(VCardSplitter::largestCard, 'x') + '\n');
+    const QList<RawCard> cards = split(large + card("3.0", "N:Next\n"));
+    QCOMPARE(cards.size(), 2);
+    QVERIFY(cards.at(0).fault.contains(u"larger than 16 MiB"));
+    QVERIFY(cards.at(0).text.isEmpty());
+    QCOMPARE(cards.at(1).number, 2);
+    QCOMPARE(VCardReader::read(cards.at(1).text).contact.name, u"Next"_s);
+}
+
+void VCardTest::damageNeverCrashesNorMakesANamelessContact()
+{
+    const QByteArray whole = card("2.1", trickyCard);
+    int contacts = 0;
+    for (qsizetype place = 0; place < whole.size(); ++place) {
+        for (const char damage : {'\0', '\n', ':', ';', '=', '"', '\\', '\x80', '\xff'}) {
+            QByteArray damaged = whole;
+            damaged[place] = damage;
+            for (const RawCard &raw : split(damaged + damaged.left(place))) {
+                const VCardReader::Result result = VCardReader::read(raw.text);
+                const bool named = !(result.contact.firstName + result.contact.name).isEmpty();
+                QCOMPARE(result.refusal.isEmpty(), named);
+                contacts += int(named);
+            }
+        }
+    }
+    QVERIFY(contacts > whole.size());
+}
+
+QTEST_GUILESS_MAIN(VCardTest)
+#include "VCardTest.moc"

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/service/PhoneUnderTest.h"
+
+#include "platform/records/KestinBus.h"
+
+#include <QTest>
+
+const QString PhoneUnderTest::name = QStringLiteral("KestinDirectory");
+
+namespace {
+
+/// Before any of the programs takes over the environment.
+QString exported(const QTemporaryDir &folder)
+{
+    qputenv("KESTIN_DATA_DIR", folder.path().toUtf8());
+    registerDBusContact();
+    static int count = 0;
+    return QStringLiteral("client%1").arg(++count);
+}
+
+QDBusMessage messageTo(const QString &module, const QString &method, const QVariantList &arguments)
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(KestinBus::serviceName(module), KestinBus::objectPath(module),
+                                                          KestinBus::moduleInterface, method);
+    message.setArguments(arguments);
+    return message;
+}
+
+} // namespace
+
+PhoneUnderTest::PhoneUnderTest()
+    : client(bus.connection(exported(data)))
+{
+    for (Program *program : {&settings, &telephony, &directory})
+        program->setEnvironment("KESTIN_DATA_DIR", data.path());
+    client.connect(QString(), QString(), KestinBus::eventInterface, KestinBus::eventSignal, this,
+                   SLOT(note(QDBusMessage)));
+}
+
+void PhoneUnderTest::startPeers()
+{
+    QVERIFY2(settings.startAndWaitForName("SettingsManager", client), qPrintable(settings.errorOutput()));
+    set("DialingRuleCountryCode", "33");
+    set("DialingRuleExternalPrefix", "0");
+    set("DialingRuleMinNumberLength", "6");
+    QVERIFY2(telephony.startAndWaitForName("Telephony", client), qPrintable(telephony.errorOutput()));
+}
+
+bool PhoneUnderTest::startDirectory()
+{
+    return directory.startAndWaitForName(name, client);
+}
+
+QDBusMessage PhoneUnderTest::callModule(const QString &module, const QString &method, const QVariantList &arguments)
+{
+    return client.call(messageTo(module, method, arguments), QDBus::Block, Program::limitMs);
+}
+
+QDBusPendingCall PhoneUnderTest::asyncCall(const QString &method, const QVariantList &arguments)
+{
+    return client.asyncCall(messageTo(name, method, arguments), Program::limitMs);
+}
+
+void PhoneUnderTest::set(const QString &key, const QString &value)
+{
+    QCOMPARE(callModule("SettingsManager", "setSettingValue", {key, value}).type(), QDBusMessage::ReplyMessage);
+}
+
+QString PhoneUnderTest::databasePath() const
+{
+    return data.filePath("KestinApplication/KestinDirectory/kestindirectory.data");
+}

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/records/Contact.h"
+#include "tests/support/PrivateBus.h"
+#include "tests/support/Program.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QDBusReply>
+#include <QObject>
+#include <QTemporaryDir>
+
+/// The service with its peers as processes on a bus of their own, with a data folder of their own, and a client.
+class PhoneUnderTest : public QObject
+{
+    Q_OBJECT
+
+public:
+    PhoneUnderTest();
+
+    /// Starts the peers and gives them the dialing rules of a French phone with the outside line "0".
+    void startPeers();
+    bool startDirectory();
+
+    QDBusMessage callModule(const QString &module, const QString &method, const QVariantList &arguments);
+    QDBusMessage call(const QString &method, const QVariantList &arguments)
+    {
+        return callModule(name, method, arguments);
+    }
+    QDBusPendingCall asyncCall(const QString &method, const QVariantList &arguments);
+    int code(const QString &method, const QVariantList &arguments)
+    {
+        return QDBusReply<int>(call(method, arguments)).value();
+    }
+    ListContact contacts(const QString &method, const QVariantList &arguments)
+    {
+        return QDBusReply<ListContact>(call(method, arguments)).value();
+    }
+    void set(const QString &key, const QString &value);
+    QString databasePath() const;
+
+    static const QString name; ///< of the module
+    PrivateBus bus;
+    QTemporaryDir data;
+    Program settings{QStringLiteral("kestin-settings")};
+    Program telephony{QStringLiteral("kestin-telephony")};
+    Program directory{QStringLiteral("kestin-directory")};
+    QDBusConnection client;
+    QStringList events; ///< names of the events seen so far
+
+private Q_SLOTS:
+    void note(const QDBusMessage &message) { events.append(message.arguments().value(0).toString()); }
+};

@@ -1,0 +1,201 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/service/PhoneUnderTest.h"
+
+#include "platform/records/EventArgument.h"
+#include "platform/records/KestinBus.h"
+#include "platform/records/RecordMaps.h"
+
+#include <QFile>
+#include <QTest>
+
+namespace {
+
+Contact person(const QString &name, const QString &officePhone = {})
+{
+    Contact contact;
+    contact.name = name;
+    contact.officePhone = officePhone;
+    return contact;
+}
+
+QVariantList created(const Contact &contact)
+{
+    return {"r", QVariant::fromValue(contact)};
+}
+
+} // namespace
+
+/// What a user of the running service sees.
+class TestService : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        phone = std::make_unique<PhoneUnderTest>();
+        phone->startPeers();
+        QVERIFY2(phone->startDirectory(), qPrintable(phone->directory.errorOutput()));
+    }
+    void cleanup() { phone.reset(); }
+
+    void aCallerIsKnownByAnySpelling();
+    void mapsTravelAsTexts();
+    void aChangedSettingCounts();
+    void readOnlyModeComesAsAnEvent();
+    void oddInputIsKeptOrAnswered();
+    void pageBounds();
+    void aResultTooLargeIsAnError();
+    void wrongCallsAreErrors();
+    void changedDialingRulesCountFromTheNextStart();
+    void endsInOrderAndKeepsTheContacts();
+    void aSecondServiceIsRefused();
+
+private:
+    std::unique_ptr<PhoneUnderTest> phone;
+};
+
+void TestService::aCallerIsKnownByAnySpelling()
+{
+    QCOMPARE(phone->code("createLocalContact", created(person("Müller", "03 88 12 34 56"))), 0);
+    for (const char *number : {"0388123456", "00388123456", "+33 388 12 34 56", "0033388123456"}) {
+        const QDBusReply<QStringList> canonical = phone->callModule("Telephony", "makeCanonicalNumberListWithoutPrefix",
+                                                                    {QStringList{number, "", "", "", ""}});
+        const ListContact callers = phone->contacts("getLocalContacts", {canonical.value().value(0)});
+        QVERIFY2(callers.size() == 1, number);
+        QCOMPARE(callers.first().name, "Müller");
+    }
+    QTRY_COMPARE(phone->events, QStringList("DIR_CONTACTS_CREATED"));
+}
+
+void TestService::mapsTravelAsTexts()
+{
+    Contact contact = person("A");
+    contact.collaborationId = "im@example.org";
+    const QDBusReply<QMapQStringQString> ids =
+        phone->call("createLocalContacts", {"r", QVariant::fromValue(ListContact{contact})});
+    QVERIFY2(ids.isValid(), qPrintable(ids.error().message()));
+    QCOMPARE(ids.value().value("im@example.org"), "#CONTACT_1#");
+    QCOMPARE(phone->code("updateContactsPreview", {"r", QStringList("#CONTACT_1#"), true}), 0);
+    QCOMPARE(phone->contacts("getAllContactsInPreview", {0, 10}).size(), 1);
+}
+
+void TestService::aChangedSettingCounts()
+{
+    phone->set("DirMaxContact", "1");
+    QTRY_VERIFY(phone->code("createLocalContact", created(person("A"))) == 3); // the first ones may still go in
+    const auto stored = phone->contacts("getLocalContacts", {0, -1}).size();
+    phone->set("DirMaxContact", QString::number(stored + 10));
+    QTRY_COMPARE(phone->code("createLocalContact", created(person("B"))), 0);
+    QTRY_VERIFY(phone->events.contains("DIR_CONTACT_DB_FULL"));
+}
+
+void TestService::readOnlyModeComesAsAnEvent()
+{
+    const auto tell = [this](bool readOnly) {
+        QDBusMessage signal = QDBusMessage::createSignal("/test", KestinBus::eventInterface, KestinBus::eventSignal);
+        const ListEventArgument arguments{{"moduleName", PhoneUnderTest::name, true}, {"readOnly", readOnly, true}};
+        signal << "READ_ONLY_MODE" << QVariant::fromValue(arguments);
+        phone->client.send(signal);
+    };
+    registerDBusEventArgument();
+    tell(true);
+    QTRY_COMPARE(phone->code("deleteLocalContact", {"r", "nobody"}), 6);
+    QCOMPARE(phone->code("createLocalContact", created(person("A"))), 6);
+    tell(false);
+    QTRY_COMPARE(phone->code("deleteLocalContact", {"r", "nobody"}), 2);
+}
+
+void TestService::oddInputIsKeptOrAnswered()
+{
+    const QStringList names{"O'Hara'); DROP TABLE CONTACT; --",
+                            "100%_$",
+                            "two\nlines\t<3>forged",
+                            QString(1 << 20, 'x'),
+                            QString::fromUcs4(U"\U0001F600 é"),
+                            "%1 %2 %n",
+                            "' OR '1'='1"};
+    for (qsizetype i = 0; i < names.size(); ++i) {
+        Contact contact = person(names.at(i), names.at(i).left(2000));
+        contact.collaborationId = names.at(i).left(100);
+        contact.misc.insert(names.at(i).left(50), names.at(i).left(50));
+        QCOMPARE(phone->code("createLocalContact", created(contact)), 0);
+        const QString id = QString("#CONTACT_%1#").arg(i + 1);
+        const ListContact stored = phone->contacts("getContactById", {id});
+        QCOMPARE(stored.value(0).name, names.at(i));
+        QCOMPARE(stored.value(0).misc, contact.misc);
+        QCOMPARE(phone->contacts("getContactToMerge", {contact.collaborationId, "", ""}).size(), 1);
+        QCOMPARE(phone->code("updateContactsPreview", {"r", QStringList(names.at(i).left(100)), true}), 0);
+        QCOMPARE(phone->code("deleteLocalContact", {"r", names.at(i).left(100)}), 2);
+    }
+    QCOMPARE(phone->contacts("getLocalContacts", {0, -1}).size(), names.size());
+    QCOMPARE(phone->contacts("getContactToMerge", {"", "", ""}).size(), 0);
+}
+
+void TestService::pageBounds()
+{
+    for (const char *name : {"c", "b", "a"})
+        QCOMPARE(phone->code("createLocalContact", created(person(name))), 0);
+    constexpr int huge = std::numeric_limits<int>::max();
+    QCOMPARE(phone->contacts("getLocalContacts", {0, 2}).size(), 2);
+    QCOMPARE(phone->contacts("getLocalContacts", {2, huge}).size(), 1);
+    QCOMPARE(phone->contacts("getLocalContacts", {huge, huge}).size(), 0);
+    QCOMPARE(phone->contacts("getLocalContacts", {-huge, 1}).size(), 1);
+    QCOMPARE(phone->contacts("getLocalContacts", {0, -5}).size(), 3);
+    QCOMPARE(phone->contacts("getLocalContacts", {1, 0}).size(), 0);
+    QCOMPARE(phone->contacts("getAllContactsInPreview", {-1, -1}).size(), 0);
+    QCOMPARE(phone->contacts("getContactsByType", {huge}).size(), 0);
+}
+
+void TestService::aResultTooLargeIsAnError()
+{
+    for (int i = 0; i < 5; ++i)
+        QCOMPARE(phone->code("createLocalContact", created(person(QString(1 << 20, 'x')))), 0);
+    const QDBusMessage answer = phone->call("getLocalContacts", {0, -1});
+    QCOMPARE(answer.errorName(), "org.freedesktop.DBus.Error.LimitsExceeded");
+    QVERIFY(answer.errorMessage().contains("ask for fewer at a time"));
+    QCOMPARE(phone->contacts("getLocalContacts", {0, 2}).size(), 2);
+}
+
+void TestService::wrongCallsAreErrors()
+{
+    QCOMPARE(phone->call("createLocalContact", {"r", "no contact"}).type(), QDBusMessage::ErrorMessage);
+    QCOMPARE(phone->call("getContactById", {}).type(), QDBusMessage::ErrorMessage);
+    QCOMPARE(phone->call("syncReadOnlyModeSlot", {}).type(), QDBusMessage::ErrorMessage);
+    QCOMPARE(phone->code("getContactTypeById", {"##"}), 1);
+}
+
+void TestService::changedDialingRulesCountFromTheNextStart()
+{
+    Contact contact = person("A", "0388123456");
+    contact.misc.insert("company", "Acme");
+    QCOMPARE(phone->code("createLocalContact", created(contact)), 0);
+    phone->set("DialingRuleCountryCode", "49");
+    QCOMPARE(phone->directory.terminate(), 0);
+    QVERIFY(phone->startDirectory());
+    const ListContact found = phone->contacts("getLocalContacts", {"+49388123456"});
+    QCOMPARE(found.size(), 1);
+    QCOMPARE(found.first().misc, contact.misc);
+}
+
+void TestService::endsInOrderAndKeepsTheContacts()
+{
+    QCOMPARE(phone->code("createLocalContact", created(person("A"))), 0);
+    QCOMPARE(phone->directory.terminate(), 0);
+    QCOMPARE(phone->call("getLocalContacts", {0, 1}).type(), QDBusMessage::ErrorMessage);
+    QVERIFY(phone->startDirectory());
+    QCOMPARE(phone->contacts("getLocalContacts", {0, -1}).value(0).name, "A");
+}
+
+void TestService::aSecondServiceIsRefused()
+{
+    Program second("kestin-directory");
+    QCOMPARE(second.run(), 1);
+    QVERIFY2(second.errorOutput().contains("<3>KestinDirectory cannot start: the name "
+                                           "com.norlan.Kestin.KestinDirectory is already taken\n"),
+             qPrintable(second.errorOutput()));
+    QCOMPARE(phone->code("createLocalContact", created(person("A"))), 0);
+}
+
+QTEST_GUILESS_MAIN(TestService)
+#include "test_service.moc"

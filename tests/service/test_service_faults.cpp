@@ -1,0 +1,231 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/service/PhoneUnderTest.h"
+#include "tests/service/SmallDisk.h"
+
+#include <QDBusPendingReply>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QTest>
+
+#include <csignal>
+
+namespace {
+
+/// A contact of which half is easily told: the name, the number and both pairs carry the same text.
+Contact marked(const QString &mark)
+{
+    Contact contact;
+    contact.name = mark;
+    contact.officePhone = mark;
+    contact.misc = {{"first", mark}, {"second", mark}};
+    return contact;
+}
+
+bool isWhole(const Contact &contact)
+{
+    return contact.misc.value("first") == contact.name && contact.misc.value("second") == contact.name &&
+           contact.misc.size() == 2 && !contact.latinName.isEmpty();
+}
+
+QVariantList created(const Contact &contact)
+{
+    return {"r", QVariant::fromValue(contact)};
+}
+
+/// Rows of MISC without their contact, read from the file itself.
+int orphanPairs(const QString &path)
+{
+    int count = -1;
+    {
+        QSqlDatabase database = QSqlDatabase::addDatabase("QSQLITE", "orphans");
+        database.setDatabaseName(path);
+        database.open();
+        QSqlQuery query("SELECT COUNT(*) FROM MISC WHERE contactId NOT IN (SELECT contactId FROM CONTACT)", database);
+        if (query.next())
+            count = query.value(0).toInt();
+    }
+    QSqlDatabase::removeDatabase("orphans");
+    return count;
+}
+
+} // namespace
+
+/// The service when something breaks.
+class TestServiceFaults : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { phone = std::make_unique<PhoneUnderTest>(); }
+    void cleanup() { phone.reset(); }
+
+    void answeredWritesSurviveAKill();
+    void aFullDiskRefusesAndRecovers();
+    void aSilentTelephonyIsWaitedForOnce();
+    void noiseIsSetAside();
+    void aFolderThatCannotBeWrittenEndsTheStart();
+    void withoutABusItEnds();
+
+private:
+    std::unique_ptr<PhoneUnderTest> phone;
+};
+
+void TestServiceFaults::answeredWritesSurviveAKill()
+{
+    phone->startPeers();
+    phone->set("DirMaxContact", "100000");
+    QMap<QString, QString> expected; // id and mark of every contact whose last write was answered 0
+    constexpr int rounds = 20;
+    for (int round = 0; round < rounds; ++round) {
+        QVERIFY2(phone->startDirectory(), qPrintable(phone->directory.errorOutput()));
+        const ListContact before = phone->contacts("getLocalContacts", {0, -1});
+        // Every kind of write in flight at once, one a contact, so that whatever is answered tells its last state.
+        struct Write
+        {
+            QString id;
+            QString mark;
+            bool isStored; ///< whether a contact with this mark is there afterwards, or none is
+            QDBusPendingCall answer;
+        };
+        QList<Write> writes;
+        for (int i = 0; i < 12; ++i) {
+            const QString mark = QString("%1%2").arg(1000 + round).arg(1000 + i);
+            writes.append({{}, mark, true, phone->asyncCall("createLocalContact", created(marked(mark)))});
+            if (i >= before.size() / 2)
+                continue;
+            Contact changed = marked(mark + '1');
+            changed.contactId = before.at(i).contactId;
+            writes.append(
+                {changed.contactId, changed.name, true, phone->asyncCall("modifyLocalContact", created(changed))});
+            if (i % 3 != 0)
+                continue;
+            const Contact gone = before.at(before.size() - 1 - i);
+            writes.append(
+                {gone.contactId, gone.name, false, phone->asyncCall("deleteLocalContact", {"r", gone.contactId})});
+        }
+        for (const Write &write : writes)
+            expected.remove(write.id); // undecided until answered
+        writes[(2 * round) % writes.size()].answer.waitForFinished();
+        phone->directory.kill();
+        QVERIFY(phone->startDirectory());
+        QSet<QString> names;
+        QMap<QString, QString> stored;
+        const ListContact after = phone->contacts("getLocalContacts", {0, -1});
+        for (const Contact &contact : after) {
+            QVERIFY2(isWhole(contact), qPrintable(contact.contactId));
+            names.insert(contact.name);
+            stored.insert(contact.contactId, contact.name);
+        }
+        for (Write &write : writes) {
+            write.answer.waitForFinished();
+            const QDBusPendingReply<int> reply = write.answer;
+            if (reply.isError() || reply.value() != 0)
+                continue;
+            QVERIFY2(names.contains(write.mark) == write.isStored, qPrintable(write.mark));
+        }
+        for (auto kept = expected.cbegin(); kept != expected.cend(); ++kept)
+            QCOMPARE(stored.value(kept.key()), kept.value());
+        expected = stored;
+        QCOMPARE(orphanPairs(phone->databasePath()), 0);
+        phone->directory.kill();
+    }
+    QVERIFY(expected.size() >= rounds);
+}
+
+void TestServiceFaults::aFullDiskRefusesAndRecovers()
+{
+    SmallDisk disk(phone->data.path(), 2);
+    QVERIFY(disk.isMounted());
+    phone->startPeers();
+    QVERIFY2(phone->startDirectory(), qPrintable(phone->directory.errorOutput()));
+    QCOMPARE(phone->code("createLocalContact", created(marked("100001"))), 0);
+    QVERIFY(disk.fill());
+    // What is left of the journal's file may take a little; what does not fit is refused, alone and in a list.
+    const QString large(300000, 'x');
+    QCOMPARE(phone->code("createLocalContact", created(marked(large))), -1);
+    const ListContact list{marked(large), marked("100002")};
+    phone->call("createLocalContacts", {"r", QVariant::fromValue(list)});
+    QVERIFY2(phone->directory.waitForErrorOutput("<3>Error while executing query"),
+             qPrintable(phone->directory.errorOutput()));
+    const ListContact kept = phone->contacts("getLocalContacts", {0, -1});
+    for (const Contact &contact : kept)
+        QVERIFY(isWhole(contact) && contact.name.size() == 6);
+    QVERIFY(!kept.isEmpty());
+    disk.empty();
+    QCOMPARE(phone->code("createLocalContact", created(marked("100003"))), 0);
+    QCOMPARE(phone->contacts("getLocalContacts", {0, -1}).size(), kept.size() + 1);
+}
+
+void TestServiceFaults::aSilentTelephonyIsWaitedForOnce()
+{
+    phone->startPeers();
+    QVERIFY(phone->startDirectory());
+    ::kill(pid_t(phone->telephony.processId()), SIGSTOP);
+    QElapsedTimer timer;
+    timer.start();
+    ListContact contacts;
+    for (int i = 0; i < 100; ++i)
+        contacts.append(marked("03881234" + QString::number(10 + i % 90)));
+    phone->call("createLocalContacts", {"r", QVariant::fromValue(contacts)});
+    ::kill(pid_t(phone->telephony.processId()), SIGCONT);
+    QVERIFY2(timer.elapsed() < 9000, qPrintable(QString::number(timer.elapsed())));
+    const ListContact stored = phone->contacts("getLocalContacts", {0, -1});
+    QCOMPARE(stored.size(), contacts.size());
+    QCOMPARE(stored.first().officePhoneCan, stored.first().officePhone);
+}
+
+void TestServiceFaults::noiseIsSetAside()
+{
+    const QByteArray noise = QByteArray("no database").repeated(1000);
+    QFile file(phone->databasePath());
+    QVERIFY(QDir().mkpath(QFileInfo(file).path()) && file.open(QIODevice::WriteOnly));
+    file.write(noise);
+    file.close();
+    phone->startPeers();
+    QVERIFY2(phone->startDirectory(), qPrintable(phone->directory.errorOutput()));
+    QCOMPARE(phone->code("createLocalContact", created(marked("1"))), 0);
+    const QFileInfoList kept = QFileInfo(file).dir().entryInfoList({"*.set-aside-*"});
+    QCOMPARE(kept.size(), 1);
+    QFile copy(kept.first().filePath());
+    QVERIFY(copy.open(QIODevice::ReadOnly));
+    QCOMPARE(copy.readAll(), noise);
+    QVERIFY(phone->directory.errorOutput().contains(kept.first().filePath()));
+}
+
+void TestServiceFaults::aFolderThatCannotBeWrittenEndsTheStart()
+{
+    QFile file(phone->data.filePath("KestinApplication")); // a file where a folder should be
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(phone->directory.run(), 1);
+    QVERIFY2(phone->directory.errorOutput().contains("<3>The database " + phone->databasePath() + " cannot be opened"),
+             qPrintable(phone->directory.errorOutput()));
+    QVERIFY(phone->directory.errorOutput().contains("<3>KestinDirectory cannot start: "));
+}
+
+void TestServiceFaults::withoutABusItEnds()
+{
+    {
+        auto bus = std::make_unique<PrivateBus>();
+        Program service("kestin-directory");
+        const QDBusConnection client = bus->connection("watcher");
+        QVERIFY(service.startAndWaitForName(PhoneUnderTest::name, client));
+        bus.reset();
+        QVERIFY(service.waitForErrorOutput("<3>KestinDirectory ends: the message bus closed the connection"));
+    }
+    Program service("kestin-directory"); // the address of the bus that has just gone is still in the environment
+    QCOMPARE(service.run(), 1);
+    QVERIFY(service.errorOutput().contains("<3>KestinDirectory cannot start: the message bus cannot be reached"));
+}
+
+int main(int argc, char **argv)
+{
+    if (!SmallDisk::enterMountNamespace())
+        qFatal("the kernel allows no mounts of our own, and the test of the full disk needs one");
+    QCoreApplication application(argc, argv);
+    TestServiceFaults test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "test_service_faults.moc"
