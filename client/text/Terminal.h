@@ -3,7 +3,8 @@
 
 namespace Terminal {
 
-/// Columns of the terminal that the standard output goes to; 0 when it goes to a file or a pipe.
+/// Columns of the terminal that the standard output goes to; 0 when it goes to a file or a pipe. The environment
+/// variable COLUMNS, where it is exported, decides instead.
 int outputWidth();
 
 /// Whether a person sees the standard error as it is written.

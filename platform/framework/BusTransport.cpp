@@ -6,6 +6,7 @@
 #include "platform/framework/WireSize.h"
 #include "platform/records/KestinBus.h"
 
+#include <QDBusConnectionInterface>
 #include <QDBusError>
 
 namespace {
@@ -43,12 +44,20 @@ BusTransport::BusTransport(const QDBusConnection &connection, QObject *parent)
 QDBusMessage BusTransport::syncRemoteCall(const QString &module, const QString &method, const QVariantList &arguments)
 {
     const QDBusMessage call = callOf(module, method, arguments);
-    if (m_silentPeers.isSilent(module))
+    if (m_silentPeers.isPaused(module) && m_silentPeers.isSilent(module, ownerOf(module)))
         return call.createErrorReply(QDBusError::NoReply,
                                      QStringLiteral("%1 did not answer in time just now").arg(module));
     const QDBusMessage reply = m_connection.call(call, QDBus::Block, callLimitMs);
-    m_silentPeers.note(module, reply);
+    if (SilentPeers::isSilence(reply))
+        m_silentPeers.add(module, ownerOf(module));
+    else
+        m_silentPeers.remove(module);
     return reply;
+}
+
+QString BusTransport::ownerOf(const QString &module) const
+{
+    return m_connection.interface()->serviceOwner(KestinBus::serviceName(module)).value();
 }
 
 QDBusPendingCall BusTransport::asyncRemoteCall(const QString &module, const QString &method,
@@ -70,8 +79,8 @@ bool BusTransport::sendEvent(const QString &module, const KestinEvent &event)
 bool BusTransport::subscribe(const QString &eventName, QObject *receiver, const QByteArray &slotSignature)
 {
     const QByteArray signature = QMetaObject::normalizedSignature(slotSignature.constData());
-    const int index = receiver->metaObject()->indexOfMethod(signature.constData());
-    if (index < 0)
+    const QMetaMethod method = receiver->metaObject()->method(receiver->metaObject()->indexOfMethod(signature));
+    if (method.parameterCount() != 1 || method.parameterMetaType(0) != QMetaType::fromType<KestinEvent>())
         return false;
     if (!m_subscriptions.contains(eventName)) {
         // The daemon matches on the first argument: events nobody here wants never wake this process.
@@ -81,7 +90,7 @@ bool BusTransport::subscribe(const QString &eventName, QObject *receiver, const 
         if (!connected)
             return false;
     }
-    m_subscriptions.insert(eventName, {receiver, receiver->metaObject()->method(index)});
+    m_subscriptions.insert(eventName, {receiver, method});
     return true;
 }
 

@@ -46,6 +46,8 @@ private:
         QMetaMethod method;
     };
 
+    QString ownerOf(const QString &module) const;
+
     QDBusConnection m_connection;
     SilentPeers m_silentPeers;
     QMultiHash<QString, Subscription> m_subscriptions;

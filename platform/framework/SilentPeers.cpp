@@ -9,17 +9,24 @@ namespace {
 constexpr std::chrono::seconds pauseAfterSilence{10};
 }
 
-bool SilentPeers::isSilent(const QString &module) const
+bool SilentPeers::isPaused(const QString &module) const
 {
     const auto pause = m_pauses.constFind(module);
-    return pause != m_pauses.cend() && !pause->hasExpired();
+    return pause != m_pauses.cend() && !pause->end.hasExpired();
 }
 
-void SilentPeers::note(const QString &module, const QDBusMessage &reply)
+bool SilentPeers::isSilent(const QString &module, const QString &owner) const
+{
+    return isPaused(module) && m_pauses.value(module).owner == owner;
+}
+
+void SilentPeers::add(const QString &module, const QString &owner)
+{
+    m_pauses.insert(module, {QDeadlineTimer(pauseAfterSilence), owner});
+}
+
+bool SilentPeers::isSilence(const QDBusMessage &reply)
 {
     const QDBusError::ErrorType error = QDBusError(reply).type();
-    if (error == QDBusError::NoReply || error == QDBusError::Timeout || error == QDBusError::TimedOut)
-        m_pauses.insert(module, QDeadlineTimer(pauseAfterSilence));
-    else
-        m_pauses.remove(module);
+    return error == QDBusError::NoReply || error == QDBusError::Timeout || error == QDBusError::TimedOut;
 }

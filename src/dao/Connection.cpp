@@ -5,8 +5,18 @@
 
 #include <QSqlError>
 
+Connection::TransactionStatements::TransactionStatements(const QSqlDatabase &handle)
+    : begin(handle, QStringLiteral("BEGIN TRANSACTION"))
+    , commit(handle, QStringLiteral("COMMIT TRANSACTION"))
+    , save(handle, QStringLiteral("SAVEPOINT nested"))
+    , release(handle, QStringLiteral("RELEASE nested"))
+    , rollBackToSaved(handle, QStringLiteral("ROLLBACK TO nested"))
+{
+}
+
 Connection::Connection(const QSqlDatabase &handle)
     : m_handle(handle)
+    , m_transaction(handle)
 {
 }
 

@@ -7,8 +7,6 @@
 #include <QSqlQuery>
 #include <QString>
 
-#include <optional>
-
 /// An open connection to the database and the state of its transactions. Belongs to the thread that opened it.
 class Connection
 {
@@ -19,15 +17,31 @@ public:
 
     bool isInTransaction() const { return m_depth > 0; }
 
+    /// Changes whenever rows may have come or gone other than through the statements that were executed: after a
+    /// roll-back, or when the tables were made anew. What counts rows in memory counts again then.
+    quint64 epoch() const { return m_epoch; }
+    void beginEpoch() { ++m_epoch; }
+
     /// Executes one statement; a failure is logged and shows in the query's state. Never throws.
     QSqlQuery executeQuery(const QString &sql);
 
 private:
     friend class Transaction;
 
+    struct TransactionStatements
+    {
+        explicit TransactionStatements(const QSqlDatabase &handle);
+
+        Statement begin;
+        Statement commit;
+        Statement save;
+        Statement release;
+        Statement rollBackToSaved;
+    };
+
     QSqlDatabase m_handle;
-    std::optional<Statement> m_begin;
-    std::optional<Statement> m_commit;
+    TransactionStatements m_transaction;
+    quint64 m_epoch = 0;
     int m_depth = 0;
     bool m_lost = false; ///< the database gave up the transaction by itself; nothing may be written until it is over
 };

@@ -46,6 +46,7 @@ int DaoContact::insertContact(Contact &contact, bool withPuid)
         use.bindNull(QStringLiteral(":puid"));
     if (use.execute() != 0)
         return -1;
+    adjustCount(1);
     // The id that the database's trigger has just given to the row.
     if (contact.type == ContactType::Local || contact.type == ContactType::ManagerAssistant)
         contact.contactId = QStringLiteral("#CONTACT_%1#").arg(use.lastInsertId());
@@ -55,16 +56,20 @@ int DaoContact::insertContact(Contact &contact, bool withPuid)
 int DaoContact::updateContact(const Contact &contact)
 {
     KestinLogger::debug("DaoContact::updateContact : idContact:%1", contact.contactId);
-    const QDateTime modified = isUpdateLastModificationDateNeeded(contact) ? QDateTime::currentDateTimeUtc()
-                                                                           : contact.getLastModificationDate();
+    const ListContact stored = getContact(contact.contactId);
+    const bool isChanged = isUpdateLastModificationDateNeeded(stored, contact);
     Statement::Use use = m_statements.update.use();
     ContactRow::bind(use, contact);
-    return use.bind(QStringLiteral(":lastModificationDate"), modified).execute();
+    use.bind(QStringLiteral(":lastModificationDate"),
+             isChanged ? QDateTime::currentDateTimeUtc() : contact.getLastModificationDate());
+    if (use.execute() != 0)
+        return -1;
+    // Setting the date, be it to the same one, has taken the pairs away. Those of a changed contact are the caller's.
+    return isChanged || stored.isEmpty() ? 0 : m_misc.replacePairs(contact.contactId, stored.first().misc);
 }
 
-bool DaoContact::isUpdateLastModificationDateNeeded(const Contact &contact)
+bool DaoContact::isUpdateLastModificationDateNeeded(const ListContact &stored, const Contact &contact)
 {
-    const ListContact stored = getContact(contact.contactId);
     const bool needed = !stored.isEmpty() && !isSameContent(stored.first(), contact);
     KestinLogger::debug("isUpdateLastModificationDateNeeded : %1", needed ? "true" : "false");
     return needed;
@@ -84,7 +89,10 @@ int DaoContact::deleteContact(const QString &contactId)
 {
     KestinLogger::debug("DaoContact::deleteContact : idcontact:%1", contactId);
     Statement::Use use = m_statements.remove.use();
-    return use.bind(QStringLiteral(":contactId"), contactId).execute();
+    const int code = use.bind(QStringLiteral(":contactId"), contactId).execute();
+    if (code == 0)
+        adjustCount(-use.rowsAffected());
+    return code;
 }
 
 int DaoContact::updateIdContact(const QString &newId)
@@ -137,9 +145,18 @@ int DaoContact::countOf(Statement &statement)
     return use.execute() == 0 && use.next() ? use.value(0).toInt() : 0;
 }
 
+void DaoContact::adjustCount(int difference)
+{
+    if (m_count)
+        *m_count += difference;
+}
+
 int DaoContact::nbContact()
 {
-    const int count = countOf(m_statements.count);
+    if (!m_count || m_countEpoch != m_connection.epoch())
+        m_count = countOf(m_statements.count);
+    m_countEpoch = m_connection.epoch();
+    const int count = *m_count;
     KestinLogger::debug("DaoContact::nbContact : total number of contacts = %1", count);
     return count;
 }

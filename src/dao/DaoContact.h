@@ -7,6 +7,8 @@
 
 #include <QStringList>
 
+#include <optional>
+
 class Connection;
 
 /// Reads and writes contacts: the one class that runs statements on the CONTACT table. On the thread of its connection,
@@ -95,12 +97,16 @@ public:
     ListContact getContactsById(const QStringList &contactIds);
 
 private:
-    bool isUpdateLastModificationDateNeeded(const Contact &contact);
+    static bool isUpdateLastModificationDateNeeded(const ListContact &stored, const Contact &contact);
     int countOf(Statement &statement);
+    void adjustCount(int difference);
     ListContact readContacts(Statement::Use &use);
     ListContact selectContacts(const QString &text);
 
     Connection &m_connection;
+    /// Rows of CONTACT, counted once and kept: a count reads them all, and each creation asks for it.
+    std::optional<int> m_count;
+    quint64 m_countEpoch = 0;
     ContactStatements m_statements;
     DaoMisc m_misc;
 };

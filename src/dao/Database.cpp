@@ -58,11 +58,12 @@ constexpr std::array lookUpIndexes{
 };
 
 // Write-ahead logging lets a search read while a contact is written; FULL makes a committed write survive a power
-// cut. The log is cut back after a large import, so that it does not keep flash that nothing uses.
+// cut. The log is cut back after a large import, so that it does not keep flash that nothing uses; not
+// below the size at which it begins anew, or it would be cut and grow in turn.
 constexpr std::array pragmas{
     QLatin1String("PRAGMA journal_mode=WAL"),
     QLatin1String("PRAGMA synchronous=FULL"),
-    QLatin1String("PRAGMA journal_size_limit=1048576"),
+    QLatin1String("PRAGMA journal_size_limit=8388608"),
 };
 
 /// Whether the database answered that its content is not what it should be, rather than that it cannot be read now.
@@ -156,6 +157,7 @@ bool Database::createTables()
     for (auto statement = schema.cbegin(); statement != schema.cend() && created; ++statement)
         created = m_connection->executeQuery(*statement).isActive();
     created = created && createLookUpIndexes();
+    m_connection->beginEpoch();
     return transaction.commit() && created;
 }
 

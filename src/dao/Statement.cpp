@@ -4,13 +4,13 @@
 #include "platform/framework/KestinLogger.h"
 
 #include <QDateTime>
-#include <QSqlError>
 
 Statement::Statement(const QSqlDatabase &handle, const QString &text)
     : m_query(handle)
 {
     m_query.setForwardOnly(true); // rows are read once; keeping them would cost memory
-    m_query.prepare(text);
+    if (!m_query.prepare(text))
+        m_prepareError = m_query.lastError();
 }
 
 Statement::Use &Statement::Use::bind(const QString &placeholder, const QString &text)
@@ -46,8 +46,10 @@ Statement::Use &Statement::Use::bindNull(const QString &placeholder)
 
 int Statement::Use::execute()
 {
-    if (m_query.exec())
+    const bool isPrepared = !m_prepareError.isValid();
+    if (isPrepared && m_query.exec())
         return 0;
-    KestinLogger::error("Error while executing query %1 : %2", m_query.lastQuery(), m_query.lastError().text());
+    const QSqlError error = isPrepared ? m_query.lastError() : m_prepareError;
+    KestinLogger::error("Error while executing query %1 : %2", m_query.lastQuery(), error.text());
     return -1;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QSqlDatabase>
+#include <QSqlError>
 #include <QSqlQuery>
 #include <QString>
 #include <QVariant>
@@ -18,8 +19,9 @@ public:
     class Use
     {
     public:
-        explicit Use(QSqlQuery &query)
-            : m_query(query)
+        explicit Use(Statement &statement)
+            : m_query(statement.m_query)
+            , m_prepareError(statement.m_prepareError)
         {
         }
         ~Use() { m_query.finish(); }
@@ -39,14 +41,17 @@ public:
         bool next() { return m_query.next(); }
         QVariant value(int column) const { return m_query.value(column); }
         QString text(int column) const { return m_query.value(column).toString(); }
+        int rowsAffected() const { return m_query.numRowsAffected(); }
         qint64 lastInsertId() const { return m_query.lastInsertId().toLongLong(); }
 
     private:
         QSqlQuery &m_query;
+        const QSqlError &m_prepareError;
     };
 
-    Use use() { return Use(m_query); }
+    Use use() { return Use(*this); }
 
 private:
     QSqlQuery m_query;
+    QSqlError m_prepareError;
 };

@@ -35,28 +35,23 @@ bool Transaction::begin()
 {
     if (m_connection.m_lost)
         return false;
-    if (!m_outermost)
-        return m_connection.executeQuery(QStringLiteral("SAVEPOINT nested")).isActive();
-    if (!m_connection.m_begin) {
-        m_connection.m_begin.emplace(m_connection.m_handle, QStringLiteral("BEGIN TRANSACTION"));
-        m_connection.m_commit.emplace(m_connection.m_handle, QStringLiteral("COMMIT TRANSACTION"));
-    }
-    return m_connection.m_begin->use().execute() == 0;
+    Statement &statement = m_outermost ? m_connection.m_transaction.begin : m_connection.m_transaction.save;
+    return statement.use().execute() == 0;
 }
 
 bool Transaction::end()
 {
     if (m_connection.m_lost)
         return false;
-    if (m_outermost)
-        return m_connection.m_commit->use().execute() == 0;
-    return m_connection.executeQuery(QStringLiteral("RELEASE nested")).isActive();
+    Statement &statement = m_outermost ? m_connection.m_transaction.commit : m_connection.m_transaction.release;
+    return statement.use().execute() == 0;
 }
 
 void Transaction::rollBack()
 {
     m_active = false;
     --m_connection.m_depth;
+    m_connection.beginEpoch();
     if (m_outermost) {
         // After some failures (a full disk) the database has rolled back by itself; this then fails, as it may.
         QSqlQuery(m_connection.m_handle).exec(QStringLiteral("ROLLBACK"));
@@ -65,8 +60,8 @@ void Transaction::rollBack()
     }
     if (m_connection.m_lost)
         return;
-    const bool rolledBack = m_connection.executeQuery(QStringLiteral("ROLLBACK TO nested")).isActive() &&
-                            m_connection.executeQuery(QStringLiteral("RELEASE nested")).isActive();
+    const bool rolledBack = m_connection.m_transaction.rollBackToSaved.use().execute() == 0 &&
+                            m_connection.m_transaction.release.use().execute() == 0;
     // Without its savepoint the outer transaction is gone as well, and each further write would be one of its own.
     m_connection.m_lost = !rolledBack;
 }

@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/framework/KestinException.h"
+#include "platform/framework/PlatformCalls.h"
+#include "platform/records/UpdateReport.h"
+#include "tests/support/LogCapture.h"
+#include "tests/support/ScriptedTransport.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A peer that answers reads with the text and writes with a report, or fails in one of the ways in which a call can.
+QDBusMessage answerOf(const QString &peer, const ScriptedTransport::Call &call, const QDBusMessage &message)
+{
+    if (peer == "refuses"_L1)
+        return ScriptedTransport::noPeer(message);
+    if (peer == "raises"_L1)
+        throw KestinException(u"M"_s, KestinException::RemoteCallFailed, u"no\nbus"_s);
+    if (peer == "raises other"_L1)
+        throw std::runtime_error("other");
+    if (peer == "answers a number"_L1)
+        return message.createReply(5);
+    const bool isRead = call.method == "getSettingValue"_L1;
+    return message.createReply(isRead ? QVariant(peer) : QVariant::fromValue(UpdateReport{7, peer}));
+}
+
+/// What a wrapper gives back, as a text.
+QString result(PlatformCalls &calls, const QString &operation)
+{
+    bool success = true;
+    const QString key = u"Key"_s;
+    const bool isNumber = operation == "number"_L1;
+    if (isNumber || operation == "text"_L1) {
+        const QString value =
+            isNumber ? QString::number(calls.getIntSetting(key, &success)) : calls.getStringSetting(key, &success);
+        return success ? value + u'!' : value;
+    }
+    if (operation == "optional"_L1)
+        return calls.getSetting(key);
+    if (operation == "confirmed"_L1)
+        return calls.setSettingConfirmed(key, u"%1"_s) ? u"yes"_s : u"no"_s;
+    if (operation == "write"_L1)
+        calls.setIntSetting(key, -5);
+    else
+        calls.callModule(u"Other"_s, u"doIt"_s, {1, u"a"_s});
+    return {};
+}
+
+/// Becomes a text only when somebody formats it.
+struct Counted
+{
+    operator QString() const { return QString::number(++count); }
+    static inline int count = 0;
+};
+
+} // namespace
+
+class FrameworkTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void onlyWhatIsOnIsFormattedAndWritten();
+    void noArgumentForgesALine_data();
+    void noArgumentForgesALine();
+    void aFailedCallIsLoggedOnceAndHarmless_data();
+    void aFailedCallIsLoggedOnceAndHarmless();
+    void callsAreSentAsTheyAreAsked();
+};
+
+void FrameworkTest::onlyWhatIsOnIsFormattedAndWritten()
+{
+    const QStringList lines{u"<3>e1"_s, u"<4>w2"_s, u"<6>i3"_s, u"<7>d4"_s};
+    for (const int level : {2, 3, 4, 5, 6, 7}) {
+        const LogCapture log(level);
+        Counted::count = 0;
+        KestinLogger::error("e%1", Counted());
+        KestinLogger::warning("w%1", Counted());
+        KestinLogger::info("i%1", Counted());
+        KestinLogger::debug("d%1", Counted());
+        QCOMPARE(log.lines, lines.first(level > 4 ? level - 3 : level - 2));
+        QCOMPARE(Counted::count, log.lines.size());
+    }
+}
+
+void FrameworkTest::noArgumentForgesALine_data()
+{
+    QTest::addColumn<QString>("argument");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("line feed") << u"a\n<3>b"_s << u"a\\n<3>b"_s;
+    QTest::newRow("carriage return") << u"\ra\t"_s << u"\\ra\\t"_s;
+    QTest::newRow("terminal escape, NUL") << u"\u001b[2J\0"_s << u"\\u001b[2J\\u0000"_s;
+    QTest::newRow("other line ends") << u"\u0085\u2028\u2029"_s << u"\\u0085\\u2028\\u2029"_s;
+    QTest::newRow("placeholder") << u"%2%1"_s << u"%2%1"_s;
+    QTest::newRow("letters") << u"\u00fc \U0001F600"_s << u"\u00fc \U0001F600"_s;
+}
+
+void FrameworkTest::noArgumentForgesALine()
+{
+    QFETCH(QString, argument);
+    QFETCH(QString, shown);
+    const LogCapture log;
+    KestinLogger::info("%1:\n%2", argument, argument);
+    QCOMPARE(log.lines, (QStringList{"<6>"_L1 + shown + u':', "<6>"_L1 + shown}));
+}
+
+void FrameworkTest::aFailedCallIsLoggedOnceAndHarmless_data()
+{
+    QTest::addColumn<QString>("operation");
+    QTest::addColumn<QString>("peer");
+    QTest::addColumn<QString>("gives");
+    QTest::addColumn<QString>("lines");
+    const auto row = [](const char *operation, const char *peer, const char *gives, const char *lines) {
+        QTest::addRow("%s, %s", operation, peer) << QString::fromLatin1(operation) << QString::fromLatin1(peer)
+                                                 << QString::fromLatin1(gives) << QString::fromLatin1(lines);
+    };
+    row("text", "abc", "abc!", "");
+    row("text", "", "!", "");
+    row("text", "refuses", "", "<3>ERROR: While getting value of Key, reply is invalid");
+    row("text", "answers a number", "", "<3>ERROR: While getting value of Key, reply is invalid");
+    row("text", "raises", "", "<3>ERROR: While getting value of Key:|<3>no\\nbus");
+    row("text", "raises other", "", "<3>ERROR: While getting value of Key");
+    row("number", "-12", "-12!", "");
+    row("number", "12abc", "0!", "");
+    row("number", "0x10", "0!", "");
+    row("number", "refuses", "0", "<3>ERROR: While getting value of Key, reply is invalid");
+    row("number", "raises", "0", "<3>ERROR: While getting value of Key:|<3>no\\nbus");
+    row("optional", "abc", "abc", "");
+    row("optional", "refuses", "", "<4>Can't get the setting :Key.");
+    row("optional", "raises", "", "<4>Can't get the setting :Key.");
+    row("write", "refuses", "", "");
+    row("write", "raises", "", "<3>ERROR: While setting value of Key:|<3>no\\nbus");
+    row("write", "raises other", "", "<3>ERROR: While setting value of Key");
+    row("confirmed", "whatever the report says", "yes", "");
+    row("confirmed", "refuses", "no", "<3>ERROR 1: While setting Key with value : %1");
+    row("confirmed", "raises", "no", "<3>ERROR 2: While setting Key with value : %1");
+    row("confirmed", "raises other", "no", "<3>ERROR 2: While setting Key with value : %1");
+    row("call", "refuses", "", "");
+    row("call", "raises", "", "<3>ERROR: While calling method doIt of module Other (no\\nbus)");
+    row("call", "raises other", "", "<3>ERROR: While calling method doIt of module Other");
+}
+
+void FrameworkTest::aFailedCallIsLoggedOnceAndHarmless()
+{
+    QFETCH(QString, operation);
+    QFETCH(QString, peer);
+    const LogCapture log;
+    ScriptedTransport transport;
+    transport.answer = [&peer](const auto &call, const auto &message) { return answerOf(peer, call, message); };
+    PlatformCalls calls(transport);
+    QTEST(result(calls, operation), "gives");
+    QTEST(log.lines.join(u'|'), "lines");
+}
+
+void FrameworkTest::callsAreSentAsTheyAreAsked()
+{
+    const LogCapture log;
+    ScriptedTransport transport;
+    PlatformCalls calls(transport);
+    for (const char *operation : {"text", "number", "optional", "write", "confirmed", "call"})
+        result(calls, QLatin1String(operation));
+    QStringList sent;
+    for (const ScriptedTransport::Call &call : std::as_const(transport.calls)) {
+        sent.append(call.module + u' ' + call.method);
+        for (const QVariant &argument : call.arguments)
+            sent.last() += u" %1(%2)"_s.arg(QLatin1String(argument.typeName()), argument.toString());
+    }
+    const QString read = u"SettingsManager getSettingValue QString(Key)"_s;
+    const QString write = u"SettingsManager setSettingValue QString(Key) "_s;
+    QCOMPARE(sent, (QStringList{read, read, read, write + "QString(-5)"_L1, write + "QString(%1)"_L1,
+                                u"Other doIt int(1) QString(a)"_s}));
+}
+
+QTEST_GUILESS_MAIN(FrameworkTest)
+#include "FrameworkTest.moc"

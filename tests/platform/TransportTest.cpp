@@ -1,0 +1,282 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/framework/BusTransport.h"
+#include "platform/framework/ErrorReplying.h"
+#include "platform/framework/KestinModule.h"
+#include "platform/records/Contact.h"
+#include "platform/records/KestinBus.h"
+#include "tests/support/PrivateBus.h"
+
+#include <QDBusAbstractAdaptor>
+#include <QDBusPendingCallWatcher>
+#include <QElapsedTimer>
+#include <QSignalSpy>
+#include <QTest>
+#include <QThread>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int tooLarge = 9 * 1024 * 1024; // characters, of which each may take three bytes
+constexpr int fits = 8 * 1024 * 1024 - 100;
+
+} // namespace
+
+class TestAdaptor : public QDBusAbstractAdaptor
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "com.norlan.Kestin.KestinInterface")
+
+public:
+    explicit TestAdaptor(KestinModule *module)
+        : QDBusAbstractAdaptor(module)
+    {
+    }
+
+public Q_SLOTS:
+    QString fails() { throw new KestinException(u"M"_s, 4, u"it failed"_s); }
+    void failsWithoutResult() { fails(); }
+    QString answers(int length) { return QString(length, u'a'); }
+    ListContact answersContacts(int length)
+    {
+        Contact contact;
+        contact.melody = QString(length, u'b');
+        return {contact};
+    }
+};
+
+/// A module with the adaptor above, on a connection of its own. Notes the events that it is given.
+class TestModule : public KestinModule
+{
+    Q_OBJECT
+
+public:
+    TestModule(const PrivateBus &bus, const QString &name, const QString &connectionName)
+        : KestinModule(name)
+        , transport(bus.connection(connectionName))
+        , m_connectionName(connectionName)
+    {
+        new ErrorReplying<TestAdaptor>(this);
+        attach(transport);
+    }
+    ~TestModule() override { QDBusConnection::disconnectFromBus(m_connectionName); }
+
+    bool subscribe(const char *event, QObject *receiver, const char *slot = "slot_event( KestinEvent const& )")
+    {
+        return subscribeEvent(QLatin1String(event), receiver, slot);
+    }
+    QDBusError::ErrorType ask(const QString &module, const QString &method)
+    {
+        return QDBusError(syncRemoteCall(module, method, {})).type();
+    }
+
+    BusTransport transport;
+    QList<KestinEvent> events;
+
+public Q_SLOTS:
+    void slot_event(const KestinEvent &event) { events.append(event); }
+    void slot_number(int) {}
+
+private:
+    QString m_connectionName;
+};
+
+/// What a module does on the bus, without being one.
+class Peer : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "com.norlan.Kestin.KestinInterface")
+
+public:
+    QStringList popups;
+
+public Q_SLOTS:
+    void showPopup(const QDBusMessage &message) { popups.append(message.signature()); }
+    /// Its connection ends before the call is answered.
+    void die(const QDBusMessage &message)
+    {
+        message.setDelayedReply(true);
+        const auto disconnect = [] { QDBusConnection::disconnectFromBus(u"peer"_s); };
+        QMetaObject::invokeMethod(this, disconnect, Qt::QueuedConnection);
+    }
+};
+
+class TransportTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { registerDBusContact(); }
+    void init();
+    void cleanup();
+    void aSilentPeerIsWaitedForOnceAndAMissingOneNever();
+    void aPeerThatDiedIsAskedAgainWhenItIsBack();
+    void eventsReachOnlyThoseWhoWantThem();
+    void whatCannotWorkIsRefused();
+    void aTakenNameIsRefused();
+    void aPopupIsAskedOfThePresentation();
+    void failuresOfASlotAreErrorReplies_data();
+    void failuresOfASlotAreErrorReplies();
+    void theEndOfTheBusIsTold();
+
+private:
+    QDBusMessage call(const QString &method, const QVariantList &arguments = {});
+    void publishPeer(const QString &module, QObject &peer);
+
+    PrivateBus m_bus;
+    std::optional<TestModule> m_module; ///< is on the bus
+    std::optional<TestModule> m_caller; ///< is not
+};
+
+void TransportTest::init()
+{
+    m_module.emplace(m_bus, u"M"_s, u"module"_s);
+    m_caller.emplace(m_bus, u"M"_s, u"caller"_s);
+    QCOMPARE(m_module->transport.publish(*m_module), QString());
+}
+
+void TransportTest::cleanup()
+{
+    m_module.reset();
+    m_caller.reset();
+    QDBusConnection::disconnectFromBus(u"peer"_s);
+}
+
+/// Calls the module, with this thread free to answer.
+QDBusMessage TransportTest::call(const QString &method, const QVariantList &arguments)
+{
+    QDBusPendingCallWatcher watcher(m_caller->asyncRemoteCall(u"M"_s, method, arguments));
+    QSignalSpy finished(&watcher, &QDBusPendingCallWatcher::finished);
+    return watcher.isFinished() || finished.wait(PrivateBus::limitMs) ? watcher.reply() : QDBusMessage();
+}
+
+/// On the connection "peer", under the module's name.
+void TransportTest::publishPeer(const QString &module, QObject &peer)
+{
+    QDBusConnection connection = m_bus.connection(u"peer"_s);
+    QVERIFY(connection.registerObject(KestinBus::objectPath(module), &peer, QDBusConnection::ExportAllSlots));
+    QVERIFY(connection.registerService(KestinBus::serviceName(module)));
+}
+
+void TransportTest::aSilentPeerIsWaitedForOnceAndAMissingOneNever()
+{
+    QElapsedTimer timer;
+    timer.start();
+    // The module lives on this thread, which waits for the answer: so there is none.
+    QCOMPARE(m_caller->ask(u"M"_s, u"answers"_s), QDBusError::NoReply);
+    QVERIFY2(timer.elapsed() >= 4500 && timer.elapsed() < 8000, qPrintable(QString::number(timer.elapsed())));
+    timer.start();
+    for (int i = 0; i < 1000; ++i)
+        QCOMPARE(m_caller->ask(u"M"_s, u"answers"_s), QDBusError::NoReply);
+    QCOMPARE(m_caller->ask(u"Nobody"_s, u"a"_s), QDBusError::ServiceUnknown);
+    QVERIFY(timer.elapsed() < 2500);
+}
+
+void TransportTest::aPeerThatDiedIsAskedAgainWhenItIsBack()
+{
+    QThread thread;
+    Peer dying;
+    publishPeer(u"Peer"_s, dying);
+    dying.moveToThread(&thread);
+    thread.start();
+    const QDBusError::ErrorType lost = m_caller->ask(u"Peer"_s, u"die"_s);
+    thread.quit();
+    thread.wait();
+    QCOMPARE(lost, QDBusError::NoReply);
+    // A name without an object answers that it has none, and needs no thread for that.
+    QVERIFY(m_bus.connection(u"peer"_s).registerService(KestinBus::serviceName(u"Peer"_s)));
+    QCOMPARE(m_caller->ask(u"Peer"_s, u"answers"_s), QDBusError::UnknownObject);
+}
+
+void TransportTest::eventsReachOnlyThoseWhoWantThem()
+{
+    TestModule second(m_bus, u"Second"_s, u"second"_s);
+    auto gone = std::make_unique<TestModule>(m_bus, u"Gone"_s, u"gone"_s);
+    for (TestModule *receiver : {&*m_caller, &second, gone.get()})
+        QVERIFY(m_caller->subscribe("wanted", receiver));
+    QVERIFY(m_caller->subscribe("other", &second, "slot_event(KestinEvent)"));
+    gone.reset();
+    Contact contact;
+    contact.name = u"M\u00fcller"_s;
+    KestinEvent event(u"wanted"_s, {});
+    event.addArgument(QVariant::fromValue(ListContact{contact}), u"contacts"_s, true);
+    event.addArgument(5, u"nbResults"_s, false);
+    QVERIFY(m_module->notifyEvent({u"unwanted"_s, {}}) && m_module->notifyEvent(event));
+    QVERIFY(m_module->notifyEvent({u"other"_s, {}}));
+    QTRY_COMPARE(second.events.size(), 2);
+    QCOMPARE(m_caller->events.size(), 1);
+    const KestinEvent received = m_caller->events.first();
+    QCOMPARE(received.getEvtName(), u"wanted"_s);
+    QCOMPARE(received.argument<ListContact>(u"contacts"_s), ListContact{contact});
+    QCOMPARE(received.argument<int>(u"nbResults"_s), 5);
+    QCOMPARE(received.argument<QString>(u"none"_s), QString());
+    QCOMPARE(received.arguments().last().flag, false);
+    QVERIFY(second.events.last().arguments().isEmpty());
+}
+
+void TransportTest::whatCannotWorkIsRefused()
+{
+    QVERIFY(!m_caller->subscribe("event", &*m_caller, "slot_missing(KestinEvent)"));
+    QVERIFY(!m_caller->subscribe("event", &*m_caller, "slot_event()"));
+    QVERIFY(!m_caller->subscribe("event", &*m_caller, "slot_number(int)"));
+    KestinEvent event(u"large"_s, {});
+    event.addArgument(QStringList(2, QString(tooLarge / 2, u'a')), u"contactIds"_s, true);
+    QVERIFY(!m_module->notifyEvent(event));
+    QVERIFY(m_module->notifyEvent({u"small"_s, {}}));
+}
+
+void TransportTest::aTakenNameIsRefused()
+{
+    QCOMPARE(m_caller->transport.publish(*m_caller), u"the name com.norlan.Kestin.M is already taken"_s);
+    QCOMPARE(call(u"answers"_s, {2}).arguments().value(0).toString(), u"aa"_s);
+    m_module->transport.withdraw(*m_module);
+    QCOMPARE(QDBusError(call(u"answers"_s, {2})).type(), QDBusError::ServiceUnknown);
+    QCOMPARE(m_caller->transport.publish(*m_caller), QString());
+}
+
+void TransportTest::aPopupIsAskedOfThePresentation()
+{
+    const auto show = [this] { return m_module->showPopup(u"text"_s, 3, -1, {}, {}, {}, {}); };
+    QVERIFY(show()); // nobody there is no failure
+    Peer peer;
+    publishPeer(u"Presentation"_s, peer);
+    QVERIFY(show());
+    QTRY_COMPARE(peer.popups, QStringList(u"siiassasa{ss}"_s));
+}
+
+void TransportTest::failuresOfASlotAreErrorReplies_data()
+{
+    QTest::addColumn<QVariantList>("arguments");
+    QTest::addColumn<QString>("error");
+    const QString failed = u"com.norlan.Kestin.KestinException: it failed"_s;
+    const QString limit = u"org.freedesktop.DBus.Error.LimitsExceeded: %1: the result is larger than the bus carries; "
+                          "ask for fewer at a time"_s;
+    QTest::newRow("fails") << QVariantList() << failed;
+    QTest::newRow("failsWithoutResult") << QVariantList() << failed;
+    QTest::newRow("answers") << QVariantList{tooLarge} << limit.arg("answers"_L1);
+    QTest::newRow("answersContacts") << QVariantList{tooLarge} << limit.arg("answersContacts"_L1);
+}
+
+void TransportTest::failuresOfASlotAreErrorReplies()
+{
+    QFETCH(QVariantList, arguments);
+    const QDBusMessage reply = call(QLatin1String(QTest::currentDataTag()), arguments);
+    QTEST(reply.errorName() + ": "_L1 + reply.errorMessage(), "error");
+    // The next caller is served by the same connection.
+    const QDBusMessage next = call(u"answers"_s, {fits});
+    QCOMPARE(next.arguments().value(0).toString().size(), fits);
+    QCOMPARE(next.service(), m_bus.connection(u"module"_s).baseService());
+}
+
+void TransportTest::theEndOfTheBusIsTold()
+{
+    auto bus = std::make_unique<PrivateBus>();
+    TestModule module(*bus, u"M"_s, u"lost"_s);
+    QSignalSpy disconnected(&module.transport, &BusTransport::disconnected);
+    bus.reset();
+    QVERIFY(!disconnected.isEmpty() || disconnected.wait(PrivateBus::limitMs));
+    QCOMPARE(module.ask(u"M"_s, u"a"_s), QDBusError::Disconnected);
+}
+
+QTEST_GUILESS_MAIN(TransportTest)
+#include "TransportTest.moc"

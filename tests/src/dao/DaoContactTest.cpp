@@ -1,0 +1,270 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/src/dao/TemporaryStore.h"
+
+#include <QTest>
+
+#include <limits>
+
+namespace {
+
+/// Every text different from every other, with what a statement could stumble over.
+Contact fullContact()
+{
+    Contact contact;
+    for (const Contact::TextField &field : Contact::texts)
+        contact.*field.value = QLatin1String(field.name) + u" '%1' :name \u00e9\U0001F4DE"_s;
+    contact.isPrivate = true;
+    contact.photo = u"photo"_s;
+    contact.melody = u"melody"_s;
+    contact.setPUID(u"puid"_s);
+    return contact;
+}
+
+using Change = void (*)(Contact &contact);
+const QDateTime longAgo({2001, 2, 3}, {4, 5, 6, 7}, Qt::UTC);
+constexpr int most = std::numeric_limits<int>::max();
+
+} // namespace
+
+Q_DECLARE_METATYPE(Change)
+
+class DaoContactTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void anIdFollowsTheType();
+    void onlyAChangeGivesANewDate_data();
+    void onlyAChangeGivesANewDate();
+    void singleFieldsAreWrittenAlone();
+    void onlyTheIdsOfAListAreMeant();
+    void contactsAreCountedByKind();
+    void pagesStayInBounds();
+    void contactsAreLookedUp();
+    void miscPairsBecomeTheRecords();
+    void failuresAreLoggedAndHarmless();
+};
+
+void DaoContactTest::anIdFollowsTheType()
+{
+    TemporaryStore store;
+    const LogCapture log;
+    QStringList ids;
+    for (const int type : {0, 1, 3, 5, 6}) {
+        Contact contact = fullContact();
+        contact.contactId = u"42-%1"_s.arg(type);
+        contact.type = type;
+        contact.setLastModificationDate(longAgo);
+        const bool withPuid = type > 3;
+        QCOMPARE(store.dao->insertContact(contact, withPuid), 0);
+        QVERIFY(contact.getLastModificationDate().secsTo(QDateTime::currentDateTimeUtc()) < 60);
+        contact.setPUID(withPuid ? u"puid"_s : QString());
+        QCOMPARE(store.dao->getContact(contact.contactId), ListContact{contact});
+        ids.append(contact.contactId);
+    }
+    QCOMPARE(ids.join(u' '), u"#CONTACT_1# 42-1 #DM_42-3# #CONTACT_4# 42-6"_s);
+    QCOMPARE(log.lines.filter(u"<7>DaoContact::insertContact : "_s).size(), 5 * 5);
+    QCOMPARE(log.lines.first(), u"<7>DaoContact::insertContact : idcontact:42-0"_s);
+}
+
+void DaoContactTest::onlyAChangeGivesANewDate_data()
+{
+    QTest::addColumn<Change>("change");
+    QTest::addColumn<bool>("isNew");
+    const auto row = [](const char *tag, Change change, bool isNew) { QTest::newRow(tag) << change << isNew; };
+    row(
+        "nothing", [](Contact &) {}, false);
+    row(
+        "in preview", [](Contact &contact) { contact.isPreviewed = true; }, false);
+    row(
+        "a text", [](Contact &contact) { contact.name += u'x'; }, true);
+    row(
+        "case of a text", [](Contact &contact) { contact.collaborationId = contact.collaborationId.toUpper(); }, true);
+    row(
+        "photo", [](Contact &contact) { contact.photo.clear(); }, true);
+    row(
+        "company", [](Contact &contact) { contact.misc[u"company"_s] = u"b"_s; }, true);
+    row(
+        "of nobody", [](Contact &contact) { contact.contactId = u"none"_s; }, false);
+}
+
+void DaoContactTest::onlyAChangeGivesANewDate()
+{
+    QFETCH(Change, change);
+    QFETCH(bool, isNew);
+    TemporaryStore store;
+    Contact contact = store.add(u"id"_s, fullContact());
+    contact.setLastModificationDate(longAgo);
+    store.dao->updateContactFromImport(contact);
+    const QMap<QString, QString> pairs{{u"company"_s, u"a"_s}, {QString(), QString()}};
+    store.dao->misc().replacePairs(u"id"_s, pairs);
+    contact.misc = pairs;
+    QCOMPARE(store.dao->getContact(u"id"_s), ListContact{contact});
+    change(contact);
+    const LogCapture log;
+    QCOMPARE(store.dao->updateContact(contact), 0);
+    QVERIFY(log.contains("<7>isUpdateLastModificationDateNeeded : "_L1 + QVariant(isNew).toString()));
+    const Contact stored = store.dao->getContact(u"id"_s).value(0);
+    QCOMPARE(stored.getLastModificationDate() != longAgo, isNew);
+    // The pairs of a changed contact are the caller's to write again.
+    QCOMPARE(stored.misc, isNew ? decltype(pairs)() : pairs);
+    QVERIFY(contact.contactId != u"id"_s || (stored.name == contact.name && stored.photo == contact.photo));
+}
+
+void DaoContactTest::singleFieldsAreWrittenAlone()
+{
+    TemporaryStore store;
+    Contact contact = store.add(u"newContact"_s, fullContact());
+    store.add(u"other"_s);
+    const QString id = contact.contactId = u"it's"_s;
+    store.dao->updateIdContact(id);
+    contact.misc = {{u"key"_s, u"value"_s}};
+    store.dao->misc().replacePairs(id, contact.misc);
+    contact.setPUID(u"p"_s);
+    store.dao->updatePuidContact(id, contact.getPUID());
+    contact.photo = u"/a'b.png"_s;
+    store.dao->updatePhotoContact(id, contact.photo);
+    contact.isPreviewed = true;
+    store.dao->updateContactPreview(id, true);
+    QCOMPARE(store.dao->getContact(id), ListContact{contact});
+    QCOMPARE(store.run("SELECT isPreviewed || photo || puid FROM CONTACT WHERE contactId='other'"), u"false"_s);
+    store.dao->deleteContact(id);
+    QCOMPARE(store.run("SELECT contactId FROM CONTACT UNION SELECT contactId FROM MISC"), u"other"_s);
+}
+
+void DaoContactTest::onlyTheIdsOfAListAreMeant()
+{
+    TemporaryStore store;
+    DaoContact &dao = *store.dao;
+    for (const char *id : {"a", "it's", "c"})
+        store.add(QLatin1String(id));
+    const QStringList ids{u"it's"_s, u"c"_s, u"none"_s};
+    const QStringList hostile{u"x') OR ('1'='1"_s};
+    const LogCapture log(KestinLogger::Error);
+    QCOMPARE(dao.updateContactsPreview(ids, true), 0);
+    QCOMPARE(dao.updateContactsPreview(hostile, false), 0);
+    QCOMPARE(idsOf(dao.getAllContactInPreview(0, -1)), u"c,it's"_s);
+    QCOMPARE(idsOf(dao.getContactsById(ids)), u"c,it's"_s);
+    QCOMPARE(idsOf(dao.getContactsById(hostile)), QString());
+    QCOMPARE(log.lines, QStringList());
+    QVERIFY(dao.updateContactsPreview({}, false) == -1 && dao.getContactsById({}).isEmpty());
+    QCOMPARE(log.lines, (QStringList{u"<3>DaoContact::updateContactsPreview : the list of contact ids is empty !"_s,
+                                     u"<3>DaoContact::getContactsById : the list of contact IDs is empty !"_s}));
+}
+
+void DaoContactTest::contactsAreCountedByKind()
+{
+    TemporaryStore store;
+    DaoContact &dao = *store.dao;
+    const auto counts = [&dao] {
+        return QList<int>{dao.nbContact(), dao.nbDMContacts(), dao.nbLocalUserContacts(), dao._nbCachedContactQuery(),
+                          dao._nbContactsUsingThisPhotoQuery(u"photo"_s)};
+    };
+    QCOMPARE(counts(), (QList<int>{0, 0, 0, 0, 0}));
+    QCOMPARE(dao.getOldestCachedContactId(), QString());
+    for (const int type : {0, 1, 3, 5, 5})
+        store.add(u"id"_s, fullContact(), type);
+    QList<Contact> cached{store.add(u"a"_s), store.add(u"b"_s), store.add(u"c"_s)};
+    QCOMPARE(counts(), (QList<int>{8, 3, 1, 3, 5}));
+    // Times of several zones are compared as times.
+    cached[1].setLastModificationDate(QDateTime({2001, 1, 1}, {0, 0}, Qt::UTC));
+    cached[2].setLastModificationDate(QDateTime({2001, 1, 1}, {1, 0}, Qt::OffsetFromUTC, 7200));
+    for (const Contact &contact : cached)
+        dao.updateContactFromImport(contact);
+    QCOMPARE(dao.getOldestCachedContactId(), u"c"_s);
+}
+
+void DaoContactTest::pagesStayInBounds()
+{
+    TemporaryStore store;
+    Contact contact;
+    contact.isPreviewed = true;
+    for (const char *id : {"d", "b", "a", "c"})
+        store.add(QLatin1String(id), contact);
+    const auto page = [&store](int start, int length) {
+        const QString all = idsOf(store.dao->getAllContact(start, length));
+        const QString preview = idsOf(store.dao->getAllContactInPreview(start, length));
+        return all == preview ? all : all + " but "_L1 + preview;
+    };
+    QCOMPARE(page(0, 2), u"a,b"_s);
+    QCOMPARE(page(2, 2), u"c,d"_s);
+    QCOMPARE(page(4, 1) + page(0, 0) + page(most, most), QString());
+    QCOMPARE(page(-3, 1), u"a"_s);
+    QCOMPARE(page(1, -1), u"b,c,d"_s);
+    QCOMPARE(page(2, most), u"c,d"_s);
+    store.dao->updateContactPreview(u"b"_s, false);
+    QCOMPARE(page(0, 2), u"a,b but a,c"_s);
+    QCOMPARE(idsOf(store.dao->getAllContact()), u"a,b,c,d"_s);
+}
+
+void DaoContactTest::contactsAreLookedUp()
+{
+    TemporaryStore store;
+    DaoContact &dao = *store.dao;
+    Contact contact;
+    contact.email = u"Ann.O'Neil@x.org"_s;
+    contact.collaborationId = u"IM:Ann"_s;
+    store.add(u"remote"_s, contact, 1);
+    contact.officePhoneCan = u"+33"_s;
+    store.add(u"cached"_s, contact);
+    store.add(u"without number"_s);
+    QCOMPARE(idsOf(dao.getContactsByEmailAddress(u"ANN.o'neil@X.ORG"_s)), u"remote"_s);
+    QCOMPARE(idsOf(dao.getContactByIMAddress(u"im:ann"_s)), u"remote"_s);
+    QCOMPARE(idsOf(dao.getContactByType(6)), u"cached,without number"_s);
+    QCOMPARE(dao._getCachedContactsWithMatchingOfficePhone({}), QStringList());
+    for (const auto number : {&Contact::officePhoneCan, &Contact::faxCan, &Contact::personalHomeCan,
+                              &Contact::personalMobileCan, &Contact::personalFaxCan}) {
+        Contact other;
+        other.*number = u"+33"_s;
+        QCOMPARE(dao._getCachedContactsWithMatchingOfficePhone(other), QStringList(u"cached"_s));
+        other.*number = u"+44"_s;
+        other.officePhone = u"+55"_s;
+        store.add(u"x"_s, other, 1);
+        QCOMPARE(idsOf(dao.getContactByPhoneNumber(u"+44"_s)), u"x"_s);
+        dao.deleteContact(u"x"_s);
+    }
+    QCOMPARE(idsOf(dao.getContactByPhoneNumber(u"+55"_s)), QString());
+    const LogCapture log;
+    QVERIFY(dao.getContactByPhoneNumber({}).isEmpty());
+    QCOMPARE(log.lines, QStringList(u"<4>getContactByPhoneNumber : empty phoneNumber, returns empty list"_s));
+}
+
+void DaoContactTest::miscPairsBecomeTheRecords()
+{
+    TemporaryStore store;
+    DaoMisc &misc = store.dao->misc();
+    const QString id = u"it's"_s;
+    misc.insertPair(u"other"_s, u"key"_s, u"1"_s);
+    const QMap<QString, QString> pairs{{QString(), u"a"_s}, {u"key"_s, QString()}, {u"c"_s, u"d"_s}};
+    QCOMPARE(misc.replacePairs(id, pairs), 0);
+    QCOMPARE(misc.pairs(id), pairs);
+    const QString writes = store.run("SELECT total_changes()");
+    misc.replacePairs(id, pairs);
+    QCOMPARE(store.run("SELECT total_changes()"), writes);
+    QCOMPARE(misc.value(id, u"key"_s), QStringList(QString()));
+    misc.updatePair(id, u"key"_s, u"2"_s);
+    misc.deletePair(id, u"c"_s);
+    QCOMPARE(misc.pairs(id), (QMap<QString, QString>{{QString(), u"a"_s}, {u"key"_s, u"2"_s}}));
+    misc.replacePairs(id, {});
+    QCOMPARE(store.run("SELECT contactId || value FROM MISC"), u"other1"_s);
+}
+
+void DaoContactTest::failuresAreLoggedAndHarmless()
+{
+    TemporaryStore store;
+    store.database.dropTables();
+    DaoContact &dao = *store.dao;
+    Contact contact;
+    const LogCapture log(KestinLogger::Error);
+    QVERIFY(dao.insertContact(contact, false) == -1 && dao.updateContactsPreview({u"a"_s}, true) == -1);
+    QVERIFY(dao.nbContact() == 0 && dao.getOldestCachedContactId().isEmpty());
+    QVERIFY(dao.getAllContact().isEmpty() && dao.getContactsByName({}).isEmpty());
+    QCOMPARE(log.lines.size(), 6);
+    for (const QString &line : log.lines) {
+        QVERIFY2(line.startsWith("<3>Error while executing query "_L1), qPrintable(line));
+        QVERIFY2(line.contains(" : no such table: CONTACT"_L1), qPrintable(line));
+    }
+}
+
+QTEST_GUILESS_MAIN(DaoContactTest)
+#include "DaoContactTest.moc"

@@ -1,0 +1,248 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/dao/Transaction.h"
+#include "tests/src/dao/TemporaryStore.h"
+
+#include <QDir>
+#include <QTest>
+
+namespace {
+
+const QString contactFails = u"<6>Table Contact is not correct. Check fails"_s;
+
+void writeFile(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+}
+
+QStringList setAsideFiles(const Database &database)
+{
+    const QDir folder = QFileInfo(database.filePath()).dir();
+    return folder.entryList({u"*set-aside*"_s}, QDir::Files, QDir::Name);
+}
+
+} // namespace
+
+class DatabaseTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aFirstStartBuildsTheStore();
+    void theSchemaIsAsOthersKnowIt();
+    void aWrongShapeIsSetAside_data();
+    void aWrongShapeIsSetAside();
+    void whatTheCheckLeavesOutIsCompleted();
+    void noiseIsSetAsideAndTheNewestThreeAreKept();
+    void aStoreThatCannotBeReadIsLeftAlone();
+    void rebuildingEmptiesAStoreInUse();
+    void aPartIsRolledBackAlone();
+    void aCommitThatFailsKeepsNothing();
+    void nothingIsWrittenAfterTheDatabaseGaveUp();
+};
+
+void DatabaseTest::aFirstStartBuildsTheStore()
+{
+    const QTemporaryDir data;
+    qputenv("KESTIN_DATA_DIR", data.filePath(u"not/there"_s).toUtf8());
+    const LogCapture log;
+    Database database;
+    QVERIFY(database.openDatabase(QString()));
+    qunsetenv("KESTIN_DATA_DIR");
+    const QString file = data.filePath(u"not/there/KestinApplication/KestinDirectory/kestindirectory.data"_s);
+    QVERIFY(database.filePath() == file && QFile::exists(file));
+    QVERIFY(log.contains(u"<7>Connecting to database at %1..."_s.arg(file)));
+    QVERIFY(!database.checkTables());
+    QCOMPARE(log.lines.last(), contactFails);
+    QVERIFY(database.setAside() && database.createTables() && database.checkTables());
+    QVERIFY(setAsideFiles(database).isEmpty());
+}
+
+void DatabaseTest::theSchemaIsAsOthersKnowIt()
+{
+    TemporaryStore store;
+    QCOMPARE(store.run("SELECT sql FROM sqlite_master WHERE type IN ('table','trigger') OR name IN "
+                       "('contact_id_idx','type_idx','misc_id_idx') ORDER BY rowid"),
+             u"CREATE TABLE CONTACT (contactId VARCHAR,loginName VARCHAR,salutation VARCHAR,firstName VARCHAR,name "
+             "VARCHAR,latinFirstName VARCHAR,latinName VARCHAR,language VARCHAR,timezone VARCHAR,officePhone VARCHAR,"
+             "officePhoneCan VARCHAR,attendant VARCHAR,colleague VARCHAR,assistant VARCHAR,email VARCHAR,fax VARCHAR,"
+             "faxCan VARCHAR,voicemail VARCHAR,personalHome VARCHAR,personalHomeCan VARCHAR,personalMobile VARCHAR,"
+             "personalMobileCan VARCHAR,personalFax VARCHAR,personalFaxCan VARCHAR,personalEmail VARCHAR,"
+             "collaborationId VARCHAR,isPreviewed BOOLEAN,isPrivate BOOLEAN,type INTEGER,photo VARCHAR,melody VARCHAR,"
+             "puid varchar(256), lastModificationDate datetime) "
+             "CREATE INDEX contact_id_idx ON CONTACT(contactId) CREATE INDEX type_idx ON CONTACT(type) "
+             "CREATE TABLE MISC (contactId VARCHAR,keyName VARCHAR,value VARCHAR) "
+             "CREATE INDEX misc_id_idx ON MISC(contactId,keyName) "
+             "CREATE TRIGGER del_on_cascade_trg BEFORE DELETE ON CONTACT FOR EACH ROW BEGIN DELETE from MISC WHERE "
+             "contactId = OLD.contactId; END CREATE TRIGGER update_on_cascade_trg UPDATE OF lastModificationDate ON "
+             "contact FOR EACH ROW BEGIN DELETE from MISC WHERE contactId = OLD.contactId; END CREATE TRIGGER "
+             "insert_local_MA_contact_trg AFTER INSERT ON CONTACT BEGIN update CONTACT set contactId=('#CONTACT_' || "
+             "(last_insert_rowid()) || '#') where rowid=last_insert_rowid() and (type='0' or type='5'); end"_s);
+    QCOMPARE(store.run("PRAGMA journal_mode") + store.run("PRAGMA synchronous"), u"wal2"_s); // 2 is FULL
+}
+
+void DatabaseTest::aWrongShapeIsSetAside_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::newRow("CREATE TRIGGER mine DELETE ON MISC BEGIN SELECT 1; END") << u"<6>Trigger mine is unknown!"_s;
+    QTest::newRow("DROP TRIGGER del_on_cascade_trg")
+        << u"<6>Missing trigger(s) : update_on_cascade_trg / del_on_cascade_trg"_s;
+    QTest::newRow("DROP TABLE MISC") << u"<6>Table Misc is not correct. Check fails"_s;
+    QTest::newRow("ALTER TABLE CONTACT DROP COLUMN melody") << contactFails;
+}
+
+void DatabaseTest::aWrongShapeIsSetAside()
+{
+    TemporaryStore store;
+    store.add(u"kept"_s);
+    store.dao.reset();
+    store.run("DROP TRIGGER update_on_cascade_trg");
+    store.run(QTest::currentDataTag());
+    const LogCapture log;
+    QVERIFY(!store.database.checkTables());
+    QTEST(log.lines.last(), "line");
+    QVERIFY(store.database.setAside());
+    const QString kept = store.folder.filePath(setAsideFiles(store.database).value(0));
+    QCOMPARE(log.lines.filter(u"<4>"_s).filter(kept).size(), 1);
+    QVERIFY(store.database.createTables() && store.database.checkTables());
+    QCOMPARE(store.run("SELECT contactId FROM CONTACT"), QString());
+    store.run(qPrintable(u"ATTACH '%1' AS old"_s.arg(kept)));
+    QCOMPARE(store.run("SELECT contactId FROM old.CONTACT"), u"kept"_s);
+}
+
+void DatabaseTest::whatTheCheckLeavesOutIsCompleted()
+{
+    constexpr char objects[] = "SELECT name FROM sqlite_master ORDER BY name";
+    TemporaryStore store;
+    const QString before = store.run(objects);
+    store.add(u"kept"_s);
+    for (const char *sql : {"DROP INDEX fax_can_idx", "ALTER TABLE CONTACT DROP COLUMN faxCan", "DROP INDEX email_idx"})
+        store.run(sql);
+    QVERIFY(store.database.checkTables());
+    QVERIFY(store.database.completeTables() && store.database.completeTables());
+    QCOMPARE(store.run(objects), before);
+    QCOMPARE(store.run("SELECT contactId FROM CONTACT WHERE faxCan IS NULL"), u"kept"_s);
+}
+
+void DatabaseTest::noiseIsSetAsideAndTheNewestThreeAreKept()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"kestindirectory.data"_s);
+    const QByteArray noise(5000, 'Z');
+    writeFile(path, noise);
+    writeFile(folder.filePath(u"mine.set-aside-1"_s), "of somebody else");
+    for (const char *stamp :
+         {"20200101T000000000Z", "20200101T000000000Z-wal", "20210101T000000000Z", "20220101T000000000Z"})
+        writeFile(path + ".set-aside-"_L1 + QLatin1String(stamp), "old");
+    const LogCapture log;
+    Database database;
+    database.openDatabase(folder.path());
+    QVERIFY(!database.checkTables());
+    QCOMPARE(log.lines.last(), contactFails);
+    QVERIFY(database.setAside() && database.createTables() && database.checkTables());
+    const QStringList left = setAsideFiles(database);
+    QCOMPARE(left.size(), 4);
+    QCOMPARE(left.at(0), u"kestindirectory.data.set-aside-20210101T000000000Z"_s);
+    QCOMPARE(left.at(3), u"mine.set-aside-1"_s);
+    QFile kept(folder.filePath(left.at(2)));
+    QVERIFY(kept.open(QIODevice::ReadOnly) && kept.readAll() == noise);
+}
+
+void DatabaseTest::aStoreThatCannotBeReadIsLeftAlone()
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(u"file"_s);
+    writeFile(file, "of somebody else");
+    const LogCapture log;
+    Database database;
+    QVERIFY(!database.openDatabase(file + "/below"_L1));
+    QVERIFY(!database.checkTables());
+    QCOMPARE(log.lines.last(), contactFails);
+    QVERIFY(!database.setAside());
+    QVERIFY(log.lines.last().startsWith("<3>"_L1) && log.lines.last().contains(database.filePath()));
+    QVERIFY(!database.createTables());
+}
+
+void DatabaseTest::rebuildingEmptiesAStoreInUse()
+{
+    TemporaryStore store;
+    store.add(u"a"_s);
+    store.add(u"b"_s);
+    store.dao->misc().insertPair(u"a"_s, {}, {});
+    // Reads that stop before the last row: a statement left open would pin the tables.
+    QCOMPARE(store.dao->getOldestCachedContactId(), u"a"_s);
+    QCOMPARE(store.dao->misc().value(u"a"_s, {}).size(), 1);
+    QVERIFY(store.database.createTables() && store.database.checkTables());
+    QCOMPARE(store.dao->nbContact(), 0);
+    QVERIFY(store.dao->misc().pairs(u"a"_s).isEmpty());
+}
+
+void DatabaseTest::aPartIsRolledBackAlone()
+{
+    TemporaryStore store;
+    Connection &connection = store.database.connection();
+    {
+        Transaction whole(connection);
+        store.add(u"a"_s);
+        {
+            Transaction part(connection);
+            store.add(u"lost"_s);
+            QVERIFY(Transaction(connection).commit());
+        }
+        Transaction part(connection);
+        store.add(u"b"_s);
+        QVERIFY(part.commit() && whole.commit());
+    }
+    {
+        Transaction whole(connection);
+        Transaction part(connection);
+        store.add(u"lost too"_s);
+        QVERIFY(part.commit());
+    }
+    QVERIFY(!connection.isInTransaction());
+    QCOMPARE(idsOf(store.dao->getAllContact()), u"a,b"_s);
+}
+
+void DatabaseTest::aCommitThatFailsKeepsNothing()
+{
+    TemporaryStore store;
+    for (const char *sql : {"PRAGMA foreign_keys=ON", "CREATE TABLE p(id PRIMARY KEY)",
+                            "CREATE TABLE c(id REFERENCES p(id) DEFERRABLE INITIALLY DEFERRED)"})
+        store.run(sql);
+    const LogCapture log(KestinLogger::Error);
+    {
+        Transaction transaction(store.database.connection());
+        store.add(u"lost"_s);
+        store.run("INSERT INTO c VALUES (1)");
+        QVERIFY(!transaction.commit());
+    }
+    QVERIFY(log.lines.join(u'|').startsWith("<3>Error while executing query COMMIT TRANSACTION : "_L1));
+    QCOMPARE(store.dao->nbContact(), 0);
+    Transaction next(store.database.connection());
+    QVERIFY(next.commit());
+}
+
+void DatabaseTest::nothingIsWrittenAfterTheDatabaseGaveUp()
+{
+    TemporaryStore store;
+    const LogCapture log(KestinLogger::Error);
+    store.run("PRAGMA max_page_count=1"); // as full as it is now
+    {
+        Transaction whole(store.database.connection());
+        store.add(u"a"_s);
+        {
+            Transaction part(store.database.connection());
+            QCOMPARE(store.dao->misc().insertPair(u"a"_s, {}, QString(1000000, u'x')), -1);
+        }
+        // The database has rolled back everything by itself.
+        Transaction part(store.database.connection());
+        QVERIFY(!part.isActive() && !part.commit() && !whole.commit());
+    }
+    QCOMPARE(store.dao->nbContact(), 0);
+    Transaction next(store.database.connection());
+    store.add(u"b"_s);
+    QVERIFY(next.commit());
+}
+
+QTEST_GUILESS_MAIN(DatabaseTest)
+#include "DatabaseTest.moc"

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "src/dao/DaoContact.h"
+#include "src/dao/Database.h"
+#include "tests/support/LogCapture.h"
+
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+
+/// The empty schema in a folder of its own, and the access to it.
+struct TemporaryStore
+{
+    TemporaryStore()
+    {
+        database.openDatabase(folder.path());
+        database.createTables();
+        dao.emplace(database.connection());
+    }
+
+    /// Stores the contact under this id, which one of this type keeps unless told otherwise.
+    Contact add(const QString &id, Contact contact = {}, int type = ContactType::Cached)
+    {
+        contact.contactId = id;
+        contact.type = type;
+        dao->insertContact(contact, true);
+        return contact;
+    }
+
+    /// The first column of the rows of a statement, joined with a blank.
+    QString run(const char *sql)
+    {
+        QStringList rows;
+        QSqlQuery query = database.connection().executeQuery(QLatin1String(sql));
+        while (query.next())
+            rows.append(query.value(0).toString());
+        return rows.join(u' ');
+    }
+
+    QTemporaryDir folder;
+    Database database;
+    std::optional<DaoContact> dao;
+};
+
+inline QString idsOf(const ListContact &contacts)
+{
+    QStringList ids;
+    for (const Contact &contact : contacts)
+        ids.append(contact.contactId);
+    return ids.join(u',');
+}
