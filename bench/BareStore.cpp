@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "bench/BareStore.h"
+
+#include "bench/BenchError.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+
+#include <sqlite3.h>
+
+namespace {
+
+/// Every column but the persistent id, which a new contact does not have.
+QByteArray insertText()
+{
+    QByteArray columns;
+    QByteArray placeholders;
+    for (const Contact::TextField &field : Contact::texts) {
+        columns += QByteArray(field.name) + ',';
+        placeholders += "?,";
+    }
+    return "INSERT INTO CONTACT (" + columns +
+           "isPreviewed,isPrivate,type,photo,melody,lastModificationDate) VALUES (" + placeholders + "?,?,?,?,?,?)";
+}
+
+QList<QByteArray> valuesOf(const Contact &contact)
+{
+    QList<QByteArray> values;
+    for (const Contact::TextField &field : Contact::texts)
+        values.append((contact.*field.value).toUtf8());
+    const QByteArray now = QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs).toUtf8();
+    return values << "false"
+                  << "false" << QByteArray::number(contact.type) << ""
+                  << "" << now;
+}
+
+} // namespace
+
+void BareStore::Close::operator()(sqlite3 *database) const
+{
+    sqlite3_close(database);
+}
+
+void BareStore::Close::operator()(sqlite3_stmt *statement) const
+{
+    sqlite3_finalize(statement);
+}
+
+BareStore::BareStore(const QString &path)
+{
+    sqlite3 *database = nullptr;
+    const int code = sqlite3_open_v2(QFile::encodeName(path).constData(), &database, SQLITE_OPEN_READWRITE, nullptr);
+    m_database.reset(database);
+    if (code != SQLITE_OK)
+        throw BenchError(QStringLiteral("%1 cannot be opened").arg(path));
+    for (const char *pragma : {"PRAGMA journal_mode=WAL", "PRAGMA synchronous=FULL"})
+        sqlite3_exec(database, pragma, nullptr, nullptr, nullptr);
+    m_begin = prepare("BEGIN");
+    m_insertContact = prepare(insertText());
+    m_insertPair = prepare("INSERT INTO MISC(contactId, keyName, value) VALUES (?,?,?)");
+    m_commit = prepare("COMMIT");
+}
+
+BareStore::~BareStore() = default;
+
+BareStore::Statement BareStore::prepare(const QByteArray &text)
+{
+    sqlite3_stmt *statement = nullptr;
+    if (sqlite3_prepare_v2(m_database.get(), text.constData(), -1, &statement, nullptr) != SQLITE_OK)
+        throw BenchError(QString::fromUtf8(sqlite3_errmsg(m_database.get())));
+    return Statement(statement);
+}
+
+void BareStore::run(const Statement &statement, const QList<QByteArray> &values)
+{
+    int position = 0;
+    for (const QByteArray &value : values)
+        sqlite3_bind_text(statement.get(), ++position, value.constData(), int(value.size()), SQLITE_STATIC);
+    const bool isDone = sqlite3_step(statement.get()) == SQLITE_DONE;
+    sqlite3_reset(statement.get());
+    if (!isDone)
+        throw BenchError(QString::fromUtf8(sqlite3_errmsg(m_database.get())));
+}
+
+qint64 BareStore::insert(const Contact &contact)
+{
+    const QList<QByteArray> values = valuesOf(contact);
+    const QByteArray key = contact.misc.firstKey().toUtf8();
+    const QByteArray pair = contact.misc.first().toUtf8();
+    QElapsedTimer timer;
+    timer.start();
+    run(m_begin);
+    run(m_insertContact, values);
+    const QByteArray id = "#CONTACT_" + QByteArray::number(sqlite3_last_insert_rowid(m_database.get())) + '#';
+    run(m_insertPair, {id, key, pair});
+    run(m_commit);
+    return timer.nsecsElapsed();
+}

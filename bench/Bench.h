@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "bench/FigureTable.h"
+#include "bench/Options.h"
+#include "bench/Progress.h"
+
+class ServiceProcess;
+class Stand;
+
+/// The whole measurement, one store size after the other. A BenchError ends it.
+class Bench
+{
+public:
+    explicit Bench(const Options &options);
+
+    void run();
+    const FigureTable &table() const { return m_table; }
+
+private:
+    void measure(int size);
+    void fill(Stand &stand, int count, int size);
+    void measureCreates(Stand &stand, int creates, int size);
+    void measureStarts(ServiceProcess &directory, int size);
+    void putMemory(const ServiceProcess &directory, int size, Figure resident, Figure anonymous, Figure proportional);
+    void begin(int size, const char *task);
+
+    const Options &m_options;
+    FigureTable m_table;
+    Progress m_progress;
+};

@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "bench/Options.h"
+
+#include <QCommandLineParser>
+#include <QDir>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+constexpr char description[] =
+    "Measures the directory service over a message bus of its own, with the settings manager and the telephony\n"
+    "service beside it, all three found beside this program. Every size begins with an empty data folder.\n"
+    "Run it on a quiet machine, with a release build, on the kind of disk that counts.\n"
+    "\n"
+    "The store is filled with createLocalContacts; then single calls are made one after the other, and the median\n"
+    "and the 99th percentile of their times are printed in microseconds, as a table in Markdown, with what is wanted\n"
+    "of them. Groups of figures (--only):\n"
+    "  creates   single createLocalContact, and beside it what it cannot do without: an empty call, the two calls of\n"
+    "            the telephony service, a durable insert in bare SQLite\n"
+    "  starts    from the start of the process to its name on the bus\n"
+    "  lookups   by number and by id, and pages of 50, beside an empty call\n"
+    "The contacts created per second and the memory are always measured.\n"
+    "\n"
+    "Example:\n"
+    "  kestin-bench --sizes 1000,10000 --only lookups --work-dir /var/tmp\n"
+    "\n"
+    "Exit codes: 0 measured, whatever the figures; 1 something could not be measured (the reason is on standard\n"
+    "error), or the command line is wrong.";
+
+[[noreturn]] void refuse(const QString &reason)
+{
+    std::fprintf(stderr, "kestin-bench: %s; see --help\n", qPrintable(reason));
+    std::exit(EXIT_FAILURE);
+}
+
+int positive(const QString &text, const QString &what)
+{
+    bool isNumber = false;
+    const int number = text.toInt(&isNumber);
+    if (!isNumber || number < 1)
+        refuse(QStringLiteral("\"%1\" is no number for %2").arg(text, what));
+    return number;
+}
+
+QList<int> sizesOf(const QString &text)
+{
+    QList<int> sizes;
+    for (const QString &size : text.split(QLatin1Char(',')))
+        sizes.append(positive(size, QStringLiteral("--sizes")));
+    std::sort(sizes.begin(), sizes.end());
+    return sizes;
+}
+
+QStringList groupsOf(const QString &text, const QStringList &known)
+{
+    const QStringList groups = text.split(QLatin1Char(','));
+    for (const QString &group : groups) {
+        if (!known.contains(group))
+            refuse(QStringLiteral("there is no group \"%1\"").arg(group));
+    }
+    return groups;
+}
+
+} // namespace
+
+Options Options::fromCommandLine()
+{
+    const QString allGroups = QStringLiteral("creates,starts,lookups");
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QString::fromUtf8(description));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const auto add = [&parser](const char *name, const char *text, const char *value, const QString &usual) {
+        const QString help = QStringLiteral("%1 (%2).").arg(QLatin1String(text), usual);
+        QCommandLineOption option(QLatin1String(name), help, QLatin1String(value));
+        option.setDefaultValue(usual);
+        parser.addOption(option);
+    };
+    add("sizes", "Contacts in the store", "list", QStringLiteral("1000,10000,100000"));
+    add("only", "Groups to measure", "list", allGroups);
+    add("work-dir", "Folder in which a temporary one is made for the data", "folder", QStringLiteral("."));
+    add("calls", "Calls of each look-up", "number", QStringLiteral("2000"));
+    add("creates", "Single creates, at most half of the store", "number", QStringLiteral("300"));
+    add("starts", "Starts of the service", "number", QStringLiteral("10"));
+    add("batch", "Contacts in one createLocalContacts", "number", QStringLiteral("200"));
+    parser.addOption({QStringLiteral("json"), QStringLiteral("Print the figures as JSON instead of a table.")});
+    parser.process(*QCoreApplication::instance());
+    if (!parser.positionalArguments().isEmpty())
+        refuse(QStringLiteral("no arguments are expected"));
+
+    const auto number = [&parser](const QString &name) { return positive(parser.value(name), name); };
+    Options options;
+    options.sizes = sizesOf(parser.value(QStringLiteral("sizes")));
+    options.groups = groupsOf(parser.value(QStringLiteral("only")), allGroups.split(QLatin1Char(',')));
+    options.workDirectory = QDir(parser.value(QStringLiteral("work-dir"))).absolutePath();
+    options.json = parser.isSet(QStringLiteral("json"));
+    options.calls = number(QStringLiteral("calls"));
+    options.creates = number(QStringLiteral("creates"));
+    options.starts = number(QStringLiteral("starts"));
+    options.batch = number(QStringLiteral("batch"));
+    return options;
+}

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "bench/Progress.h"
+#include "bench/Samples.h"
+
+#include <functional>
+#include <vector>
+
+/// Kinds of calls to be compared, made in turns: some of each, and again. So whatever else the machine does in the
+/// meantime, and whatever warms up or slows down, falls on all of them alike.
+class Rounds
+{
+public:
+    /// Makes the call with this number, counted from 0, and tells how many nanoseconds it took.
+    using Call = std::function<qint64(int)>;
+
+    /// The number under which its times are found afterwards.
+    std::size_t add(Call call);
+    /// `warmUp` calls of each kind that do not count, then `count` of each, `perRound` at a time.
+    void run(int warmUp, int count, int perRound, Progress &progress);
+
+    const Samples &samples(std::size_t kind) const { return m_kinds.at(kind).samples; }
+
+private:
+    struct Kind
+    {
+        Call call;
+        Samples samples;
+        int made = 0;
+    };
+
+    std::vector<Kind> m_kinds;
+};

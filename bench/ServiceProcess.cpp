@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "bench/ServiceProcess.h"
+
+#include "bench/BenchError.h"
+#include "platform/records/KestinBus.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFile>
+#include <QProcessEnvironment>
+#include <QTimer>
+
+#include <csignal>
+
+#include <sys/prctl.h>
+
+namespace {
+constexpr int limitMs = 120000;
+}
+
+ServiceProcess::ServiceProcess(const QString &program, const QString &module, const QString &dataDirectory,
+                               const QDBusConnection &connection)
+    : m_logPath(dataDirectory + QLatin1Char('/') + program + QLatin1String(".log"))
+    , m_watcher(KestinBus::serviceName(module), connection, QDBusServiceWatcher::WatchForRegistration)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("KESTIN_DATA_DIR"), dataDirectory);
+    environment.remove(QStringLiteral("KESTIN_LOG_LEVEL"));
+    m_process.setProcessEnvironment(environment);
+    m_process.setProgram(QCoreApplication::applicationDirPath() + QLatin1Char('/') + program);
+    m_process.setStandardErrorFile(m_logPath, QIODevice::Append);
+    // Whatever ends this program ends the service too.
+    m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
+}
+
+ServiceProcess::~ServiceProcess()
+{
+    m_process.terminate();
+    if (!m_process.waitForFinished(limitMs))
+        m_process.kill();
+}
+
+qint64 ServiceProcess::start()
+{
+    QEventLoop loop;
+    qint64 nanoseconds = -1;
+    QElapsedTimer timer;
+    QObject::connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, &loop, [&] {
+        nanoseconds = timer.nsecsElapsed();
+        loop.quit();
+    });
+    QObject::connect(&m_process, &QProcess::finished, &loop, &QEventLoop::quit);
+    QObject::connect(&m_process, &QProcess::errorOccurred, &loop, &QEventLoop::quit);
+    QTimer::singleShot(limitMs, &loop, &QEventLoop::quit);
+    timer.start();
+    m_process.start();
+    if (m_process.error() != QProcess::FailedToStart)
+        loop.exec();
+    if (nanoseconds >= 0)
+        return nanoseconds;
+    QFile log(m_logPath);
+    const QByteArray text = log.open(QIODevice::ReadOnly) ? log.readAll().right(2000) : QByteArray();
+    throw BenchError(QStringLiteral("%1 does not come up (%2)\n%3")
+                         .arg(m_process.program(), m_process.errorString(), QString::fromUtf8(text)));
+}
+
+void ServiceProcess::stop()
+{
+    m_process.terminate();
+    if (!m_process.waitForFinished(limitMs) || m_process.exitStatus() != QProcess::NormalExit ||
+        m_process.exitCode() != 0)
+        throw BenchError(QStringLiteral("%1 does not end as it should").arg(m_process.program()));
+}

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusServiceWatcher>
+#include <QProcess>
+#include <QString>
+
+/// A module's program, found beside this one. Ended with the object.
+class ServiceProcess
+{
+public:
+    /// `dataDirectory` is its data folder, and takes its log.
+    ServiceProcess(const QString &program, const QString &module, const QString &dataDirectory,
+                   const QDBusConnection &connection);
+    ~ServiceProcess();
+
+    /// Starts it and waits until its name is on the bus. The nanoseconds from one to the other; a BenchError when it
+    /// does not come.
+    qint64 start();
+    /// SIGTERM, and waits for the end; a BenchError when it ends in another way than it should.
+    void stop();
+    qint64 processId() const { return m_process.processId(); }
+
+private:
+    QString m_logPath;
+    QDBusServiceWatcher m_watcher;
+    QProcess m_process;
+};

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "bench/BusClient.h"
+#include "bench/ServiceProcess.h"
+#include "tests/support/PrivateBus.h"
+
+#include <QTemporaryDir>
+
+/// A bus, the peers and the service with a data folder of their own, which goes with the object. The peers run from
+/// the beginning, the service when it is started.
+class Stand
+{
+public:
+    /// `capacity` contacts fit into the directory.
+    Stand(const QString &workDirectory, int capacity);
+
+    const BusClient &client() const { return m_client; }
+    ServiceProcess &directory() { return m_directory; }
+    QString databasePath() const;
+
+private:
+    void set(const QString &key, const QString &value);
+
+    QTemporaryDir m_folder;
+    PrivateBus m_bus;
+    QDBusConnection m_connection;
+    BusClient m_client;
+    ServiceProcess m_settings;
+    ServiceProcess m_telephony;
+    ServiceProcess m_directory;
+};
