@@ -12,9 +12,32 @@
 
 #include <systemd/sd-daemon.h>
 
+namespace {
+
+/// What the libraries have to say goes the way of every other line.
+void logMessage(QtMsgType type, const QMessageLogContext &, const QString &message)
+{
+    switch (type) {
+    case QtDebugMsg:
+        KestinLogger::debug("%1", message);
+        break;
+    case QtInfoMsg:
+        KestinLogger::info("%1", message);
+        break;
+    case QtWarningMsg:
+        KestinLogger::warning("%1", message);
+        break;
+    default:
+        KestinLogger::error("%1", message);
+    }
+}
+
+} // namespace
+
 KestinApplication::KestinApplication(int &argc, char **argv)
     : QCoreApplication(argc, argv)
 {
+    qInstallMessageHandler(logMessage);
     connect(&m_signals, &ProcessSignals::terminationRequested, this, [this] { end(EXIT_SUCCESS); });
 }
 

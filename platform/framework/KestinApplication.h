@@ -10,7 +10,8 @@
 class BusTransport;
 class KestinModule;
 
-/// The process of one module: connects it to the bus, leads it through its life and ends it in order.
+/// The process of one module: connects it to the bus, leads it through its life and ends it in order. Messages of the
+/// Qt libraries go to the platform's log.
 class KestinApplication : public QCoreApplication
 {
     Q_OBJECT

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/framework/KestinLogger.h"
 
+#include <algorithm>
 #include <atomic>
+#include <cerrno>
 
 #include <unistd.h>
 

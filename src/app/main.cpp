@@ -36,8 +36,7 @@ int main(int argc, char **argv)
     QCoreApplication::setApplicationVersion(QStringLiteral(KESTIN_VERSION));
     parseCommandLine(application);
     KestinDirectory *directory = KestinDirectory::instance();
-    directory->publishThrough(
-        [](KestinModule *module) { return new ErrorReplying<KestinDirectoryAdaptor>(module); });
+    directory->publishThrough([](KestinModule *module) { return new ErrorReplying<KestinDirectoryAdaptor>(module); });
     const int exitCode = application.exec(*directory);
     delete KestinDirectory::instance();
     return exitCode;

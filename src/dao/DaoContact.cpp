@@ -139,10 +139,13 @@ int DaoContact::updateContactsPreview(const QStringList &contactIds, bool isPrev
     return use.bind(QStringLiteral(":isPreviewed"), isPreviewed).execute();
 }
 
-int DaoContact::countOf(Statement &statement)
+/// Nothing when it could not be counted.
+std::optional<int> DaoContact::countOf(Statement &statement)
 {
     Statement::Use use = statement.use();
-    return use.execute() == 0 && use.next() ? use.value(0).toInt() : 0;
+    if (use.execute() != 0 || !use.next())
+        return std::nullopt;
+    return use.value(0).toInt();
 }
 
 void DaoContact::adjustCount(int difference)
@@ -156,28 +159,28 @@ int DaoContact::nbContact()
     if (!m_count || m_countEpoch != m_connection.epoch())
         m_count = countOf(m_statements.count);
     m_countEpoch = m_connection.epoch();
-    const int count = *m_count;
+    const int count = m_count.value_or(0);
     KestinLogger::debug("DaoContact::nbContact : total number of contacts = %1", count);
     return count;
 }
 
 int DaoContact::nbDMContacts()
 {
-    const int count = countOf(m_statements.countDM);
+    const int count = countOf(m_statements.countDM).value_or(0);
     KestinLogger::debug("DaoContact::nbDMContacts : total number of DM contacts = %1", count);
     return count;
 }
 
 int DaoContact::nbLocalUserContacts()
 {
-    const int count = countOf(m_statements.countLocal);
+    const int count = countOf(m_statements.countLocal).value_or(0);
     KestinLogger::debug("DaoContact::nbLocalUserContacts : total number of local contacts = %1", count);
     return count;
 }
 
 int DaoContact::_nbCachedContactQuery()
 {
-    const int count = countOf(m_statements.countCached);
+    const int count = countOf(m_statements.countCached).value_or(0);
     KestinLogger::debug("DaoContact::_nbCachedContactQuery : total number of cached contacts = %1", count);
     return count;
 }

@@ -98,7 +98,7 @@ public:
 
 private:
     static bool isUpdateLastModificationDateNeeded(const ListContact &stored, const Contact &contact);
-    int countOf(Statement &statement);
+    static std::optional<int> countOf(Statement &statement);
     void adjustCount(int difference);
     ListContact readContacts(Statement::Use &use);
     ListContact selectContacts(const QString &text);

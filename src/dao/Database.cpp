@@ -10,6 +10,7 @@
 #include <QFileInfo>
 #include <QSqlDatabase>
 
+#include <algorithm>
 #include <array>
 
 namespace {

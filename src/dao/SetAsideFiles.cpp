@@ -6,13 +6,23 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <array>
+
 namespace {
 
 constexpr int keptCount = 3;
 constexpr QLatin1String mark(".set-aside-");
-// The write-ahead log can hold what the file does not have yet; its index is made anew from it.
-constexpr QLatin1String logSuffix("-wal");
+// The journals of either kind, which hold what the file does not have yet or must have again. The index of the log is
+// made anew from it.
+constexpr std::array journalSuffixes{QLatin1String("-wal"), QLatin1String("-journal")};
 constexpr QLatin1String indexSuffix("-shm");
+
+bool isJournal(const QString &name)
+{
+    return std::any_of(journalSuffixes.cbegin(), journalSuffixes.cend(),
+                       [&name](QLatin1String suffix) { return name.endsWith(suffix); });
+}
 
 } // namespace
 
@@ -27,10 +37,12 @@ QString SetAsideFiles::add()
     const QString target = m_filePath + mark + stamp;
     if (!QFile::rename(m_filePath, target))
         return {};
-    if (QFile::exists(m_filePath + logSuffix) && !QFile::rename(m_filePath + logSuffix, target + logSuffix)) {
-        // The new database must not find a log that is not its own.
-        QFile::rename(target, m_filePath);
-        return {};
+    for (const QLatin1String suffix : journalSuffixes) {
+        if (QFile::exists(m_filePath + suffix) && !QFile::rename(m_filePath + suffix, target + suffix)) {
+            // The new database must not find a journal that is not its own.
+            QFile::rename(target, m_filePath);
+            return {};
+        }
     }
     QFile::remove(m_filePath + indexSuffix);
     removeOldest();
@@ -42,10 +54,11 @@ void SetAsideFiles::removeOldest()
     const QFileInfo file(m_filePath);
     QDir folder = file.dir();
     QStringList names = folder.entryList({file.fileName() + mark + QLatin1Char('*')}, QDir::Files, QDir::Name);
-    names.removeIf([](const QString &name) { return name.endsWith(logSuffix); });
+    names.removeIf(isJournal);
     while (names.size() > keptCount) {
         const QString oldest = names.takeFirst();
         folder.remove(oldest);
-        folder.remove(oldest + logSuffix);
+        for (const QLatin1String suffix : journalSuffixes)
+            folder.remove(oldest + suffix);
     }
 }

@@ -5,6 +5,9 @@ class Connection;
 
 /// Groups writes: all of them happen, or none. Rolls back unless committed. One inside another is a savepoint of the
 /// outer one, so an inner part can fail alone, and nothing is durable before the outermost commit returns true.
+///
+/// After a write that failed, nothing more may be written under the same object, only under a new one inside another:
+/// the database gives up a transaction by itself when the disk is full, and what came then would be on its own.
 class Transaction
 {
 public:

@@ -252,8 +252,9 @@ void DaoContactTest::miscPairsBecomeTheRecords()
 void DaoContactTest::failuresAreLoggedAndHarmless()
 {
     TemporaryStore store;
-    store.database.dropTables();
     DaoContact &dao = *store.dao;
+    store.add(u"a"_s);
+    store.run("ALTER TABLE CONTACT RENAME TO AWAY");
     Contact contact;
     const LogCapture log(KestinLogger::Error);
     QVERIFY(dao.insertContact(contact, false) == -1 && dao.updateContactsPreview({u"a"_s}, true) == -1);
@@ -264,6 +265,8 @@ void DaoContactTest::failuresAreLoggedAndHarmless()
         QVERIFY2(line.startsWith("<3>Error while executing query "_L1), qPrintable(line));
         QVERIFY2(line.contains(" : no such table: CONTACT"_L1), qPrintable(line));
     }
+    store.run("ALTER TABLE AWAY RENAME TO CONTACT");
+    QCOMPARE(dao.nbContact(), 1);
 }
 
 QTEST_GUILESS_MAIN(DaoContactTest)

@@ -169,6 +169,7 @@ void DatabaseTest::rebuildingEmptiesAStoreInUse()
     store.add(u"a"_s);
     store.add(u"b"_s);
     store.dao->misc().insertPair(u"a"_s, {}, {});
+    QCOMPARE(store.dao->nbContact(), 2);
     // Reads that stop before the last row: a statement left open would pin the tables.
     QCOMPARE(store.dao->getOldestCachedContactId(), u"a"_s);
     QCOMPARE(store.dao->misc().value(u"a"_s, {}).size(), 1);
@@ -181,6 +182,7 @@ void DatabaseTest::aPartIsRolledBackAlone()
 {
     TemporaryStore store;
     Connection &connection = store.database.connection();
+    QCOMPARE(store.dao->nbContact(), 0); // a number that is kept must follow
     {
         Transaction whole(connection);
         store.add(u"a"_s);
@@ -201,6 +203,7 @@ void DatabaseTest::aPartIsRolledBackAlone()
     }
     QVERIFY(!connection.isInTransaction());
     QCOMPARE(idsOf(store.dao->getAllContact()), u"a,b"_s);
+    QCOMPARE(store.dao->nbContact(), 2);
 }
 
 void DatabaseTest::aCommitThatFailsKeepsNothing()
@@ -213,6 +216,7 @@ void DatabaseTest::aCommitThatFailsKeepsNothing()
     {
         Transaction transaction(store.database.connection());
         store.add(u"lost"_s);
+        QCOMPARE(store.dao->nbContact(), 1);
         store.run("INSERT INTO c VALUES (1)");
         QVERIFY(!transaction.commit());
     }
