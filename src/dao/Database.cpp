@@ -45,7 +45,8 @@ const QString contactProbe =
 const QString miscProbe = QStringLiteral("SELECT contactId, keyName, value FROM Misc LIMIT 1");
 
 // Each serves a statement that would read the whole table without it: the look-up by number (one index a number), by
-// e-mail and instant-messaging address, the pages of the preview list, and the names still to be filled at start.
+// e-mail and instant-messaging address, the pages of the preview list, the names still to be filled at start, and the
+// search by a prefix of the latin name, which LIKE makes whatever the letter case.
 constexpr std::array lookUpIndexes{
     QLatin1String("CREATE INDEX IF NOT EXISTS office_phone_can_idx ON CONTACT(officePhoneCan)"),
     QLatin1String("CREATE INDEX IF NOT EXISTS fax_can_idx ON CONTACT(faxCan)"),
@@ -55,6 +56,7 @@ constexpr std::array lookUpIndexes{
     QLatin1String("CREATE INDEX IF NOT EXISTS email_idx ON CONTACT(upper(email))"),
     QLatin1String("CREATE INDEX IF NOT EXISTS collaboration_id_idx ON CONTACT(upper(collaborationId))"),
     QLatin1String("CREATE INDEX IF NOT EXISTS preview_idx ON CONTACT(isPreviewed, contactId)"),
+    QLatin1String("CREATE INDEX IF NOT EXISTS latin_name_idx ON CONTACT(latinName COLLATE NOCASE)"),
     QLatin1String("CREATE INDEX IF NOT EXISTS no_latin_name_idx ON CONTACT(latinName) WHERE latinName=''"),
 };
 

@@ -6,11 +6,19 @@
 #include <QDateTime>
 
 Statement::Statement(const QSqlDatabase &handle, const QString &text)
-    : m_query(handle)
+    : m_text(text)
+    , m_query(handle)
 {
     m_query.setForwardOnly(true); // rows are read once; keeping them would cost memory
-    if (!m_query.prepare(text))
-        m_prepareError = m_query.lastError();
+}
+
+Statement::Use Statement::use()
+{
+    if (!m_isPrepared) {
+        m_isPrepared = m_query.prepare(m_text);
+        m_prepareError = m_isPrepared ? QSqlError() : m_query.lastError();
+    }
+    return Use(*this);
 }
 
 Statement::Use &Statement::Use::bind(const QString &placeholder, const QString &text)

@@ -11,7 +11,8 @@
 class Statement
 {
 public:
-    /// Prepares the text; a text that cannot be prepared fails at each execution.
+    /// The text is prepared at its first use and kept: a worker that needs one statement pays for one. A text that
+    /// cannot be prepared fails, and is tried again at the next use.
     Statement(const QSqlDatabase &handle, const QString &text);
 
     /// One execution with its rows. A prepared statement pins the tables it reads until it is finished, so this
@@ -49,9 +50,11 @@ public:
         const QSqlError &m_prepareError;
     };
 
-    Use use() { return Use(*this); }
+    Use use();
 
 private:
+    QString m_text;
     QSqlQuery m_query;
+    bool m_isPrepared = false;
     QSqlError m_prepareError;
 };

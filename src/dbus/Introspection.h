@@ -99,6 +99,56 @@
     "      <annotation name=\"org.qtproject.QtDBus.QtTypeName.Out0\" value=\"ListContact\"/>\n" \
     "      <arg direction=\"in\" type=\"s\" name=\"phoneNumber\"/>\n" \
     "    </method>\n" \
+    "    <method name=\"startSearchContactByName\">\n" \
+    "      <arg direction=\"out\" type=\"i\"/>\n" \
+    "      <arg direction=\"in\" type=\"s\" name=\"searchId\"/>\n" \
+    "      <arg direction=\"in\" type=\"s\" name=\"name\"/>\n" \
+    "      <arg direction=\"in\" type=\"i\" name=\"nbContacts\"/>\n" \
+    "      <arg direction=\"in\" type=\"b\" name=\"localOnly\"/>\n" \
+    "    </method>\n" \
+    "    <method name=\"startSearchContactByAllFields\">\n" \
+    "      <arg direction=\"out\" type=\"i\"/>\n" \
+    "      <arg direction=\"in\" type=\"s\" name=\"searchId\"/>\n" \
+    "      <arg direction=\"in\" type=\"s\" name=\"criteria\"/>\n" \
+    "      <arg direction=\"in\" type=\"b\" name=\"localOnly\"/>\n" \
+    "    </method>\n" \
+    "    <method name=\"startSearchContactByPhoneNumber\">\n" \
+    "      <arg direction=\"out\" type=\"i\"/>\n" \
+    "      <arg direction=\"in\" type=\"s\" name=\"searchId\"/>\n" \
+    "      <arg direction=\"in\" type=\"s\" name=\"phoneNumber\"/>\n" \
+    "      <arg direction=\"in\" type=\"b\" name=\"localOnly\"/>\n" \
+    "    </method>\n" \
+    "    <method name=\"startSearchContactByIMAddress\">\n" \
+    "      <arg direction=\"out\" type=\"i\"/>\n" \
+    "      <arg direction=\"in\" type=\"s\" name=\"searchId\"/>\n" \
+    "      <arg direction=\"in\" type=\"s\" name=\"imAddress\"/>\n" \
+    "      <arg direction=\"in\" type=\"b\" name=\"localOnly\"/>\n" \
+    "    </method>\n" \
+    "    <method name=\"getSearchResults\">\n" \
+    "      <arg direction=\"out\" type=\"a(sssssi)\"/>\n" \
+    "      <annotation name=\"org.qtproject.QtDBus.QtTypeName.Out0\" value=\"ListContactSummary\"/>\n" \
+    "      <arg direction=\"in\" type=\"s\" name=\"searchId\"/>\n" \
+    "      <arg direction=\"in\" type=\"i\" name=\"startInd\"/>\n" \
+    "      <arg direction=\"in\" type=\"i\" name=\"length\"/>\n" \
+    "    </method>\n" \
+    "    <method name=\"getContactFromSearch\">\n" \
+    "      <arg direction=\"out\" type=\"(ssssssssssssssssssssssssssa{ss}bbisss((iii)(iiii)i))\"/>\n" \
+    "      <annotation name=\"org.qtproject.QtDBus.QtTypeName.Out0\" value=\"Contact\"/>\n" \
+    "      <arg direction=\"in\" type=\"s\" name=\"searchId\"/>\n" \
+    "      <arg direction=\"in\" type=\"s\" name=\"contactId\"/>\n" \
+    "    </method>\n" \
+    "    <method name=\"purgeSearchResults\">\n" \
+    "      <arg direction=\"out\" type=\"i\"/>\n" \
+    "      <arg direction=\"in\" type=\"s\" name=\"searchId\"/>\n" \
+    "    </method>\n" \
+    "    <method name=\"copyContactToLocal\">\n" \
+    "      <arg direction=\"out\" type=\"s\"/>\n" \
+    "      <arg direction=\"in\" type=\"s\" name=\"idContact\"/>\n" \
+    "    </method>\n" \
+    "    <method name=\"getImAddressByContactId\">\n" \
+    "      <arg direction=\"out\" type=\"s\"/>\n" \
+    "      <arg direction=\"in\" type=\"s\" name=\"idContact\"/>\n" \
+    "    </method>\n" \
     "    <method name=\"getContactTypeById\">\n" \
     "      <arg direction=\"out\" type=\"i\"/>\n" \
     "      <arg direction=\"in\" type=\"s\" name=\"contactId\"/>\n" \

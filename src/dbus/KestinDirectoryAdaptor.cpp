@@ -117,6 +117,61 @@ ListContact KestinDirectoryAdaptor::getLocalContacts(const QString &phoneNumber)
     return invoke<ListContact>(*this, "ListContact", "getLocalContacts", Q_ARG(QString, phoneNumber));
 }
 
+int KestinDirectoryAdaptor::startSearchContactByName(const QString &searchId, const QString &name, int nbContacts,
+                                                     bool localOnly)
+{
+    return invoke<int>(*this, "int", "startSearchContactByName", Q_ARG(QString, searchId), Q_ARG(QString, name),
+                       Q_ARG(int, nbContacts), Q_ARG(bool, localOnly));
+}
+
+int KestinDirectoryAdaptor::startSearchContactByAllFields(const QString &searchId, const QString &criteria,
+                                                          bool localOnly)
+{
+    return invoke<int>(*this, "int", "startSearchContactByAllFields", Q_ARG(QString, searchId),
+                       Q_ARG(QString, criteria), Q_ARG(bool, localOnly));
+}
+
+int KestinDirectoryAdaptor::startSearchContactByPhoneNumber(const QString &searchId, const QString &phoneNumber,
+                                                            bool localOnly)
+{
+    return invoke<int>(*this, "int", "startSearchContactByPhoneNumber", Q_ARG(QString, searchId),
+                       Q_ARG(QString, phoneNumber), Q_ARG(bool, localOnly));
+}
+
+int KestinDirectoryAdaptor::startSearchContactByIMAddress(const QString &searchId, const QString &imAddress,
+                                                          bool localOnly)
+{
+    return invoke<int>(*this, "int", "startSearchContactByIMAddress", Q_ARG(QString, searchId),
+                       Q_ARG(QString, imAddress), Q_ARG(bool, localOnly));
+}
+
+ListContactSummary KestinDirectoryAdaptor::getSearchResults(const QString &searchId, int startInd, int length)
+{
+    return invoke<ListContactSummary>(*this, "ListContactSummary", "getSearchResults", Q_ARG(QString, searchId),
+                                      Q_ARG(int, startInd), Q_ARG(int, length));
+}
+
+Contact KestinDirectoryAdaptor::getContactFromSearch(const QString &searchId, const QString &contactId)
+{
+    return invoke<Contact>(*this, "Contact", "getContactFromSearch", Q_ARG(QString, searchId),
+                           Q_ARG(QString, contactId));
+}
+
+int KestinDirectoryAdaptor::purgeSearchResults(const QString &searchId)
+{
+    return invoke<int>(*this, "int", "purgeSearchResults", Q_ARG(QString, searchId));
+}
+
+QString KestinDirectoryAdaptor::copyContactToLocal(const QString &idContact)
+{
+    return invoke<QString>(*this, "QString", "copyContactToLocal", Q_ARG(QString, idContact));
+}
+
+QString KestinDirectoryAdaptor::getImAddressByContactId(const QString &idContact)
+{
+    return invoke<QString>(*this, "QString", "getImAddressByContactId", Q_ARG(QString, idContact));
+}
+
 int KestinDirectoryAdaptor::getContactTypeById(const QString &contactId)
 {
     return invoke<int>(*this, "int", "getContactTypeById", Q_ARG(QString, contactId));

@@ -4,6 +4,7 @@
 #include "platform/framework/KestinModule.h"
 #include "platform/records/Capability.h"
 #include "platform/records/Contact.h"
+#include "platform/records/ContactSummary.h"
 #include "platform/records/RecordMaps.h"
 #include "platform/records/Setting.h"
 #include "src/dbus/Introspection.h"
@@ -40,6 +41,15 @@ public Q_SLOTS:
     ListContact getContactsByType(int type);
     ListContact getLocalContacts(int startInd, int length);
     ListContact getLocalContacts(const QString &phoneNumber);
+    int startSearchContactByName(const QString &searchId, const QString &name, int nbContacts, bool localOnly);
+    int startSearchContactByAllFields(const QString &searchId, const QString &criteria, bool localOnly);
+    int startSearchContactByPhoneNumber(const QString &searchId, const QString &phoneNumber, bool localOnly);
+    int startSearchContactByIMAddress(const QString &searchId, const QString &imAddress, bool localOnly);
+    ListContactSummary getSearchResults(const QString &searchId, int startInd, int length);
+    Contact getContactFromSearch(const QString &searchId, const QString &contactId);
+    int purgeSearchResults(const QString &searchId);
+    QString copyContactToLocal(const QString &idContact);
+    QString getImAddressByContactId(const QString &idContact);
     int getContactTypeById(const QString &contactId);
     ListSetting dirMaxContactChanged(const Setting &setting);
     ListSetting dirSearchModeChanged(const Setting &setting);

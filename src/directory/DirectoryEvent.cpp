@@ -56,3 +56,35 @@ DirectoryEvent DirectoryEvent::contentChanged()
 {
     return DirectoryEvent(QStringLiteral("DIR_CONTENT_CHANGED"));
 }
+
+DirectoryEvent DirectoryEvent::searchResults(const QString &searchId, int nbResults,
+                                             const ListContactSummary &summaries)
+{
+    return DirectoryEvent(QStringLiteral("DIR_SEARCH_RESULTS"))
+        .with("searchId", searchId)
+        .with("nbResults", nbResults)
+        .with("listContactSummary", summaries);
+}
+
+DirectoryEvent DirectoryEvent::searchCompletedByName(const QString &searchId, int nbResults,
+                                                     const ListContactSummary &summaries)
+{
+    return DirectoryEvent(QStringLiteral("DIR_SEARCH_COMPLETED_BY_NAME"))
+        .with("searchId", searchId)
+        .with("nbResults", nbResults)
+        .with("listContactSummary", summaries);
+}
+
+DirectoryEvent DirectoryEvent::searchCompletedByPhoneNumber(const QString &searchId, const Contact &contact)
+{
+    return DirectoryEvent(QStringLiteral("DIR_SEARCH_COMPLETED_BY_PHONE_NUMBER"))
+        .with("searchId", searchId)
+        .with("contact", contact);
+}
+
+DirectoryEvent DirectoryEvent::imAddressResult(const QString &contactId, const QString &imAddress)
+{
+    return DirectoryEvent(QStringLiteral("DIR_IM_ADDRESS_RESULT"))
+        .with("contactId", contactId)
+        .with("imAddress", imAddress);
+}

@@ -17,6 +17,11 @@ public:
     static DirectoryEvent previewDeleted(const QString &reqId, const ListContact &contacts, bool requestedByUser);
     static DirectoryEvent databaseFull();
     static DirectoryEvent contentChanged();
+    static DirectoryEvent searchResults(const QString &searchId, int nbResults, const ListContactSummary &summaries);
+    static DirectoryEvent searchCompletedByName(const QString &searchId, int nbResults,
+                                                const ListContactSummary &summaries);
+    static DirectoryEvent searchCompletedByPhoneNumber(const QString &searchId, const Contact &contact);
+    static DirectoryEvent imAddressResult(const QString &contactId, const QString &imAddress);
 
     const KestinEvent &event() const { return m_event; }
     /// What the log tells beside the name; empty for most events.

@@ -7,6 +7,8 @@
 #include "platform/records/KestinPaths.h"
 #include "platform/records/UpdateReport.h"
 #include "src/directory/UseCases.h"
+#include "src/search/RemoteSearchByNameThread.h"
+#include "src/search/RemoteSearchByPhoneNumberThread.h"
 
 #include <QDir>
 
@@ -56,7 +58,10 @@ bool KestinDirectory::init()
         KestinLogger::warning("The look-ups are slow: an index could not be made");
     m_useCases = std::make_unique<UseCases>(m_database.connection(), *this, m_fields);
     connectNews();
+    connectSearch();
+    connectRemote();
     m_settings.readDirectory();
+    subscribeToWebService();
     eventsSyncSubscription();
     preparePhotoDirectory();
     m_popups.fillTexts();
@@ -75,8 +80,10 @@ bool KestinDirectory::run()
         m_adaptor = m_makeAdaptor(this);
     getCapabilities();
     m_fields.icsLogin = false;
-    m_fields.icsLogin = m_telephonyMode.getKestinMode();
-    KestinLogger::debug("KestinDir run; ICS login  : %1", int(m_fields.icsLogin));
+    const bool isAllowed = m_telephonyMode.getKestinMode();
+    KestinLogger::debug("KestinDir run; ICS login  : %1", int(isAllowed));
+    if (isAllowed)
+        m_useCases->serviceRight.check();
     return true;
 }
 
@@ -127,6 +134,83 @@ void KestinDirectory::connectNews()
     connect(news, &ContactNews::databaseFull, this, publishAs(&DirectoryEvent::databaseFull));
     connect(news, &ContactNews::anonymousContactRefused, this,
             [this] { m_popups.showPopupCreatingAnonymousContactImpossible(); });
+}
+
+void KestinDirectory::connectSearch()
+{
+    ContactSearch *search = &m_useCases->search;
+    connect(search, &ContactSearch::workerCreated, this, &KestinDirectory::connectWorker);
+    connect(search, &ContactSearch::searchResults, this,
+            [this](const QString &searchId, int nbResults, const ListContactSummary &summaries) {
+                m_publisher.publish(DirectoryEvent::searchResults(searchId, nbResults, summaries));
+            });
+    connect(search, &ContactSearch::completedByName, this,
+            [this](const QString &searchId, int nbResults, const ListContactSummary &summaries) {
+                m_publisher.publish(DirectoryEvent::searchCompletedByName(searchId, nbResults, summaries));
+            });
+    connect(search, &ContactSearch::completedByPhoneNumber, this,
+            [this](const QString &searchId, const Contact &contact) {
+                m_publisher.publish(DirectoryEvent::searchCompletedByPhoneNumber(searchId, contact));
+            });
+}
+
+void KestinDirectory::connectWorker(SearchThread *worker)
+{
+    connect(worker, &SearchThread::signal_addContactsToMap, this, &KestinDirectory::slot_addContactsToMap);
+    connect(worker, &SearchThread::signal_threadSearchFinished, this, &KestinDirectory::slot_threadSearchFinished);
+    connect(worker, &QThread::finished, this, &KestinDirectory::deleteThread);
+    if (auto *remote = qobject_cast<RemoteSearchThread *>(worker)) {
+        connect(remote, &RemoteSearchThread::signal_getNextResults, this, &KestinDirectory::slot_getNextResults);
+        connect(remote, &RemoteSearchThread::signal_stopSearch, this, &KestinDirectory::slot_stopSearch);
+    }
+    if (auto *byName = qobject_cast<RemoteSearchByNameThread *>(worker))
+        connect(byName, &RemoteSearchByNameThread::signal_searchByFullName, this,
+                &KestinDirectory::slot_searchByFullName);
+    if (auto *byNumber = qobject_cast<RemoteSearchByPhoneNumberThread *>(worker))
+        connect(byNumber, &RemoteSearchByPhoneNumberThread::signal_searchByPhoneNumber, this,
+                &KestinDirectory::slot_searchByPhoneNumber);
+}
+
+void KestinDirectory::connectRemote()
+{
+    WebServiceEvents *events = &m_useCases->webServiceEvents;
+    connect(events, &WebServiceEvents::searchStarted, this,
+            [this](const QString &searchId) { m_useCases->search.mailbox().setStarted(searchId); });
+    connect(events, &WebServiceEvents::packetReceived, this,
+            [this](const QString &searchId, const ListContact &contacts, int status) {
+                m_useCases->search.mailbox().put(searchId, {contacts, status});
+            });
+    connect(events, &WebServiceEvents::attributesReceived, this,
+            [this](bool areInitialised) { m_useCases->serviceRight.setAttributesInitialised(areInitialised); });
+    connect(events, &WebServiceEvents::availabilityChanged, this, [this] { m_useCases->serviceRight.check(); });
+    const auto publishImAddress = [this](const QString &contactId, const QString &imAddress) {
+        m_publisher.publish(DirectoryEvent::imAddressResult(contactId, imAddress));
+    };
+    connect(events, &WebServiceEvents::imAddressReceived, this, publishImAddress);
+    RemoteContacts *contacts = &m_useCases->remoteContacts;
+    connect(contacts, &RemoteContacts::imAddressFound, this, publishImAddress);
+    connect(events, &WebServiceEvents::profileReceived, contacts, &RemoteContacts::profileReceived);
+    connect(contacts, &RemoteContacts::copyArrived, this, &KestinDirectory::createLocalContact);
+}
+
+void KestinDirectory::subscribeToWebService()
+{
+    constexpr std::pair<const char *, const char *> handlers[] = {
+        {"WS_DIRECTORY_GET_CONTACT_PROFILE", "event_WS_DIRECTORY_GET_CONTACT_PROFILE_handle(KestinEvent)"},
+        {"WS_DIRECTORY_GET_ATTRIBUTES", "event_WS_DIRECTORY_GET_ATTRIBUTES_handle(KestinEvent)"},
+        {"WS_DIRECTORY_GET_NEXT_RESULTS", "event_WS_DIRECTORY_GET_NEXT_RESULTS_handle(KestinEvent)"},
+        {"WS_DIRECTORY_GET_OPERATORS", "event_WS_DIRECTORY_GET_OPERATORS_handle(KestinEvent)"},
+        {"WS_DIRECTORY_SEARCH", "event_WS_DIRECTORY_SEARCH_handle(KestinEvent)"},
+        {"WS_DIRECTORY_SEARCH_BY_FULL_NAME", "event_WS_DIRECTORY_SEARCH_BY_FULL_NAME_handle(KestinEvent)"},
+        {"WS_DIRECTORY_STOP_SEARCH", "event_WS_DIRECTORY_STOP_SEARCH_handle(KestinEvent)"},
+        {"WS_DIRECTORY_CANONIZE_NUMBER", "event_WS_DIRECTORY_CANONIZE_NUMBER_handle(KestinEvent)"},
+        {"WSManagerAvailabilityEvent", "event_WSMANAGER_EVENT_AVAILABILITY_STATUS_handle(KestinEvent)"},
+        {"UDAAvailabilityEvent", "event_WSMANAGER_EVENT_DIRECTORY_AVAILABILITY_STATUS_handle(KestinEvent)"},
+        {"WS_DIRECTORY_GETATTRIBUTEBYCONTACTID",
+         "event_WSMANAGER_EVENT_DIRECTORY_GETATTRIBUTEBYCONTACTID_handle(KestinEvent)"},
+    };
+    for (const auto &[event, slot] : handlers)
+        subscribeEvent(QLatin1String(event), this, slot); // without them the company directory stays silent
 }
 
 void KestinDirectory::eventsSyncSubscription()
@@ -222,6 +306,71 @@ ListContact KestinDirectory::getLocalContacts(const QString &contactPhoneNumber)
     return m_useCases->lookup.getLocalContacts(contactPhoneNumber);
 }
 
+int KestinDirectory::startSearchContactByName(const QString &searchId, const QString &name, int nbContacts,
+                                              bool localOnly)
+{
+    return m_useCases->search.startSearchContactByName(searchId, name, nbContacts, localOnly);
+}
+
+int KestinDirectory::startSearchContactByAllFields(const QString &searchId, const QString &criteria, bool localOnly)
+{
+    KestinLogger::error("-- Method startSearchContactByAllFields called with searchId=[%1] ,criteria=[%2] and "
+                        "localOnly=[%3] is DEPRECATED!!--",
+                        searchId, criteria, localOnly ? "true" : "false");
+    return -1;
+}
+
+int KestinDirectory::startSearchContactByPhoneNumber(const QString &searchId, const QString &phoneNumber,
+                                                     bool localOnly)
+{
+    return m_useCases->search.startSearchContactByPhoneNumber(searchId, phoneNumber, localOnly);
+}
+
+int KestinDirectory::startSearchContactByIMAddress(const QString &searchId, const QString &imAddress, bool localOnly)
+{
+    KestinLogger::error("-- Method startSearchContactByIMAddress called with searchId=[%1] ,imAddress=[%2] and "
+                        "localOnly=[%3] is DEPRECATED !! --",
+                        searchId, imAddress, localOnly ? "true" : "false");
+    return -1;
+}
+
+ListContactSummary KestinDirectory::getSearchResults(const QString &searchId, int startInd, int length)
+{
+    return m_useCases->search.getSearchResults(searchId, startInd, length);
+}
+
+Contact KestinDirectory::getContactFromSearch(const QString &searchId, const QString &contactId)
+{
+    return m_useCases->search.getContactFromSearch(searchId, contactId);
+}
+
+int KestinDirectory::purgeSearchResults(const QString &searchId)
+{
+    return m_useCases->search.purgeSearchResults(searchId);
+}
+
+QString KestinDirectory::copyContactToLocal(const QString &idContact)
+{
+    m_useCases->remoteContacts.copyContactToLocal(idContact);
+    return {}; // the contact comes with its event
+}
+
+void KestinDirectory::addContactsToMap(const QString &, const ListContact &)
+{
+    KestinLogger::error("-- Method addContactsToMap called : DEPRECATED !!!");
+}
+
+void KestinDirectory::threadSearchFinished(QThread *, const QString &)
+{
+    KestinLogger::error("-- Method threadSearchFinished called : DEPRECATED !!!");
+}
+
+QString KestinDirectory::getImAddressByContactId(const QString &idContact)
+{
+    m_useCases->remoteContacts.getImAddressByContactId(idContact);
+    return {}; // the address comes with its event
+}
+
 ListContact KestinDirectory::sortContactByName(const ListContact &contacts, bool byNameOnly, const QString &searchId,
                                                const QString &searchString)
 {
@@ -252,6 +401,99 @@ int KestinDirectory::getContactTypeById(const QString &contactId)
 void KestinDirectory::syncReadOnlyModeSlot(const KestinEvent &evt)
 {
     m_readOnlyMode.syncReadOnlyModeSlot(evt);
+}
+
+void KestinDirectory::event_WS_DIRECTORY_GET_CONTACT_PROFILE_handle(const KestinEvent &event)
+{
+    m_useCases->webServiceEvents.contactProfile(event);
+}
+
+void KestinDirectory::event_WS_DIRECTORY_GET_ATTRIBUTES_handle(const KestinEvent &event)
+{
+    m_useCases->webServiceEvents.attributes(event);
+}
+
+void KestinDirectory::event_WS_DIRECTORY_GET_NEXT_RESULTS_handle(const KestinEvent &event)
+{
+    m_useCases->webServiceEvents.nextResults(event);
+}
+
+void KestinDirectory::event_WS_DIRECTORY_GET_OPERATORS_handle(const KestinEvent &event)
+{
+    m_useCases->webServiceEvents.operators(event);
+}
+
+void KestinDirectory::event_WS_DIRECTORY_SEARCH_handle(const KestinEvent &event)
+{
+    m_useCases->webServiceEvents.searchAccepted(event);
+}
+
+void KestinDirectory::event_WS_DIRECTORY_SEARCH_BY_FULL_NAME_handle(const KestinEvent &event)
+{
+    m_useCases->webServiceEvents.searchAccepted(event);
+}
+
+void KestinDirectory::event_WS_DIRECTORY_STOP_SEARCH_handle(const KestinEvent &event)
+{
+    m_useCases->webServiceEvents.stopSearch(event);
+}
+
+void KestinDirectory::event_WS_DIRECTORY_CANONIZE_NUMBER_handle(const KestinEvent &event)
+{
+    m_useCases->webServiceEvents.canonizeNumber(event);
+}
+
+void KestinDirectory::event_WSMANAGER_EVENT_AVAILABILITY_STATUS_handle(const KestinEvent &event)
+{
+    m_useCases->webServiceEvents.managerAvailability(event);
+}
+
+void KestinDirectory::event_WSMANAGER_EVENT_DIRECTORY_AVAILABILITY_STATUS_handle(const KestinEvent &event)
+{
+    m_useCases->webServiceEvents.directoryAvailability(event);
+}
+
+void KestinDirectory::event_WSMANAGER_EVENT_DIRECTORY_GETATTRIBUTEBYCONTACTID_handle(const KestinEvent &event)
+{
+    m_useCases->webServiceEvents.attributeByContactId(event);
+}
+
+void KestinDirectory::deleteThread()
+{
+    if (!sender())
+        return;
+    KestinLogger::debug("Marking thread for deletion");
+    sender()->deleteLater();
+}
+
+void KestinDirectory::slot_searchByPhoneNumber(const QString &reqId, const QString &phoneNumber)
+{
+    m_useCases->searchCalls.searchByPhoneNumber(reqId, phoneNumber);
+}
+
+void KestinDirectory::slot_searchByFullName(const QString &reqId, const QString &fullname)
+{
+    m_useCases->searchCalls.searchByFullName(reqId, fullname);
+}
+
+void KestinDirectory::slot_stopSearch(const QString &reqId)
+{
+    m_useCases->searchCalls.stopSearch(reqId);
+}
+
+void KestinDirectory::slot_getNextResults(const QString &reqId)
+{
+    m_useCases->searchCalls.getNextResults(reqId);
+}
+
+void KestinDirectory::slot_threadSearchFinished(const QString &searchId)
+{
+    m_useCases->search.finishWorker(sender(), searchId);
+}
+
+void KestinDirectory::slot_addContactsToMap(const QString &searchId, const ListContact &contacts, bool localResults)
+{
+    m_useCases->search.addContacts(searchId, contacts, localResults);
 }
 
 ListSetting KestinDirectory::dirMaxContactChanged(const Setting &setting)

@@ -17,6 +17,8 @@
 #include <memory>
 
 class QDBusAbstractAdaptor;
+class QThread;
+class SearchThread;
 struct UseCases;
 
 /// The module "KestinDirectory": puts the use cases together, hands them what arrives (bus calls, events, changed
@@ -63,6 +65,17 @@ public Q_SLOTS:
     ListContact getAllContactsInPreview(int startInd, int length);
     ListContact getLocalContacts(int startInd, int length);
     ListContact getLocalContacts(const QString &contactPhoneNumber);
+    int startSearchContactByName(const QString &searchId, const QString &name, int nbContacts, bool localOnly);
+    int startSearchContactByAllFields(const QString &searchId, const QString &criteria, bool localOnly);
+    int startSearchContactByPhoneNumber(const QString &searchId, const QString &phoneNumber, bool localOnly);
+    int startSearchContactByIMAddress(const QString &searchId, const QString &imAddress, bool localOnly);
+    ListContactSummary getSearchResults(const QString &searchId, int startInd, int length);
+    Contact getContactFromSearch(const QString &searchId, const QString &contactId);
+    int purgeSearchResults(const QString &searchId);
+    QString copyContactToLocal(const QString &idContact);
+    void addContactsToMap(const QString &searchId, const ListContact &contacts);
+    void threadSearchFinished(QThread *thread, const QString &searchId);
+    QString getImAddressByContactId(const QString &idContact);
     ListContact sortContactByName(const ListContact &contacts, bool byNameOnly = true,
                                   const QString &searchId = QString(), const QString &searchString = QString());
     ListContact getLocalContactByIMAddress(const QString &imAddress);
@@ -72,13 +85,37 @@ public Q_SLOTS:
     void syncReadOnlyModeSlot(const KestinEvent &evt);
 
 private Q_SLOTS:
+    void event_WS_DIRECTORY_GET_CONTACT_PROFILE_handle(const KestinEvent &event);
+    void event_WS_DIRECTORY_GET_ATTRIBUTES_handle(const KestinEvent &event);
+    void event_WS_DIRECTORY_GET_NEXT_RESULTS_handle(const KestinEvent &event);
+    void event_WS_DIRECTORY_GET_OPERATORS_handle(const KestinEvent &event);
+    void event_WS_DIRECTORY_SEARCH_handle(const KestinEvent &event);
+    void event_WS_DIRECTORY_SEARCH_BY_FULL_NAME_handle(const KestinEvent &event);
+    void event_WS_DIRECTORY_STOP_SEARCH_handle(const KestinEvent &event);
+    void event_WS_DIRECTORY_CANONIZE_NUMBER_handle(const KestinEvent &event);
+    void event_WSMANAGER_EVENT_AVAILABILITY_STATUS_handle(const KestinEvent &event);
+    void event_WSMANAGER_EVENT_DIRECTORY_AVAILABILITY_STATUS_handle(const KestinEvent &event);
+    void event_WSMANAGER_EVENT_DIRECTORY_GETATTRIBUTEBYCONTACTID_handle(const KestinEvent &event);
     ListSetting dirMaxContactChanged(const Setting &setting);
     ListSetting dirSearchModeChanged(const Setting &setting);
     ListSetting removeHttpsFromPhotoUrlChanged(const Setting &setting);
+    void deleteThread();
+
+public Q_SLOTS:
+    void slot_searchByPhoneNumber(const QString &reqId, const QString &phoneNumber);
+    void slot_searchByFullName(const QString &reqId, const QString &fullname);
+    void slot_stopSearch(const QString &reqId);
+    void slot_getNextResults(const QString &reqId);
+    void slot_threadSearchFinished(const QString &searchId);
+    void slot_addContactsToMap(const QString &searchId, const ListContact &contacts, bool localResults);
 
 private:
     void registerRecords();
     void connectNews();
+    void connectSearch();
+    void connectRemote();
+    void connectWorker(SearchThread *worker);
+    void subscribeToWebService();
     void eventsSyncSubscription();
     void preparePhotoDirectory();
     void updateCanonicalNumbers();

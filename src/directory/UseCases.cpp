@@ -11,5 +11,10 @@ UseCases::UseCases(Connection &connection, RemoteCaller &caller, DirectoryFields
     , modification(dao, fields, numbers, news)
     , preview(dao, fields, news)
     , lookup(dao, [this](const ListContact &contacts) { return ordering.sortContactByName(contacts, true, {}, {}); })
+    , search(fields, ordering, [this](Contact &contact) { numbers.makeCanonicalNumberListWithoutPrefix(contact); })
+    , remoteDirectory(caller)
+    , remoteContacts(remoteDirectory, [this](const QString &contactId) { return lookup.getContactById(contactId); })
+    , searchCalls(caller)
+    , serviceRight(caller, fields)
 {
 }

@@ -13,7 +13,13 @@
 #include "src/contacts/LatinNames.h"
 #include "src/dao/DaoContact.h"
 #include "src/fields/DirectoryFields.h"
+#include "src/remote/RemoteContacts.h"
+#include "src/remote/RemoteDirectory.h"
+#include "src/remote/SearchCalls.h"
+#include "src/remote/ServiceRight.h"
+#include "src/remote/WebServiceEvents.h"
 #include "src/search/ContactOrdering.h"
+#include "src/search/ContactSearch.h"
 
 class Connection;
 
@@ -34,4 +40,10 @@ struct UseCases
     ContactModification modification;
     ContactPreview preview;
     ContactLookup lookup;
+    ContactSearch search;
+    RemoteDirectory remoteDirectory;
+    RemoteContacts remoteContacts;
+    SearchCalls searchCalls;
+    ServiceRight serviceRight;
+    WebServiceEvents webServiceEvents;
 };

@@ -5,6 +5,7 @@
 #include "src/dao/LatinText.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -12,20 +13,25 @@ namespace {
 // The keys are made once a contact, not once a comparison.
 struct Ranked
 {
-    QString nameKey;
-    QString firstNameKey;
+    QString firstKey;
+    QString secondKey;
     const Contact *contact;
 
     bool operator<(const Ranked &other) const
     {
-        const int order = nameKey.compare(other.nameKey);
-        return order != 0 ? order < 0 : firstNameKey.compare(other.firstNameKey) < 0;
+        const int order = firstKey.compare(other.firstKey);
+        return order != 0 ? order < 0 : secondKey.compare(other.secondKey) < 0;
     }
 };
 
-Ranked ranked(const Contact &contact)
+ListContact ordered(std::vector<Ranked> ranking)
 {
-    return {latinText(contact.name), latinText(contact.firstName), &contact};
+    std::sort(ranking.begin(), ranking.end());
+    ListContact result;
+    result.reserve(qsizetype(ranking.size()));
+    for (const Ranked &entry : ranking)
+        result.append(*entry.contact);
+    return result;
 }
 
 } // namespace
@@ -42,9 +48,8 @@ ListContact ContactOrdering::sortContactByName(const ListContact &contacts, bool
     ranking.reserve(size_t(contacts.size()));
     const QString searchKey = latinText(searchString);
     for (const Contact &contact : contacts) {
-        Ranked entry = ranked(contact);
-        const bool matchedByFirstName =
-            !entry.nameKey.startsWith(searchKey) && entry.firstNameKey.startsWith(searchKey);
+        Ranked entry{latinText(contact.name), latinText(contact.firstName), &contact};
+        const bool matchedByFirstName = !entry.firstKey.startsWith(searchKey) && entry.secondKey.startsWith(searchKey);
         if (!byNameOnly && matchedByFirstName)
             onlyFirstName.append(contact);
         else
@@ -52,10 +57,14 @@ ListContact ContactOrdering::sortContactByName(const ListContact &contacts, bool
     }
     if (!byNameOnly)
         m_setAside.insert(searchId, onlyFirstName);
-    std::sort(ranking.begin(), ranking.end());
-    ListContact result;
-    result.reserve(qsizetype(ranking.size()));
-    for (const Ranked &entry : ranking)
-        result.append(*entry.contact);
-    return result;
+    return ordered(std::move(ranking));
+}
+
+ListContact ContactOrdering::sortContactByFirstName(const ListContact &contacts)
+{
+    std::vector<Ranked> ranking;
+    ranking.reserve(size_t(contacts.size()));
+    for (const Contact &contact : contacts)
+        ranking.push_back({latinText(contact.firstName), latinText(contact.name), &contact});
+    return ordered(std::move(ranking));
 }

@@ -17,6 +17,9 @@ public:
     ListContact sortContactByName(const ListContact &contacts, bool byNameOnly, const QString &searchId,
                                   const QString &searchString);
 
+    /// By first name, then last name.
+    static ListContact sortContactByFirstName(const ListContact &contacts);
+
     /// In the order in which they were given.
     ListContact setAside(const QString &searchId) const { return m_setAside.value(searchId); }
 

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/records/Contact.h"
+#include "src/remote/RemoteDirectory.h"
+
+#include <QObject>
+#include <QStringList>
+
+#include <functional>
+
+/// Asks the company directory about single contacts: for the profile of one that is to be copied to the phone, and for
+/// the instant-messaging address of one that the phone does not have. Answers come later. Main thread only.
+class RemoteContacts : public QObject
+{
+    Q_OBJECT
+
+public:
+    using LookUp = std::function<ListContact(const QString &contactId)>;
+
+    /// `lookUp` finds a contact on the phone.
+    RemoteContacts(RemoteDirectory &directory, LookUp lookUp);
+
+    void copyContactToLocal(const QString &idContact);
+    void getImAddressByContactId(const QString &idContact);
+
+    /// The profile of a contact, or none, `reqId` being what it was asked for with. One that was not asked for is
+    /// dropped, and one that was is answered once.
+    void profileReceived(const QString &reqId, const ListContact &contacts);
+
+Q_SIGNALS:
+    void copyArrived(const QString &reqId, const Contact &contact);
+    void imAddressFound(const QString &contactId, const QString &imAddress);
+
+private:
+    RemoteDirectory &m_directory;
+    LookUp m_lookUp;
+    QStringList m_awaitingCopy;
+};

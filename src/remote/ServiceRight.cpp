@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/remote/ServiceRight.h"
+
+#include "platform/framework/KestinException.h"
+#include "platform/framework/KestinLogger.h"
+#include "platform/framework/PlatformCalls.h"
+
+#include <QDBusReply>
+
+namespace {
+const QString webServiceManager = QStringLiteral("WSManager");
+}
+
+ServiceRight::ServiceRight(RemoteCaller &caller, DirectoryFields &fields)
+    : m_caller(caller)
+    , m_fields(fields)
+{
+}
+
+bool ServiceRight::check()
+{
+    bool isValid = false;
+    try {
+        const QDBusReply<bool> reply =
+            m_caller.syncRemoteCall(webServiceManager, QStringLiteral("getServiceRight"), {QStringLiteral("IcsUda")});
+        isValid = reply.isValid();
+        if (isValid)
+            m_fields.icsLogin = reply.value();
+    } catch (const std::exception &) {
+        // Told below, like an answer that is an error.
+    }
+    if (isValid)
+        KestinLogger::debug("UDA remote ICS services availability : %1", int(m_fields.icsLogin));
+    else
+        KestinLogger::error("bad reply on WSManager:GetServiceRight(IcsUda) : %1", int(m_fields.icsLogin));
+    m_attributesInitialised = false;
+    if (m_fields.icsLogin) {
+        KestinLogger::debug("async call to WSManager : udaGetAttributes()");
+        PlatformCalls(m_caller).callModule(webServiceManager, QStringLiteral("udaGetAttributes"),
+                                           {QStringLiteral("InitDir")});
+    }
+    return m_attributesInitialised;
+}
+
+void ServiceRight::setAttributesInitialised(bool isInitialised)
+{
+    if (isInitialised) {
+        KestinLogger::debug("Attributes have been correctly initialized");
+        m_attributesInitialised = true;
+    } else {
+        KestinLogger::warning("Attributes have not been correctly initialized");
+    }
+}

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/framework/RemoteCaller.h"
+#include "src/fields/DirectoryFields.h"
+
+/// Knows whether the phone may use the company directory: the right "IcsUda". Main thread only.
+class ServiceRight
+{
+public:
+    ServiceRight(RemoteCaller &caller, DirectoryFields &fields);
+
+    /// Asks the web-service manager (5 s at most). A valid answer becomes `icsLogin`, an error leaves it as it was.
+    /// When it is true the attributes of the directory are asked for. The answer is whether these are initialised: not
+    /// yet.
+    bool check();
+
+    /// The attributes have come, or could not be had.
+    void setAttributesInitialised(bool isInitialised);
+    bool areAttributesInitialised() const { return m_attributesInitialised; }
+
+private:
+    RemoteCaller &m_caller;
+    DirectoryFields &m_fields;
+    bool m_attributesInitialised = false;
+};

@@ -1,0 +1,300 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/search/ContactSearch.h"
+
+#include "platform/framework/KestinLogger.h"
+#include "src/search/LocalSearchByNameThread.h"
+#include "src/search/LocalSearchByPhoneNumberThread.h"
+#include "src/search/RemoteSearchByNameThread.h"
+#include "src/search/RemoteSearchByPhoneNumberThread.h"
+
+#include <algorithm>
+#include <utility>
+
+struct ContactSearch::StartTexts
+{
+    const char *notReachable;
+    const char *bothSides;
+    const char *remoteReplaced;
+};
+
+ContactSearch::ContactSearch(const DirectoryFields &fields, ContactOrdering &ordering, Canonize canonize)
+    : m_fields(fields)
+    , m_ordering(ordering)
+    , m_canonize(std::move(canonize))
+{
+}
+
+ContactSearch::~ContactSearch()
+{
+    m_mailbox.end();
+    const auto workers = findChildren<SearchThread *>(); // those too that have just told their end
+    for (SearchThread *worker : workers) {
+        worker->disconnect();
+        worker->wait();
+        delete worker;
+    }
+}
+
+int ContactSearch::startSearchContactByName(const QString &searchId, const QString &name, int nbContacts,
+                                            bool localOnly)
+{
+    m_last = {SearchRequest::ByName, searchId, name, {}, nbContacts, localOnly, m_fields.searchMode};
+    KestinLogger::debug("-- Method startSearchContactByName called with searchId=[%1] ,name=[%2] and localOnly=[%3] --",
+                        searchId, name, localOnly ? "true" : "false");
+    m_results.clear();
+    m_hasLocalResults = false;
+    static constexpr StartTexts texts{
+        "[startSearchcontactByName] UDA remote server is not reachable, search will be local only",
+        "[startSearchcontactByName] UDA remote server is OK, search %1 should be both local and remote",
+        "Remote search %1 is ongoing, search  %2 will replace it",
+    };
+    return decide(texts);
+}
+
+int ContactSearch::startSearchContactByPhoneNumber(const QString &searchId, const QString &phoneNumber, bool localOnly)
+{
+    m_last = {SearchRequest::ByPhoneNumber, searchId, {}, phoneNumber, 0, localOnly, m_fields.searchMode};
+    KestinLogger::debug(
+        "-- Method startSearchContactByPhoneNumber called with searchId=[%1] ,phoneNumber=[%2] and localOnly=[%3] --",
+        searchId, phoneNumber, localOnly ? "true" : "false");
+    m_results.clear();
+    m_hasLocalResults = false;
+    if (phoneNumber.isEmpty()) {
+        KestinLogger::debug("The phone number is empty");
+        Q_EMIT completedByPhoneNumber(searchId, Contact());
+        return 0;
+    }
+    static constexpr StartTexts texts{
+        "[startSearchcontactByPhone] UDA remote server is not reachable, search will be local only",
+        "[startSearchcontactByPhone] UDA remote server is OK, search %1 should be both local and remote",
+        "Remote search %1 is ongoing, search  %2 will replace it)",
+    };
+    return decide(texts);
+}
+
+/// Starts the last request, or marks the running search as replaced by it.
+int ContactSearch::decide(const StartTexts &texts)
+{
+    const bool withRemote = !m_last.localOnly && m_fields.icsLogin;
+    if (withRemote)
+        KestinLogger::warning(texts.bothSides, m_last.searchId);
+    if (isRunning()) {
+        if (withRemote)
+            KestinLogger::warning(texts.remoteReplaced, m_currentSearchId, m_last.searchId);
+        else
+            KestinLogger::warning("local search %1 is ongoing, search  %2 will replace it", m_currentSearchId,
+                                  m_last.searchId);
+        m_mailbox.setReplaced(true);
+        return 0;
+    }
+    startWorkers(withRemote);
+    if (m_last.localOnly)
+        KestinLogger::warning("Search is local only");
+    else if (!withRemote)
+        KestinLogger::warning(texts.notReachable);
+    return 0;
+}
+
+void ContactSearch::startWorkers(bool withRemote)
+{
+    m_running = m_last;
+    m_currentSearchId = m_running.searchId;
+    QList<SearchThread *> workers;
+    if (withRemote) {
+        m_mailbox.open(m_currentSearchId);
+        workers.append(makeRemoteWorker());
+    }
+    workers.append(makeLocalWorker());
+    m_workers.insert(m_currentSearchId, workers);
+    for (SearchThread *worker : std::as_const(workers)) {
+        worker->setParent(this);
+        Q_EMIT workerCreated(worker);
+    }
+    for (auto worker = workers.crbegin(); worker != workers.crend(); ++worker)
+        (*worker)->start(); // the local one first
+}
+
+SearchThread *ContactSearch::makeLocalWorker() const
+{
+    if (m_running.kind == SearchRequest::ByName)
+        return new LocalSearchByNameThread(m_running.name, m_running.searchId);
+    return new LocalSearchByPhoneNumberThread(m_running.phoneNumber, m_running.searchId);
+}
+
+SearchThread *ContactSearch::makeRemoteWorker()
+{
+    if (m_running.kind == SearchRequest::ByName)
+        return new RemoteSearchByNameThread(m_mailbox, m_running.name, m_running.searchId);
+    return new RemoteSearchByPhoneNumberThread(m_mailbox, m_running.phoneNumber, m_running.searchId);
+}
+
+void ContactSearch::addContacts(const QString &searchId, const ListContact &contacts, bool toLocalList)
+{
+    if (toLocalList)
+        addLocal(searchId, contacts);
+    else
+        addToMain(searchId, contacts);
+    KestinLogger::debug("Search of id %1 now contains %2 results", searchId, m_results.of(searchId).main.size());
+}
+
+void ContactSearch::addLocal(const QString &searchId, const ListContact &contacts)
+{
+    m_hasLocalResults = true;
+    SearchResults::Lists &lists = m_results.of(searchId);
+    lists.local = m_ordering.sortContactByName(contacts, true, {}, {});
+    if (lists.local.isEmpty())
+        return;
+    const ListContactSummary summaries = SearchResults::summaries(lists.local, 0, qMax(0, m_running.nbContacts));
+    Q_EMIT searchResults(searchId, int(lists.local.size()), summaries);
+    KestinLogger::debug("%1 local results sent", summaries.size());
+    const qsizetype budget = m_running.nbContacts - summaries.size();
+    if (!isPerDirectory() || budget <= 0 || lists.main.isEmpty())
+        return;
+    const ListContactSummary further = SearchResults::summaries(lists.main, 0, budget);
+    Q_EMIT searchResults(searchId, int(lists.local.size() + lists.main.size()), further);
+    KestinLogger::debug("%1 remote results sent", further.size());
+}
+
+void ContactSearch::addToMain(const QString &searchId, ListContact contacts)
+{
+    rewritePhotoAddresses(contacts);
+    SearchResults::Lists &lists = m_results.of(searchId);
+    if (isPerDirectory()) {
+        contacts = m_ordering.sortContactByName(contacts, false, searchId, m_running.name);
+        lists.setAside += m_ordering.setAside(searchId);
+    }
+    if (!lists.hasMain)
+        KestinLogger::debug("%1 contacts added to search of id %2 (first results)", contacts.size(), searchId);
+    else
+        KestinLogger::debug("%1 contacts added to search of id %2", contacts.size(), searchId);
+    lists.hasMain = true;
+    lists.main += contacts;
+    if (m_running.kind == SearchRequest::ByName && isPerDirectory() && !m_mailbox.isReplaced() && m_hasLocalResults)
+        tellPacket(searchId, contacts);
+}
+
+void ContactSearch::tellPacket(const QString &searchId, const ListContact &packet)
+{
+    const SearchResults::Lists &lists = m_results.of(searchId);
+    const qsizetype total = lists.local.size() + lists.main.size();
+    if (m_running.nbContacts - (total - packet.size()) <= 0)
+        return;
+    const ListContactSummary summaries = SearchResults::summaries(packet, 0, -1);
+    Q_EMIT searchResults(searchId, int(total), summaries);
+    KestinLogger::debug("%1 remote results sent", summaries.size());
+}
+
+void ContactSearch::rewritePhotoAddresses(ListContact &contacts) const
+{
+    if (!m_fields.removeHttpsFromPhotoUrl)
+        return;
+    KestinLogger::info("RemoveHttpsFromPhotoUrl: true!");
+    for (Contact &contact : contacts) {
+        KestinLogger::debug("Photo URL: %1", contact.photo);
+        if (!contact.photo.startsWith(QLatin1String("https://")))
+            continue;
+        contact.photo.replace(0, 5, QLatin1String("http"));
+        KestinLogger::debug("New photo URL: %1", contact.photo);
+    }
+}
+
+void ContactSearch::finishWorker(QObject *sender, const QString &searchId)
+{
+    if (!sender) {
+        KestinLogger::error("KestinDirectory::slot_threadSearchFinishe : the sender pointer is not valid!");
+        return;
+    }
+    auto *thread = qobject_cast<QThread *>(sender);
+    if (!thread) {
+        KestinLogger::error("KestinDirectory::slot_threadSearchFinished : this object is not type of QThread!");
+        return;
+    }
+    QList<SearchThread *> &workers = m_workers[searchId];
+    const qsizetype found = workers.removeIf([thread](SearchThread *worker) { return worker == thread; });
+    KestinLogger::debug("slot_threadSearchFinished : the pointer is %1", found > 0 ? "suppressed" : "not suppressed");
+    KestinLogger::debug("One thread has finished for search of id %1: %2 threads remaining", searchId, workers.size());
+    if (!workers.isEmpty())
+        return;
+    m_workers.remove(searchId);
+    if (found > 0)
+        complete(searchId);
+}
+
+void ContactSearch::complete(const QString &searchId)
+{
+    KestinLogger::debug("Search of id %1 is finished and contains %2 results", searchId,
+                        m_results.main(searchId).size());
+    m_currentSearchId = QStringLiteral("NO_SEARCH");
+    m_mailbox.close(searchId);
+    if (m_mailbox.isReplaced()) {
+        m_mailbox.setReplaced(false);
+        m_results.remove(searchId);
+        restartWithLastRequest();
+    } else if (m_running.kind == SearchRequest::ByName) {
+        completeByName(searchId);
+    } else {
+        Q_EMIT completedByPhoneNumber(searchId, m_results.main(searchId).value(0));
+    }
+}
+
+void ContactSearch::restartWithLastRequest()
+{
+    const SearchRequest request = m_last;
+    if (request.kind == SearchRequest::ByName)
+        startSearchContactByName(request.searchId, request.name, request.nbContacts, request.localOnly);
+    else if (request.kind == SearchRequest::ByPhoneNumber)
+        startSearchContactByPhoneNumber(request.searchId, request.phoneNumber, request.localOnly);
+}
+
+void ContactSearch::completeByName(const QString &searchId)
+{
+    SearchResults::Lists &lists = m_results.of(searchId);
+    qsizetype sent = lists.main.size();
+    if (isPerDirectory()) {
+        sent += lists.local.size();
+    } else {
+        lists.main = m_ordering.sortContactByName(lists.main, false, searchId, m_running.name);
+        lists.setAside = m_ordering.setAside(searchId);
+    }
+    lists.main = std::exchange(lists.local, {}) + lists.main +
+                 ContactOrdering::sortContactByFirstName(std::exchange(lists.setAside, {}));
+    ListContactSummary summaries;
+    const qsizetype budget = m_running.nbContacts - sent;
+    if (budget > 0 && lists.main.size() > sent) {
+        summaries = SearchResults::summaries(lists.main, sent, budget);
+        KestinLogger::debug("%1 remote results sent", summaries.size());
+    }
+    Q_EMIT completedByName(searchId, int(lists.main.size()), summaries);
+}
+
+ListContactSummary ContactSearch::getSearchResults(const QString &searchId, int startInd, int length) const
+{
+    KestinLogger::debug("-- Method getSearchResults called with searchId=[%1] ,startInd=[%2] and length=[%3] --",
+                        searchId, startInd, length);
+    return SearchResults::summaries(m_results.main(searchId), startInd, length);
+}
+
+Contact ContactSearch::getContactFromSearch(const QString &searchId, const QString &contactId) const
+{
+    KestinLogger::debug("-- Method getContactFromSearch called with searchId=[%1] and contactId=[%2] --", searchId,
+                        contactId);
+    const ListContact contacts = m_results.main(searchId);
+    const auto found = std::find_if(contacts.cbegin(), contacts.cend(),
+                                    [&contactId](const Contact &contact) { return contact.contactId == contactId; });
+    if (found == contacts.cend())
+        return {};
+    Contact contact = *found;
+    m_canonize(contact);
+    return contact;
+}
+
+int ContactSearch::purgeSearchResults(const QString &searchId)
+{
+    KestinLogger::debug("-- Method purgeSearchResults called with searchId=[%1] --", searchId);
+    m_last.kind = SearchRequest::None;
+    if (m_workers.contains(searchId))
+        m_mailbox.setReplaced(true);
+    else
+        m_results.remove(searchId);
+    return 0;
+}

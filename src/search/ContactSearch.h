@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "src/fields/DirectoryFields.h"
+#include "src/search/ContactOrdering.h"
+#include "src/search/SearchMailbox.h"
+#include "src/search/SearchRequest.h"
+#include "src/search/SearchResults.h"
+#include "src/search/SearchThread.h"
+
+#include <QObject>
+
+#include <functional>
+
+/// Runs searches over the phone and the company directory. One runs at a time; what is asked for meanwhile waits, and
+/// of several the last one wins. Results are kept for paging until they are purged or another search is asked for.
+///
+/// A search completes as what it was started as, whatever was asked for after it. Main thread only; the workers have
+/// threads of their own and hand over through the signals that whoever hears of workerCreated connects.
+class ContactSearch : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Gives a contact its canonical numbers.
+    using Canonize = std::function<void(Contact &)>;
+
+    ContactSearch(const DirectoryFields &fields, ContactOrdering &ordering, Canonize canonize);
+    /// Waits for the workers, which stop asking.
+    ~ContactSearch() override;
+
+    /// These answer 0 at once. `nbContacts`: how many summaries are sent with the first results and with the
+    /// completion together.
+    int startSearchContactByName(const QString &searchId, const QString &name, int nbContacts, bool localOnly);
+    int startSearchContactByPhoneNumber(const QString &searchId, const QString &phoneNumber, bool localOnly);
+
+    /// A page of the results; a length of -1 means to the end. An unknown search has none.
+    ListContactSummary getSearchResults(const QString &searchId, int startInd, int length) const;
+    /// The whole record; an empty one when it is not among the results.
+    Contact getContactFromSearch(const QString &searchId, const QString &contactId) const;
+    /// Drops the results; of a running search also those to come, and its completion is not told.
+    int purgeSearchResults(const QString &searchId);
+
+    /// From the workers: contacts found, `toLocalList` only for the phone's own by name; the end of one.
+    void addContacts(const QString &searchId, const ListContact &contacts, bool toLocalList);
+    void finishWorker(QObject *worker, const QString &searchId);
+
+    /// Where the answers of the company directory are put.
+    SearchMailbox &mailbox() { return m_mailbox; }
+
+Q_SIGNALS:
+    /// Before it is started. The worker is deleted by its `finished`.
+    void workerCreated(SearchThread *worker);
+    void searchResults(const QString &searchId, int nbResults, const ListContactSummary &summaries);
+    void completedByName(const QString &searchId, int nbResults, const ListContactSummary &summaries);
+    void completedByPhoneNumber(const QString &searchId, const Contact &contact);
+
+private:
+    struct StartTexts;
+    int start(const SearchRequest &request);
+    int decide(const StartTexts &texts);
+    void startWorkers(bool withRemote);
+    SearchThread *makeLocalWorker() const;
+    SearchThread *makeRemoteWorker();
+    bool isPerDirectory() const { return m_running.searchMode == DirectoryFields::perDirectory; }
+    bool isRunning() const { return m_currentSearchId != QLatin1String("NO_SEARCH"); }
+
+    void addLocal(const QString &searchId, const ListContact &contacts);
+    void addToMain(const QString &searchId, ListContact contacts);
+    void tellPacket(const QString &searchId, const ListContact &packet);
+    void rewritePhotoAddresses(ListContact &contacts) const;
+
+    void complete(const QString &searchId);
+    void completeByName(const QString &searchId);
+    void restartWithLastRequest();
+
+    const DirectoryFields &m_fields;
+    ContactOrdering &m_ordering;
+    Canonize m_canonize;
+    SearchMailbox m_mailbox;
+    SearchResults m_results;
+    SearchRequest m_last;    ///< as asked for last, running or not
+    SearchRequest m_running; ///< as the running search was started
+    QString m_currentSearchId = QStringLiteral("NO_SEARCH");
+    bool m_hasLocalResults = false;
+    QMap<QString, QList<SearchThread *>> m_workers;
+};

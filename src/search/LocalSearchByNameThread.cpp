@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/search/LocalSearchByNameThread.h"
+
+#include "platform/framework/KestinLogger.h"
+#include "src/dao/LatinText.h"
+#include "src/dao/WorkerDatabase.h"
+
+void LocalSearchByNameThread::run()
+{
+    KestinLogger::debug("[Thread Local search by name] started for name : [%1]", m_searchText);
+    const ListContact contacts = WorkerDatabase().contacts().getContactsByLatinName(latinText(m_searchText));
+    KestinLogger::debug("[Thread Local search by name] %1 contacts found", contacts.size());
+    Q_EMIT signal_addContactsToMap(m_searchId, contacts, true);
+    Q_EMIT signal_threadSearchFinished(m_searchId);
+    KestinLogger::debug("[Thread Local search by name] end");
+}

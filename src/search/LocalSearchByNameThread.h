@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "src/search/SearchThread.h"
+
+/// Finds the contacts of the phone whose latin name begins with the text. Hands over one packet, an empty one too.
+class LocalSearchByNameThread : public SearchThread
+{
+    Q_OBJECT
+
+public:
+    using SearchThread::SearchThread;
+
+protected:
+    void run() override;
+};

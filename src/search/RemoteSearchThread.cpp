@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/search/RemoteSearchThread.h"
+
+#include "platform/framework/KestinLogger.h"
+
+RemoteSearchThread::RemoteSearchThread(SearchMailbox &mailbox, const QString &searchText, const QString &searchId)
+    : SearchThread(searchText, searchId)
+    , m_mailbox(mailbox)
+{
+}
+
+void RemoteSearchThread::run()
+{
+    KestinLogger::debug(texts().start, m_searchId);
+    requestSearch();
+    search();
+    KestinLogger::debug(texts().end, m_searchId);
+    if (m_mailbox.isReplaced())
+        Q_EMIT signal_stopSearch(m_searchId);
+    Q_EMIT signal_threadSearchFinished(m_searchId);
+}
+
+void RemoteSearchThread::search()
+{
+    if (m_mailbox.isReplaced())
+        return;
+    if (!m_mailbox.waitUntilStarted(m_searchId)) {
+        KestinLogger::debug(texts().notStarted);
+        return;
+    }
+    while (!m_mailbox.isReplaced()) {
+        Q_EMIT signal_getNextResults(m_searchId);
+        if (!m_mailbox.waitForAnswer(m_searchId)) {
+            KestinLogger::debug(texts().noResults, m_searchId);
+            Q_EMIT signal_stopSearch(m_searchId);
+            return;
+        }
+        if (!takePacket())
+            return;
+    }
+}
+
+/// Hands the packet over; whether more may follow.
+bool RemoteSearchThread::takePacket()
+{
+    const SearchMailbox::Answer answer = m_mailbox.take(m_searchId);
+    KestinLogger::debug(texts().packet, m_searchId, answer.contacts.size());
+    if (!answer.contacts.isEmpty())
+        Q_EMIT signal_addContactsToMap(m_searchId, answer.contacts, false);
+    switch (answer.status) {
+    case SearchMailbox::timeout:
+        KestinLogger::debug(texts().timeout);
+        Q_EMIT signal_stopSearch(m_searchId);
+        return false;
+    case SearchMailbox::finish:
+        KestinLogger::debug(texts().finish, m_searchId);
+        return false;
+    default:
+        KestinLogger::debug(texts().more, answer.status, m_searchId);
+        return true;
+    }
+}

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/records/Contact.h"
+
+#include <QHash>
+#include <QMutex>
+#include <QWaitCondition>
+
+/// Where the answers of the company directory wait for the worker of their search. The main thread opens a box for a
+/// search, puts answers in and closes it; the worker waits and takes. Any thread. An answer for a search that has no
+/// box is dropped.
+///
+/// A wait is up to 100 times 100 ms and ends as soon as what it waits for is there.
+class SearchMailbox
+{
+public:
+    /// Values of an answer's status; any other means that more may follow.
+    static constexpr int finish = 2;
+    static constexpr int timeout = 3;
+
+    struct Answer
+    {
+        ListContact contacts;
+        int status = 0;
+    };
+
+    void open(const QString &searchId);
+    void close(const QString &searchId);
+
+    /// The search was accepted: results can be asked for.
+    void setStarted(const QString &searchId);
+    void put(const QString &searchId, const Answer &answer);
+
+    /// While this is set nobody wants the running search any more: its workers stop asking.
+    void setReplaced(bool isReplaced);
+    bool isReplaced() const;
+
+    /// The service ends: every wait is over at once, and counts as one in vain.
+    void end();
+
+    /// False when the search has not started within the limit.
+    bool waitUntilStarted(const QString &searchId);
+    /// False when no answer has come within the limit. Ends with true also when the search is replaced.
+    bool waitForAnswer(const QString &searchId);
+    /// What has come since the last time; empty, with status 0, when nothing has.
+    Answer take(const QString &searchId);
+
+private:
+    struct Box
+    {
+        bool isStarted = false;
+        bool isReady = false;
+        Answer answer;
+    };
+
+    mutable QMutex m_mutex;
+    QWaitCondition m_changed;
+    QHash<QString, Box> m_boxes;
+    bool m_isReplaced = false;
+    bool m_hasEnded = false;
+};

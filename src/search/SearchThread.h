@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/records/Contact.h"
+
+#include <QString>
+#include <QThread>
+
+/// A worker of one search: its text and id are fixed when it is made, it hands over contacts and ends. Made and deleted
+/// on the main thread; `run` and the signals are on its own, so that who lives on the main thread gets them queued,
+/// contacts before the end.
+class SearchThread : public QThread
+{
+    Q_OBJECT
+
+public:
+    SearchThread(const QString &searchText, const QString &searchId)
+        : m_searchText(searchText)
+        , m_searchId(searchId)
+    {
+    }
+
+    QString searchId() const { return m_searchId; }
+
+Q_SIGNALS:
+    void signal_addContactsToMap(const QString &searchId, const ListContact &contacts, bool toLocalList);
+    void signal_threadSearchFinished(const QString &searchId);
+
+protected:
+    const QString m_searchText;
+    const QString m_searchId;
+};

@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/framework/KestinException.h"
+#include "src/remote/RemoteContacts.h"
+#include "src/remote/SearchCalls.h"
+#include "src/remote/ServiceRight.h"
+#include "src/remote/WebServiceEvents.h"
+#include "tests/support/LogCapture.h"
+#include "tests/support/ScriptedTransport.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+KestinEvent eventWith(const ListEventArgument &arguments)
+{
+    return KestinEvent("E", arguments);
+}
+
+} // namespace
+
+class TestRemote : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theRightDecides();
+    void callsAndTheirTexts();
+    void searchesAskForWhatIsNeeded();
+    void answersAreRead();
+    void malformedAnswersCountAsEmpty();
+    void aCopyIsAnsweredOnce();
+    void addressesComeFromEitherSide();
+};
+
+void TestRemote::theRightDecides()
+{
+    LogCapture log;
+    ScriptedTransport transport;
+    DirectoryFields fields;
+    ServiceRight right(transport, fields);
+    QVERIFY(!right.check()); // nobody there
+    QVERIFY(!fields.icsLogin);
+    QVERIFY(log.contains("<3>bad reply on WSManager:GetServiceRight(IcsUda) : 0"));
+    transport.answer = [](const ScriptedTransport::Call &, const QDBusMessage &message) {
+        return message.createReply(QVariant(true));
+    };
+    right.setAttributesInitialised(true);
+    QVERIFY(!right.check());
+    QVERIFY(fields.icsLogin);
+    QVERIFY(log.contains("<7>UDA remote ICS services availability : 1"));
+    QCOMPARE(transport.calls.last().method, "udaGetAttributes");
+    QCOMPARE(transport.calls.last().arguments, QVariantList{"InitDir"});
+    transport.answer = [](const ScriptedTransport::Call &, const QDBusMessage &) -> QDBusMessage {
+        throw KestinException("m", 1, "why");
+    };
+    right.check();
+    QVERIFY(fields.icsLogin); // an error keeps what was known
+    right.setAttributesInitialised(false);
+    QVERIFY(log.contains("<4>Attributes have not been correctly initialized"));
+}
+
+void TestRemote::callsAndTheirTexts()
+{
+    LogCapture log;
+    ScriptedTransport transport;
+    RemoteDirectory directory(transport);
+    bool ok = false;
+    QVERIFY(directory.searchByPhoneNumber("s", "AND", {"1"}, {"a"}, {"b"}, &ok));
+    QVERIFY(ok);
+    QCOMPARE(transport.calls.last().method, "udaSearch");
+    QCOMPARE(transport.calls.last().arguments,
+             (QVariantList{"s", "AND", QStringList("TELEPHONENUMBER"), QStringList("EQUAL"), QStringList("1"),
+                           QStringList("a"), QStringList("b")}));
+    QVERIFY(!directory.stopSearch("s"));
+    transport.answer = [](const ScriptedTransport::Call &, const QDBusMessage &) -> QDBusMessage {
+        throw KestinException("m", 1, "why");
+    };
+    QVERIFY(!directory.searchByFullName("s", "n", {}, {}, &ok));
+    QVERIFY(!ok);
+    QCOMPARE(log.lines, (QStringList{"<3>ERROR: While calling method searchByFullName of module "
+                                     "KestinWebServiceHelper:",
+                                     "<3>why"}));
+    log.lines.clear();
+    directory.getDirectories("t");
+    QCOMPARE(log.lines, QStringList("<3>ERROR: While calling method getDirectories of module "
+                                    "KestinWebServiceHelper:why"));
+}
+
+void TestRemote::searchesAskForWhatIsNeeded()
+{
+    ScriptedTransport transport;
+    SearchCalls calls(transport);
+    calls.searchByFullName("s", "n");
+    calls.searchByPhoneNumber("s", "+1");
+    calls.getNextResults("s");
+    calls.stopSearch("s");
+    QStringList methods;
+    for (const ScriptedTransport::Call &call : transport.calls)
+        methods.append(call.module + '.' + call.method + ' ' + QString::number(call.arguments.size()));
+    QCOMPARE(methods, (QStringList{"WSManager.udaSearchByFullName 2", "WSManager.udaSearch 5",
+                                   "WSManager.udaGetNextResults 1", "WSManager.udaStopSearch 1"}));
+    QCOMPARE(transport.calls.at(1).arguments.at(4).toStringList(), QStringList("+1"));
+}
+
+void TestRemote::answersAreRead()
+{
+    LogCapture log;
+    WebServiceEvents events;
+    QSignalSpy started(&events, &WebServiceEvents::searchStarted);
+    QSignalSpy packets(&events, &WebServiceEvents::packetReceived);
+    QSignalSpy addresses(&events, &WebServiceEvents::imAddressReceived);
+    QSignalSpy availability(&events, &WebServiceEvents::availabilityChanged);
+    events.searchAccepted(eventWith({{"reqId", "s", true}, {"response", "OK", true}}));
+    QCOMPARE(started.value(0), QVariantList{"s"});
+    QVERIFY(log.contains("<7>Result status=OK searchId=s"));
+    events.nextResults(
+        eventWith({{"reqId", "s", true}, {"status", 2, true}, {"result", QVariant::fromValue(ListContact(3)), true}}));
+    QCOMPARE(packets.value(0).value(1).value<ListContact>().size(), 3);
+    QCOMPARE(packets.value(0).value(2).toInt(), 2);
+    QVERIFY(log.contains("<7>Event get next results with status [2] and nb contacts [3] "));
+    events.attributeByContactId(eventWith({{"reqId", "a[b[imAddress]", true}, {"result", "im@h", true}}));
+    QCOMPARE(addresses.value(0), (QVariantList{"a[b", "im@h"}));
+    events.managerAvailability(eventWith({{"status", 1, true}}));
+    events.directoryAvailability(eventWith({}));
+    QCOMPARE(availability.size(), 2);
+}
+
+void TestRemote::malformedAnswersCountAsEmpty()
+{
+    LogCapture log;
+    WebServiceEvents events;
+    QSignalSpy packets(&events, &WebServiceEvents::packetReceived);
+    QSignalSpy profiles(&events, &WebServiceEvents::profileReceived);
+    QSignalSpy attributes(&events, &WebServiceEvents::attributesReceived);
+    events.nextResults(eventWith({}));
+    events.nextResults(eventWith({{"reqId", 7, true}, {"status", "x", true}, {"result", QStringList("a"), true}}));
+    QCOMPARE(packets.size(), 2);
+    QCOMPARE(packets.value(1).value(1).value<ListContact>().size(), 0);
+    events.contactProfile(eventWith({{"result", 1, true}}));
+    QCOMPARE(profiles.value(0).value(1).value<ListContact>().size(), 0);
+    events.attributes(eventWith({}));
+    QCOMPARE(attributes.value(0).value(0).toBool(), false);
+}
+
+void TestRemote::aCopyIsAnsweredOnce()
+{
+    ScriptedTransport transport;
+    RemoteDirectory directory(transport);
+    RemoteContacts contacts(directory, [](const QString &) { return ListContact(); });
+    QSignalSpy copies(&contacts, &RemoteContacts::copyArrived);
+    contacts.profileReceived("a", ListContact(1));
+    QCOMPARE(copies.size(), 0); // nobody asked
+    contacts.copyContactToLocal("a");
+    QCOMPARE(transport.calls.last().arguments, (QVariantList{"a", "a"}));
+    contacts.profileReceived("a", ListContact(1));
+    contacts.profileReceived("a", ListContact(1));
+    QCOMPARE(copies.size(), 1);
+    contacts.copyContactToLocal("b");
+    contacts.profileReceived("b", {});
+    contacts.profileReceived("b", ListContact(1));
+    QCOMPARE(copies.size(), 1); // the directory did not know it
+}
+
+void TestRemote::addressesComeFromEitherSide()
+{
+    ScriptedTransport transport;
+    RemoteDirectory directory(transport);
+    RemoteContacts contacts(directory, [](const QString &id) {
+        Contact contact;
+        contact.misc.insert("imAddress", "im@h");
+        return id == "local" ? ListContact{contact} : ListContact();
+    });
+    QSignalSpy found(&contacts, &RemoteContacts::imAddressFound);
+    contacts.getImAddressByContactId("local");
+    QCOMPARE(found.value(0), (QVariantList{"local", "im@h"}));
+    contacts.getImAddressByContactId("42");
+    QCOMPARE(transport.calls.last().method, "getAttributeTypeByContactId");
+    QCOMPARE(transport.calls.last().arguments, (QVariantList{"42[imAddress]", "42", "imAddress"}));
+}
+
+QTEST_GUILESS_MAIN(TestRemote)
+#include "test_remote.moc"

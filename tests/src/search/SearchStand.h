@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "src/dao/DaoContact.h"
+#include "src/dao/Database.h"
+#include "src/dao/LatinText.h"
+#include "src/search/ContactSearch.h"
+#include "src/search/RemoteSearchByNameThread.h"
+#include "src/search/RemoteSearchByPhoneNumberThread.h"
+#include "tests/support/LogCapture.h"
+
+#include <QTemporaryDir>
+
+#include <functional>
+#include <optional>
+
+/// A search over a database of its own, with a company directory that is a script: `remote` is given what a worker asks
+/// for ("search", "next", "stop") on the main thread and puts answers into the mailbox.
+struct SearchStand
+{
+    SearchStand()
+    {
+        registerDBusContact();
+        database.openDatabase(folder.path());
+        database.createTables();
+        dao.emplace(database.connection());
+        search.emplace(fields, ordering, [](Contact &contact) { contact.officePhoneCan = "canonical"; });
+        fields.searchMode = DirectoryFields::fullList;
+        QObject::connect(&*search, &ContactSearch::workerCreated, &context,
+                         [this](SearchThread *worker) { connect(worker); });
+        QObject::connect(&*search, &ContactSearch::searchResults, &context, note("results"));
+        QObject::connect(&*search, &ContactSearch::completedByName, &context, note("completed"));
+        QObject::connect(
+            &*search, &ContactSearch::completedByPhoneNumber, &context,
+            [this](const QString &id, const Contact &contact) { told.append("number " + id + ' ' + contact.name); });
+    }
+
+    void connect(SearchThread *worker)
+    {
+        QObject::connect(worker, &SearchThread::signal_addContactsToMap, &*search, &ContactSearch::addContacts);
+        QObject::connect(worker, &SearchThread::signal_threadSearchFinished, &*search,
+                         [this, worker](const QString &id) { search->finishWorker(worker, id); });
+        QObject::connect(worker, &QThread::finished, worker, &QObject::deleteLater);
+        const auto ask = [this](const char *what) {
+            return [this, what](const QString &id, auto...) {
+                asked.append(QString(what) + ' ' + id);
+                if (remote)
+                    remote(what, id);
+            };
+        };
+        if (auto *thread = qobject_cast<RemoteSearchThread *>(worker)) {
+            QObject::connect(thread, &RemoteSearchThread::signal_getNextResults, &context, ask("next"));
+            QObject::connect(thread, &RemoteSearchThread::signal_stopSearch, &context, ask("stop"));
+        }
+        if (auto *thread = qobject_cast<RemoteSearchByNameThread *>(worker))
+            QObject::connect(thread, &RemoteSearchByNameThread::signal_searchByFullName, &context, ask("search"));
+        if (auto *thread = qobject_cast<RemoteSearchByPhoneNumberThread *>(worker))
+            QObject::connect(thread, &RemoteSearchByPhoneNumberThread::signal_searchByPhoneNumber, &context,
+                             ask("search"));
+    }
+
+    std::function<void(const QString &, int, const ListContactSummary &)> note(const char *what)
+    {
+        return [this, what](const QString &id, int count, const ListContactSummary &summaries) {
+            QString line = QString("%1 %2 %3").arg(what, id).arg(count);
+            for (const ContactSummary &summary : summaries)
+                line += ' ' + summary.firstName + summary.name;
+            told.append(line);
+        };
+    }
+
+    static Contact person(const QString &firstName, const QString &name)
+    {
+        Contact contact;
+        contact.contactId = firstName + name + "##";
+        contact.firstName = firstName;
+        contact.name = name;
+        return contact;
+    }
+    void put(const QString &firstName, const QString &name, const QString &number = {})
+    {
+        Contact contact = person(firstName, name);
+        contact.latinName = latinText(name);
+        contact.officePhoneCan = number;
+        dao->insertContact(contact, false);
+    }
+    /// A company directory that answers with these packets, the last with FINISH.
+    void answerWith(const QList<ListContact> &packets)
+    {
+        fields.icsLogin = true;
+        remote = [this, packets, next = 0](const QString &what, const QString &id) mutable {
+            if (what == "search") {
+                next = 0;
+                search->mailbox().setStarted(id);
+            } else if (what == "next") {
+                const int status = next + 1 < packets.size() ? 1 : SearchMailbox::finish;
+                search->mailbox().put(id, {packets.value(next++), status});
+            }
+        };
+    }
+    QString page(const QString &id) const
+    {
+        QStringList names;
+        const ListContactSummary summaries = search->getSearchResults(id, 0, -1);
+        for (const ContactSummary &summary : summaries)
+            names.append(summary.firstName + summary.name);
+        return names.join(' ');
+    }
+
+    LogCapture log;
+    QTemporaryDir folder;
+    Database database;
+    std::optional<DaoContact> dao;
+    DirectoryFields fields;
+    ContactOrdering ordering;
+    QStringList told;
+    QStringList asked;
+    std::function<void(const QString &what, const QString &searchId)> remote;
+    QObject context;
+    std::optional<ContactSearch> search;
+};

@@ -1,0 +1,251 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/src/search/SearchStand.h"
+
+#include <QElapsedTimer>
+#include <QSqlDatabase>
+#include <QTest>
+
+class TestSearch : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void localContactsComeInOrder();
+    void anEmptyResultCompletes();
+    void bothSidesAreJoinedInOneList();
+    void perDirectoryTellsPacketsAsTheyCome();
+    void aNumberIsFoundOnEitherSide();
+    void anEmptyNumberCompletesAtOnce();
+    void theLastRequestReplacesTheRunningSearch();
+    void aPurgedSearchTellsNothing();
+    void endOfTheRemoteSide_data();
+    void endOfTheRemoteSide();
+    void aDirectoryThatDoesNotStartIsGivenUp();
+    void strangeAnswersDoNoHarm();
+    void photoAddressesAreRewritten();
+    void aWorkerThatIsNoneIsLogged();
+    void runningSearchesEndWithTheService();
+};
+
+void TestSearch::localContactsComeInOrder()
+{
+    SearchStand stand;
+    stand.put("b", "Müller");
+    stand.put("a", "Mueller");
+    stand.put("a", "Müller");
+    stand.put("x", "Other");
+    QCOMPARE(stand.search->startSearchContactByName("s", "mu", 2, true), 0);
+    QVERIFY(stand.log.contains("<4>Search is local only"));
+    QTRY_COMPARE(stand.told, (QStringList{"results s 3 aMueller aMüller", "completed s 3 aMueller aMüller"}));
+    QCOMPARE(stand.page("s"), "aMueller aMüller bMüller");
+    QCOMPARE(stand.search->getSearchResults("s", 1, 1).value(0).firstName, "a");
+    QCOMPARE(stand.search->getSearchResults("s", 7, 1).size(), 0);
+    QCOMPARE(stand.search->getContactFromSearch("s", "#CONTACT_1#").officePhoneCan, "canonical");
+    QCOMPARE(stand.search->getContactFromSearch("s", "nobody"), Contact());
+    stand.search->purgeSearchResults("s");
+    QCOMPARE(stand.page("s"), QString());
+    QCOMPARE(QSqlDatabase::connectionNames().size(), 1); // the worker's own is closed
+}
+
+void TestSearch::anEmptyResultCompletes()
+{
+    SearchStand stand;
+    stand.search->startSearchContactByName("s", "nobody", 10, false);
+    QVERIFY(stand.log.contains("<4>[startSearchcontactByName] UDA remote server is not reachable, search will be local "
+                               "only"));
+    QTRY_COMPARE(stand.told, QStringList("completed s 0"));
+}
+
+void TestSearch::bothSidesAreJoinedInOneList()
+{
+    SearchStand stand;
+    stand.put("x", "Pavel");
+    stand.answerWith({{stand.person("Paul", "Martin"), stand.person("a", "Patel")},
+                      {},
+                      {stand.person("a", "Paar"), stand.person("Paula", "Adam")}});
+    stand.search->startSearchContactByName("s", "pa", 6, false);
+    QTRY_COMPARE(stand.told.size(), 2);
+    // Full list: what the phone has comes first and at once, the rest with the completion, first-name matches last.
+    QCOMPARE(stand.told, (QStringList{"results s 1 xPavel", "completed s 5 PaulaAdam"}));
+    QCOMPARE(stand.page("s"), "xPavel aPaar aPatel PaulMartin PaulaAdam");
+    QCOMPARE(stand.asked, (QStringList{"search s", "next s", "next s", "next s"}));
+}
+
+void TestSearch::perDirectoryTellsPacketsAsTheyCome()
+{
+    SearchStand stand;
+    stand.fields.searchMode = DirectoryFields::perDirectory;
+    stand.put("x", "Pavel");
+    stand.answerWith(
+        {{stand.person("b", "Pa"), stand.person("a", "Pa"), stand.person("Paul", "M")}, {stand.person("Paa", "N")}});
+    const auto answers = std::exchange(stand.remote, {});
+    stand.search->startSearchContactByName("s", "pa", 3, false);
+    QTRY_COMPARE(stand.told, QStringList("results s 1 xPavel"));
+    stand.remote = answers;
+    stand.remote("search", "s");
+    QTRY_COMPARE(stand.told.size(), 3);
+    QCOMPARE(stand.told.value(1), "results s 3 aPa bPa");
+    QCOMPARE(stand.told.value(2), "completed s 5");
+    QCOMPARE(stand.page("s"), "xPavel aPa bPa PaaN PaulM");
+}
+
+void TestSearch::aNumberIsFoundOnEitherSide()
+{
+    SearchStand stand;
+    stand.put("local", "One", "+1");
+    stand.search->startSearchContactByPhoneNumber("s1", "+1", false);
+    QTRY_COMPARE(stand.told, QStringList("number s1 One"));
+    stand.answerWith({{stand.person("remote", "Two")}});
+    stand.search->startSearchContactByPhoneNumber("s2", "+2", false);
+    QTRY_COMPARE(stand.told.value(1), "number s2 Two");
+    stand.search->startSearchContactByPhoneNumber("s3", "+3", true);
+    QTRY_COMPARE(stand.told.value(2), "number s3 ");
+}
+
+void TestSearch::anEmptyNumberCompletesAtOnce()
+{
+    SearchStand stand;
+    stand.put("a", "A");
+    stand.search->startSearchContactByName("s", "a", 10, true);
+    QTRY_COMPARE(stand.told.size(), 2);
+    stand.search->startSearchContactByPhoneNumber("n", QString(), false);
+    QCOMPARE(stand.told.last(), "number n ");
+    QCOMPARE(stand.page("s"), QString()); // every start empties what was found before
+}
+
+void TestSearch::theLastRequestReplacesTheRunningSearch()
+{
+    SearchStand stand;
+    stand.put("a", "Found");
+    stand.fields.icsLogin = true; // and nobody answers yet
+    stand.search->startSearchContactByName("s1", "f", 10, false);
+    QTRY_COMPARE(stand.asked, QStringList("search s1"));
+    stand.search->startSearchContactByName("s2", "f", 10, false);
+    stand.search->startSearchContactByPhoneNumber("s3", "+9", true);
+    QVERIFY(stand.log.contains("<4>Remote search s1 is ongoing, search  s2 will replace it"));
+    QVERIFY(stand.log.contains("<4>local search s1 is ongoing, search  s3 will replace it"));
+    stand.search->mailbox().setStarted("s1");
+    QTRY_COMPARE(stand.told.last(), "number s3 ");
+    QVERIFY(!stand.told.join(' ').contains("completed"));
+    QCOMPARE(stand.asked, (QStringList{"search s1", "stop s1"}));
+}
+
+void TestSearch::aPurgedSearchTellsNothing()
+{
+    SearchStand stand;
+    stand.put("a", "Found");
+    stand.fields.icsLogin = true;
+    stand.search->startSearchContactByName("s", "f", 10, false);
+    QTRY_COMPARE(stand.told, QStringList("results s 1 aFound"));
+    stand.search->purgeSearchResults("s");
+    stand.search->mailbox().setStarted("s");
+    QTRY_COMPARE(stand.asked, (QStringList{"search s", "stop s"}));
+    stand.search->startSearchContactByName("t", "f", 10, true);
+    QTRY_VERIFY(stand.told.contains("completed t 1 aFound"));
+    QVERIFY(!stand.told.join(' ').contains("completed s"));
+}
+
+void TestSearch::endOfTheRemoteSide_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QStringList>("asked");
+    QTest::newRow("finish") << 2 << QStringList{"search s", "next s"};
+    QTest::newRow("timeout") << 3 << QStringList{"search s", "next s", "stop s"};
+}
+
+void TestSearch::endOfTheRemoteSide()
+{
+    QFETCH(int, status);
+    QFETCH(QStringList, asked);
+    SearchStand stand;
+    stand.fields.icsLogin = true;
+    stand.remote = [&](const QString &what, const QString &id) {
+        if (what == "search")
+            stand.search->mailbox().setStarted(id);
+        else
+            stand.search->mailbox().put(id, {{stand.person("a", "B")}, status});
+    };
+    stand.search->startSearchContactByName("s", "b", 10, false);
+    QTRY_COMPARE(stand.told, QStringList("completed s 1"));
+    QCOMPARE(stand.asked, asked);
+    QCOMPARE(stand.page("s"), "aB");
+}
+
+void TestSearch::aDirectoryThatDoesNotStartIsGivenUp()
+{
+    SearchStand stand;
+    stand.put("a", "B");
+    stand.fields.icsLogin = true;
+    QElapsedTimer timer;
+    timer.start();
+    stand.search->startSearchContactByPhoneNumber("s", "+1", false);
+    stand.search->mailbox().setStarted("another");
+    QTRY_COMPARE_WITH_TIMEOUT(stand.told, QStringList("number s "), 15000);
+    QVERIFY(timer.elapsed() > 9000);
+    QCOMPARE(stand.asked, QStringList("search s"));
+    QVERIFY(stand.log.contains("<7>[RemoteSearchByPhoneNumberThread] start search Id: s"));
+    QVERIFY(stand.log.contains("<7>[RemoteSearchByPhoneThread] Security: stopping search unstarted"));
+}
+
+void TestSearch::strangeAnswersDoNoHarm()
+{
+    SearchStand stand;
+    stand.fields.icsLogin = true;
+    stand.remote = [&](const QString &what, const QString &id) {
+        SearchMailbox &mailbox = stand.search->mailbox();
+        mailbox.put("unknown", {{stand.person("x", "X")}, 1});
+        mailbox.setStarted(id);
+        if (what != "next")
+            return;
+        for (int i = 0; i < 2; ++i) // answered twice counts once
+            mailbox.put(id, {ListContact(10000, stand.person("a", "B")), SearchMailbox::finish});
+    };
+    stand.search->startSearchContactByName("s", "b", 0, false);
+    QTRY_COMPARE(stand.told, QStringList("completed s 10000"));
+    QCOMPARE(stand.page("unknown"), QString());
+    stand.search->mailbox().put("s", {{stand.person("late", "L")}, 1});
+    QCOMPARE(stand.search->getSearchResults("s", 0, -1).size(), 10000);
+}
+
+void TestSearch::photoAddressesAreRewritten()
+{
+    SearchStand stand;
+    stand.fields.removeHttpsFromPhotoUrl = true;
+    Contact contact = stand.person("a", "B");
+    contact.photo = "https://h/p";
+    Contact other = stand.person("b", "B");
+    other.photo = "HTTPS://h/p";
+    stand.answerWith({{contact, other}});
+    stand.search->startSearchContactByName("s", "b", 10, false);
+    QTRY_COMPARE(stand.told.size(), 1);
+    QCOMPARE(stand.search->getContactFromSearch("s", contact.contactId).photo, "http://h/p");
+    QCOMPARE(stand.search->getContactFromSearch("s", other.contactId).photo, "HTTPS://h/p");
+}
+
+void TestSearch::aWorkerThatIsNoneIsLogged()
+{
+    SearchStand stand;
+    stand.search->finishWorker(nullptr, "s");
+    QCOMPARE(stand.log.lines.last(), "<3>KestinDirectory::slot_threadSearchFinishe : the sender pointer is not valid!");
+    stand.search->finishWorker(this, "s");
+    QCOMPARE(stand.log.lines.last(),
+             "<3>KestinDirectory::slot_threadSearchFinished : this object is not type of QThread!");
+    stand.search->finishWorker(thread(), "s");
+    QVERIFY(stand.log.contains("<7>slot_threadSearchFinished : the pointer is not suppressed"));
+    QVERIFY(stand.told.isEmpty());
+}
+
+void TestSearch::runningSearchesEndWithTheService()
+{
+    SearchStand stand;
+    stand.answerWith({ListContact(100, stand.person("a", "B")), {}});
+    for (int i = 0; i < 20; ++i) {
+        stand.search->startSearchContactByName(QString::number(i), "b", 10, i % 2 == 0);
+        QCoreApplication::processEvents();
+    }
+    stand.search.reset(); // waits for whoever still works
+    QCOMPARE(QSqlDatabase::connectionNames().size(), 1);
+}
+
+QTEST_GUILESS_MAIN(TestSearch)
+#include "test_search.moc"
