@@ -200,10 +200,9 @@ ListContact DaoContact::readContacts(Statement::Use &use)
     ListContact contacts;
     if (use.execute() != 0)
         return contacts;
-    while (use.next()) {
+    while (use.next())
         contacts.append(ContactRow::read(use));
-        contacts.last().misc = m_misc.pairs(contacts.last().contactId);
-    }
+    m_misc.fill(contacts);
     return contacts;
 }
 

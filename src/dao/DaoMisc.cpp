@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "src/dao/DaoMisc.h"
 
+#include "src/dao/QueryText.h"
+
 namespace {
 const QString idPlaceholder = QStringLiteral(":contactId");
 const QString keyPlaceholder = QStringLiteral(":keyName");
@@ -8,7 +10,8 @@ const QString valuePlaceholder = QStringLiteral(":value");
 } // namespace
 
 DaoMisc::DaoMisc(const QSqlDatabase &handle)
-    : m_insert(handle,
+    : m_handle(handle)
+    , m_insert(handle,
                QStringLiteral("INSERT INTO MISC(contactId, keyName, value) VALUES (:contactId,:keyName,:value)"))
     , m_update(handle, QStringLiteral("UPDATE MISC SET value=:value WHERE contactId=:contactId AND keyName=:keyName"))
     , m_delete(handle, QStringLiteral("DELETE FROM MISC WHERE contactId=:contactId AND keyName=:keyName"))
@@ -58,6 +61,39 @@ QMap<QString, QString> DaoMisc::pairs(const QString &contactId)
         return result;
     while (use.next())
         result.insert(use.text(0), use.text(1));
+    return result;
+}
+
+void DaoMisc::fill(ListContact &contacts)
+{
+    constexpr qsizetype few = 4;
+    constexpr qsizetype atATime = 500;
+    if (contacts.size() <= few) {
+        for (Contact &contact : contacts)
+            contact.misc = pairs(contact.contactId);
+        return;
+    }
+    for (qsizetype start = 0; start < contacts.size(); start += atATime) {
+        const qsizetype end = qMin(start + atATime, contacts.size());
+        QStringList ids;
+        for (qsizetype i = start; i < end; ++i)
+            ids.append(contacts.at(i).contactId);
+        const auto found = pairsOf(ids);
+        for (qsizetype i = start; i < end; ++i)
+            contacts[i].misc = found.value(contacts.at(i).contactId);
+    }
+}
+
+QHash<QString, QMap<QString, QString>> DaoMisc::pairsOf(const QStringList &contactIds)
+{
+    QHash<QString, QMap<QString, QString>> result;
+    Statement statement(m_handle, QLatin1String("SELECT contactId, keyName, value FROM MISC WHERE contactId IN (") +
+                                      QueryText::idList(contactIds));
+    Statement::Use use = statement.use();
+    if (use.execute() == 0) {
+        while (use.next())
+            result[use.text(0)].insert(use.text(1), use.text(2));
+    }
     return result;
 }
 

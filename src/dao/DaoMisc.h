@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "platform/records/Contact.h"
 #include "src/dao/Statement.h"
 
+#include <QHash>
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -22,10 +24,17 @@ public:
     QStringList value(const QString &contactId, const QString &key);
     QMap<QString, QString> pairs(const QString &contactId);
 
+    /// Puts the stored pairs into each of the contacts. Many are read a few hundred at a time: a statement for each
+    /// would cost more than all else in a long list.
+    void fill(ListContact &contacts);
+
     /// Makes the stored pairs exactly these. Nothing is written when they are already.
     int replacePairs(const QString &contactId, const QMap<QString, QString> &pairs);
 
 private:
+    QHash<QString, QMap<QString, QString>> pairsOf(const QStringList &contactIds);
+
+    QSqlDatabase m_handle;
     Statement m_insert;
     Statement m_update;
     Statement m_delete;

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "src/dao/Transaction.h"
 #include "tests/src/dao/TemporaryStore.h"
 
 #include <QTest>
+
+#include <algorithm>
 
 #include <limits>
 
@@ -42,6 +45,7 @@ private Q_SLOTS:
     void pagesStayInBounds();
     void contactsAreLookedUp();
     void miscPairsBecomeTheRecords();
+    void pairsOfALongListAreEachContactsOwn();
     void failuresAreLoggedAndHarmless();
 };
 
@@ -247,6 +251,25 @@ void DaoContactTest::miscPairsBecomeTheRecords()
     QCOMPARE(misc.pairs(id), (QMap<QString, QString>{{QString(), u"a"_s}, {u"key"_s, u"2"_s}}));
     misc.replacePairs(id, {});
     QCOMPARE(store.run("SELECT contactId || value FROM MISC"), u"other1"_s);
+}
+
+void DaoContactTest::pairsOfALongListAreEachContactsOwn()
+{
+    TemporaryStore store;
+    Transaction transaction(store.database.connection());
+    constexpr int count = 1200; // more than are read at a time
+    for (int i = 0; i < count; ++i) {
+        const QString id = u"it's %1"_s.arg(i);
+        store.add(id);
+        if (i % 3 != 0)
+            store.dao->misc().insertPair(id, u"key"_s, id);
+    }
+    const ListContact contacts = store.dao->getAllContact();
+    QCOMPARE(contacts.size(), count);
+    for (const Contact &contact : contacts)
+        QCOMPARE(contact.misc.value(u"key"_s, contact.contactId), contact.contactId);
+    const auto hasPair = [](const Contact &contact) { return !contact.misc.isEmpty(); };
+    QCOMPARE(std::count_if(contacts.cbegin(), contacts.cend(), hasPair), count * 2 / 3);
 }
 
 void DaoContactTest::failuresAreLoggedAndHarmless()
