@@ -4,8 +4,9 @@
 #include "platform/records/Contact.h"
 
 #include <QHash>
-#include <QMutex>
-#include <QWaitCondition>
+
+#include <condition_variable>
+#include <mutex>
 
 /// Where the answers of the company directory wait for the worker of their search. The main thread opens a box for a
 /// search, puts answers in and closes it; the worker waits and takes. Any thread. An answer for a search that has no
@@ -54,8 +55,8 @@ private:
         Answer answer;
     };
 
-    mutable QMutex m_mutex;
-    QWaitCondition m_changed;
+    mutable std::mutex m_mutex;
+    std::condition_variable m_changed;
     QHash<QString, Box> m_boxes;
     bool m_isReplaced = false;
     bool m_hasEnded = false;

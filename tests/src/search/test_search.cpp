@@ -125,7 +125,7 @@ void TestSearch::theLastRequestReplacesTheRunningSearch()
     QVERIFY(stand.log.contains("<4>Remote search s1 is ongoing, search  s2 will replace it"));
     QVERIFY(stand.log.contains("<4>local search s1 is ongoing, search  s3 will replace it"));
     stand.search->mailbox().setStarted("s1");
-    QTRY_COMPARE(stand.told.last(), "number s3 ");
+    QTRY_VERIFY(stand.told.contains("number s3 "));
     QVERIFY(!stand.told.join(' ').contains("completed"));
     QCOMPARE(stand.asked, (QStringList{"search s1", "stop s1"}));
 }
