@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/service/PhoneUnderTest.h"
 
+#include "platform/records/EventArgument.h"
 #include "platform/records/KestinBus.h"
 
 #include <QTest>
@@ -14,6 +15,8 @@ QString exported(const QTemporaryDir &folder)
 {
     qputenv("KESTIN_DATA_DIR", folder.path().toUtf8());
     registerDBusContact();
+    registerDBusContactSummary();
+    registerDBusEventArgument();
     static int count = 0;
     return QStringLiteral("client%1").arg(++count);
 }
@@ -31,7 +34,7 @@ QDBusMessage messageTo(const QString &module, const QString &method, const QVari
 PhoneUnderTest::PhoneUnderTest()
     : client(bus.connection(exported(data)))
 {
-    for (Program *program : {&settings, &telephony, &directory})
+    for (Program *program : {&settings, &telephony, &company, &directory})
         program->setEnvironment("KESTIN_DATA_DIR", data.path());
     client.connect(QString(), QString(), KestinBus::eventInterface, KestinBus::eventSignal, this,
                    SLOT(note(QDBusMessage)));
@@ -69,4 +72,18 @@ void PhoneUnderTest::set(const QString &key, const QString &value)
 QString PhoneUnderTest::databasePath() const
 {
     return data.filePath("KestinApplication/KestinDirectory/kestindirectory.data");
+}
+
+void PhoneUnderTest::note(const QDBusMessage &message)
+{
+    const QString event = message.arguments().value(0).toString();
+    events.append(event);
+    if (!event.startsWith("DIR_SEARCH"))
+        return;
+    const auto arguments = qdbus_cast<ListEventArgument>(message.arguments().value(1));
+    const QString searchId = arguments.value(0).value.toString();
+    if (event == "DIR_SEARCH_RESULTS")
+        firstResults[searchId] += qdbus_cast<ListContactSummary>(arguments.value(2).value);
+    else
+        ended.append(searchId);
 }

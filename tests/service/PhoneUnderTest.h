@@ -8,6 +8,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <QDBusReply>
+#include <QMap>
 #include <QObject>
 #include <QTemporaryDir>
 
@@ -45,10 +46,15 @@ public:
     QTemporaryDir data;
     Program settings{QStringLiteral("kestin-settings")};
     Program telephony{QStringLiteral("kestin-telephony")};
+    Program company{QStringLiteral("kestin-wsmanager"),
+                    {QStringLiteral("--ldif"), QStringLiteral(KESTIN_COMPANY_LDIF), QStringLiteral("--page-size"),
+                     QStringLiteral("5")}};
     Program directory{QStringLiteral("kestin-directory")};
     QDBusConnection client;
-    QStringList events; ///< names of the events seen so far
+    QStringList events;                             ///< names of the events seen so far
+    QStringList ended;                              ///< ids of the searches whose completion was told
+    QMap<QString, ListContactSummary> firstResults; ///< of each search, what came before its completion
 
 private Q_SLOTS:
-    void note(const QDBusMessage &message) { events.append(message.arguments().value(0).toString()); }
+    void note(const QDBusMessage &message);
 };

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "peers/wsmanager/AttributeMap.h"
+
+#include <QByteArray>
+#include <QString>
+
+/// How a directory server is reached.
+struct LdapServer
+{
+    QString url;      ///< ldap://, ldaps:// or ldapi://
+    QString bindName; ///< empty: anonymously
+    QByteArray secret;
+    QString caFile; ///< certificates to trust instead of the system's
+    bool usesStartTls = false;
+    int connectSeconds = 5; ///< for the connection, and again for the bind
+};
+
+/// Everything that can be set.
+struct DirectoryConfig
+{
+    QString name = QStringLiteral("Company directory");
+    QString ldif; ///< a file in place of a server
+    LdapServer server;
+    QString base;
+    QString objectClass = QStringLiteral("inetOrgPerson");
+    QString filter; ///< narrows what is found further; for servers only
+    AttributeMap attributes;
+    int pageSize = 20;
+    int maxResults = 500;
+    int timeoutSeconds = 8; ///< a packet that takes longer is given up
+    int retrySeconds = 30;  ///< between attempts to reach a server that is not there
+    int delayMs = 0;        ///< by which each packet is held back, for trying out a slow directory
+
+    /// Reads an INI file into it. Empty on success, otherwise what is wrong.
+    QString read(const QString &path);
+    /// One setting of the section "directory", as in the file. Empty on success, otherwise what is wrong.
+    QString set(const QString &key, const QString &value);
+    /// What is wrong with the whole; empty: nothing.
+    QString problem() const;
+
+private:
+    bool setText(const QString &key, const QString &value);
+    bool setNumber(const QString &key, const QString &value, QString &problem);
+    QString setSecret(const QString &path);
+    QString setAttributes(const QString &field, const QStringList &values);
+};

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "peers/wsmanager/DirectoryEntry.h"
+
+#include <QObject>
+
+/// How things stand after a packet; the values are those of the event that carries it.
+enum class PacketStatus {
+    More = 1,     ///< there may be more
+    Finished = 2, ///< that was all
+    TimedOut = 3  ///< the directory does not answer; there may have been more
+};
+
+/// One search in a company directory, which gives its entries in packets. Deleting it stops it. Main thread only.
+class DirectorySearch : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Asks for the next packet; answered by one packet(), never during the call. Not to be called while one is under
+    /// way, nor after the last.
+    virtual void next() = 0;
+
+Q_SIGNALS:
+    void packet(const DirectoryEntries &entries, PacketStatus status);
+};

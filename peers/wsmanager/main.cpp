@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "peers/wsmanager/WSManager.h"
+#include "platform/framework/KestinApplication.h"
+
+#include <QCommandLineParser>
+
+#include <cstdio>
+
+namespace {
+
+constexpr char description[] =
+    "The web-service manager of a Kestin phone, as far as the directory needs it: module\n"
+    "\"WSManager\" on the message bus.\n"
+    "\n"
+    "Searches in the company directory: an LDAP server, or an LDIF file on a desk without\n"
+    "one. A question is answered by an event; a server that is slow or gone holds up\n"
+    "nobody. One of --url and --ldif is needed, here or in the configuration.\n"
+    "\n"
+    "Configuration (INI; every key but url or ldif may be left out):\n"
+    "  [directory]\n"
+    "  url=ldaps://ldap.example.org  or ldap://HOST:PORT, or ldapi://%2Fpath%2Fof%2Fsocket\n"
+    "  ldif=/path/of/company.ldif    in place of url; read once at the start\n"
+    "  name=Company directory        what it is called\n"
+    "  base=dc=example,dc=org        where people stand\n"
+    "  objectClass=inetOrgPerson     what they are\n"
+    "  filter=(departmentNumber=12)  narrows them further (servers only)\n"
+    "  bindName=cn=phone,dc=example,dc=org   otherwise anonymous\n"
+    "  secretFile=/path              its first line is the password\n"
+    "  startTls=false                true: secures an ldap:// connection\n"
+    "  caFile=/path                  trusted in place of the system's certificates\n"
+    "  pageSize=20 maxResults=500    entries a packet, and a search\n"
+    "  timeoutSeconds=8              for a packet; the phone waits for 10\n"
+    "  connectSeconds=5 retrySeconds=30  to reach the server; until the next attempt\n"
+    "  delayMs=0                     as --delay\n"
+    "  [attributes]                  field of a contact = attributes, the first set counts;\n"
+    "                                attribute#label: the values with this label behind them\n"
+    "  officePhone=telephoneNumber   personalMobile=mobile      personalHome=homePhone\n"
+    "  fax=facsimileTelephoneNumber  email=mail                 loginName=uid\n"
+    "  firstName=givenName           name=sn,cn                 language=preferredLanguage\n"
+    "  photo=labeledURI#photo        collaborationId=labeledURI#im\n"
+    "  misc.company=o                misc.department=ou         misc.job=title\n"
+    "  misc.address=street           misc.zip=postalCode        misc.city=l\n"
+    "  misc.country=c,co\n"
+    "A line is one setting. Put a value with semicolons or backslashes in double quotes and\n"
+    "double each backslash.\n"
+    "\n"
+    "Methods of com.norlan.Kestin.KestinInterface at /com/norlan/Kestin/WSManager, and the\n"
+    "events that answer them (each with reqId, status, response and most with result):\n"
+    "  getServiceRight(s) -> b              \"IcsUda\": the directory can be asked\n"
+    "  udaSearchByFullName(ss)              WS_DIRECTORY_SEARCH_BY_FULL_NAME\n"
+    "  udaSearch(ssasasas)                  WS_DIRECTORY_SEARCH: id, AND or OR, attributes,\n"
+    "                                       operators, values\n"
+    "  udaSearchByIMAddress(ss)             WS_DIRECTORY_SEARCH\n"
+    "  udaGetNextResults(s)                 WS_DIRECTORY_GET_NEXT_RESULTS: status 1 more,\n"
+    "                                       2 finished, 3 no answer in time\n"
+    "  udaStopSearch(s)                     WS_DIRECTORY_STOP_SEARCH\n"
+    "  udaGetContactProfile(ss)             WS_DIRECTORY_GET_CONTACT_PROFILE\n"
+    "  getAttributeTypeByContactId(sss)     WS_DIRECTORY_GETATTRIBUTEBYCONTACTID\n"
+    "  udaGetAttributes(s)                  WS_DIRECTORY_GET_ATTRIBUTES\n"
+    "  udaGetAttributeProperties(ss)        WS_DIRECTORY_GET_ATTRIBUTE_PROPERTIES\n"
+    "  udaGetOperators(s)                   WS_DIRECTORY_GET_OPERATORS\n"
+    "  udaGetDirectories(s)                 WS_DIRECTORY_GET_DIRECTORIES\n"
+    "  makeDialableCallNumber(ss)           WS_DIRECTORY_CANONIZE_NUMBER\n"
+    "UDAAvailabilityEvent tells when the directory can be reached (1), or no longer (0).\n"
+    "\n"
+    "Environment:\n"
+    "  KESTIN_BUS        system (default), session, or a bus address\n"
+    "  KESTIN_DATA_DIR   has no effect here: nothing is kept\n"
+    "  KESTIN_LOG_LEVEL  3 errors, 4 what the server refuses (default), 6 availability,\n"
+    "                    7 every event\n"
+    "The settings of /etc/ldap/ldap.conf hold where nothing else is said here.\n"
+    "\n"
+    "Example:\n"
+    "  KESTIN_BUS=session kestin-wsmanager --ldif samples/company.ldif &\n"
+    "  dbus-monitor --session interface=com.norlan.Kestin.KestinEvent &\n"
+    "  ws() { busctl --user call com.norlan.Kestin.WSManager /com/norlan/Kestin/WSManager \\\n"
+    "    com.norlan.Kestin.KestinInterface \"$@\"; }\n"
+    "  ws udaSearchByFullName ss demo Zo; ws udaGetNextResults s demo\n"
+    "\n"
+    "Exit code: 0 after SIGTERM or SIGINT, 1 when it cannot start or the bus is gone.";
+
+/// An option, and the setting of the configuration that it replaces.
+struct Option
+{
+    const char *name;
+    const char *setting;
+    const char *valueName;
+    const char *text;
+};
+
+constexpr Option options[]{
+    {"url", "url", "url", "The directory server."},
+    {"ldif", "ldif", "path", "An LDIF file in place of a server."},
+    {"base", "base", "dn", "Where people stand in the directory."},
+    {"page-size", "pageSize", "n", "Entries a packet."},
+    {"timeout", "timeoutSeconds", "seconds", "A packet that takes longer is given up."},
+    {"delay", "delayMs", "ms", "Holds each packet back by that long, for trying out a slow directory."},
+};
+
+QString configure(DirectoryConfig &config, const QCommandLineParser &parser)
+{
+    if (!parser.positionalArguments().isEmpty())
+        return QStringLiteral("no arguments are expected; see --help");
+    QString problem;
+    if (parser.isSet(QStringLiteral("config")))
+        problem = config.read(parser.value(QStringLiteral("config")));
+    for (const Option &option : options) {
+        if (problem.isEmpty() && parser.isSet(QLatin1String(option.name)))
+            problem = config.set(QLatin1String(option.setting), parser.value(QLatin1String(option.name)));
+    }
+    return problem.isEmpty() ? config.problem() : problem;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    KestinApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("kestin-wsmanager"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(KESTIN_VERSION));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QString::fromUtf8(description));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addOption({QStringLiteral("config"), QStringLiteral("The configuration."), QStringLiteral("path")});
+    for (const Option &option : options)
+        parser.addOption({QLatin1String(option.name), QLatin1String(option.text), QLatin1String(option.valueName)});
+    parser.process(application);
+
+    DirectoryConfig config;
+    const QString problem = configure(config, parser);
+    if (!problem.isEmpty()) {
+        std::fprintf(stderr, "kestin-wsmanager: %s\n", qPrintable(problem));
+        return EXIT_FAILURE;
+    }
+    WSManager module(config);
+    return application.exec(module);
+}

@@ -1,0 +1,185 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/service/PhoneUnderTest.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QRandomGenerator>
+#include <QTest>
+
+#include <csignal>
+#include <optional>
+
+namespace {
+
+Contact person(const QString &firstName, const QString &name)
+{
+    Contact contact;
+    contact.firstName = firstName;
+    contact.name = name;
+    return contact;
+}
+
+QVariantList byName(const QString &searchId, const QString &name, bool localOnly = false)
+{
+    return {searchId, name, 10, localOnly};
+}
+
+} // namespace
+
+/// Searches through the running service, with a company directory that is there, slow, or gone.
+class TestServiceSearches : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        phone = std::make_unique<PhoneUnderTest>();
+        phone->startPeers();
+        QVERIFY2(phone->company.startAndWaitForName("WSManager", phone->client),
+                 qPrintable(phone->company.errorOutput()));
+        QVERIFY2(phone->startDirectory(), qPrintable(phone->directory.errorOutput()));
+        QCOMPARE(phone->code("createLocalContact", {"r", QVariant::fromValue(person("Zoë", "Martin"))}), 0);
+        // The right is asked for at the start, and again when the company directory says that it can be asked.
+        int probe = 0;
+        QTRY_VERIFY(isRemote(QString("probe%1").arg(++probe)));
+        phone->events.clear();
+    }
+    void cleanup() { phone.reset(); }
+
+    void bothSidesAreFound();
+    void aRemoteContactIsCopied();
+    void aHangingDirectoryDelaysNobody();
+    void aDirectoryThatDiesLeavesTheLocalResults();
+    void searchesAtRandomLeaveNothingBehind();
+
+private:
+    ListContactSummary results(const QString &searchId)
+    {
+        return QDBusReply<ListContactSummary>(phone->call("getSearchResults", {searchId, 0, -1})).value();
+    }
+    bool complete(const QString &searchId, int limitMs = 25000)
+    {
+        return QTest::qWaitFor([&] { return phone->ended.contains(searchId); }, limitMs);
+    }
+    bool isRemote(const QString &searchId)
+    {
+        phone->call("startSearchContactByName", byName(searchId, "a"));
+        complete(searchId);
+        const ListContactSummary found = results(searchId);
+        return std::any_of(found.cbegin(), found.cend(), [](const ContactSummary &one) { return one.type == 1; });
+    }
+    int threads() const { return int(QDir(QString("/proc/%1/task").arg(phone->directory.processId())).count()); }
+    qsizetype openFiles() const
+    {
+        return QDir(QString("/proc/%1/fd").arg(phone->directory.processId()))
+            .entryList(QDir::System | QDir::Files)
+            .size();
+    }
+
+    std::unique_ptr<PhoneUnderTest> phone;
+};
+
+void TestServiceSearches::bothSidesAreFound()
+{
+    phone->call("startSearchContactByName", byName("s", "mar"));
+    QVERIFY(complete("s"));
+    QCOMPARE(phone->firstResults.value("s").value(0).name, "Martin");
+    const ListContactSummary found = results("s");
+    QVERIFY(found.size() > 1);
+    QCOMPARE(found.first().type, 0);
+    QVERIFY(found.last().contactId.endsWith("##"));
+    const QDBusReply<Contact> whole = phone->call("getContactFromSearch", {"s", found.last().contactId});
+    QCOMPARE(whole.value().contactId, found.last().contactId);
+    phone->call("startSearchContactByPhoneNumber", {"n", whole.value().officePhoneCan, false});
+    QVERIFY(complete("n"));
+}
+
+void TestServiceSearches::aRemoteContactIsCopied()
+{
+    phone->call("startSearchContactByName", byName("s", "mar"));
+    QVERIFY(complete("s"));
+    const ContactSummary remote = results("s").last();
+    phone->call("copyContactToLocal", {remote.contactId});
+    QTRY_VERIFY(phone->events.contains("DIR_CONTACTS_CREATED"));
+    const ListContact stored = phone->contacts("getLocalContacts", {0, -1});
+    QCOMPARE(stored.size(), 2);
+    QVERIFY(std::any_of(stored.cbegin(), stored.cend(), [&](const Contact &contact) {
+        return contact.name == remote.name && contact.contactId.startsWith("#CONTACT_");
+    }));
+}
+
+void TestServiceSearches::aHangingDirectoryDelaysNobody()
+{
+    ::kill(pid_t(phone->company.processId()), SIGSTOP);
+    QElapsedTimer timer;
+    timer.start();
+    phone->call("startSearchContactByName", byName("s", "mar"));
+    QTRY_VERIFY(!phone->firstResults.value("s").isEmpty());
+    QVERIFY2(timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(phone->code("getContactTypeById", {"##"}), 1);
+    QVERIFY(complete("s"));
+    ::kill(pid_t(phone->company.processId()), SIGCONT);
+    QCOMPARE(results("s").size(), 1);
+}
+
+void TestServiceSearches::aDirectoryThatDiesLeavesTheLocalResults()
+{
+    phone->call("startSearchContactByName", byName("s", "a"));
+    phone->company.kill();
+    QVERIFY(complete("s"));
+    phone->call("startSearchContactByName", byName("t", "mar"));
+    QVERIFY(complete("t"));
+    QCOMPARE(results("t").value(0).name, "Martin");
+}
+
+void TestServiceSearches::searchesAtRandomLeaveNothingBehind()
+{
+    // A minute of it under a sanitizer is worth having: KESTIN_SEARCH_SECONDS=60
+    const int seconds = qEnvironmentVariableIntValue("KESTIN_SEARCH_SECONDS");
+    const QDeadlineTimer end((seconds > 0 ? seconds : 6) * 1000);
+    const int threadsBefore = threads();
+    const qsizetype filesBefore = openFiles();
+    auto *random = QRandomGenerator::global();
+    for (int i = 0; !end.hasExpired(); ++i) {
+        std::optional<QDBusPendingCall> call;
+        const QString id = QString("c%1-%2").arg(random->bounded(3)).arg(random->bounded(4));
+        switch (random->bounded(8)) {
+        case 0:
+            call = phone->asyncCall("purgeSearchResults", {id});
+            break;
+        case 1:
+            call = phone->asyncCall("startSearchContactByPhoneNumber", {id, "+33199000000", random->bounded(2) == 0});
+            break;
+        case 2:
+            call = phone->asyncCall("createLocalContact", {"r", QVariant::fromValue(person("A", "Mar" + id))});
+            break;
+        case 3:
+            call = phone->asyncCall("deleteLocalContact", {"r", QString("#CONTACT_%1#").arg(2 + random->bounded(50))});
+            break;
+        case 4:
+            call = phone->asyncCall("getSearchResults", {id, 0, 5});
+            break;
+        default:
+            call = phone->asyncCall("startSearchContactByName", byName(id, "mar", random->bounded(3) == 0));
+        }
+        if (i % 400 == 399) {
+            phone->company.kill();
+            phone->company.startAndWaitForName("WSManager", phone->client);
+        }
+        if (random->bounded(2) == 0)
+            call->waitForFinished(); // otherwise the next one follows at once
+        QCoreApplication::processEvents();
+        QVERIFY2(phone->directory.isRunning(), qPrintable(phone->directory.errorOutput()));
+    }
+    phone->call("startSearchContactByName", byName("last", "mar"));
+    QVERIFY(complete("last"));
+    QCOMPARE(results("last").value(0).type, 0);
+    QTRY_COMPARE_WITH_TIMEOUT(threads(), threadsBefore, 15000);
+    QTRY_VERIFY(openFiles() <= filesBefore);
+    QCOMPARE(phone->directory.terminate(), 0);
+}
+
+QTEST_GUILESS_MAIN(TestServiceSearches)
+#include "test_service_searches.moc"
