@@ -65,7 +65,7 @@ _kestin_dir() {
         mapfile -t COMPREPLY < <(compgen -f -- "$word")
         ;;
     # The other options take a value that nobody knows but the user; these take none.
-    *:--json | *:--private | *:--not-private) _kestin_dir_arguments "$word" "$command" ;;
+    *:--json | *:--local | *:--private | *:--not-private) _kestin_dir_arguments "$word" "$command" ;;
     *:--*) ;;
     *) _kestin_dir_arguments "$word" "$command" "$previous" ;;
     esac

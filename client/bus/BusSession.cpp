@@ -70,3 +70,9 @@ bool BusSession::isRunning(const QString &module) const
 {
     return connection().interface()->isServiceRegistered(KestinBus::serviceName(module));
 }
+
+bool BusSession::isReachable(const QString &module) const
+{
+    return isRunning(module) ||
+           connection().interface()->activatableServiceNames().value().contains(KestinBus::serviceName(module));
+}

@@ -43,6 +43,8 @@ public:
 
     /// Whether the module's name is on the bus now.
     bool isRunning(const QString &module) const;
+    /// Whether it is, or the bus starts the module at the first call.
+    bool isReachable(const QString &module) const;
 
 private:
     QDBusMessage answer(const QString &module, const QString &method, const QVariantList &arguments) const;

@@ -59,6 +59,32 @@ int DirectoryService::removeFromPreview(const QString &requestId, const QString 
     return call<int>("removeContactFromPreview", {requestId, id});
 }
 
+int DirectoryService::startSearchByName(const QString &searchId, const QString &name, int announced,
+                                        bool localOnly) const
+{
+    return call<int>("startSearchContactByName", {searchId, name, announced, localOnly});
+}
+
+int DirectoryService::startSearchByNumber(const QString &searchId, const QString &number, bool localOnly) const
+{
+    return call<int>("startSearchContactByPhoneNumber", {searchId, number, localOnly});
+}
+
+ListContactSummary DirectoryService::searchResults(const QString &searchId, int start, int length) const
+{
+    return call<ListContactSummary>("getSearchResults", {searchId, start, length});
+}
+
+int DirectoryService::purgeSearch(const QString &searchId) const
+{
+    return call<int>("purgeSearchResults", {searchId});
+}
+
+void DirectoryService::copyToLocal(const QString &id) const
+{
+    call<QString>("copyContactToLocal", {id});
+}
+
 QString DirectoryService::newRequestId()
 {
     return QLatin1String("kestin-dir-") + QUuid::createUuid().toString(QUuid::WithoutBraces);

@@ -34,6 +34,16 @@ public:
     int addToPreview(const QString &requestId, const QString &id) const;
     int removeFromPreview(const QString &requestId, const QString &id) const;
 
+    /// Searches answer with events that carry `searchId`; see SearchRun. `announced`: how many contacts are told with
+    /// the events of a search by name.
+    int startSearchByName(const QString &searchId, const QString &name, int announced, bool localOnly) const;
+    int startSearchByNumber(const QString &searchId, const QString &number, bool localOnly) const;
+    /// Of a search that is completed, in the order of the phone.
+    ListContactSummary searchResults(const QString &searchId, int start, int length) const;
+    int purgeSearch(const QString &searchId) const;
+    /// Asks the company directory for the contact; an event with the id as its request id tells that it was created.
+    void copyToLocal(const QString &id) const;
+
     /// A request id that no other caller has.
     static QString newRequestId();
 

@@ -6,17 +6,20 @@
 
 #include <QObject>
 
-/// The directory's events as they come. Whatever the directory raises after the constructor has returned is reported,
-/// once the event loop runs.
+/// The events of a module, the directory if not said otherwise, as they come. Whatever it raises after the constructor
+/// has returned is reported, in order, once the event loop runs.
 class EventStream : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Events of this name; an empty one: all of them. Throws CommandFailure when the bus cannot be reached.
-    explicit EventStream(const BusSession &bus, const QString &eventName = {});
+    /// Events of these names; without names: all of them. Throws CommandFailure when the bus cannot be reached.
+    explicit EventStream(const BusSession &bus, const QStringList &eventNames = {}, const QString &module = {});
 
 Q_SIGNALS:
     void received(const QString &eventName, const ListEventArgument &arguments);
     void disconnected();
+
+private:
+    void subscribe(QDBusConnection &connection, const QString &module, const QStringList &match);
 };

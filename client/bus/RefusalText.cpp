@@ -66,11 +66,16 @@ bool RefusalText::isFinal(int createCode)
     return createCode == full || createCode == readOnly;
 }
 
+QString RefusalText::ofFullDirectory()
+{
+    return QStringLiteral("the directory is full: remove contacts or raise the setting DirMaxContact");
+}
+
 QString RefusalText::ofCreate(int code, const Contact &contact)
 {
     switch (code) {
     case full:
-        return QStringLiteral("the directory is full: remove contacts or raise the setting DirMaxContact");
+        return ofFullDirectory();
     case readOnly:
         return readOnlyText();
     default:

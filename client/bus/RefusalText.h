@@ -10,6 +10,9 @@ namespace RefusalText {
 /// A code that says that no further contact can be created for now: the directory is full or read-only.
 bool isFinal(int createCode);
 
+/// That there is no room for another contact.
+QString ofFullDirectory();
+
 QString ofCreate(int code, const Contact &contact);
 QString ofModify(int code, const Contact &contact);
 QString ofRemove(int code, const QString &id);

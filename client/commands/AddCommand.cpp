@@ -2,44 +2,30 @@
 #include "client/commands/AddCommand.h"
 
 #include "client/bus/DirectoryService.h"
-#include "client/bus/EventStream.h"
+#include "client/bus/EventWait.h"
 #include "client/bus/RefusalText.h"
 #include "client/commands/CommandArguments.h"
 #include "client/commands/ContactOptions.h"
 #include "client/commands/Report.h"
-
-#include <QEventLoop>
-#include <QTimer>
+#include "client/text/EventValue.h"
 
 namespace {
-
-/// The id in a creation event, empty when the event answers another request.
-QString createdId(const ListEventArgument &arguments, const QString &requestId)
-{
-    if (arguments.size() < 2 || arguments.at(0).value.toString() != requestId)
-        return {};
-    const auto contacts = qdbus_cast<ListContact>(arguments.at(1).value);
-    return contacts.isEmpty() ? QString() : contacts.first().contactId;
-}
 
 /// Creates the contact and waits for the event that tells its id.
 QString create(const BusSession &bus, const Contact &contact)
 {
     const QString requestId = DirectoryService::newRequestId();
-    EventStream events(bus, QStringLiteral("DIR_CONTACTS_CREATED"));
-    QEventLoop loop;
-    QString id;
-    QObject::connect(&events, &EventStream::received, &loop, [&](const QString &, const ListEventArgument &arguments) {
-        id = createdId(arguments, requestId);
-        if (!id.isEmpty())
-            loop.quit();
-    });
-    QObject::connect(&events, &EventStream::disconnected, &loop, &QEventLoop::quit);
+    EventWait wait(bus);
+    wait.listen({QStringLiteral("DIR_CONTACTS_CREATED")}, DirectoryService::module);
     const int code = DirectoryService(bus).create(requestId, contact);
     if (code != 0)
         throw CommandFailure(ExitCode::Refused, RefusalText::ofCreate(code, contact));
-    QTimer::singleShot(bus.limit(), &loop, &QEventLoop::quit);
-    loop.exec();
+    QString id;
+    wait.run([&](const QString &, const ListEventArgument &arguments) {
+        if (EventValue::of<QString>(arguments, QLatin1String("reqId")) == requestId)
+            id = EventValue::of<ListContact>(arguments, QLatin1String("contacts")).value(0).contactId;
+        return !id.isEmpty();
+    });
     if (id.isEmpty())
         throw CommandFailure(ExitCode::NoAnswer,
                              QStringLiteral("the contact is created, but the directory did not tell its id"));

@@ -39,6 +39,11 @@ public:
     /// Options of its own; the ones that all commands have are added by the dispatcher.
     virtual QList<QCommandLineOption> options() const { return {}; }
     virtual bool printsData() const { return true; }
+    /// How long it waits for an answer when the user does not say. The company directory has 10 s for each step.
+    virtual int limitSeconds() const { return ownLimitSeconds; }
+
+    static constexpr int ownLimitSeconds = 10;
+    static constexpr int companyLimitSeconds = 30;
 
     /// Does it. `arguments` holds the parsed command line without the command's name. Throws CommandFailure; a command
     /// that goes on after a refusal tells of it itself and returns the code.

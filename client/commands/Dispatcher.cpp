@@ -3,6 +3,7 @@
 
 #include "client/commands/AddCommand.h"
 #include "client/commands/CommandArguments.h"
+#include "client/commands/CopyCommand.h"
 #include "client/commands/EditCommand.h"
 #include "client/commands/HelpText.h"
 #include "client/commands/ImportCommand.h"
@@ -10,6 +11,7 @@
 #include "client/commands/PreviewCommand.h"
 #include "client/commands/RemoveCommand.h"
 #include "client/commands/Report.h"
+#include "client/commands/SearchCommand.h"
 #include "client/commands/SettingsCommand.h"
 #include "client/commands/ShowCommand.h"
 #include "client/commands/WatchCommand.h"
@@ -21,15 +23,13 @@
 
 namespace {
 
-constexpr int defaultLimitSeconds = 10;
-
 QList<QCommandLineOption> optionsOf(const Command &command)
 {
     QList<QCommandLineOption> options = command.options();
     if (command.printsData())
         options.append({QStringLiteral("json"), QStringLiteral("Print JSON; its keys are the names of the fields")});
     options.append({QStringLiteral("timeout"),
-                    QStringLiteral("Wait at most N seconds for an answer (%1)").arg(defaultLimitSeconds),
+                    QStringLiteral("Wait at most N seconds for an answer (%1)").arg(command.limitSeconds()),
                     QStringLiteral("N")});
     options.append({{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("This text")});
     return options;
@@ -51,6 +51,8 @@ Dispatcher::Dispatcher()
     m_commands.push_back(std::make_unique<EditCommand>());
     m_commands.push_back(std::make_unique<RemoveCommand>());
     m_commands.push_back(std::make_unique<WhoCommand>());
+    m_commands.push_back(std::make_unique<SearchCommand>());
+    m_commands.push_back(std::make_unique<CopyCommand>());
     m_commands.push_back(std::make_unique<PreviewCommand>());
     m_commands.push_back(std::make_unique<ImportCommand>());
     m_commands.push_back(std::make_unique<WatchCommand>());
@@ -80,7 +82,7 @@ ExitCode Dispatcher::runCommand(Command &command, const QStringList &arguments)
     }
     constexpr int shortestLimit = 1;
     const std::chrono::seconds limit(
-        CommandArguments::number(parser, QStringLiteral("timeout"), defaultLimitSeconds, shortestLimit));
+        CommandArguments::number(parser, QStringLiteral("timeout"), command.limitSeconds(), shortestLimit));
     const BusSession bus(limit);
     CommandContext context{bus, m_out, command.printsData() && parser.isSet(QStringLiteral("json"))};
     return command.run(parser, context);

@@ -48,6 +48,7 @@ QString HelpText::ofProgram(const std::vector<std::unique_ptr<Command>> &command
                                  "  kestin-dir list\n"
                                  "  kestin-dir show '#CONTACT_1#'        (quote ids: a shell takes # as a comment)\n"
                                  "  kestin-dir who '+33 1 55 66 70 00'\n"
+                                 "  kestin-dir search mül\n"
                                  "  kestin-dir import people.vcf\n");
 }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/commands/Report.h"
 
-#include "client/text/ContactText.h"
 #include "client/text/Table.h"
 #include "client/text/Terminal.h"
 
@@ -15,6 +14,17 @@ void Report::problem(const QString &text)
 void Report::json(QTextStream &out, const QJsonObject &object)
 {
     out << QString::fromUtf8(Printable::json(object)) << '\n';
+}
+
+void Report::json(QTextStream &out, const QList<QJsonObject> &objects)
+{
+    out << "[\n";
+    for (qsizetype index = 0; index < objects.size(); ++index) {
+        if (index > 0)
+            out << ",\n";
+        out << QString::fromUtf8(Printable::json(objects.at(index)));
+    }
+    out << "\n]\n";
 }
 
 void Report::contacts(QTextStream &out, const ListContact &contacts, bool asJson)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "client/text/ContactText.h"
 #include "client/text/Printable.h"
 #include "client/text/RecordJson.h"
 
@@ -18,16 +19,27 @@ void problem(const QString &text);
 void json(QTextStream &out, const QJsonObject &object);
 
 /// A JSON array with one object a line, so that a script may read it whole or line by line.
+void json(QTextStream &out, const QList<QJsonObject> &objects);
+
 template <typename Record>
 void json(QTextStream &out, const QList<Record> &records)
 {
-    out << "[\n";
-    for (qsizetype index = 0; index < records.size(); ++index) {
-        if (index > 0)
-            out << ",\n";
-        out << QString::fromUtf8(Printable::json(RecordJson::of(records.at(index))));
+    QList<QJsonObject> objects;
+    for (const Record &record : records)
+        objects.append(RecordJson::of(record));
+    json(out, objects);
+}
+
+/// Found contacts as JSON; beside the record's own keys "company" tells which are of the company directory.
+template <typename Record>
+void foundJson(QTextStream &out, const QList<Record> &contacts)
+{
+    QList<QJsonObject> objects;
+    for (const Record &contact : contacts) {
+        objects.append(RecordJson::of(contact));
+        objects.last().insert(QLatin1String("company"), ContactText::isOfCompany(contact));
     }
-    out << "\n]\n";
+    json(out, objects);
 }
 
 /// Contacts as a table as wide as the terminal, or as JSON.

@@ -30,6 +30,12 @@ QString ContactText::displayName(const ContactSummary &contact)
     return contact.contactId;
 }
 
+bool ContactText::isOfCompany(const ContactSummary &contact)
+{
+    constexpr qint32 companyType = 1;
+    return contact.type == companyType || contact.contactId.endsWith(QLatin1String("##"));
+}
+
 QString ContactText::typeName(qint32 type)
 {
     for (const TypeName &named : namedTypes) {

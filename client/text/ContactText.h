@@ -11,6 +11,9 @@ namespace ContactText {
 /// "First Last"; a contact without names is called by its address, a number or its id, in this order.
 QString displayName(const ContactSummary &contact);
 
+/// Whether the contact is one of the company directory, found by a search and not kept on the phone.
+bool isOfCompany(const ContactSummary &contact);
+
 /// "local", "cached", "dm", "manager", or the number of another kind.
 QString typeName(qint32 type);
 /// The kind that a word of `typeName` or a number means; -1 when it means none.

@@ -2,32 +2,20 @@
 #include "client/text/EventText.h"
 
 #include "client/text/ContactText.h"
+#include "client/text/EventValue.h"
 #include "client/text/RecordJson.h"
 #include "platform/records/ImpExpStatus.h"
 
-#include <QDBusMetaType>
 #include <QJsonArray>
 
 namespace {
 
 constexpr qsizetype shownOfList = 3;
 
-/// The value as a T, when it is one or arrived over the bus with the signature of one.
-template <typename T>
-bool unpack(const QVariant &value, T &result)
-{
-    const QMetaType type = QMetaType::fromType<T>();
-    const auto argument = value.value<QDBusArgument>();
-    const bool fits = value.metaType() == QMetaType::fromType<QDBusArgument>()
-                          ? argument.currentSignature() == QLatin1String(QDBusMetaType::typeToSignature(type))
-                          : value.metaType() == type;
-    if (fits)
-        result = qdbus_cast<T>(value);
-    return fits;
-}
-
 QString shortText(const ContactSummary &contact)
 {
+    if (contact == ContactSummary())
+        return QStringLiteral("nobody");
     return contact.contactId + QLatin1Char(' ') + ContactText::displayName(contact);
 }
 
@@ -74,13 +62,13 @@ Forms formsOf(const QVariant &value)
     ListContact contacts;
     ListContactSummary summaries;
     ImpExpStatus status;
-    if (unpack(value, contact))
+    if (EventValue::unpack(value, contact))
         return {shortText(contact), RecordJson::of(contact)};
-    if (unpack(value, contacts))
+    if (EventValue::unpack(value, contacts))
         return {shortList(contacts), jsonList(contacts)};
-    if (unpack(value, summaries))
+    if (EventValue::unpack(value, summaries))
         return {shortList(summaries), jsonList(summaries)};
-    if (unpack(value, status))
+    if (EventValue::unpack(value, status))
         return {status.toString(), status.toString()};
     if (value.metaType() == QMetaType::fromType<QStringList>())
         return {shortList(value.toStringList()), QJsonArray::fromStringList(value.toStringList())};

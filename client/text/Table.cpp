@@ -43,6 +43,12 @@ QList<int> Table::columnWidths(int width) const
     return widths;
 }
 
+bool Table::fits(int width) const
+{
+    constexpr int unlimited = 0;
+    return columnWidths(width) == columnWidths(unlimited);
+}
+
 void Table::write(QTextStream &out, int width) const
 {
     const QList<int> widths = columnWidths(width);

@@ -18,6 +18,9 @@ public:
     /// way first, the first column (what a row is called by) never.
     void write(QTextStream &out, int width) const;
 
+    /// Whether nothing has to be cut for this width.
+    bool fits(int width) const;
+
 private:
     QList<int> columnWidths(int width) const;
 

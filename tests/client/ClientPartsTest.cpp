@@ -113,8 +113,9 @@ void ClientPartsTest::eventValuesAreRecognised()
                                       {u"status"_s, QVariant::fromValue(ImpExpStatus(ImpExpStatus::Failure))},
                                       {u"ids"_s, QStringList{u"a"_s, u"b"_s}},
                                       {u"flag"_s, true}};
-    QCOMPARE(EventText::arguments(arguments), QStringList({u"reqId=r"_s, u"contacts=[#1# Zoë,  ,  , and 2 more]"_s,
-                                                           u"status=Failure"_s, u"ids=[a, b]"_s, u"flag=true"_s}));
+    QCOMPARE(EventText::arguments(arguments),
+             QStringList({u"reqId=r"_s, u"contacts=[#1# Zoë, nobody, nobody, and 2 more]"_s, u"status=Failure"_s,
+                          u"ids=[a, b]"_s, u"flag=true"_s}));
     const QJsonObject json = EventText::json(arguments);
     QCOMPARE(json.value(u"contacts"_s).toArray().size(), 5);
     QCOMPARE(json.value(u"flag"_s), QJsonValue(true));

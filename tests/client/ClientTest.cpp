@@ -80,6 +80,9 @@ private Q_SLOTS:
     void contactLivesFromAddToRemove();
     void listsByKindAndPiece();
     void whoUnderstandsEverySpelling();
+    void searchFindsContactsOfThePhone();
+    void companyDirectoryIsSearchedAndCopied();
+    void searchEndsInOrderBeforeItsTime();
     void previewListChanges();
     void hostileNamesAreEscaped();
     void importTellsWhatItRefused();
@@ -92,6 +95,7 @@ private Q_SLOTS:
 
 private:
     void startDirectory();
+    void startCompany(const QStringList &options = {});
     QString add(const QStringList &fields);
     QStringList allNames() { return client({u"list"_s, u"--json"_s}).names(); }
 
@@ -99,6 +103,7 @@ private:
     std::unique_ptr<QTemporaryDir> m_data;
     std::unique_ptr<Program> m_settings;
     std::unique_ptr<Program> m_telephony;
+    std::unique_ptr<Program> m_company;
     std::unique_ptr<Program> m_directory;
 };
 
@@ -118,12 +123,26 @@ void ClientTest::init()
 void ClientTest::startDirectory()
 {
     m_directory = std::make_unique<Program>(u"kestin-directory"_s);
+    m_directory->setEnvironment(u"KESTIN_LOG_LEVEL"_s, u"7"_s); // what a test waits for stands in the log
     QVERIFY(m_directory->startAndWaitForName(u"KestinDirectory"_s, m_bus->connection(u"test"_s)));
+}
+
+void ClientTest::startCompany(const QStringList &options)
+{
+    QFile file(m_data->filePath(u"company.ldif"_s));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("dn: uid=bea,dc=example\nobjectClass: inetOrgPerson\nuid: bea\ncn: Bea Marlow\ngivenName: Bea\n"
+               "sn: Marlow\ntelephoneNumber: +33 1 99 00 00 01\n");
+    file.close();
+    m_company = std::make_unique<Program>(u"kestin-wsmanager"_s, QStringList{u"--ldif"_s, file.fileName()} + options);
+    QVERIFY(m_company->startAndWaitForName(u"WSManager"_s, m_bus->connection(u"test"_s)));
+    QVERIFY(m_directory->waitForErrorOutput(u"ICS services availability : 1"_s));
 }
 
 void ClientTest::cleanup()
 {
     m_directory.reset();
+    m_company.reset();
     m_telephony.reset();
     m_settings.reset();
     QDBusConnection::disconnectFromBus(u"test"_s);
@@ -164,6 +183,12 @@ void ClientTest::mistakesAreTold_data()
     row("preview add #CONTACT_9#", 1, "no contact has the id");
     row("add --last-name x --office anonymous", 1, "\"anonymous\" is not accepted");
     row("who 12345", 1, "nobody has the number 12345");
+    row("search a --number 1", 2, "a TEXT or a --number, not both");
+    row("search --number", 2, "--number");
+    row("search a --limit 0", 2, "--limit takes a whole number from 1 on");
+    row("search nobody", 1, "nobody is found by the name \"nobody\"");
+    row("search --number 12345 --local", 1, "nobody has the number 12345");
+    row("copy uid=bea##", 3, "the company directory cannot be reached");
     row("settings get NoSuchSetting", 1, "NoSuchSetting");
     row("settings set DirMaxContact many", 1, "DirMaxContact is not changed");
     row("import /no/such/file.vcf", 4, "cannot be read: No such file");
@@ -215,8 +240,8 @@ void ClientTest::helpTeachesEveryCommand()
     const Outcome program = client({u"--help"_s});
     QCOMPARE(program.code, 0);
     QVERIFY(program.out.contains(u"KESTIN_BUS"));
-    const QStringList commands{u"list"_s, u"show"_s,    u"add"_s,    u"edit"_s,  u"remove"_s,
-                               u"who"_s,  u"preview"_s, u"import"_s, u"watch"_s, u"settings"_s};
+    const QStringList commands{u"list"_s,   u"show"_s, u"add"_s,     u"edit"_s,   u"remove"_s, u"who"_s,
+                               u"search"_s, u"copy"_s, u"preview"_s, u"import"_s, u"watch"_s,  u"settings"_s};
     for (const QString &command : commands) {
         QVERIFY2(program.out.contains(u"\n  "_s + command + u' '), qPrintable(command));
         const Outcome help = client({command, u"--help"_s});
@@ -280,6 +305,75 @@ void ClientTest::whoUnderstandsEverySpelling()
     m_telephony.reset();
     QCOMPARE(client({u"who"_s, u"+33612345678"_s}).out, u"Zoë Müller\n"_s);
     QCOMPARE(client({u"who"_s, u"0612345678"_s}).code, 1);
+}
+
+void ClientTest::searchFindsContactsOfThePhone()
+{
+    for (const char *name : {"Marlow", "Abel", "Mara", "Márquez"})
+        add({u"--last-name"_s, QString::fromUtf8(name), u"--office"_s,
+             u"+3319900000"_s + QString::number(qstrlen(name))});
+    const Outcome found = client({u"search"_s, u"MAR"_s, u"--json"_s});
+    QCOMPARE(found.code, 0);
+    QCOMPARE(found.names(), QStringList({u"Mara"_s, u"Marlow"_s}));
+    QCOMPARE(found.json()[0][u"contactId"], u"#CONTACT_3#"_s);
+    QCOMPARE(found.json()[0][u"company"], false);
+    QCOMPARE(client({u"search"_s, u"--number"_s, u"+33 (1) 99-00-00-06"_s, u"--json"_s}).names(),
+             QStringList{u"Marlow"_s});
+    QCOMPARE(client({u"search"_s, u"x"_s, u"--json"_s}).json().array(), QJsonArray());
+
+    const Outcome cut = client({u"search"_s, u"mar"_s, u"--limit"_s, u"1"_s});
+    QCOMPARE(cut.out, u"NAME  OFFICE        FROM   E-MAIL  ID\nMara  +33199000004  phone          #CONTACT_3#\n"_s);
+    QCOMPARE(cut.error, u"kestin-dir: there are more than 1; --limit says how many are printed\n"_s);
+
+    // On a terminal the rows that came are taken away for the final table.
+    QProcess terminal;
+    terminal.start(u"script"_s,
+                   {u"-qec"_s,
+                    u"stty rows 9 cols 40; '%1/kestin-dir' search mar"_s.arg(QCoreApplication::applicationDirPath()),
+                    u"/dev/null"_s});
+    QVERIFY(terminal.waitForFinished());
+    const QStringList shown = QString::fromUtf8(terminal.readAllStandardOutput()).split(u"A\x1b[J"_s);
+    QCOMPARE(shown.size(), 3);
+    QVERIFY2(shown.at(1).contains(u"#CONTACT_3#\r\n") && shown.at(1).endsWith(u"Ctrl-C ends\r\n\x1b[4"),
+             qPrintable(shown.at(1)));
+    QCOMPARE(shown.at(2).count(u"\r\n"_s), 3);
+}
+
+void ClientTest::companyDirectoryIsSearchedAndCopied()
+{
+    const QString number = u"+33 199 000 001"_s;
+    add({u"--last-name"_s, u"Marten"_s});
+    startCompany();
+    QCOMPARE(client({u"who"_s, number}).out, u"Bea Marlow (company directory)\n"_s);
+    QCOMPARE(client({u"who"_s, number, u"--local"_s}).code, 1);
+    const Outcome found = client({u"search"_s, u"mar"_s, u"--json"_s});
+    QCOMPARE(found.names(), QStringList({u"Marten"_s, u"Marlow"_s}));
+    QCOMPARE(found.json()[1][u"company"], true);
+    QCOMPARE(client({u"search"_s, u"mar"_s, u"--json"_s, u"--local"_s}).names(), QStringList{u"Marten"_s});
+
+    QCOMPARE(client({u"copy"_s, found.json()[1][u"contactId"].toString()}).out, u"#CONTACT_2#\n"_s);
+    QCOMPARE(client({u"who"_s, number}).out, u"Bea Marlow\n"_s);
+    const Outcome unknown = client({u"copy"_s, u"uid=nobody##"_s});
+    QCOMPARE(unknown.code, 1);
+    QVERIFY2(unknown.error.contains(u"gave no contact with the id uid=nobody##"), qPrintable(unknown.error));
+}
+
+void ClientTest::searchEndsInOrderBeforeItsTime()
+{
+    add({u"--last-name"_s, u"Marten"_s});
+    startCompany({u"--delay"_s, u"7000"_s});
+    Program search(u"kestin-dir"_s, {u"search"_s, u"mar"_s, u"--json"_s});
+    search.start();
+    QVERIFY(m_directory->waitForErrorOutput(u"1 local results sent"_s));
+    ::kill(pid_t(search.processId()), SIGINT);
+    QVERIFY(search.waitForErrorOutput(u"kestin-dir: interrupted\n"_s));
+    QVERIFY(m_directory->waitForErrorOutput(u"Method purgeSearchResults called with searchId=[kestin-dir-"_s));
+    QVERIFY2(search.output().contains(u"Marten"), "what had come is printed");
+
+    QCOMPARE(client({u"who"_s, u"12345"_s, u"--timeout"_s, u"1"_s}).code, 5);
+    const Outcome late = client({u"search"_s, u"mar"_s, u"--timeout"_s, u"1"_s});
+    QCOMPARE(late.code, 5);
+    QVERIFY2(late.error.contains(u"did not end within the limit"), qPrintable(late.error));
 }
 
 void ClientTest::previewListChanges()
@@ -399,8 +493,9 @@ void ClientTest::completionOffersCommandsOptionsAndIds_data()
 {
     QTest::addColumn<QString>("typed"); // the last word is being completed
     QTest::addColumn<QStringList>("offered");
-    QTest::newRow("commands") << u"s"_s << QStringList{u"show"_s, u"settings"_s};
+    QTest::newRow("commands") << u"s"_s << QStringList{u"show"_s, u"search"_s, u"settings"_s};
     QTest::newRow("options") << u"list --t"_s << QStringList{u"--type"_s, u"--timeout"_s};
+    QTest::newRow("options of a search") << u"search --l"_s << QStringList{u"--local"_s, u"--limit"_s};
     QTest::newRow("kinds") << u"list --type c"_s << QStringList{u"cached"_s};
     QTest::newRow("ids, quoted") << u"show --json ''"_s << QStringList{u"\\#CONTACT_1#"_s};
     QTest::newRow("keys") << u"settings get DirMaxC"_s << QStringList{u"DirMaxContact"_s};

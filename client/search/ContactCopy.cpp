@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "client/search/ContactCopy.h"
+
+#include "client/bus/DirectoryService.h"
+#include "client/bus/RefusalText.h"
+#include "client/text/EventValue.h"
+
+namespace {
+
+constexpr QLatin1String webServiceManager{"WSManager"};
+constexpr QLatin1String createdEvent{"DIR_CONTACTS_CREATED"};
+constexpr QLatin1String fullEvent{"DIR_CONTACT_DB_FULL"};
+constexpr QLatin1String profileEvent{"WS_DIRECTORY_GET_CONTACT_PROFILE"};
+
+} // namespace
+
+ContactCopy::ContactCopy(const BusSession &bus)
+    : m_bus(bus)
+    , m_wait(bus)
+{
+}
+
+QString ContactCopy::copy(const QString &id)
+{
+    m_wait.listen({createdEvent, fullEvent}, DirectoryService::module);
+    if (!m_bus.isReachable(webServiceManager))
+        throw CommandFailure(ExitCode::NoService, QStringLiteral("the company directory cannot be reached: %1 is not "
+                                                                 "running on this message bus")
+                                                      .arg(webServiceManager));
+    // The directory itself does not tell that there is no such contact.
+    m_wait.listen({profileEvent}, webServiceManager);
+    DirectoryService(m_bus).copyToLocal(id);
+    const EventWait::End end = m_wait.run([this, &id](const QString &eventName, const ListEventArgument &arguments) {
+        return take(id, eventName, arguments);
+    });
+    if (end == EventWait::End::Interrupted)
+        throw CommandFailure(ExitCode::Refused, QStringLiteral("interrupted; the contact may still be copied"));
+    if (end == EventWait::End::TimedOut)
+        throw CommandFailure(ExitCode::NoAnswer,
+                             QStringLiteral("nothing was copied within the limit: the company directory is silent, or "
+                                            "the directory did not accept the contact"));
+    if (!m_refusal.isEmpty())
+        throw CommandFailure(ExitCode::Refused, m_refusal);
+    return m_newId;
+}
+
+bool ContactCopy::take(const QString &id, const QString &eventName, const ListEventArgument &arguments)
+{
+    if (eventName == fullEvent) {
+        m_refusal = RefusalText::ofFullDirectory();
+        return true;
+    }
+    if (EventValue::of<QString>(arguments, QLatin1String("reqId")) != id)
+        return false;
+    if (eventName == createdEvent) {
+        m_newId = EventValue::of<ListContact>(arguments, QLatin1String("contacts")).value(0).contactId;
+        return true;
+    }
+    if (EventValue::of<ListContact>(arguments, QLatin1String("result")).isEmpty())
+        m_refusal = QStringLiteral("the company directory gave no contact with the id %1").arg(id);
+    return !m_refusal.isEmpty();
+}
