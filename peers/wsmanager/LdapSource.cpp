@@ -36,6 +36,9 @@ private:
 LdapSource::LdapSource(const DirectoryConfig &config)
     : m_config(config)
 {
+    // The library's first call sets up what all its connections share, which two threads must not do at a time.
+    int version = 0;
+    ldap_get_option(nullptr, LDAP_OPT_PROTOCOL_VERSION, &version);
     m_retry.setInterval(std::chrono::seconds(config.retrySeconds));
     m_retry.setSingleShot(true);
     connect(&m_retry, &QTimer::timeout, this, &LdapSource::verify);

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QProcess>
+#include <QTemporaryDir>
+
+/// A directory server of its own with the sample company in it, on a socket in a temporary folder; ended with the
+/// object. Its administrator is cn=admin,dc=example,dc=org with the password "secret".
+class Slapd
+{
+public:
+    /// `settings` stand before, `limits` in the section of the database.
+    explicit Slapd(const QByteArray &settings = {}, const QByteArray &limits = {});
+    ~Slapd();
+
+    /// Serves, also over TLS on a free port of the loopback when asked to.
+    bool start(bool withTls = false);
+    void stop();
+    /// Lets it hang, and go on.
+    void freeze(bool isFrozen);
+
+    QString url() const;
+    QString tlsUrl() const { return QStringLiteral("ldaps://127.0.0.1:%1").arg(m_tlsPort); }
+    QString file(const QString &name) const { return m_folder.filePath(name); }
+    /// Waits until it has logged the text.
+    bool waitForLog(const QByteArray &text);
+
+private:
+    bool load();
+
+    QTemporaryDir m_folder;
+    QProcess m_server;
+    QByteArray m_log;
+    bool m_isLoaded = false;
+    int m_tlsPort = 0;
+};
