@@ -6,8 +6,6 @@
 #include <QElapsedTimer>
 #include <QFile>
 
-#include <sqlite3.h>
-
 namespace {
 
 /// Every column but the persistent id, which a new contact does not have.
@@ -36,16 +34,6 @@ QList<QByteArray> valuesOf(const Contact &contact)
 
 } // namespace
 
-void BareStore::Close::operator()(sqlite3 *database) const
-{
-    sqlite3_close(database);
-}
-
-void BareStore::Close::operator()(sqlite3_stmt *statement) const
-{
-    sqlite3_finalize(statement);
-}
-
 BareStore::BareStore(const QString &path)
 {
     sqlite3 *database = nullptr;
@@ -60,8 +48,6 @@ BareStore::BareStore(const QString &path)
     m_insertPair = prepare("INSERT INTO MISC(contactId, keyName, value) VALUES (?,?,?)");
     m_commit = prepare("COMMIT");
 }
-
-BareStore::~BareStore() = default;
 
 BareStore::Statement BareStore::prepare(const QByteArray &text)
 {

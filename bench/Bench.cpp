@@ -6,13 +6,16 @@
 #include "bench/LookUpRun.h"
 #include "bench/MadeUpContacts.h"
 #include "bench/ProcessMemory.h"
+#include "bench/RemoteRun.h"
 #include "bench/Samples.h"
+#include "bench/SearchRun.h"
 #include "bench/Stand.h"
 #include "platform/records/RecordMaps.h"
 
 #include <QFile>
 
 #include <algorithm>
+#include <cstdio>
 
 Bench::Bench(const Options &options)
     : m_options(options)
@@ -47,11 +50,35 @@ void Bench::measure(int size)
     measureStarts(stand.directory(), size);
     putMemory(stand.directory(), size, Figure::ResidentAfterStart, Figure::AnonymousAfterStart,
               Figure::ProportionalAfterStart);
+    measureCalls(stand, size);
+    putMemory(stand.directory(), size, Figure::ResidentAtEnd, Figure::AnonymousAtEnd, Figure::ProportionalAtEnd);
+    stand.directory().stop();
+    if (m_options.wants(QStringLiteral("remote")))
+        measureRemote(stand, size);
+}
+
+void Bench::measureCalls(Stand &stand, int size)
+{
     if (m_options.wants(QStringLiteral("lookups"))) {
         begin(size, "look-ups");
         LookUpRun(stand.client(), size).measure(m_options.calls, m_table, m_progress);
     }
-    putMemory(stand.directory(), size, Figure::ResidentAtEnd, Figure::AnonymousAtEnd, Figure::ProportionalAtEnd);
+    if (m_options.wants(QStringLiteral("searches"))) {
+        begin(size, "searches");
+        SearchRun(stand, size).measure(m_options.searches, m_table, m_progress);
+    }
+}
+
+void Bench::measureRemote(Stand &stand, int size)
+{
+    begin(size, "remote searches");
+    if (!RemoteRun::isPossible()) {
+        std::fputs("kestin-bench: there is no kestin-wsmanager, so no remote search is measured\n", stderr);
+        return;
+    }
+    RemoteRun remote(stand); // the directory asks at its start whether there is a company directory
+    stand.directory().start();
+    remote.measure(std::max(1, m_options.searches / 10), size, m_table, m_progress);
     stand.directory().stop();
 }
 

@@ -21,6 +21,8 @@ private:
     void measure(int size);
     void fill(Stand &stand, int count, int size);
     void measureCreates(Stand &stand, int creates, int size);
+    void measureCalls(Stand &stand, int size);
+    void measureRemote(Stand &stand, int size);
     void measureStarts(ServiceProcess &directory, int size);
     void putMemory(const ServiceProcess &directory, int size, Figure resident, Figure anonymous, Figure proportional);
     void begin(int size, const char *task);

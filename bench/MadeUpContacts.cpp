@@ -16,6 +16,29 @@ QString numbered(const char *prefix, int index)
     return QLatin1String(prefix) + QString::number(index).rightJustified(6, QLatin1Char('0'));
 }
 
+/// The number of hits of the group that the contact belongs to; 0: to none.
+int hitsOf(int index)
+{
+    if (index >= 10000)
+        return 0;
+    if (index >= 1000)
+        return index % 9 < 2 ? 2000 : 0;
+    if (index % 5 == 1)
+        return 200;
+    if (index % 50 == 2)
+        return 20;
+    return index == 503 ? 1 : 0;
+}
+
+QString lastName(int index)
+{
+    for (const MadeUpContacts::NameGroup &group : MadeUpContacts::nameGroups) {
+        if (group.hits == hitsOf(index))
+            return QLatin1String(group.name);
+    }
+    return QString::fromUtf8(lastNames[std::size_t(index) % lastNames.size()]);
+}
+
 } // namespace
 
 QStringList MadeUpContacts::rawNumbers(int index)
@@ -35,7 +58,7 @@ Contact MadeUpContacts::contact(int index)
     const QString number = QString::number(index);
     Contact contact;
     contact.firstName = QString::fromUtf8(firstNames[std::size_t(index) % firstNames.size()]);
-    contact.name = QString::fromUtf8(lastNames[std::size_t(index) % lastNames.size()]) + QLatin1Char(' ') + number;
+    contact.name = lastName(index) + QLatin1Char(' ') + number;
     contact.salutation = QStringLiteral("Dr.");
     contact.language = QStringLiteral("fr");
     contact.timezone = QStringLiteral("Europe/Paris");

@@ -11,7 +11,7 @@ namespace {
 
 constexpr char description[] =
     "Measures the directory service over a message bus of its own, with the settings manager and the telephony\n"
-    "service beside it, all three found beside this program. Every size begins with an empty data folder.\n"
+    "service beside it, all found beside this program. Every size begins with an empty data folder.\n"
     "Run it on a quiet machine, with a release build, on the kind of disk that counts.\n"
     "\n"
     "The store is filled with createLocalContacts; then single calls are made one after the other, and the median\n"
@@ -21,6 +21,12 @@ constexpr char description[] =
     "            the telephony service, a durable insert in bare SQLite\n"
     "  starts    from the start of the process to its name on the bus\n"
     "  lookups   by number and by id, and pages of 50, beside an empty call\n"
+    "  searches  by name, from the call to the first results and to the completion, for prefixes that 1, 20, 200 and\n"
+    "            2000 contacts have (2000 in a store of 10000 or more), and pages of 50 of the longest list; beside "
+    "them\n"
+    "            an empty call and the query in bare SQLite\n"
+    "  remote    searches by name in a company directory of 1, 10 and 100 packets of 20, when kestin-wsmanager is "
+    "there\n"
     "The contacts created per second and the memory are always measured.\n"
     "\n"
     "Example:\n"
@@ -67,7 +73,7 @@ QStringList groupsOf(const QString &text, const QStringList &known)
 
 Options Options::fromCommandLine()
 {
-    const QString allGroups = QStringLiteral("creates,starts,lookups");
+    const QString allGroups = QStringLiteral("creates,starts,lookups,searches,remote");
     QCommandLineParser parser;
     parser.setApplicationDescription(QString::fromUtf8(description));
     parser.addHelpOption();
@@ -83,6 +89,7 @@ Options Options::fromCommandLine()
     add("work-dir", "Folder in which a temporary one is made for the data", "folder", QStringLiteral("."));
     add("calls", "Calls of each look-up", "number", QStringLiteral("2000"));
     add("creates", "Single creates, at most half of the store", "number", QStringLiteral("300"));
+    add("searches", "Searches for each number of hits; a tenth as many remote ones", "number", QStringLiteral("300"));
     add("starts", "Starts of the service", "number", QStringLiteral("10"));
     add("batch", "Contacts in one createLocalContacts", "number", QStringLiteral("200"));
     parser.addOption({QStringLiteral("json"), QStringLiteral("Print the figures as JSON instead of a table.")});
@@ -98,6 +105,7 @@ Options Options::fromCommandLine()
     options.json = parser.isSet(QStringLiteral("json"));
     options.calls = number(QStringLiteral("calls"));
     options.creates = number(QStringLiteral("creates"));
+    options.searches = number(QStringLiteral("searches"));
     options.starts = number(QStringLiteral("starts"));
     options.batch = number(QStringLiteral("batch"));
     return options;

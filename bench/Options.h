@@ -17,8 +17,9 @@ struct Options
     QStringList groups;
     QString workDirectory;
     bool json = false;
-    int calls = 0;   ///< of each look-up
-    int creates = 0; ///< single ones
+    int calls = 0;    ///< of each look-up
+    int creates = 0;  ///< single ones
+    int searches = 0; ///< for each number of hits; a tenth as many remote ones
     int starts = 0;
     int batch = 0; ///< contacts in one createLocalContacts
 };

@@ -16,11 +16,18 @@
 #include <sys/prctl.h>
 
 namespace {
+
 constexpr int limitMs = 120000;
+
+QString pathOf(const QString &program)
+{
+    return QCoreApplication::applicationDirPath() + QLatin1Char('/') + program;
 }
 
+} // namespace
+
 ServiceProcess::ServiceProcess(const QString &program, const QString &module, const QString &dataDirectory,
-                               const QDBusConnection &connection)
+                               const QDBusConnection &connection, const QStringList &arguments)
     : m_logPath(dataDirectory + QLatin1Char('/') + program + QLatin1String(".log"))
     , m_watcher(KestinBus::serviceName(module), connection, QDBusServiceWatcher::WatchForRegistration)
 {
@@ -28,7 +35,8 @@ ServiceProcess::ServiceProcess(const QString &program, const QString &module, co
     environment.insert(QStringLiteral("KESTIN_DATA_DIR"), dataDirectory);
     environment.remove(QStringLiteral("KESTIN_LOG_LEVEL"));
     m_process.setProcessEnvironment(environment);
-    m_process.setProgram(QCoreApplication::applicationDirPath() + QLatin1Char('/') + program);
+    m_process.setProgram(pathOf(program));
+    m_process.setArguments(arguments);
     m_process.setStandardErrorFile(m_logPath, QIODevice::Append);
     // Whatever ends this program ends the service too.
     m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
@@ -39,6 +47,11 @@ ServiceProcess::~ServiceProcess()
     m_process.terminate();
     if (!m_process.waitForFinished(limitMs))
         m_process.kill();
+}
+
+bool ServiceProcess::exists(const QString &program)
+{
+    return QFile::exists(pathOf(program));
 }
 
 qint64 ServiceProcess::start()

@@ -12,7 +12,9 @@ class ServiceProcess
 public:
     /// `dataDirectory` is its data folder, and takes its log.
     ServiceProcess(const QString &program, const QString &module, const QString &dataDirectory,
-                   const QDBusConnection &connection);
+                   const QDBusConnection &connection, const QStringList &arguments = {});
+    /// Whether there is such a program beside this one.
+    static bool exists(const QString &program);
     ~ServiceProcess();
 
     /// Starts it and waits until its name is on the bus. The nanoseconds from one to the other; a BenchError when it

@@ -17,7 +17,10 @@ public:
 
     const BusClient &client() const { return m_client; }
     ServiceProcess &directory() { return m_directory; }
+    const QDBusConnection &connection() const { return m_connection; }
     QString databasePath() const;
+    /// The data folder.
+    QString folder() const { return m_folder.path(); }
 
 private:
     void set(const QString &key, const QString &value);

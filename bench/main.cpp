@@ -4,6 +4,7 @@
 #include "bench/Options.h"
 #include "bench/Report.h"
 #include "platform/records/Contact.h"
+#include "platform/records/EventArgument.h"
 #include "platform/records/RecordMaps.h"
 #include "platform/records/UpdateReport.h"
 
@@ -18,6 +19,8 @@ int main(int argc, char **argv)
     QCoreApplication::setApplicationVersion(QStringLiteral(KESTIN_VERSION));
     const Options options = Options::fromCommandLine();
     registerDBusContact();
+    registerDBusContactSummary();
+    registerDBusEventArgument();
     registerDBusQMapQStringQStringList();
     registerDBusUpdateReport();
 
