@@ -3,7 +3,6 @@
 
 #include "platform/framework/KestinException.h"
 #include "platform/framework/KestinLogger.h"
-#include "platform/records/RecordMaps.h"
 #include "src/dao/DaoContact.h"
 #include "src/dao/Transaction.h"
 
@@ -87,6 +86,38 @@ void CanonicalNumbers::makeCanonicalNumberListWithoutPrefix(Contact &contact)
     }
 }
 
+QMapQStringQStringList CanonicalNumbers::askForMany(const QMapQStringQStringList &rawNumbers)
+{
+    try {
+        const QDBusReply<QMapQStringQStringList> reply = m_caller.syncRemoteCall(
+            telephony, QStringLiteral("makeCanonicalNumberMapWithoutPrefix"), {QVariant::fromValue(rawNumbers)});
+        if (reply.isValid())
+            return reply.value();
+        KestinLogger::error("fillContactsCanonicalNumbers failed to call Telephony %1", reply.error().message());
+    } catch (const KestinException &exception) {
+        KestinLogger::error("fillContactsCanonicalNumbers failed to call Telephony %1", exception.message());
+    } catch (...) {
+        KestinLogger::error("fillContactsCanonicalNumbers failed to call Telephony (unknown exception");
+    }
+    return {};
+}
+
+void CanonicalNumbers::makeCanonicalNumbers(ListContact &contacts)
+{
+    QMapQStringQStringList request;
+    for (qsizetype i = 0; i < contacts.size(); ++i) {
+        const QStringList raw = rawNumbers(contacts.at(i));
+        setNumbers(contacts[i], &Number::canonical, raw);
+        request.insert(QString::number(i), raw);
+    }
+    const QMapQStringQStringList answer = askForMany(request);
+    for (qsizetype i = 0; i < contacts.size(); ++i) {
+        const QStringList canonical = answer.value(QString::number(i));
+        if (isComplete(canonical))
+            setNumbers(contacts[i], &Number::canonical, canonical);
+    }
+}
+
 void CanonicalNumbers::fillContactsCanonicalNumbers()
 {
     const ListContact all = m_dao.getAllContact();
@@ -100,19 +131,7 @@ void CanonicalNumbers::fillContactsCanonicalNumbers()
         contacts.insert(contact.contactId, contact);
         request.insert(contact.contactId, rawNumbers(contact));
     }
-    QMapQStringQStringList answer;
-    try {
-        const QDBusReply<QMapQStringQStringList> reply = m_caller.syncRemoteCall(
-            telephony, QStringLiteral("makeCanonicalNumberMapWithoutPrefix"), {QVariant::fromValue(request)});
-        if (reply.isValid())
-            answer = reply.value();
-        else
-            KestinLogger::error("fillContactsCanonicalNumbers failed to call Telephony %1", reply.error().message());
-    } catch (const KestinException &exception) {
-        KestinLogger::error("fillContactsCanonicalNumbers failed to call Telephony %1", exception.message());
-    } catch (...) {
-        KestinLogger::error("fillContactsCanonicalNumbers failed to call Telephony (unknown exception");
-    }
+    const QMapQStringQStringList answer = askForMany(request);
     if (answer.isEmpty())
         return;
     Transaction transaction(m_dao.connection());

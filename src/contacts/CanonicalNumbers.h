@@ -3,6 +3,7 @@
 
 #include "platform/framework/RemoteCaller.h"
 #include "platform/records/Contact.h"
+#include "platform/records/RecordMaps.h"
 
 #include <QStringList>
 
@@ -20,11 +21,15 @@ public:
     /// Writes the five canonical numbers; equal to the raw ones on failure.
     void makeCanonicalNumberListWithoutPrefix(Contact &contact);
 
+    /// The same for many contacts in one call.
+    void makeCanonicalNumbers(ListContact &contacts);
+
     /// Makes the canonical numbers of every stored contact anew, in one transaction; on failure all keep their old
     /// ones. No news are told.
     void fillContactsCanonicalNumbers();
 
 private:
+    QMapQStringQStringList askForMany(const QMapQStringQStringList &rawNumbers);
     bool store(Contact contact, const QStringList &canonicalNumbers);
 
     RemoteCaller &m_caller;

@@ -4,10 +4,10 @@
 #include "platform/framework/KestinLogger.h"
 #include "src/contacts/AnonymousContact.h"
 #include "src/contacts/ContactWrite.h"
-#include "src/contacts/LatinNames.h"
 #include "src/contacts/RequestId.h"
 #include "src/contacts/ResultCode.h"
 #include "src/dao/DaoContact.h"
+#include "src/dao/LatinText.h"
 
 ContactCreation::ContactCreation(DaoContact &dao, DirectoryFields &fields, CanonicalNumbers &numbers,
                                  ContactDeletion &deletion, ContactNews &news)
@@ -40,7 +40,7 @@ int ContactCreation::createLocalContact(const QString &reqId, Contact contact)
         return *refusal;
     m_numbers.extractDialableNumberList(contact);
     m_numbers.makeCanonicalNumberListWithoutPrefix(contact);
-    LatinNames::fill(contact);
+    fillLatinNames(contact);
     if (const int code = store(contact); code != ResultCode::done)
         return code;
     if (reqId != RequestId::deviceManagement) {

@@ -4,9 +4,9 @@
 #include "platform/framework/KestinLogger.h"
 #include "src/contacts/AnonymousContact.h"
 #include "src/contacts/ContactWrite.h"
-#include "src/contacts/LatinNames.h"
 #include "src/contacts/ResultCode.h"
 #include "src/dao/DaoContact.h"
+#include "src/dao/LatinText.h"
 
 ContactModification::ContactModification(DaoContact &dao, DirectoryFields &fields, CanonicalNumbers &numbers,
                                          ContactNews &news)
@@ -43,7 +43,7 @@ int ContactModification::modifyLocalContact(const QString &reqId, Contact contac
         return ResultCode::anonymous;
     }
     m_numbers.makeCanonicalNumberListWithoutPrefix(contact);
-    LatinNames::fill(contact);
+    fillLatinNames(contact);
     ContactWrite write(m_dao, m_news);
     write.noteChange(m_fields);
     write.announce(&ContactNews::contactsUpdated, reqId, ListContact{contact}, false);

@@ -6,12 +6,6 @@
 #include "src/dao/LatinText.h"
 #include "src/dao/Transaction.h"
 
-void LatinNames::fill(Contact &contact)
-{
-    contact.latinFirstName = latinText(contact.firstName);
-    contact.latinName = latinText(contact.name);
-}
-
 void LatinNames::checkAndFillLatinName()
 {
     KestinLogger::debug("KestinDirectory::checkAndFillLatinName()");
@@ -22,7 +16,7 @@ void LatinNames::checkAndFillLatinName()
     for (Contact &contact : contacts) {
         KestinLogger::warning("KestinDirectory::checkAndFillLatinName() - contact %1 has no latin name!",
                               contact.contactId);
-        fill(contact);
+        fillLatinNames(contact);
         if (m_dao.updateContact(contact) != 0 || m_dao.misc().replacePairs(contact.contactId, contact.misc) != 0)
             return; // logged there; undone here, so no contact loses its pairs, and tried again at the next start
     }

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "platform/records/Contact.h"
-
 class DaoContact;
 
 /// Keeps the latin names of contacts, by which they are found. Main thread only.
@@ -13,9 +11,6 @@ public:
         : m_dao(dao)
     {
     }
-
-    /// Derives both latin names; what the caller had put there is overwritten.
-    static void fill(Contact &contact);
 
     /// At start: gives their names to stored contacts that were written without, in one transaction.
     void checkAndFillLatinName();

@@ -26,6 +26,7 @@ ContactStatements::ContactStatements(const QSqlDatabase &handle)
     , countLocal(handle, QStringLiteral("SELECT COUNT(*) FROM CONTACT where type='0'"))
     , countCached(handle, QStringLiteral("SELECT COUNT(*) FROM CONTACT where type='6'"))
     , countPhoto(handle, QStringLiteral("SELECT COUNT(*) FROM CONTACT WHERE photo=:photo"))
+    , puids(handle, QStringLiteral("SELECT contactId,puid FROM CONTACT where type='0'"))
     , byId(handle, selectText + QLatin1String(" WHERE contactId=:contactId"))
     , all(handle, selectText + QLatin1String(" ORDER BY contactId"))
     , page(handle, selectText + QLatin1String(" ORDER BY contactId limit :startInd , :length"))
@@ -39,5 +40,15 @@ ContactStatements::ContactStatements(const QSqlDatabase &handle)
     , byType(handle, selectText + QLatin1String(" WHERE type=:type"))
     , previewPage(handle, selectText + QLatin1String(" WHERE isPreviewed='true' ORDER BY contactId "
                                                      "limit :startInd , :length"))
+    , fullExport(handle, QStringLiteral("SELECT contactId, puid, lastModificationDate, firstName, name, email, "
+                                        "personalEmail, officePhone, personalHome, personalMobile, photo, "
+                                        "collaborationId, personalFax, fax, assistant FROM CONTACT where type='0'"))
+    , mappingExport(handle, QStringLiteral("SELECT contactId, puid FROM CONTACT where type='0'"))
+    , changedSince(handle, QStringLiteral("SELECT contactId from contact where lastModificationDate > :lastExportDate "
+                                          "limit 1"))
+    , photos(handle, QStringLiteral("SELECT DISTINCT photo FROM CONTACT WHERE photo>''"))
+    , unresizedPhotos(handle, selectText + QLatin1String(" WHERE photo>'' AND photo NOT GLOB 'http*' AND "
+                                                         "substr(photo, -length(:suffix))<>:suffix AND type<>'3' "
+                                                         "ORDER BY contactId"))
 {
 }

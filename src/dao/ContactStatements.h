@@ -23,6 +23,7 @@ struct ContactStatements
     Statement countLocal;
     Statement countCached;
     Statement countPhoto;
+    Statement puids;
     Statement byId;
     Statement all;
     Statement page;
@@ -31,4 +32,9 @@ struct ContactStatements
     Statement byEmail;
     Statement byType;
     Statement previewPage;
+    Statement fullExport;
+    Statement mappingExport;
+    Statement changedSince;
+    Statement photos;
+    Statement unresizedPhotos;
 };

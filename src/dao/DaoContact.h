@@ -5,8 +5,11 @@
 #include "src/dao/ContactStatements.h"
 #include "src/dao/DaoMisc.h"
 
+#include <QHash>
+#include <QSet>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
 class Connection;
@@ -71,6 +74,24 @@ public:
     ListContact getContactByPhoneNumber(const QString &number);
     /// Ids of the cached contacts whose office number is one of the five canonical numbers of this contact.
     QStringList _getCachedContactsWithMatchingOfficePhone(const Contact &contact);
+
+    /// The paths and addresses of all photos.
+    QSet<QString> getPhotos();
+    /// By id: contacts with a photo that is neither an address nor ends with this suffix, but for those of device
+    /// management.
+    ListContact getContactsWithUnresizedPhoto(const QString &suffix);
+
+    // For synchronisation; local contacts only.
+
+    /// The persistent ids by contact id.
+    QHash<QString, QString> getLocalPuids();
+    /// What an export takes of a contact. The misc pairs are filled, of the other fields those that it writes.
+    using TakeContact = std::function<void(const Contact &contact)>;
+    void fullExport(const TakeContact &take);
+    /// The two ids of each, in a record that is otherwise empty.
+    void mappingExport(const TakeContact &take);
+    /// Whether no contact has changed since `previousExportDate`, which must not be earlier than the last local change.
+    bool isDirectorySynchronized(const QDateTime &previousExportDate, const QDateTime &lastLocalChangeDate);
 
     // Reads by statements put together at run time.
 

@@ -45,8 +45,8 @@ const QString contactProbe =
 const QString miscProbe = QStringLiteral("SELECT contactId, keyName, value FROM Misc LIMIT 1");
 
 // Each serves a statement that would read the whole table without it: the look-up by number (one index a number), by
-// e-mail and instant-messaging address, the pages of the preview list, the names still to be filled at start, and the
-// search by a prefix of the latin name, which LIKE makes whatever the letter case.
+// e-mail and instant-messaging address, the pages of the preview list, the names still to be filled at start, the
+// search by a prefix of the latin name, which LIKE makes whatever the letter case, and what is asked about photos.
 constexpr std::array lookUpIndexes{
     QLatin1String("CREATE INDEX IF NOT EXISTS office_phone_can_idx ON CONTACT(officePhoneCan)"),
     QLatin1String("CREATE INDEX IF NOT EXISTS fax_can_idx ON CONTACT(faxCan)"),
@@ -58,6 +58,7 @@ constexpr std::array lookUpIndexes{
     QLatin1String("CREATE INDEX IF NOT EXISTS preview_idx ON CONTACT(isPreviewed, contactId)"),
     QLatin1String("CREATE INDEX IF NOT EXISTS latin_name_idx ON CONTACT(latinName COLLATE NOCASE)"),
     QLatin1String("CREATE INDEX IF NOT EXISTS no_latin_name_idx ON CONTACT(latinName) WHERE latinName=''"),
+    QLatin1String("CREATE INDEX IF NOT EXISTS photo_idx ON CONTACT(photo)"),
 };
 
 // Write-ahead logging lets a search read while a contact is written; FULL makes a committed write survive a power

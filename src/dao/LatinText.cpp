@@ -16,3 +16,9 @@ QString latinText(const QString &text)
     }
     return result;
 }
+
+void fillLatinNames(Contact &contact)
+{
+    contact.latinFirstName = latinText(contact.firstName);
+    contact.latinName = latinText(contact.name);
+}

@@ -22,6 +22,7 @@ struct DirectoryFields
     QString photoDirectory;               ///< ends with a slash
     qint32 fileDiskUserQuota = 0;         ///< bytes that photo files may take
     bool readOnlyMode = false;            ///< a synchronisation owner holds the directory
+    bool importOngoing = false;
     QDateTime lastLocalChangeDate;        ///< UTC
     QMap<qint32, QString> popupTexts;
 };
