@@ -6,6 +6,7 @@
 #include "platform/records/KestinMode.h"
 #include "platform/records/KestinPaths.h"
 #include "platform/records/UpdateReport.h"
+#include "src/directory/NewsPublication.h"
 #include "src/directory/UseCases.h"
 #include "src/search/RemoteSearchByNameThread.h"
 #include "src/search/RemoteSearchByPhoneNumberThread.h"
@@ -57,9 +58,8 @@ bool KestinDirectory::init()
     if (!m_database.completeTables())
         KestinLogger::warning("The look-ups are slow: an index could not be made");
     m_useCases = std::make_unique<UseCases>(m_database.connection(), *this, m_fields);
-    connectNews();
-    connectSearch();
-    connectRemote();
+    m_news = std::make_unique<NewsPublication>(*m_useCases, m_publisher, m_popups);
+    connect(&m_useCases->search, &ContactSearch::workerCreated, this, &KestinDirectory::connectWorker);
     m_settings.readDirectory();
     subscribeToWebService();
     eventsSyncSubscription();
@@ -120,40 +120,6 @@ void KestinDirectory::registerRecords()
     registerDBusKestinMode();
 }
 
-void KestinDirectory::connectNews()
-{
-    ContactNews *news = &m_useCases->news;
-    const auto publishAs = [this](auto makeEvent) {
-        return [this, makeEvent](const auto &...arguments) { m_publisher.publish(makeEvent(arguments...)); };
-    };
-    connect(news, &ContactNews::contactsCreated, this, publishAs(&DirectoryEvent::contactsCreated));
-    connect(news, &ContactNews::contactsUpdated, this, publishAs(&DirectoryEvent::contactsUpdated));
-    connect(news, &ContactNews::contactsDeleted, this, publishAs(&DirectoryEvent::contactsDeleted));
-    connect(news, &ContactNews::previewCreated, this, publishAs(&DirectoryEvent::previewCreated));
-    connect(news, &ContactNews::previewDeleted, this, publishAs(&DirectoryEvent::previewDeleted));
-    connect(news, &ContactNews::databaseFull, this, publishAs(&DirectoryEvent::databaseFull));
-    connect(news, &ContactNews::anonymousContactRefused, this,
-            [this] { m_popups.showPopupCreatingAnonymousContactImpossible(); });
-}
-
-void KestinDirectory::connectSearch()
-{
-    ContactSearch *search = &m_useCases->search;
-    connect(search, &ContactSearch::workerCreated, this, &KestinDirectory::connectWorker);
-    connect(search, &ContactSearch::searchResults, this,
-            [this](const QString &searchId, int nbResults, const ListContactSummary &summaries) {
-                m_publisher.publish(DirectoryEvent::searchResults(searchId, nbResults, summaries));
-            });
-    connect(search, &ContactSearch::completedByName, this,
-            [this](const QString &searchId, int nbResults, const ListContactSummary &summaries) {
-                m_publisher.publish(DirectoryEvent::searchCompletedByName(searchId, nbResults, summaries));
-            });
-    connect(search, &ContactSearch::completedByPhoneNumber, this,
-            [this](const QString &searchId, const Contact &contact) {
-                m_publisher.publish(DirectoryEvent::searchCompletedByPhoneNumber(searchId, contact));
-            });
-}
-
 void KestinDirectory::connectWorker(SearchThread *worker)
 {
     connect(worker, &SearchThread::signal_addContactsToMap, this, &KestinDirectory::slot_addContactsToMap);
@@ -169,28 +135,6 @@ void KestinDirectory::connectWorker(SearchThread *worker)
     if (auto *byNumber = qobject_cast<RemoteSearchByPhoneNumberThread *>(worker))
         connect(byNumber, &RemoteSearchByPhoneNumberThread::signal_searchByPhoneNumber, this,
                 &KestinDirectory::slot_searchByPhoneNumber);
-}
-
-void KestinDirectory::connectRemote()
-{
-    WebServiceEvents *events = &m_useCases->webServiceEvents;
-    connect(events, &WebServiceEvents::searchStarted, this,
-            [this](const QString &searchId) { m_useCases->search.mailbox().setStarted(searchId); });
-    connect(events, &WebServiceEvents::packetReceived, this,
-            [this](const QString &searchId, const ListContact &contacts, int status) {
-                m_useCases->search.mailbox().put(searchId, {contacts, status});
-            });
-    connect(events, &WebServiceEvents::attributesReceived, this,
-            [this](bool areInitialised) { m_useCases->serviceRight.setAttributesInitialised(areInitialised); });
-    connect(events, &WebServiceEvents::availabilityChanged, this, [this] { m_useCases->serviceRight.check(); });
-    const auto publishImAddress = [this](const QString &contactId, const QString &imAddress) {
-        m_publisher.publish(DirectoryEvent::imAddressResult(contactId, imAddress));
-    };
-    connect(events, &WebServiceEvents::imAddressReceived, this, publishImAddress);
-    RemoteContacts *contacts = &m_useCases->remoteContacts;
-    connect(contacts, &RemoteContacts::imAddressFound, this, publishImAddress);
-    connect(events, &WebServiceEvents::profileReceived, contacts, &RemoteContacts::profileReceived);
-    connect(contacts, &RemoteContacts::copyArrived, this, &KestinDirectory::createLocalContact);
 }
 
 void KestinDirectory::subscribeToWebService()

@@ -16,6 +16,7 @@
 #include <functional>
 #include <memory>
 
+class NewsPublication;
 class QDBusAbstractAdaptor;
 class QThread;
 class SearchThread;
@@ -111,9 +112,6 @@ public Q_SLOTS:
 
 private:
     void registerRecords();
-    void connectNews();
-    void connectSearch();
-    void connectRemote();
     void connectWorker(SearchThread *worker);
     void subscribeToWebService();
     void eventsSyncSubscription();
@@ -131,6 +129,7 @@ private:
     TelephonyMode m_telephonyMode;
     ReadOnlyMode m_readOnlyMode;
     std::unique_ptr<UseCases> m_useCases;
+    std::unique_ptr<NewsPublication> m_news;
     AdaptorFactory m_makeAdaptor;
     QDBusAbstractAdaptor *m_adaptor = nullptr; ///< a child of this object
 };

@@ -17,4 +17,25 @@ UseCases::UseCases(Connection &connection, RemoteCaller &caller, DirectoryFields
     , searchCalls(caller)
     , serviceRight(caller, fields)
 {
+    connectCompanyDirectory();
+}
+
+void UseCases::connectCompanyDirectory()
+{
+    const WebServiceEvents *events = &webServiceEvents;
+    const auto connect = [events](auto signal, auto slot) { QObject::connect(events, signal, events, slot); };
+    connect(&WebServiceEvents::searchStarted,
+            [this](const QString &searchId) { search.mailbox().setStarted(searchId); });
+    connect(&WebServiceEvents::packetReceived,
+            [this](const QString &searchId, const ListContact &contacts, int status) {
+                search.mailbox().put(searchId, {contacts, status});
+            });
+    connect(&WebServiceEvents::attributesReceived,
+            [this](bool areInitialised) { serviceRight.setAttributesInitialised(areInitialised); });
+    connect(&WebServiceEvents::availabilityChanged, [this] { serviceRight.check(); });
+    QObject::connect(events, &WebServiceEvents::profileReceived, &remoteContacts, &RemoteContacts::profileReceived);
+    QObject::connect(&remoteContacts, &RemoteContacts::copyArrived, &remoteContacts,
+                     [this](const QString &reqId, const Contact &contact) {
+                         creation.createLocalContact(reqId, contact); // refused like any other
+                     });
 }

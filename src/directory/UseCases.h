@@ -23,8 +23,8 @@
 
 class Connection;
 
-/// The collaborators that work on the open store, each made with exactly what it needs. Made at init, when the tables
-/// are there; destroyed before the database.
+/// The collaborators that work on the open store, each made with exactly what it needs, and what one tells another.
+/// Made at init, when the tables are there; destroyed before the database.
 struct UseCases
 {
     UseCases(Connection &connection, RemoteCaller &caller, DirectoryFields &fields);
@@ -46,4 +46,7 @@ struct UseCases
     SearchCalls searchCalls;
     ServiceRight serviceRight;
     WebServiceEvents webServiceEvents;
+
+private:
+    void connectCompanyDirectory();
 };

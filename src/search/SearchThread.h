@@ -20,8 +20,6 @@ public:
     {
     }
 
-    QString searchId() const { return m_searchId; }
-
 Q_SIGNALS:
     void signal_addContactsToMap(const QString &searchId, const ListContact &contacts, bool toLocalList);
     void signal_threadSearchFinished(const QString &searchId);

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "src/directory/DirectoryEvent.h"
+#include "src/directory/EventPublisher.h"
+#include "src/directory/Popups.h"
+
+#include <QObject>
+
+struct UseCases;
+
+/// Makes an event or a popup of each thing that the use cases tell. Main thread only; ends before what it listens to.
+class NewsPublication : public QObject
+{
+    Q_OBJECT
+
+public:
+    NewsPublication(UseCases &useCases, EventPublisher &publisher, Popups &popups);
+
+private:
+    void publishContacts(UseCases &useCases);
+    void publishSearches(UseCases &useCases);
+    void publishImAddresses(UseCases &useCases);
+
+    /// Publishes the event that is made of the signal's arguments.
+    template <typename Sender, typename Signal, typename... Arguments>
+    void publish(Sender &sender, Signal signal, DirectoryEvent (*makeEvent)(Arguments...))
+    {
+        connect(&sender, signal, this,
+                [this, makeEvent](const auto &...arguments) { m_publisher.publish(makeEvent(arguments...)); });
+    }
+
+    EventPublisher &m_publisher;
+    Popups &m_popups;
+};
