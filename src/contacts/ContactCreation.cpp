@@ -46,6 +46,7 @@ int ContactCreation::createLocalContact(const QString &reqId, Contact contact)
     if (reqId != RequestId::deviceManagement) {
         write.noteChange(m_fields);
         write.announce(&ContactNews::contactsCreated, reqId, ListContact{contact});
+        write.announcePhotoWanted(contact);
     }
     return write.commit() ? ResultCode::done : ResultCode::writeFailed;
 }
@@ -121,6 +122,9 @@ QMapQStringQString ContactCreation::createLocalContacts(const QString &reqId, co
         }
         ids.insert(contact.collaborationId, contact.contactId);
         created.append(contact);
+        if (reqId != RequestId::deviceManagement &&
+            (contact.type == ContactType::Local || contact.type == ContactType::ManagerAssistant))
+            write.announcePhotoWanted(contact);
         ++count;
     }
     if (!created.isEmpty()) {

@@ -47,6 +47,9 @@ int ContactModification::modifyLocalContact(const QString &reqId, Contact contac
     ContactWrite write(m_dao, m_news);
     write.noteChange(m_fields);
     write.announce(&ContactNews::contactsUpdated, reqId, ListContact{contact}, false);
+    if (contact.photo != stored.first().photo)
+        write.announcePhotoDropped(stored.first().photo);
+    write.announcePhotoWanted(contact);
     return replace(contact, write) ? ResultCode::done : ResultCode::writeFailed;
 }
 
@@ -98,6 +101,8 @@ bool ContactModification::replaceInList(Contact &contact, QMapQStringQString &ad
     }
     m_numbers.makeCanonicalNumberListWithoutPrefix(contact);
     ContactWrite one(m_dao, m_news);
+    if (contact.photo != stored.first().photo)
+        one.announcePhotoDropped(stored.first().photo);
     if (!replace(contact, one))
         return false;
     addresses.insert(stored.first().contactId, stored.first().collaborationId);

@@ -20,6 +20,10 @@ Q_SIGNALS:
     void contactsDeleted(const QString &reqId, const QStringList &contactIds);
     void previewCreated(const QString &reqId, const ListContact &contacts);
     void previewDeleted(const QString &reqId, const ListContact &contacts, bool requestedByUser);
+    /// A contact has this photo now: if it is an address it is to be fetched.
+    void photoWanted(const QString &contactId, const QString &photo);
+    /// A contact no longer has this photo: if nobody else has it, its file may go.
+    void photoDropped(const QString &photo);
     void databaseFull();
     void anonymousContactRefused();
 

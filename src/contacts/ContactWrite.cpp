@@ -20,6 +20,18 @@ ContactWrite::~ContactWrite()
         m_news.m_pending.resize(m_newsBefore);
 }
 
+void ContactWrite::announcePhotoWanted(const Contact &contact)
+{
+    if (!contact.photo.isEmpty())
+        announce(&ContactNews::photoWanted, contact.contactId, contact.photo);
+}
+
+void ContactWrite::announcePhotoDropped(const QString &photo)
+{
+    if (!photo.isEmpty())
+        announce(&ContactNews::photoDropped, photo);
+}
+
 void ContactWrite::noteChange(DirectoryFields &fields)
 {
     m_news.m_pending.append([&fields] { fields.lastLocalChangeDate = QDateTime::currentDateTimeUtc(); });
@@ -29,12 +41,17 @@ bool ContactWrite::commit()
 {
     if (!m_transaction.commit())
         return false;
-    m_committed = true;
-    if (m_outermost) {
-        // Taken out first: whoever is told may write again.
-        const auto pending = std::exchange(m_news.m_pending, {});
-        for (const auto &tell : pending)
-            tell();
-    }
+    tell();
     return true;
+}
+
+void ContactWrite::tell()
+{
+    m_committed = true;
+    if (!m_outermost)
+        return;
+    // Taken out first: whoever is told may write again.
+    const auto pending = std::exchange(m_news.m_pending, {});
+    for (const auto &tellOne : pending)
+        tellOne();
 }

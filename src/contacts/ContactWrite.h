@@ -28,11 +28,17 @@ public:
         news.m_pending.append([&news, signal, arguments...] { Q_EMIT(news.*signal)(arguments...); });
     }
 
+    /// Tells that a contact has, or had until now, this photo; nothing to tell when it is empty.
+    void announcePhotoWanted(const Contact &contact);
+    void announcePhotoDropped(const QString &photo);
+
     /// Sets the time of the last change once the write is durable.
     void noteChange(DirectoryFields &fields);
 
     /// Ends the write, and tells its news when it is the outermost. False when it is undone (logged).
     bool commit();
+    /// Tells the news of a write that could not be begun, where what was done is durable without it.
+    void tell();
 
 private:
     ContactNews &m_news;

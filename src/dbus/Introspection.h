@@ -153,6 +153,12 @@
     "      <arg direction=\"out\" type=\"i\"/>\n" \
     "      <arg direction=\"in\" type=\"s\" name=\"contactId\"/>\n" \
     "    </method>\n" \
+    "    <method name=\"defaultContactsChanged\">\n" \
+    "      <arg direction=\"out\" type=\"a(sssssssiiia(ss)bbs)\"/>\n" \
+    "      <annotation name=\"org.qtproject.QtDBus.QtTypeName.Out0\" value=\"ListSetting\"/>\n" \
+    "      <arg direction=\"in\" type=\"(sssssssiiia(ss)bbs)\" name=\"setting\"/>\n" \
+    "      <annotation name=\"org.qtproject.QtDBus.QtTypeName.In0\" value=\"Setting\"/>\n" \
+    "    </method>\n" \
     "    <method name=\"dirMaxContactChanged\">\n" \
     "      <arg direction=\"out\" type=\"a(sssssssiiia(ss)bbs)\"/>\n" \
     "      <annotation name=\"org.qtproject.QtDBus.QtTypeName.Out0\" value=\"ListSetting\"/>\n" \

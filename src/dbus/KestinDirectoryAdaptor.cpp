@@ -6,6 +6,14 @@
 
 namespace {
 
+[[noreturn]] void fail(const QDBusAbstractAdaptor &adaptor, const char *method)
+{
+    KestinLogger::debug("Adaptor::invokeMethod failed:%1", method);
+    const auto *module = qobject_cast<const KestinModule *>(adaptor.parent());
+    throw new KestinException(module->getModuleName(), KestinException::InvocationFailed,
+                              QStringLiteral("Adaptor::invokeMethod failed: %1").arg(QLatin1String(method)));
+}
+
 /// Invokes the slot of this name on the module that the adaptor belongs to.
 template <typename Result, typename... Arguments>
 Result invoke(const QDBusAbstractAdaptor &adaptor, const char *resultType, const char *method, Arguments... arguments)
@@ -13,12 +21,8 @@ Result invoke(const QDBusAbstractAdaptor &adaptor, const char *resultType, const
     Result result{};
     const bool invoked = QMetaObject::invokeMethod(adaptor.parent(), method, Qt::AutoConnection,
                                                    QReturnArgument<Result>(resultType, result), arguments...);
-    if (!invoked) {
-        KestinLogger::debug("Adaptor::invokeMethod failed:%1", method);
-        const auto *module = qobject_cast<const KestinModule *>(adaptor.parent());
-        throw new KestinException(module->getModuleName(), KestinException::InvocationFailed,
-                                  QStringLiteral("Adaptor::invokeMethod failed: %1").arg(QLatin1String(method)));
-    }
+    if (!invoked)
+        fail(adaptor, method);
     return result;
 }
 
@@ -175,6 +179,11 @@ QString KestinDirectoryAdaptor::getImAddressByContactId(const QString &idContact
 int KestinDirectoryAdaptor::getContactTypeById(const QString &contactId)
 {
     return invoke<int>(*this, "int", "getContactTypeById", Q_ARG(QString, contactId));
+}
+
+ListSetting KestinDirectoryAdaptor::defaultContactsChanged(const Setting &setting)
+{
+    return invoke<ListSetting>(*this, "ListSetting", "defaultContactsChanged", Q_ARG(Setting, setting));
 }
 
 ListSetting KestinDirectoryAdaptor::dirMaxContactChanged(const Setting &setting)

@@ -51,6 +51,7 @@ public Q_SLOTS:
     QString copyContactToLocal(const QString &idContact);
     QString getImAddressByContactId(const QString &idContact);
     int getContactTypeById(const QString &contactId);
+    ListSetting defaultContactsChanged(const Setting &setting);
     ListSetting dirMaxContactChanged(const Setting &setting);
     ListSetting dirSearchModeChanged(const Setting &setting);
     ListSetting removeHttpsFromPhotoUrlChanged(const Setting &setting);

@@ -32,6 +32,16 @@ void DirectorySettings::readPhotoQuota()
         KestinLogger::error("KestinDirectory::init() : can't get the FileDiskUserQuota setting");
 }
 
+QString DirectorySettings::getDefaultContactsSetting()
+{
+    return m_calls.getStringSetting(QStringLiteral("DirectoryDefaultContacts"));
+}
+
+QString DirectorySettings::getUserPhotoSetting()
+{
+    return m_calls.getStringSetting(QStringLiteral("UserPhoto"));
+}
+
 void DirectorySettings::dirMaxContactChanged(const Setting &setting)
 {
     KestinLogger::info("KestinDIR::dirMaxContactChanged to %1", setting.getValue());

@@ -17,6 +17,10 @@ public:
     /// The photo quota, a setting in MiB; left as it is when it cannot be read.
     void readPhotoQuota();
 
+    /// Empty when they cannot be read.
+    QString getDefaultContactsSetting();
+    QString getUserPhotoSetting();
+
     void dirMaxContactChanged(const Setting &setting);
     void dirSearchModeChanged(const Setting &setting);
     void removeHttpsFromPhotoUrlChanged(const Setting &setting);

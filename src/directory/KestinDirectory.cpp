@@ -66,6 +66,10 @@ bool KestinDirectory::init()
     preparePhotoDirectory();
     m_popups.fillTexts();
     m_fields.readOnlyMode = false;
+    m_fields.importOngoing = false;
+    const QString defaultContacts = m_settings.getDefaultContactsSetting();
+    KestinLogger::debug("KestinDir run; Got Setting DIRECTORY_SETTING_DEFAULT_CONTACTS%1", defaultContacts);
+    m_useCases->defaultContacts.setDefaultContacts(defaultContacts);
     m_fields.lastLocalChangeDate = QDateTime(QDate(1980, 1, 1), QTime(0, 0), Qt::UTC);
     m_settings.readPhotoQuota();
     updateCanonicalNumbers();
@@ -90,22 +94,19 @@ bool KestinDirectory::run()
 bool KestinDirectory::restoreDataToDefault()
 {
     KestinLogger::debug("KestinDirectory restoreDataToDefault...");
-    emptyStore();
+    // Statements are finished after each use, so none holds the tables.
+    m_database.createTables();
+    m_useCases->defaultContacts.setDefaultContacts(m_settings.getDefaultContactsSetting());
+    m_publisher.publish(DirectoryEvent::contentChanged());
     return false;
 }
 
 bool KestinDirectory::restoreDataToFactory()
 {
     KestinLogger::debug("KestinDirectory restoreDataToFactory...");
-    emptyStore();
-    return true;
-}
-
-void KestinDirectory::emptyStore()
-{
-    // Statements are finished after each use, so none holds the tables.
     m_database.createTables();
     m_publisher.publish(DirectoryEvent::contentChanged());
+    return true;
 }
 
 void KestinDirectory::registerRecords()
@@ -438,6 +439,13 @@ void KestinDirectory::slot_threadSearchFinished(const QString &searchId)
 void KestinDirectory::slot_addContactsToMap(const QString &searchId, const ListContact &contacts, bool localResults)
 {
     m_useCases->search.addContacts(searchId, contacts, localResults);
+}
+
+ListSetting KestinDirectory::defaultContactsChanged(const Setting &setting)
+{
+    KestinLogger::info("KestinDIR::defaultContactsChanged to %1", setting.getValue());
+    m_useCases->defaultContacts.setDefaultContacts(setting.getValue());
+    return {};
 }
 
 ListSetting KestinDirectory::dirMaxContactChanged(const Setting &setting)

@@ -46,7 +46,7 @@ public:
     bool deploy() override;
     bool init() override;
     bool run() override;
-    /// Empties the store. The answer is always false; it does not mean failure.
+    /// Empties the store and puts the default contacts in. The answer is always false; it does not mean failure.
     bool restoreDataToDefault() override;
     /// Empties the store; true.
     bool restoreDataToFactory() override;
@@ -97,6 +97,7 @@ private Q_SLOTS:
     void event_WSMANAGER_EVENT_AVAILABILITY_STATUS_handle(const KestinEvent &event);
     void event_WSMANAGER_EVENT_DIRECTORY_AVAILABILITY_STATUS_handle(const KestinEvent &event);
     void event_WSMANAGER_EVENT_DIRECTORY_GETATTRIBUTEBYCONTACTID_handle(const KestinEvent &event);
+    ListSetting defaultContactsChanged(const Setting &setting);
     ListSetting dirMaxContactChanged(const Setting &setting);
     ListSetting dirSearchModeChanged(const Setting &setting);
     ListSetting removeHttpsFromPhotoUrlChanged(const Setting &setting);
@@ -117,7 +118,6 @@ private:
     void eventsSyncSubscription();
     void preparePhotoDirectory();
     void updateCanonicalNumbers();
-    void emptyStore();
 
     static KestinDirectory *s_instance;
 

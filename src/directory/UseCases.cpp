@@ -10,6 +10,7 @@ UseCases::UseCases(Connection &connection, RemoteCaller &caller, DirectoryFields
     , creation(dao, fields, numbers, deletion, news)
     , modification(dao, fields, numbers, news)
     , preview(dao, fields, news)
+    , defaultContacts(dao, creation, deletion, news)
     , lookup(dao, [this](const ListContact &contacts) { return ordering.sortContactByName(contacts, true, {}, {}); })
     , search(fields, ordering, [this](Contact &contact) { numbers.makeCanonicalNumberListWithoutPrefix(contact); })
     , remoteDirectory(caller)

@@ -9,6 +9,7 @@
 #include "src/contacts/ContactModification.h"
 #include "src/contacts/ContactNews.h"
 #include "src/contacts/ContactPreview.h"
+#include "src/contacts/DefaultContacts.h"
 #include "src/contacts/DialingRules.h"
 #include "src/contacts/LatinNames.h"
 #include "src/dao/DaoContact.h"
@@ -39,6 +40,7 @@ struct UseCases
     ContactCreation creation;
     ContactModification modification;
     ContactPreview preview;
+    DefaultContacts defaultContacts;
     ContactLookup lookup;
     ContactSearch search;
     RemoteDirectory remoteDirectory;

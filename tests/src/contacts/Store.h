@@ -56,6 +56,11 @@ struct Store
         QObject::connect(told, &ContactNews::contactsDeleted, note("deleted"));
         QObject::connect(told, &ContactNews::previewCreated, note("previewed"));
         QObject::connect(told, &ContactNews::previewDeleted, note("unpreviewed"));
+        QObject::connect(told, &ContactNews::photoWanted, [this](const QString &id, const QString &photo) {
+            news.append(QStringLiteral("wanted %1 %2").arg(id, photo));
+        });
+        QObject::connect(told, &ContactNews::photoDropped,
+                         [this](const QString &photo) { news.append(QStringLiteral("dropped ") + photo); });
         QObject::connect(told, &ContactNews::databaseFull, [this] { news.append(QStringLiteral("full")); });
         QObject::connect(told, &ContactNews::anonymousContactRefused,
                          [this] { news.append(QStringLiteral("anonymous")); });

@@ -52,6 +52,7 @@ private Q_SLOTS:
     void theListFormModifiesWithLessCare();
     void deletingIsRefusedByType_data();
     void deletingIsRefusedByType();
+    void photosAreWantedAndDroppedByType();
     void aFailedWriteLeavesNothingAndTellsNothing();
     void previewCodesAndNews();
     void lookUps();
@@ -317,6 +318,36 @@ void TestContacts::deletingIsRefusedByType()
     QCOMPARE(store.useCases->dao.misc().pairs(id).size(), qsizetype(code));
     QCOMPARE(store.takeNews().join(QLatin1Char(';')), code == 0 ? "deleted r " + id : QString());
     QCOMPARE(store.useCases->deletion.deleteLocalContact(request, "nobody"), 2);
+}
+
+void TestContacts::photosAreWantedAndDroppedByType()
+{
+    Store store;
+    const auto lastOf = [&store] { return store.takeNews().mid(1).join('|'); };
+    Contact contact = withType(ContactType::Cached, "c");
+    contact.photo = "http://a/1";
+    store.useCases->creation.createLocalContact(RequestId::cached, contact);
+    QCOMPARE(lastOf(), "wanted c http://a/1");
+    store.useCases->modification.modifyLocalContact(request, contact);
+    QCOMPARE(lastOf(), "wanted c http://a/1");
+    contact.photo = "/p/photo_2";
+    store.useCases->modification.modifyLocalContact(request, contact);
+    QCOMPARE(lastOf(), "dropped http://a/1|wanted c /p/photo_2");
+    contact.photo.clear();
+    store.useCases->modification.modifyLocalContacts(request, {contact});
+    QCOMPARE(store.takeNews().join('|'), "dropped /p/photo_2|updated r c false");
+
+    contact.photo = "http://a/3";
+    store.useCases->creation.createLocalContact(RequestId::deviceManagement, contact);
+    QCOMPARE(store.takeNews(), QStringList());
+    store.useCases->deletion.deleteLocalContact(RequestId::deviceManagement, "#DM_c#");
+    QCOMPARE(store.takeNews(), QStringList("dropped http://a/3"));
+    contact.type = ContactType::ManagerAssistant;
+    Contact cached = contact;
+    cached.contactId = "d";
+    cached.type = ContactType::Cached; // whose photo the list form leaves alone
+    store.useCases->creation.createLocalContacts(request, {cached, contact});
+    QCOMPARE(store.takeNews().filter("wanted").join('|'), "wanted #CONTACT_3# http://a/3");
 }
 
 void TestContacts::aFailedWriteLeavesNothingAndTellsNothing()

@@ -172,6 +172,7 @@ void TestDirectory::slotsStandInTheirOrder()
         "event_WSMANAGER_EVENT_AVAILABILITY_STATUS_handle(KestinEvent) void event private",
         "event_WSMANAGER_EVENT_DIRECTORY_AVAILABILITY_STATUS_handle(KestinEvent) void event private",
         "event_WSMANAGER_EVENT_DIRECTORY_GETATTRIBUTEBYCONTACTID_handle(KestinEvent) void event private",
+        "defaultContactsChanged(Setting) ListSetting setting private",
         "dirMaxContactChanged(Setting) ListSetting setting private",
         "dirSearchModeChanged(Setting) ListSetting setting private",
         "removeHttpsFromPhotoUrlChanged(Setting) ListSetting setting private",
@@ -217,6 +218,7 @@ void TestDirectory::theIntrospectionTextIsAsPublished()
         "copyContactToLocal(idContact:s)->s",
         "getImAddressByContactId(idContact:s)->s",
         "getContactTypeById(contactId:s)->i",
+        "defaultContactsChanged(setting:SETTING:Setting)->aSETTING:ListSetting",
         "dirMaxContactChanged(setting:SETTING:Setting)->aSETTING:ListSetting",
         "dirSearchModeChanged(setting:SETTING:Setting)->aSETTING:ListSetting",
         "removeHttpsFromPhotoUrlChanged(setting:SETTING:Setting)->aSETTING:ListSetting",
@@ -270,8 +272,9 @@ void TestDirectory::settingsAreReadInOrderAndFollowed()
     QStringList keys;
     for (const ScriptedTransport::Call &call : module.transport.calls)
         keys.append(call.arguments.value(0).toString());
-    QCOMPARE(keys.mid(0, 6), (QStringList{"ComLogSize", "DirMaxContact", "DirMaxWordSearch", "DirSearchMode",
-                                          "RemoveHttpsFromPhotoUrl", "FileDiskUserQuota"}));
+    QCOMPARE(keys.mid(0, 7),
+             (QStringList{"ComLogSize", "DirMaxContact", "DirMaxWordSearch", "DirSearchMode", "RemoveHttpsFromPhotoUrl",
+                          "DirectoryDefaultContacts", "FileDiskUserQuota"}));
     QVERIFY(module.log.contains("<7>KestinDirectory::setDirSearchMode: SEARCH_DISPLAY_PER_DIRECTORY"));
     QVERIFY(module.log.contains("<7>removeHttpsFromPhotoUrl = 0"));
     QVERIFY(module.log.contains(
@@ -352,15 +355,16 @@ void TestDirectory::anAnonymousContactShowsThePopup()
 void TestDirectory::restoringEmptiesTheStore()
 {
     Module module;
-    module.settings = {{"DirMaxContact", "10"}};
+    module.settings = {{"DirMaxContact", "10"}, {"DirectoryDefaultContacts", "1,,,A,,0,,"}};
     module.start();
     for (const bool toFactory : {false, true}) {
         QCOMPARE(module.directory.createLocalContact("r", Contact()), 0);
         module.transport.events.clear();
         QCOMPARE(toFactory ? module.directory.restoreDataToFactory() : module.directory.restoreDataToDefault(),
                  toFactory);
-        QCOMPARE(module.transport.eventNames(), QStringList("DIR_CONTENT_CHANGED"));
-        QVERIFY(module.directory.getLocalContacts(0, -1).isEmpty());
+        QCOMPARE(module.transport.eventNames().join(' '),
+                 toFactory ? "DIR_CONTENT_CHANGED" : "DIR_CONTACTS_CREATED DIR_CONTENT_CHANGED");
+        QCOMPARE(module.directory.getLocalContacts(0, -1).size(), toFactory ? 0 : 1);
     }
     const QDir data(module.folder.filePath("KestinApplication/KestinDirectory"));
     QCOMPARE(data.entryList({"*set-aside*"}).size(), 0);

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/contacts/DefaultContacts.h"
+
+#include "platform/framework/KestinLogger.h"
+#include "src/contacts/ContactWrite.h"
+#include "src/contacts/DefaultContactsText.h"
+#include "src/contacts/RequestId.h"
+#include "src/contacts/ResultCode.h"
+#include "src/dao/DaoContact.h"
+
+DefaultContacts::DefaultContacts(DaoContact &dao, ContactCreation &creation, ContactDeletion &deletion,
+                                 ContactNews &news)
+    : m_dao(dao)
+    , m_creation(creation)
+    , m_deletion(deletion)
+    , m_news(news)
+{
+}
+
+void DefaultContacts::setDefaultContacts(const QString &value)
+{
+    KestinLogger::debug("Create contacts from setting : %1", value);
+    ContactWrite write(m_dao, m_news);
+    if (!write.isActive())
+        KestinLogger::error("KestinDirectory::setDefaultcontacts : error while trying to begin a unique transaction "
+                            "during the import process on the database.");
+    const ListContact wanted = DefaultContactsText::contacts(value);
+    const QString reqId = RequestId::deviceManagement;
+    if (const QStringList removed = removeAll(); !removed.isEmpty())
+        write.announce(&ContactNews::contactsDeleted, reqId, removed);
+    if (create(wanted))
+        write.announce(&ContactNews::contactsCreated, reqId, m_dao.getContactByType(ContactType::DeviceManagement));
+    if (!write.isActive())
+        write.tell(); // each of them was a write of its own
+    else if (!write.commit())
+        KestinLogger::error("KestinDirectory::setDefaultContacts : error while trying to commit a unique transaction "
+                            "during the import process to the database.");
+}
+
+/// The ids of those that are gone.
+QStringList DefaultContacts::removeAll()
+{
+    QStringList removed;
+    for (const Contact &contact : m_dao.getContactByType(ContactType::DeviceManagement)) {
+        if (m_deletion.deleteLocalContact(RequestId::deviceManagement, contact.contactId) == ResultCode::done)
+            removed.append(contact.contactId);
+    }
+    return removed;
+}
+
+/// Whether there is one more than before.
+bool DefaultContacts::create(const ListContact &contacts)
+{
+    bool isAnyCreated = false;
+    for (const Contact &contact : contacts)
+        isAnyCreated |= m_creation.createLocalContact(RequestId::deviceManagement, contact) == ResultCode::done;
+    return isAnyCreated;
+}

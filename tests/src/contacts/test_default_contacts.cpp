@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/contacts/DefaultContactsText.h"
+#include "tests/src/contacts/Store.h"
+
+#include <QTest>
+
+class TestDefaultContacts : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void recordsAreReadByTheirFields_data();
+    void recordsAreReadByTheirFields();
+    void theWholeSetIsReplaced();
+    void readOnlyModeTellsNothing();
+    void aFailedCommitKeepsTheOldSet();
+};
+
+void TestDefaultContacts::recordsAreReadByTheirFields_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QStringList>("expected");
+    QTest::addColumn<int>("warnings");
+    QTest::newRow("short") << "7,Mr,Al,Bo,12,1,a@b," << QStringList{"7 Mr Al Bo 12 1 a@b "} << 0;
+    QTest::newRow("previewed only by 1") << "7,Mr,Al,Bo,12,true,a@b,p" << QStringList{"7 Mr Al Bo 12 0 a@b p"} << 0;
+    QTest::newRow("long") << "7,,,,,0,,,f,m,h,e,x,i,co,jo,ad,ci,zi,ct"
+                          << QStringList{"7     0   f m h e x i address=ad city=ci company=co country=ct job=jo zip=zi"}
+                          << 0;
+    QTest::newRow("escaped, and a word that is taken for one")
+        << R"(7,,a\,b,c\#d,,escComa,escSharp,\\,#8,,,,,,,)" << QStringList{R"(7  a,b c#d  0 # \,)", "8     0  "} << 0;
+    QTest::newRow("wrong counts and an empty record")
+        << "a,b,c#8,,,,,,,#1,2,3,4,5,6,7,8,9#" << QStringList{"8     0  "} << 3;
+    QTest::newRow("empty") << "" << QStringList() << 1;
+}
+
+void TestDefaultContacts::recordsAreReadByTheirFields()
+{
+    QFETCH(const QString, text);
+    const LogCapture log;
+    QStringList lines;
+    for (const Contact &contact : DefaultContactsText::contacts(text)) {
+        QStringList fields{contact.contactId, contact.salutation,  contact.firstName,
+                           contact.name,      contact.officePhone, QString::number(contact.isPreviewed),
+                           contact.email,     contact.photo};
+        if (!contact.misc.isEmpty())
+            fields << contact.fax << contact.personalMobile << contact.personalHome << contact.personalEmail
+                   << contact.personalFax << contact.collaborationId;
+        for (auto pair = contact.misc.cbegin(); pair != contact.misc.cend(); ++pair)
+            fields.append(pair.key() + '=' + pair.value());
+        lines.append(fields.join(' '));
+    }
+    QTEST(lines, "expected");
+    QTEST(int(log.lines.filter("Number of arguments incorrect (8 or 20)").size()), "warnings");
+}
+
+void TestDefaultContacts::theWholeSetIsReplaced()
+{
+    Store store;
+    store.fields.maxContacts = 0;
+    DefaultContacts &defaults = store.useCases->defaultContacts;
+    defaults.setDefaultContacts("1,,,A,,1,,#2,,,B,anonymous,0,,#3,,,C,,0,,");
+    QCOMPARE(store.takeNews(), (QStringList{"anonymous", "created DM #DM_1# #DM_3#"}));
+    defaults.setDefaultContacts("3,,,C,,0,,");
+    QCOMPARE(store.takeNews(), (QStringList{"deleted DM #DM_1# #DM_3#", "created DM #DM_3#"}));
+    QCOMPARE(store.stored("#DM_3#").latinName, "cc");
+    defaults.setDefaultContacts("");
+    QCOMPARE(store.takeNews(), QStringList("deleted DM #DM_3#"));
+    QVERIFY(!store.fields.lastLocalChangeDate.isValid());
+}
+
+void TestDefaultContacts::readOnlyModeTellsNothing()
+{
+    Store store;
+    store.useCases->defaultContacts.setDefaultContacts("1,,,A,,0,,");
+    store.takeNews();
+    store.fields.readOnlyMode = true;
+    store.useCases->defaultContacts.setDefaultContacts("2,,,B,,0,,");
+    QCOMPARE(store.takeNews(), QStringList());
+    QCOMPARE(store.useCases->dao.getContactByType(ContactType::DeviceManagement).size(), 1);
+}
+
+void TestDefaultContacts::aFailedCommitKeepsTheOldSet()
+{
+    Store store;
+    store.useCases->defaultContacts.setDefaultContacts("1,,,A,,0,,");
+    store.takeNews();
+    for (const char *statement :
+         {"PRAGMA foreign_keys=ON", "CREATE TABLE one(id INTEGER PRIMARY KEY)",
+          "CREATE TABLE late(id INTEGER REFERENCES one(id) DEFERRABLE INITIALLY DEFERRED)",
+          "CREATE TEMP TRIGGER refuse AFTER INSERT ON CONTACT BEGIN INSERT INTO late VALUES(1); END"})
+        QVERIFY(store.database.connection().executeQuery(statement).isActive());
+    store.useCases->defaultContacts.setDefaultContacts("2,,,B,,0,,");
+    QVERIFY(store.log.contains("<3>KestinDirectory::setDefaultContacts : error while trying to commit a unique "
+                               "transaction during the import process to the database."));
+    QCOMPARE(store.takeNews(), QStringList());
+    QCOMPARE(store.stored("#DM_1#").name, "A");
+}
+
+QTEST_GUILESS_MAIN(TestDefaultContacts)
+#include "test_default_contacts.moc"
