@@ -10,6 +10,9 @@ const QString ContactRow::selectText =
                    "melody, puid, officePhoneCan, faxCan, personalHomeCan, personalMobileCan, personalFaxCan, "
                    "lastModificationDate FROM CONTACT");
 
+const QString ContactRow::summaryText =
+    QStringLiteral("SELECT contactId, firstName, name, officePhone, email, type FROM (%1)");
+
 const QString ContactRow::updateText =
     QStringLiteral("UPDATE CONTACT SET loginName=:loginName, salutation=:salutation, firstName=:firstName, name=:name, "
                    "latinFirstName=:latinFirstName, latinName=:latinName, language=:language, timezone=:timezone, "
@@ -96,5 +99,17 @@ Contact ContactRow::read(const Statement::Use &use)
     for (const auto text : canonicalTexts)
         contact.*text = use.text(column++);
     contact.setLastModificationDate(use.value(LastModificationDate).toDateTime());
+    return contact;
+}
+
+Contact ContactRow::readSummary(const Statement::Use &use)
+{
+    Contact contact;
+    contact.contactId = use.text(0);
+    contact.firstName = use.text(1);
+    contact.name = use.text(2);
+    contact.officePhone = use.text(3);
+    contact.email = use.text(4);
+    contact.type = use.value(5).toInt();
     return contact;
 }

@@ -8,6 +8,9 @@
 namespace ContactRow {
 
 extern const QString selectText;
+/// What a summary holds, of a statement on whole contacts that is put in for %1. Columns that it does not name are not
+/// even read by the database.
+extern const QString summaryText;
 extern const QString updateText;
 extern const QString insertText;
 
@@ -17,5 +20,7 @@ void bind(Statement::Use &use, const Contact &contact);
 
 /// The row of a statement that begins with selectText. The misc pairs are not part of it.
 Contact read(const Statement::Use &use);
+/// The row of summaryText.
+Contact readSummary(const Statement::Use &use);
 
 } // namespace ContactRow

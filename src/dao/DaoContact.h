@@ -108,8 +108,10 @@ public:
     QList<StrictMatch> findContactByNameStrict(const QString &firstName, const QString &lastName);
     /// Contacts with the text anywhere in one of their fields (QueryText::allFieldsCondition).
     ListContact getAllFieldsSearch(const QString &text);
-    /// Prefix of the last name as stored, and of its latin form (QueryText::namePattern).
+    /// Prefix of the last name as stored (QueryText::namePattern).
     ListContact getContactsByName(const QString &name);
+    /// Prefix of its latin form. Of each contact only what its summary holds: one letter can hit thousands, of which
+    /// hardly one is ever asked for whole.
     ListContact getContactsByLatinName(const QString &name);
     ListContact getContactsWithNoLatinName();
     /// Contacts with this instant-messaging address, this canonical office number or this canonical extension; exact,
@@ -123,6 +125,7 @@ private:
     void adjustCount(int difference);
     ListContact readContacts(Statement::Use &use);
     ListContact selectContacts(const QString &text);
+    static ListContact readSummaries(Statement::Use &use);
 
     Connection &m_connection;
     /// Rows of CONTACT, counted once and kept: a count reads them all, and each creation asks for it.

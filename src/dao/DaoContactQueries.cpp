@@ -16,6 +16,16 @@ ListContact DaoContact::selectContacts(const QString &text)
     return readContacts(use);
 }
 
+ListContact DaoContact::readSummaries(Statement::Use &use)
+{
+    ListContact contacts;
+    if (use.execute() == 0) {
+        while (use.next())
+            contacts.append(ContactRow::readSummary(use));
+    }
+    return contacts;
+}
+
 QList<DaoContact::StrictMatch> DaoContact::findContactByNameStrict(const QString &firstName, const QString &lastName)
 {
     QString conditions;
@@ -60,9 +70,9 @@ ListContact DaoContact::getContactsByLatinName(const QString &name)
     const QString pattern = QueryText::namePattern(name, QStringLiteral("  "));
     KestinLogger::debug("DaoContact::getContactsByLatinName : name after cleaning [%1]", pattern);
     const QString text = selectText + QLatin1String(" where latinName like :name");
-    Statement statement(m_connection.handle(), text);
+    Statement statement(m_connection.handle(), ContactRow::summaryText.arg(text));
     Statement::Use use = statement.use();
-    const ListContact contacts = readContacts(use.bind(QStringLiteral(":name"), pattern));
+    const ListContact contacts = readSummaries(use.bind(QStringLiteral(":name"), pattern));
     KestinLogger::debug("DaoContact::getContactsByLatinName : complete search query [%1]", text);
     return contacts;
 }

@@ -6,17 +6,20 @@
 #include <QDateTime>
 
 Statement::Statement(const QSqlDatabase &handle, const QString &text)
-    : m_text(text)
-    , m_query(handle)
+    : m_handle(handle)
+    , m_text(text)
 {
-    m_query.setForwardOnly(true); // rows are read once; keeping them would cost memory
 }
 
 Statement::Use Statement::use()
 {
+    if (!m_query) {
+        m_query.emplace(m_handle);
+        m_query->setForwardOnly(true); // rows are read once; keeping them would cost memory
+    }
     if (!m_isPrepared) {
-        m_isPrepared = m_query.prepare(m_text);
-        m_prepareError = m_isPrepared ? QSqlError() : m_query.lastError();
+        m_isPrepared = m_query->prepare(m_text);
+        m_prepareError = m_isPrepared ? QSqlError() : m_query->lastError();
     }
     return Use(*this);
 }

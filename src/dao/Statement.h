@@ -7,6 +7,8 @@
 #include <QString>
 #include <QVariant>
 
+#include <optional>
+
 /// A prepared statement. Used through a Use, one at a time. Belongs to the thread of its connection.
 class Statement
 {
@@ -21,7 +23,7 @@ public:
     {
     public:
         explicit Use(Statement &statement)
-            : m_query(statement.m_query)
+            : m_query(*statement.m_query)
             , m_prepareError(statement.m_prepareError)
         {
         }
@@ -53,8 +55,9 @@ public:
     Use use();
 
 private:
+    QSqlDatabase m_handle;
     QString m_text;
-    QSqlQuery m_query;
+    std::optional<QSqlQuery> m_query;
     bool m_isPrepared = false;
     QSqlError m_prepareError;
 };

@@ -7,9 +7,9 @@ WorkerDatabase::WorkerDatabase()
     : m_name(QUuid::createUuid().toString())
 {
     QSqlDatabase handle = QSqlDatabase::cloneDatabase(QLatin1String(QSqlDatabase::defaultConnection), m_name);
+    handle.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
     handle.open(); // one that cannot be opened fails, and logs, at each query
     m_connection.emplace(handle);
-    m_connection->executeQuery(QStringLiteral("PRAGMA query_only=ON"));
     m_contacts.emplace(*m_connection);
 }
 

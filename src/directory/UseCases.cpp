@@ -12,7 +12,9 @@ UseCases::UseCases(Connection &connection, RemoteCaller &caller, DirectoryFields
     , preview(dao, fields, news)
     , defaultContacts(dao, creation, deletion, news)
     , lookup(dao, [this](const ListContact &contacts) { return ordering.sortContactByName(contacts, true, {}, {}); })
-    , search(fields, ordering, [this](Contact &contact) { numbers.makeCanonicalNumberListWithoutPrefix(contact); })
+    , search(
+          fields, ordering, [this](Contact &contact) { numbers.makeCanonicalNumberListWithoutPrefix(contact); },
+          [this](const QString &contactId) { return dao.getContact(contactId); })
     , remoteDirectory(caller)
     , remoteContacts(remoteDirectory, [this](const QString &contactId) { return lookup.getContactById(contactId); })
     , searchCalls(caller)

@@ -17,10 +17,12 @@ struct ContactSearch::StartTexts
     const char *remoteReplaced;
 };
 
-ContactSearch::ContactSearch(const DirectoryFields &fields, ContactOrdering &ordering, Canonize canonize)
+ContactSearch::ContactSearch(const DirectoryFields &fields, ContactOrdering &ordering, Canonize canonize,
+                             ReadContact readContact)
     : m_fields(fields)
     , m_ordering(ordering)
     , m_canonize(std::move(canonize))
+    , m_readContact(std::move(readContact))
 {
 }
 
@@ -256,6 +258,7 @@ void ContactSearch::completeByName(const QString &searchId)
         lists.main = m_ordering.sortContactByName(lists.main, false, searchId, m_running.name);
         lists.setAside = m_ordering.setAside(searchId);
     }
+    lists.summariesInMain = lists.local.size();
     lists.main = std::exchange(lists.local, {}) + lists.main +
                  ContactOrdering::sortContactByFirstName(std::exchange(lists.setAside, {}));
     ListContactSummary summaries;
@@ -283,7 +286,11 @@ Contact ContactSearch::getContactFromSearch(const QString &searchId, const QStri
                                     [&contactId](const Contact &contact) { return contact.contactId == contactId; });
     if (found == contacts.cend())
         return {};
-    Contact contact = *found;
+    const bool isSummary = found - contacts.cbegin() < m_results.summariesInMain(searchId);
+    const ListContact whole = isSummary ? m_readContact(contactId) : ListContact{*found};
+    if (whole.isEmpty())
+        return {};
+    Contact contact = whole.first();
     m_canonize(contact);
     return contact;
 }

@@ -25,7 +25,10 @@ public:
     /// Gives a contact its canonical numbers.
     using Canonize = std::function<void(Contact &)>;
 
-    ContactSearch(const DirectoryFields &fields, ContactOrdering &ordering, Canonize canonize);
+    /// The whole record of a stored contact: none or one.
+    using ReadContact = std::function<ListContact(const QString &contactId)>;
+
+    ContactSearch(const DirectoryFields &fields, ContactOrdering &ordering, Canonize canonize, ReadContact readContact);
     /// Waits for the workers, which stop asking.
     ~ContactSearch() override;
 
@@ -36,7 +39,8 @@ public:
 
     /// A page of the results; a length of -1 means to the end. An unknown search has none.
     ListContactSummary getSearchResults(const QString &searchId, int startInd, int length) const;
-    /// The whole record; an empty one when it is not among the results.
+    /// The whole record, of a contact of the phone as it is stored now; an empty one when it is not among the results,
+    /// or no longer stored.
     Contact getContactFromSearch(const QString &searchId, const QString &contactId) const;
     /// Drops the results; of a running search also those to come, and its completion is not told.
     int purgeSearchResults(const QString &searchId);
@@ -77,6 +81,7 @@ private:
     const DirectoryFields &m_fields;
     ContactOrdering &m_ordering;
     Canonize m_canonize;
+    ReadContact m_readContact;
     SearchMailbox m_mailbox;
     SearchResults m_results;
     SearchRequest m_last;    ///< as asked for last, running or not

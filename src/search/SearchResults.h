@@ -18,10 +18,14 @@ public:
         ListContact local;
         ListContact setAside;
         bool hasMain = false; ///< something was stored in `main`, be it an empty packet
+        /// How many of `main`, from its beginning, are the phone's own found by name: of these only what a summary
+        /// holds is here.
+        qsizetype summariesInMain = 0;
     };
 
     Lists &of(const QString &searchId) { return m_lists[searchId]; }
     ListContact main(const QString &searchId) const { return m_lists.value(searchId).main; }
+    qsizetype summariesInMain(const QString &searchId) const { return m_lists.value(searchId).summariesInMain; }
     void remove(const QString &searchId) { m_lists.remove(searchId); }
     void clear() { m_lists.clear(); }
 

@@ -24,7 +24,9 @@ struct SearchStand
         database.openDatabase(folder.path());
         database.createTables();
         dao.emplace(database.connection());
-        search.emplace(fields, ordering, [](Contact &contact) { contact.officePhoneCan = "canonical"; });
+        search.emplace(
+            fields, ordering, [](Contact &contact) { contact.officePhoneCan = "canonical"; },
+            [this](const QString &contactId) { return dao->getContact(contactId); });
         fields.searchMode = DirectoryFields::fullList;
         QObject::connect(&*search, &ContactSearch::workerCreated, &context,
                          [this](SearchThread *worker) { connect(worker); });
