@@ -78,7 +78,12 @@ void Bench::measureRemote(Stand &stand, int size)
     }
     RemoteRun remote(stand); // the directory asks at its start whether there is a company directory
     stand.directory().start();
-    remote.measure(std::max(1, m_options.searches / 10), size, m_table, m_progress);
+    const int searches = std::max(1, m_options.searches / 10);
+    remote.measure(searches, size, m_table, m_progress);
+    stand.directory().stop();
+    stand.set(QStringLiteral("DirSearchMode"), QStringLiteral("2")); // results are told packet by packet
+    stand.directory().start();
+    remote.measurePackets(searches, size, m_table);
     stand.directory().stop();
 }
 

@@ -65,6 +65,7 @@ const std::vector<FigureTitle> FigureTable::titles{
     {Figure::RemotePacket10, "remotePacket10", "of it a packet", "ms", 2, "", 0, 0},
     {Figure::RemoteSearch100, "remoteSearch100", "remote search, completion, 100 packets of 20", "ms", 1, "", 0, 0},
     {Figure::RemotePacket100, "remotePacket100", "of it a packet", "ms", 2, "", 0, 0},
+    {Figure::PacketTaken, "packetTaken", "a packet's event to the event with its results", "ms", 2, "at most 5", 5, 0},
 };
 
 bool FigureTable::isWithinBound(const FigureTitle &title, int size, const Value &value)

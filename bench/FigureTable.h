@@ -57,6 +57,7 @@ enum class Figure {
     RemotePacket10,
     RemoteSearch100,
     RemotePacket100,
+    PacketTaken,
 };
 
 /// What the table says of a figure beside its values.

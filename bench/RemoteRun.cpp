@@ -2,6 +2,7 @@
 #include "bench/RemoteRun.h"
 
 #include "bench/BenchError.h"
+#include "bench/PacketWatch.h"
 #include "bench/Rounds.h"
 #include "bench/SearchClient.h"
 #include "bench/Stand.h"
@@ -96,4 +97,14 @@ void RemoteRun::measure(int searches, int size, FigureTable &table, Progress &pr
         table.put(size, families.at(i).search, {milliseconds, {}});
         table.put(size, families.at(i).packet, {milliseconds / families.at(i).packets, {}});
     }
+}
+
+void RemoteRun::measurePackets(int searches, int size, FigureTable &table)
+{
+    const Family &family = families.at(1);
+    PacketWatch watch(m_stand.connection());
+    Samples samples;
+    for (int i = 0; i < searches; ++i)
+        watch.measure(QLatin1String(family.name), family.packets, samples);
+    table.put(size, Figure::PacketTaken, {samples.median() / 1000, samples.percentile99() / 1000});
 }

@@ -21,6 +21,8 @@ public:
 
     /// `size` is the number of contacts in the store.
     void measure(int searches, int size, FigureTable &table, Progress &progress);
+    /// How long a packet takes from the event that brings it to the one that tells its results.
+    void measurePackets(int searches, int size, FigureTable &table);
 
 private:
     const Stand &m_stand;

@@ -19,12 +19,12 @@ public:
     ServiceProcess &directory() { return m_directory; }
     const QDBusConnection &connection() const { return m_connection; }
     QString databasePath() const;
+    /// Sets a setting of the phone.
+    void set(const QString &key, const QString &value);
     /// The data folder.
     QString folder() const { return m_folder.path(); }
 
 private:
-    void set(const QString &key, const QString &value);
-
     QTemporaryDir m_folder;
     PrivateBus m_bus;
     QDBusConnection m_connection;

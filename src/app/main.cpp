@@ -6,6 +6,10 @@
 
 #include <QCommandLineParser>
 
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
 namespace {
 
 void parseCommandLine(const QCoreApplication &application)
@@ -26,10 +30,19 @@ void parseCommandLine(const QCoreApplication &application)
     parser.process(application);
 }
 
+/// A heap for each search worker would keep what a long list took once, and little is allocated at the same time.
+void keepOneHeap()
+{
+#ifdef __GLIBC__
+    mallopt(M_ARENA_MAX, 1);
+#endif
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
+    keepOneHeap();
     KestinApplication application(argc, argv);
     QCoreApplication::setApplicationName(
         QStringLiteral("%1").arg(QLatin1String("KestinDirectory"), 0, QLatin1Char(' ')));

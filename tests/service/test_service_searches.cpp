@@ -78,6 +78,12 @@ private:
             .size();
     }
 
+    int residentMB() const
+    {
+        QFile statm(QString("/proc/%1/statm").arg(phone->directory.processId()));
+        return statm.open(QIODevice::ReadOnly) ? int(statm.readAll().split(' ').value(1).toInt() * 4 / 1024) : 0;
+    }
+
     std::unique_ptr<PhoneUnderTest> phone;
 };
 
@@ -141,8 +147,11 @@ void TestServiceSearches::searchesAtRandomLeaveNothingBehind()
     const QDeadlineTimer end((seconds > 0 ? seconds : 6) * 1000);
     const int threadsBefore = threads();
     const qsizetype filesBefore = openFiles();
+    int residentEarly = 0;
     auto *random = QRandomGenerator::global();
     for (int i = 0; !end.hasExpired(); ++i) {
+        if (i == 500)
+            residentEarly = residentMB();
         std::optional<QDBusPendingCall> call;
         const QString id = QString("c%1-%2").arg(random->bounded(3)).arg(random->bounded(4));
         switch (random->bounded(8)) {
@@ -178,6 +187,10 @@ void TestServiceSearches::searchesAtRandomLeaveNothingBehind()
     QCOMPARE(results("last").value(0).type, 0);
     QTRY_COMPARE_WITH_TIMEOUT(threads(), threadsBefore, 15000);
     QTRY_VERIFY(openFiles() <= filesBefore);
+#ifndef __SANITIZE_ADDRESS__ // which keeps what was freed
+    if (residentEarly > 0)
+        QVERIFY2(residentMB() <= residentEarly + 8, qPrintable(QString::number(residentEarly)));
+#endif
     QCOMPARE(phone->directory.terminate(), 0);
 }
 
