@@ -68,17 +68,34 @@ void BareStore::run(const Statement &statement, const QList<QByteArray> &values)
         throw BenchError(QString::fromUtf8(sqlite3_errmsg(m_database.get())));
 }
 
+BareStore::Row BareStore::rowOf(const Contact &contact)
+{
+    if (contact.misc.isEmpty())
+        return {valuesOf(contact), {}, {}};
+    return {valuesOf(contact), contact.misc.firstKey().toUtf8(), contact.misc.first().toUtf8()};
+}
+
+void BareStore::add(const Row &row)
+{
+    run(m_insertContact, row.values);
+    if (row.key.isEmpty())
+        return;
+    const QByteArray id = "#CONTACT_" + QByteArray::number(sqlite3_last_insert_rowid(m_database.get())) + '#';
+    run(m_insertPair, {id, row.key, row.pair});
+}
+
+void BareStore::add(const Contact &contact)
+{
+    add(rowOf(contact));
+}
+
 qint64 BareStore::insert(const Contact &contact)
 {
-    const QList<QByteArray> values = valuesOf(contact);
-    const QByteArray key = contact.misc.firstKey().toUtf8();
-    const QByteArray pair = contact.misc.first().toUtf8();
+    const Row row = rowOf(contact);
     QElapsedTimer timer;
     timer.start();
-    run(m_begin);
-    run(m_insertContact, values);
-    const QByteArray id = "#CONTACT_" + QByteArray::number(sqlite3_last_insert_rowid(m_database.get())) + '#';
-    run(m_insertPair, {id, key, pair});
-    run(m_commit);
+    begin();
+    add(row);
+    commit();
     return timer.nsecsElapsed();
 }

@@ -18,9 +18,22 @@ public:
     /// the values are made ready before.
     qint64 insert(const Contact &contact);
 
+    /// The same for many in one transaction. A contact may have no misc pair or one.
+    void begin() { run(m_begin); }
+    void add(const Contact &contact);
+    void commit() { run(m_commit); }
+
 private:
     using Statement = SqliteHandles::Statement;
 
+    struct Row
+    {
+        QList<QByteArray> values;
+        QByteArray key; ///< of the misc pair; empty when there is none
+        QByteArray pair;
+    };
+    static Row rowOf(const Contact &contact);
+    void add(const Row &row);
     Statement prepare(const QByteArray &text);
     void run(const Statement &statement, const QList<QByteArray> &values = {});
 

@@ -5,11 +5,13 @@
 #include "bench/CreateRun.h"
 #include "bench/LookUpRun.h"
 #include "bench/MadeUpContacts.h"
+#include "bench/PhotoRun.h"
 #include "bench/ProcessMemory.h"
 #include "bench/RemoteRun.h"
 #include "bench/Samples.h"
 #include "bench/SearchRun.h"
 #include "bench/Stand.h"
+#include "bench/SyncRun.h"
 #include "platform/records/RecordMaps.h"
 
 #include <QFile>
@@ -52,9 +54,24 @@ void Bench::measure(int size)
               Figure::ProportionalAfterStart);
     measureCalls(stand, size);
     putMemory(stand.directory(), size, Figure::ResidentAtEnd, Figure::AnonymousAtEnd, Figure::ProportionalAtEnd);
+    measureSync(stand, size);
     stand.directory().stop();
     if (m_options.wants(QStringLiteral("remote")))
         measureRemote(stand, size);
+}
+
+void Bench::measureSync(Stand &stand, int size)
+{
+    // No phone has more, and an import of them would take minutes.
+    constexpr int most = 10000;
+    if (m_options.wants(QStringLiteral("sync")) && size <= most) {
+        begin(size, "imports and exports");
+        SyncRun(stand, size).measure(m_table, m_progress);
+    }
+    if (m_options.wants(QStringLiteral("photos"))) {
+        begin(size, "photos");
+        PhotoRun(stand, size).measure(m_table);
+    }
 }
 
 void Bench::measureCalls(Stand &stand, int size)

@@ -23,6 +23,7 @@ private:
     void measureCreates(Stand &stand, int creates, int size);
     void measureCalls(Stand &stand, int size);
     void measureRemote(Stand &stand, int size);
+    void measureSync(Stand &stand, int size);
     void measureStarts(ServiceProcess &directory, int size);
     void putMemory(const ServiceProcess &directory, int size, Figure resident, Figure anonymous, Figure proportional);
     void begin(int size, const char *task);

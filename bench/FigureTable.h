@@ -58,6 +58,19 @@ enum class Figure {
     RemoteSearch100,
     RemotePacket100,
     PacketTaken,
+    ExportsPerSecond,
+    BareExportsPerSecond,
+    ExportToFloor,
+    ExportMemory,
+    ImportsPerSecond,
+    BareImportsPerSecond,
+    CanonizedPerSecond,
+    ImportToFloor,
+    ImportToFloors,
+    ImportMemory,
+    LargePhoto,
+    StartWithPhotos,
+    StartAfterPhotos,
 };
 
 /// What the table says of a figure beside its values.

@@ -25,6 +25,9 @@ constexpr char description[] =
     "            2000 contacts have (2000 in a store of 10000 or more), and pages of 50 of the longest list; beside "
     "them\n"
     "            an empty call and the query in bare SQLite\n"
+    "  photos    the resizing of a large photo, and a start with 100 photos to resize\n"
+    "  sync      exports and imports of the whole store, in stores of up to 10000; beside them the same rows in bare\n"
+    "            SQLite and the XML\n"
     "  remote    searches by name in a company directory of 1, 10 and 100 packets of 20, when kestin-wsmanager is "
     "there\n"
     "The contacts created per second and the memory are always measured.\n"
@@ -73,7 +76,7 @@ QStringList groupsOf(const QString &text, const QStringList &known)
 
 Options Options::fromCommandLine()
 {
-    const QString allGroups = QStringLiteral("creates,starts,lookups,searches,remote");
+    const QString allGroups = QStringLiteral("creates,starts,lookups,searches,photos,sync,remote");
     QCommandLineParser parser;
     parser.setApplicationDescription(QString::fromUtf8(description));
     parser.addHelpOption();

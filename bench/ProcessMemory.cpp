@@ -27,5 +27,5 @@ ProcessMemory ProcessMemory::of(qint64 processId)
 {
     const QByteArray status = content(processId, "status");
     return {megabytes(status, "VmRSS:"), megabytes(status, "RssAnon:"),
-            megabytes(content(processId, "smaps_rollup"), "Pss:")};
+            megabytes(content(processId, "smaps_rollup"), "Pss:"), megabytes(status, "VmHWM:")};
 }

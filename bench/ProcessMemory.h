@@ -11,4 +11,5 @@ struct ProcessMemory
     double resident = 0;     ///< all its pages that are in memory, shared libraries among them
     double anonymous = 0;    ///< of these its own, backed by no file
     double proportional = 0; ///< a page that n processes share counted as an n-th
+    double peak = 0;         ///< the most that `resident` has been
 };

@@ -30,6 +30,11 @@ _kestin_dir_offer() {
     done
 }
 
+_kestin_dir_files() {
+    compopt -o filenames 2>/dev/null
+    mapfile -t COMPREPLY < <(compgen -f -- "$1")
+}
+
 _kestin_dir_arguments() {
     local word=$1 command=$2 previous=$3
     case $command:$previous in
@@ -44,6 +49,10 @@ _kestin_dir_arguments() {
         ;;
     settings:settings) _kestin_dir_offer "$word" < <(printf '%s\n' list get set) ;;
     settings:get | settings:set) _kestin_dir_offer "$word" < <(_kestin_dir_values key settings list) ;;
+    photo:photo) _kestin_dir_offer "$word" < <(_kestin_dir_ids list --length 200) ;;
+    sync:sync) _kestin_dir_offer "$word" < <(printf '%s\n' export import) ;;
+    defaults:defaults) _kestin_dir_offer "$word" < <(printf '%s\n' show set) ;;
+    import:* | export:* | photo:* | sync:* | defaults:set) _kestin_dir_files "$word" ;;
     esac
 }
 
@@ -60,12 +69,11 @@ _kestin_dir() {
     fi
     case $command:$previous in
     list:--type) _kestin_dir_offer "$word" < <(printf '%s\n' local cached dm manager) ;;
-    *:--photo | *:--melody | import:*)
-        compopt -o filenames 2>/dev/null
-        mapfile -t COMPREPLY < <(compgen -f -- "$word")
-        ;;
+    *:--photo | *:--melody) _kestin_dir_files "$word" ;;
     # The other options take a value that nobody knows but the user; these take none.
-    *:--json | *:--local | *:--private | *:--not-private) _kestin_dir_arguments "$word" "$command" ;;
+    *:--json | *:--local | *:--private | *:--not-private | *:--full | *:--none | *:--wait | *:--text)
+        _kestin_dir_arguments "$word" "$command" "${COMP_WORDS[2]}"
+        ;;
     *:--*) ;;
     *) _kestin_dir_arguments "$word" "$command" "$previous" ;;
     esac

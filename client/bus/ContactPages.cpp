@@ -2,6 +2,7 @@
 #include "client/bus/ContactPages.h"
 
 #include "client/bus/BusFailure.h"
+#include "client/bus/DirectoryService.h"
 
 #include <algorithm>
 #include <limits>
@@ -46,4 +47,19 @@ void sortByName(ListContact &contacts)
         const int byName = QString::localeAwareCompare(left.name, right.name);
         return byName != 0 ? byName < 0 : QString::localeAwareCompare(left.firstName, right.firstName) < 0;
     });
+}
+
+ListContact contactsOfType(const DirectoryService &directory, qint32 type)
+{
+    try {
+        return directory.byType(type);
+    } catch (const BusFailure &failure) {
+        if (!failure.isTooLarge())
+            throw;
+    }
+    // The directory answers all contacts of a kind at once, and the bus does not carry so many: all are paged through.
+    ContactPages pages([&directory](int start, int length) { return directory.page(start, length); });
+    ListContact contacts = pages.read(0, ContactPages::toTheEnd);
+    contacts.removeIf([type](const Contact &contact) { return contact.type != type; });
+    return contacts;
 }

@@ -29,5 +29,10 @@ private:
     int m_pageLength = firstPageLength;
 };
 
+class DirectoryService;
+
+/// All contacts of a kind, in no order, however many there are. Throws what DirectoryService throws.
+ListContact contactsOfType(const DirectoryService &directory, qint32 type);
+
 /// Orders contacts as a person looks for them: last name, then first name, in the order of the user's language.
 void sortByName(ListContact &contacts);

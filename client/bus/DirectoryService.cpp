@@ -85,6 +85,18 @@ void DirectoryService::copyToLocal(const QString &id) const
     call<QString>("copyContactToLocal", {id});
 }
 
+QDBusPendingCall DirectoryService::exportToXml(const ExportRequest &request) const
+{
+    return m_bus.asyncCall(module, QStringLiteral("exportToXml"),
+                           {request.path, request.pageSize, request.full, request.id, request.deviceId, request.created,
+                            request.previousExport});
+}
+
+QDBusPendingCall DirectoryService::importFromXml(const QString &path) const
+{
+    return m_bus.asyncCall(module, QStringLiteral("importFromXml"), {path});
+}
+
 QString DirectoryService::newRequestId()
 {
     return QLatin1String("kestin-dir-") + QUuid::createUuid().toString(QUuid::WithoutBraces);

@@ -6,6 +6,18 @@
 
 #include <optional>
 
+/// What an export of the synchronisation file is told; see the bus documentation for the meaning of each.
+struct ExportRequest
+{
+    QString path; ///< absolute: the directory has a working folder of its own
+    int pageSize = 0;
+    bool full = false;
+    QString id;
+    QString deviceId;
+    QDateTime created;
+    QDateTime previousExport;
+};
+
 /// The calls of the contact directory, typed. Every one throws what BusSession::call throws. Methods that answer a
 /// code return it: 0 for done, otherwise RefusalText tells what it means.
 class DirectoryService
@@ -43,6 +55,10 @@ public:
     int purgeSearch(const QString &searchId) const;
     /// Asks the company directory for the contact; an event with the id as its request id tells that it was created.
     void copyToLocal(const QString &id) const;
+
+    /// Both answer nothing; an event tells how they ended. See SyncRun.
+    QDBusPendingCall exportToXml(const ExportRequest &request) const;
+    QDBusPendingCall importFromXml(const QString &path) const;
 
     /// A request id that no other caller has.
     static QString newRequestId();

@@ -4,16 +4,20 @@
 #include "client/commands/AddCommand.h"
 #include "client/commands/CommandArguments.h"
 #include "client/commands/CopyCommand.h"
+#include "client/commands/DefaultsCommand.h"
 #include "client/commands/EditCommand.h"
+#include "client/commands/ExportCommand.h"
 #include "client/commands/HelpText.h"
 #include "client/commands/ImportCommand.h"
 #include "client/commands/ListCommand.h"
+#include "client/commands/PhotoCommand.h"
 #include "client/commands/PreviewCommand.h"
 #include "client/commands/RemoveCommand.h"
 #include "client/commands/Report.h"
 #include "client/commands/SearchCommand.h"
 #include "client/commands/SettingsCommand.h"
 #include "client/commands/ShowCommand.h"
+#include "client/commands/SyncCommand.h"
 #include "client/commands/WatchCommand.h"
 #include "client/commands/WhoCommand.h"
 
@@ -54,7 +58,11 @@ Dispatcher::Dispatcher()
     m_commands.push_back(std::make_unique<SearchCommand>());
     m_commands.push_back(std::make_unique<CopyCommand>());
     m_commands.push_back(std::make_unique<PreviewCommand>());
+    m_commands.push_back(std::make_unique<PhotoCommand>());
     m_commands.push_back(std::make_unique<ImportCommand>());
+    m_commands.push_back(std::make_unique<ExportCommand>());
+    m_commands.push_back(std::make_unique<SyncCommand>());
+    m_commands.push_back(std::make_unique<DefaultsCommand>());
     m_commands.push_back(std::make_unique<WatchCommand>());
     m_commands.push_back(std::make_unique<SettingsCommand>());
 }

@@ -21,7 +21,9 @@ CommandHelp ImportCommand::help() const
                 "At the end a line says how many were created and refused. It ends with 1 when any was refused.\n\n"
                 "Numbers: work -> office (a second one, or a short one, -> extension), cell -> mobile, home -> home,\n"
                 "fax -> fax. What has no field of its own becomes an attribute (company, job, address, city, zip,\n"
-                "country, note, url, birthday...). Embedded photos are left out."),
+                "country, note, url, birthday...). An embedded photo is put into the directory's photo folder;\n"
+                "where that cannot be done, that is told and the contact has none. Cards that kestin-dir export\n"
+                "wrote come back as they were."),
             {QStringLiteral("kestin-dir import people.vcf"), QStringLiteral("cat *.vcf | kestin-dir import -")}};
 }
 
@@ -46,11 +48,13 @@ ExitCode ImportCommand::run(const QCommandLineParser &arguments, CommandContext 
 {
     const QStringList paths = CommandArguments::some(arguments.positionalArguments(), QStringLiteral("FILE"));
     const DirectoryService directory(context.bus);
+    PhotoFolder photos{SettingsService(context.bus)};
     const Interruption interruption;
-    ImportRun run(directory);
+    ImportRun run(directory, photos);
     QObject::connect(&interruption, &Interruption::interrupted, &run, &ImportRun::interrupt);
-    QObject::connect(&run, &ImportRun::cardRefused, &run,
-                     [](const RefusedCard &card) { Report::problem(card.toString()); });
+    const auto tell = [](const RefusedCard &card) { Report::problem(card.toString()); };
+    QObject::connect(&run, &ImportRun::cardRefused, &run, tell);
+    QObject::connect(&run, &ImportRun::photoLeftOut, &run, tell);
     ExitCode result = ExitCode::Done;
     for (const QString &path : paths) {
         if (!run.stopped())

@@ -18,22 +18,6 @@ qint32 typeOf(const QString &word)
     return type;
 }
 
-/// The directory answers all contacts of a kind at once; where the bus does not carry so many, all contacts are paged
-/// through and those of the kind kept.
-ListContact contactsOfType(const DirectoryService &directory, qint32 type)
-{
-    try {
-        return directory.byType(type);
-    } catch (const BusFailure &failure) {
-        if (!failure.isTooLarge())
-            throw;
-    }
-    ContactPages pages([&directory](int start, int length) { return directory.page(start, length); });
-    ListContact contacts = pages.read(0, ContactPages::toTheEnd);
-    contacts.removeIf([type](const Contact &contact) { return contact.type != type; });
-    return contacts;
-}
-
 } // namespace
 
 CommandHelp ListCommand::help() const

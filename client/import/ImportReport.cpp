@@ -3,6 +3,21 @@
 
 #include <QJsonArray>
 
+namespace {
+
+QJsonArray jsonOf(const QList<RefusedCard> &cards)
+{
+    QJsonArray array;
+    for (const RefusedCard &card : cards)
+        array.append(QJsonObject{{QStringLiteral("file"), card.file},
+                                 {QStringLiteral("card"), card.number},
+                                 {QStringLiteral("name"), card.name},
+                                 {QStringLiteral("reason"), card.reason}});
+    return array;
+}
+
+} // namespace
+
 QString RefusedCard::toString() const
 {
     const QString whose = name.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(name);
@@ -11,21 +26,17 @@ QString RefusedCard::toString() const
 
 QString ImportReport::toString() const
 {
-    return QStringLiteral("created %1, refused %2, %3 s")
-        .arg(created)
-        .arg(refused.size())
-        .arg(double(milliseconds) / 1000, 0, 'f', 1);
+    const QString photos =
+        withoutPhoto.isEmpty() ? QString() : QStringLiteral("%1 without their photo, ").arg(withoutPhoto.size());
+    return QStringLiteral("created %1, refused %2, %3%4 s")
+        .arg(QString::number(created), QString::number(refused.size()), photos,
+             QString::number(double(milliseconds) / 1000, 'f', 1));
 }
 
 QJsonObject ImportReport::toJson() const
 {
-    QJsonArray cards;
-    for (const RefusedCard &card : refused)
-        cards.append(QJsonObject{{QStringLiteral("file"), card.file},
-                                 {QStringLiteral("card"), card.number},
-                                 {QStringLiteral("name"), card.name},
-                                 {QStringLiteral("reason"), card.reason}});
     return {{QStringLiteral("created"), created},
-            {QStringLiteral("refused"), cards},
+            {QStringLiteral("refused"), jsonOf(refused)},
+            {QStringLiteral("withoutPhoto"), jsonOf(withoutPhoto)},
             {QStringLiteral("seconds"), double(milliseconds) / 1000}};
 }

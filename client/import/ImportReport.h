@@ -5,7 +5,7 @@
 #include <QList>
 #include <QString>
 
-/// A card that made no contact.
+/// A card that made no contact, or one without what the card holds.
 struct RefusedCard
 {
     QString file;
@@ -22,6 +22,7 @@ struct ImportReport
 {
     int created = 0;
     QList<RefusedCard> refused;
+    QList<RefusedCard> withoutPhoto; ///< created, but their embedded photo could not be kept
     qint64 milliseconds = 0;
 
     QString toString() const;

@@ -4,13 +4,13 @@
 #include "client/bus/RefusalText.h"
 #include "client/text/ContactText.h"
 #include "client/text/Printable.h"
-#include "client/vcard/VCardReader.h"
 
 #include <QDBusPendingCallWatcher>
 #include <QElapsedTimer>
 
-ImportRun::ImportRun(const DirectoryService &directory)
+ImportRun::ImportRun(const DirectoryService &directory, PhotoFolder &photos)
     : m_directory(directory)
+    , m_photos(photos)
     , m_requestId(DirectoryService::newRequestId())
 {
 }
@@ -53,28 +53,54 @@ void ImportRun::takeCard(const RawCard &card)
     const VCardReader::Result result = VCardReader::read(card.text);
     if (!result.refusal.isEmpty())
         return refuse({m_source->file, card.number, {}, {}}, result.refusal);
-    send(card, result.contact);
+    send(card, result);
 }
 
-void ImportRun::send(const RawCard &card, const Contact &contact)
+void ImportRun::send(const RawCard &card, const VCardReader::Result &result)
 {
     ++m_inFlight;
+    Contact contact = result.contact;
     const RefusedCard identity{m_source->file, card.number, ContactText::displayName(contact), {}};
+    const auto photo = std::make_shared<PhotoFile>(putPhoto(identity, result.picture));
+    if (!photo->path().isEmpty())
+        contact.photo = photo->path();
     auto *watcher = new QDBusPendingCallWatcher(m_directory.createAsync(m_requestId, contact), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
-            [this, identity, contact](QDBusPendingCallWatcher *finished) {
+            [this, identity, contact, photo](QDBusPendingCallWatcher *finished) {
                 finished->deleteLater();
                 --m_inFlight;
-                settle(identity, contact, finished->reply());
+                settle(identity, contact, *photo, finished->reply());
                 fill();
             });
 }
 
-void ImportRun::settle(const RefusedCard &card, const Contact &contact, const QDBusMessage &reply)
+/// None when there is no picture, and when it cannot be kept; the contact is created all the same.
+PhotoFile ImportRun::putPhoto(const RefusedCard &card, const QByteArray &picture)
+{
+    if (picture.isEmpty())
+        return {};
+    try {
+        // At its start, which a call may bring about, the directory removes photos that no contact names.
+        if (!m_isAwake)
+            m_directory.byId({});
+        m_isAwake = true;
+        return m_photos.put(picture);
+    } catch (const CommandFailure &failure) {
+        RefusedCard withReason = card;
+        withReason.reason = QStringLiteral("the photo is left out: %1").arg(failure.text());
+        m_report.withoutPhoto.append(withReason);
+        m_progress.clear();
+        Q_EMIT photoLeftOut(withReason);
+        return {};
+    }
+}
+
+void ImportRun::settle(const RefusedCard &card, const Contact &contact, PhotoFile &photo, const QDBusMessage &reply)
 {
     try {
         const int code = BusSession::valueOf<int>(DirectoryService::module, reply);
         if (code == 0) {
+            photo.keep();
             ++m_report.created;
             return;
         }
@@ -83,6 +109,8 @@ void ImportRun::settle(const RefusedCard &card, const Contact &contact, const QD
             stop({ExitCode::Refused, RefusalText::ofCreate(code, contact)});
     } catch (const CommandFailure &failure) {
         const bool mayBeDone = failure.code() == ExitCode::NoAnswer;
+        if (mayBeDone)
+            photo.keep();
         refuse(card, failure.text() + (mayBeDone ? QStringLiteral("; it may have been created") : QString()));
         if (failure.code() != ExitCode::Refused)
             stop(failure);

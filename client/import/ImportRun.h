@@ -4,6 +4,8 @@
 #include "client/bus/DirectoryService.h"
 #include "client/import/ImportProgress.h"
 #include "client/import/ImportReport.h"
+#include "client/photo/PhotoFolder.h"
+#include "client/vcard/VCardReader.h"
 #include "client/vcard/VCardSplitter.h"
 
 #include <QEventLoop>
@@ -19,7 +21,8 @@ class ImportRun : public QObject
     Q_OBJECT
 
 public:
-    explicit ImportRun(const DirectoryService &directory);
+    /// Embedded photos are put into `photos`; a contact that is refused leaves none there. Both outlive this object.
+    ImportRun(const DirectoryService &directory, PhotoFolder &photos);
 
     /// Reads the device to its end and returns when every call is answered. False when the device cannot be read or
     /// holds no card. `file` is what the file is called; `size` its bytes, 0 when not known.
@@ -37,6 +40,7 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void cardRefused(const RefusedCard &card);
+    void photoLeftOut(const RefusedCard &card);
 
 private:
     struct Source
@@ -51,12 +55,14 @@ private:
 
     void fill();
     void takeCard(const RawCard &card);
-    void send(const RawCard &card, const Contact &contact);
-    void settle(const RefusedCard &card, const Contact &contact, const QDBusMessage &reply);
+    void send(const RawCard &card, const VCardReader::Result &result);
+    PhotoFile putPhoto(const RefusedCard &card, const QByteArray &picture);
+    void settle(const RefusedCard &card, const Contact &contact, PhotoFile &photo, const QDBusMessage &reply);
     void refuse(RefusedCard card, const QString &reason);
     void stop(const CommandFailure &failure);
 
     const DirectoryService &m_directory;
+    PhotoFolder &m_photos;
     QString m_requestId;
     ImportReport m_report;
     ImportProgress m_progress;
@@ -64,4 +70,5 @@ private:
     Source *m_source = nullptr;
     QEventLoop m_loop;
     int m_inFlight = 0;
+    bool m_isAwake = false; ///< the directory has answered
 };

@@ -84,6 +84,11 @@ QStringList EventText::arguments(const ListEventArgument &arguments)
     QStringList texts;
     for (const EventArgument &argument : arguments)
         texts.append(argument.name + QLatin1Char('=') + formsOf(argument.value).text);
+    // What has changed is not seen otherwise.
+    if (EventValue::of<bool>(arguments, QLatin1String("onlyPhotoHasChanged"))) {
+        for (const Contact &contact : EventValue::of<ListContact>(arguments, QLatin1String("contacts")))
+            texts.append(QLatin1String("photo=") + contact.photo);
+    }
     return texts;
 }
 

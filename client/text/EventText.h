@@ -10,7 +10,8 @@
 /// are recognised by their signature, a value of another kind is named by its signature only.
 namespace EventText {
 
-/// "name=value" of every argument, not escaped; of a list of contacts the first few and how many more there are.
+/// "name=value" of every argument, not escaped; of a list of contacts the first few and how many more there are. When
+/// only photos have changed, "photo=…" of each contact too.
 QStringList arguments(const ListEventArgument &arguments);
 
 /// One key an argument, records as RecordJson writes them.

@@ -71,11 +71,23 @@ QSet<QString> typesOf(EVCardAttribute *attribute)
     return types;
 }
 
+bool isBase64(EVCardAttribute *attribute)
+{
+    const GList *encoding = e_vcard_attribute_get_param(attribute, EVC_ENCODING);
+    const QByteArray name = encoding ? QByteArray(static_cast<const char *>(encoding->data)).toLower() : QByteArray();
+    return name == "b" || name == "base64";
+}
+
 VCardProperty propertyOf(EVCardAttribute *attribute)
 {
-    VCardProperty property{QString::fromUtf8(e_vcard_attribute_get_name(attribute)).toUpper(), typesOf(attribute), {}};
-    for (GList *value = e_vcard_attribute_get_values_decoded(attribute); value; value = value->next)
-        property.values.append(valueText(static_cast<const GString *>(value->data)));
+    VCardProperty property{
+        QString::fromUtf8(e_vcard_attribute_get_name(attribute)).toUpper(), typesOf(attribute), {}, {}};
+    for (GList *value = e_vcard_attribute_get_values_decoded(attribute); value; value = value->next) {
+        const auto *bytes = static_cast<const GString *>(value->data);
+        if (isBase64(attribute))
+            property.bytes = QByteArray(bytes->str, qsizetype(bytes->len));
+        property.values.append(valueText(bytes));
+    }
     return property;
 }
 

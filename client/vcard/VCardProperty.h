@@ -12,6 +12,7 @@ struct VCardProperty
     QString name;        ///< in upper case, without its group
     QSet<QString> types; ///< in lower case: "work", "cell"
     QStringList values;  ///< the parts that semicolons separate; of CATEGORIES those that commas separate
+    QByteArray bytes;    ///< the value when it is none of text but of base64, decoded
 
     bool is(const char *type) const { return types.contains(QLatin1String(type)); }
     /// The part at the place, on one line without blanks around it; empty when there is none.

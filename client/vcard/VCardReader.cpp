@@ -2,6 +2,7 @@
 #include "client/vcard/VCardReader.h"
 
 #include "client/vcard/NumberPlacement.h"
+#include "client/vcard/OwnProperties.h"
 #include "client/vcard/PersonName.h"
 #include "client/vcard/VCardCharset.h"
 #include "client/vcard/VCardParser.h"
@@ -69,17 +70,20 @@ VCardReader::Result VCardReader::read(const QByteArray &card)
 {
     const QString fault = faultOf(card);
     if (!fault.isEmpty())
-        return {{}, fault};
+        return {{}, {}, fault};
     VCardReader reader;
     for (const VCardProperty &property :
          VCardParser::parse(VCardCharset::isUtf8(card) ? card : VCardCharset::toUtf8(card)))
         reader.take(property);
     if (reader.m_isGroup)
-        return {{}, QStringLiteral("is a group of contacts")};
+        return {{}, {}, QStringLiteral("is a group of contacts")};
     NumberPlacement(reader.m_contact).place(reader.m_telephones);
     reader.completeName();
     const bool nameless = reader.m_contact.firstName.isEmpty() && reader.m_contact.name.isEmpty();
-    return {reader.m_contact, nameless ? QStringLiteral("holds no name") : QString()};
+    // After that, as a contact that was exported may really have none.
+    for (const VCardProperty &property : std::as_const(reader.m_own))
+        OwnProperties::apply(property, reader.m_contact);
+    return {reader.m_contact, reader.m_picture, nameless ? QStringLiteral("holds no name") : QString()};
 }
 
 void VCardReader::take(const VCardProperty &property)
@@ -111,6 +115,8 @@ void VCardReader::take(const VCardProperty &property)
         m_isGroup = property.part(0).compare(QLatin1String("group"), Qt::CaseInsensitive) == 0;
     else if (name == QLatin1String("CATEGORIES"))
         addMisc(QStringLiteral("categories"), property.values.join(QLatin1String(", ")));
+    else if (OwnProperties::isOwn(name))
+        m_own.append(property);
     else if (miscKeys().contains(name))
         addMisc(miscKeys().value(name), property.text());
 }
@@ -179,9 +185,15 @@ void VCardReader::takeOrganisation(const VCardProperty &property)
 void VCardReader::takePhoto(const VCardProperty &property)
 {
     static const QRegularExpression webAddress(QStringLiteral("^https?://"), QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression data(QStringLiteral("^data:[^,]*;base64,"),
+                                         QRegularExpression::CaseInsensitiveOption);
     const QString address = property.text();
+    const QRegularExpressionMatch embedded = data.match(address);
     if (webAddress.match(address).hasMatch())
         fill(m_contact.photo, address);
+    else if (m_picture.isEmpty())
+        m_picture = embedded.hasMatch() ? QByteArray::fromBase64(address.mid(embedded.capturedEnd()).toLatin1())
+                                        : property.bytes;
 }
 
 void VCardReader::completeName()

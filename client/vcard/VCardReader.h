@@ -7,14 +7,15 @@
 #include <QByteArray>
 
 /// Makes a contact of one vCard (2.1, 3.0, 4.0). Fields of the directory are filled first; what has no field becomes a
-/// misc pair: company, department, job, address, city, region, zip, country, note, url, birthday and the like. Left
-/// out are embedded photos, sounds and keys, and what only the writing program understands.
+/// misc pair: company, department, job, address, city, region, zip, country, note, url, birthday and the like. What
+/// OwnProperties say stands above that. Left out are sounds and keys, and what only the writing program understands.
 class VCardReader
 {
 public:
     struct Result
     {
-        Contact contact;
+        Contact contact;    ///< its photo is the web address that the card names
+        QByteArray picture; ///< the embedded photo, which the contact does not name; whatever the card held as such
         QString refusal; ///< why the card makes no contact, as a sentence's end ("holds no name"); empty when it does
     };
 
@@ -33,6 +34,8 @@ private:
 
     Contact m_contact;
     VCardProperties m_telephones;
+    VCardProperties m_own;
+    QByteArray m_picture;
     QString m_fullName;
     bool m_isGroup = false;
 };

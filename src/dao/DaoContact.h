@@ -75,8 +75,9 @@ public:
     /// Ids of the cached contacts whose office number is one of the five canonical numbers of this contact.
     QStringList _getCachedContactsWithMatchingOfficePhone(const Contact &contact);
 
-    /// The paths and addresses of all photos.
-    QSet<QString> getPhotos();
+    /// The paths and addresses of all photos; nothing when they could not be read to the end, so that nobody takes a
+    /// photo for unused because of that.
+    std::optional<QSet<QString>> getPhotos();
     /// By id: contacts with a photo that is neither an address nor ends with this suffix, but for those of device
     /// management.
     ListContact getContactsWithUnresizedPhoto(const QString &suffix);

@@ -4,14 +4,16 @@
 
 #include "platform/framework/KestinLogger.h"
 
-QSet<QString> DaoContact::getPhotos()
+std::optional<QSet<QString>> DaoContact::getPhotos()
 {
     QSet<QString> photos;
     Statement::Use use = m_statements.photos.use();
-    if (use.execute() == 0) {
-        while (use.next())
-            photos.insert(use.text(0));
-    }
+    if (use.execute() != 0)
+        return std::nullopt;
+    while (use.next())
+        photos.insert(use.text(0));
+    if (use.hasFailed())
+        return std::nullopt;
     return photos;
 }
 

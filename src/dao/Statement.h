@@ -42,6 +42,8 @@ public:
         /// 0, or -1 after logging why not.
         int execute();
         bool next() { return m_query.next(); }
+        /// Whether the last row was not the end but a row that could not be read.
+        bool hasFailed() const { return m_query.lastError().isValid(); }
         QVariant value(int column) const { return m_query.value(column); }
         QString text(int column) const { return m_query.value(column).toString(); }
         int rowsAffected() const { return m_query.numRowsAffected(); }

@@ -177,6 +177,26 @@
     "      <arg direction=\"in\" type=\"(sssssssiiia(ss)bbs)\" name=\"setting\"/>\n" \
     "      <annotation name=\"org.qtproject.QtDBus.QtTypeName.In0\" value=\"Setting\"/>\n" \
     "    </method>\n" \
+    "    <method name=\"userPhotoChanged\">\n" \
+    "      <arg direction=\"out\" type=\"a(sssssssiiia(ss)bbs)\"/>\n" \
+    "      <annotation name=\"org.qtproject.QtDBus.QtTypeName.Out0\" value=\"ListSetting\"/>\n" \
+    "      <arg direction=\"in\" type=\"(sssssssiiia(ss)bbs)\" name=\"setting\"/>\n" \
+    "      <annotation name=\"org.qtproject.QtDBus.QtTypeName.In0\" value=\"Setting\"/>\n" \
+    "    </method>\n" \
+    "    <method name=\"exportToXml\">\n" \
+    "      <arg direction=\"in\" type=\"s\" name=\"path\"/>\n" \
+    "      <arg direction=\"in\" type=\"i\" name=\"pageSize\"/>\n" \
+    "      <arg direction=\"in\" type=\"b\" name=\"full\"/>\n" \
+    "      <arg direction=\"in\" type=\"s\" name=\"id\"/>\n" \
+    "      <arg direction=\"in\" type=\"s\" name=\"deviceId\"/>\n" \
+    "      <arg direction=\"in\" type=\"((iii)(iiii)i)\" name=\"createdDate\"/>\n" \
+    "      <annotation name=\"org.qtproject.QtDBus.QtTypeName.In5\" value=\"QDateTime\"/>\n" \
+    "      <arg direction=\"in\" type=\"((iii)(iiii)i)\" name=\"previousExportDate\"/>\n" \
+    "      <annotation name=\"org.qtproject.QtDBus.QtTypeName.In6\" value=\"QDateTime\"/>\n" \
+    "    </method>\n" \
+    "    <method name=\"importFromXml\">\n" \
+    "      <arg direction=\"in\" type=\"s\" name=\"path\"/>\n" \
+    "    </method>\n" \
     "    <method name=\"getCapabilities\">\n" \
     "      <arg direction=\"out\" type=\"a{s(si)}\"/>\n" \
     "      <annotation name=\"org.qtproject.QtDBus.QtTypeName.Out0\" value=\"MapQStringCapability\"/>\n" \

@@ -26,6 +26,14 @@ Result invoke(const QDBusAbstractAdaptor &adaptor, const char *resultType, const
     return result;
 }
 
+/// The same for one without a result.
+template <typename... Arguments>
+void invoke(const QDBusAbstractAdaptor &adaptor, const char *method, Arguments... arguments)
+{
+    if (!QMetaObject::invokeMethod(adaptor.parent(), method, Qt::AutoConnection, arguments...))
+        fail(adaptor, method);
+}
+
 } // namespace
 
 KestinDirectoryAdaptor::KestinDirectoryAdaptor(KestinModule *module)
@@ -199,6 +207,24 @@ ListSetting KestinDirectoryAdaptor::dirSearchModeChanged(const Setting &setting)
 ListSetting KestinDirectoryAdaptor::removeHttpsFromPhotoUrlChanged(const Setting &setting)
 {
     return invoke<ListSetting>(*this, "ListSetting", "removeHttpsFromPhotoUrlChanged", Q_ARG(Setting, setting));
+}
+
+ListSetting KestinDirectoryAdaptor::userPhotoChanged(const Setting &setting)
+{
+    return invoke<ListSetting>(*this, "ListSetting", "userPhotoChanged", Q_ARG(Setting, setting));
+}
+
+void KestinDirectoryAdaptor::exportToXml(const QString &path, int pageSize, bool full, const QString &id,
+                                         const QString &deviceId, const QDateTime &createdDate,
+                                         const QDateTime &previousExportDate)
+{
+    invoke(*this, "exportToXml", Q_ARG(QString, path), Q_ARG(int, pageSize), Q_ARG(bool, full), Q_ARG(QString, id),
+           Q_ARG(QString, deviceId), Q_ARG(QDateTime, createdDate), Q_ARG(QDateTime, previousExportDate));
+}
+
+void KestinDirectoryAdaptor::importFromXml(const QString &path)
+{
+    invoke(*this, "importFromXml", Q_ARG(QString, path));
 }
 
 MapQStringCapability KestinDirectoryAdaptor::getCapabilities()

@@ -55,6 +55,10 @@ public Q_SLOTS:
     ListSetting dirMaxContactChanged(const Setting &setting);
     ListSetting dirSearchModeChanged(const Setting &setting);
     ListSetting removeHttpsFromPhotoUrlChanged(const Setting &setting);
+    ListSetting userPhotoChanged(const Setting &setting);
+    void exportToXml(const QString &path, int pageSize, bool full, const QString &id, const QString &deviceId,
+                     const QDateTime &createdDate, const QDateTime &previousExportDate);
+    void importFromXml(const QString &path);
     MapQStringCapability getCapabilities();
     MapQStringCapability getCapabilities(int listId);
     Capability getCapability(const QString &name);

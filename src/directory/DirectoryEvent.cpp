@@ -88,3 +88,26 @@ DirectoryEvent DirectoryEvent::imAddressResult(const QString &contactId, const Q
         .with("contactId", contactId)
         .with("imAddress", imAddress);
 }
+
+DirectoryEvent DirectoryEvent::userPhotoChanged(const QString &fileName)
+{
+    return DirectoryEvent(QStringLiteral("userPhotoChanged")).with("fileName", fileName);
+}
+
+DirectoryEvent DirectoryEvent::importFinished(const ImpExpStatus &status, const QString &cause)
+{
+    return finished(QStringLiteral("ImportFinishedEvt"), status, cause);
+}
+
+DirectoryEvent DirectoryEvent::exportFinished(const ImpExpStatus &status, const QString &cause)
+{
+    return finished(QStringLiteral("ExportFinishedEvt"), status, cause);
+}
+
+DirectoryEvent DirectoryEvent::finished(const QString &name, const ImpExpStatus &status, const QString &cause)
+{
+    DirectoryEvent event(name);
+    event.with("status", status).with("cause", cause);
+    event.m_details = Details{QStringLiteral("status:") + status.toString(), cause};
+    return event;
+}

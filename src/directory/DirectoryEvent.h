@@ -3,8 +3,11 @@
 
 #include "platform/framework/KestinEvent.h"
 #include "platform/records/Contact.h"
+#include "platform/records/ImpExpStatus.h"
 
 #include <QStringList>
+
+#include <optional>
 
 /// The events that the directory raises, each with its arguments in their order. Made by name, then published.
 class DirectoryEvent
@@ -23,15 +26,25 @@ public:
     static DirectoryEvent searchCompletedByPhoneNumber(const QString &searchId, const Contact &contact);
     static DirectoryEvent imAddressResult(const QString &contactId, const QString &imAddress);
 
+    static DirectoryEvent userPhotoChanged(const QString &fileName);
+    static DirectoryEvent importFinished(const ImpExpStatus &status, const QString &cause);
+    static DirectoryEvent exportFinished(const ImpExpStatus &status, const QString &cause);
+
     const KestinEvent &event() const { return m_event; }
-    /// What the log tells beside the name; empty for most events.
-    QString details() const { return m_details; }
+    /// What the log tells beside the name: the end of its line, and a line of its own. Most events have none.
+    struct Details
+    {
+        QString status;
+        QString cause;
+    };
+    const std::optional<Details> &details() const { return m_details; }
 
 private:
     explicit DirectoryEvent(const QString &name);
+    static DirectoryEvent finished(const QString &name, const ImpExpStatus &status, const QString &cause);
     template <typename T>
     DirectoryEvent &with(const char *name, const T &value);
 
     KestinEvent m_event;
-    QString m_details;
+    std::optional<Details> m_details;
 };

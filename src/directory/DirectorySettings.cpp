@@ -37,9 +37,9 @@ QString DirectorySettings::getDefaultContactsSetting()
     return m_calls.getStringSetting(QStringLiteral("DirectoryDefaultContacts"));
 }
 
-QString DirectorySettings::getUserPhotoSetting()
+QString DirectorySettings::getUserPhotoSetting(bool *success)
 {
-    return m_calls.getStringSetting(QStringLiteral("UserPhoto"));
+    return m_calls.getStringSetting(QStringLiteral("UserPhoto"), success);
 }
 
 void DirectorySettings::dirMaxContactChanged(const Setting &setting)

@@ -17,9 +17,9 @@ public:
     /// The photo quota, a setting in MiB; left as it is when it cannot be read.
     void readPhotoQuota();
 
-    /// Empty when they cannot be read.
+    /// These two are empty when they cannot be read.
     QString getDefaultContactsSetting();
-    QString getUserPhotoSetting();
+    QString getUserPhotoSetting(bool *success);
 
     void dirMaxContactChanged(const Setting &setting);
     void dirSearchModeChanged(const Setting &setting);

@@ -7,9 +7,12 @@
 bool EventPublisher::publish(const DirectoryEvent &event)
 {
     const bool sent = m_module.notifyEvent(event.event());
-    if (sent)
-        KestinLogger::debug("event %1 sent %2", event.event().getEvtName(), event.details());
+    const QString name = event.event().getEvtName();
+    const KestinLogger::Level level = sent ? KestinLogger::Debug : KestinLogger::Error;
+    if (const auto &details = event.details())
+        KestinLogger::log(level, sent ? "event %1 sent %2\n%3" : "event %1 notification failed %2\n%3", name,
+                          details->status, details->cause);
     else
-        KestinLogger::error("event %1 notification failed %2", event.event().getEvtName(), event.details());
+        KestinLogger::log(level, sent ? "event %1 sent " : "event %1 notification failed ", name);
     return sent;
 }

@@ -57,12 +57,13 @@ bool KestinDirectory::init()
     registerRecords();
     if (!m_database.completeTables())
         KestinLogger::warning("The look-ups are slow: an index could not be made");
-    m_useCases = std::make_unique<UseCases>(m_database.connection(), *this, m_fields);
-    m_news = std::make_unique<NewsPublication>(*m_useCases, m_publisher, m_popups);
+    m_useCases = std::make_unique<UseCases>(m_database.connection(), *this, m_fields, getModuleName());
+    m_news = std::make_unique<NewsPublication>(*m_useCases, m_fields, m_publisher, m_popups);
     connect(&m_useCases->search, &ContactSearch::workerCreated, this, &KestinDirectory::connectWorker);
     m_settings.readDirectory();
     subscribeToWebService();
     eventsSyncSubscription();
+    subscribeToPresentationLoaded();
     preparePhotoDirectory();
     m_popups.fillTexts();
     m_fields.readOnlyMode = false;
@@ -72,8 +73,12 @@ bool KestinDirectory::init()
     m_useCases->defaultContacts.setDefaultContacts(defaultContacts);
     m_fields.lastLocalChangeDate = QDateTime(QDate(1980, 1, 1), QTime(0, 0), Qt::UTC);
     m_settings.readPhotoQuota();
+    connect(&m_useCases->network, &KestinDirectoryNetwork::requestFinished, this,
+            &KestinDirectory::slot_requestFinished);
     updateCanonicalNumbers();
     m_useCases->latinNames.checkAndFillLatinName();
+    m_useCases->photoFiles.sweep();
+    m_useCases->photoResizing.resizeContactPhotosIfNeeded();
     return true;
 }
 
@@ -94,8 +99,7 @@ bool KestinDirectory::run()
 bool KestinDirectory::restoreDataToDefault()
 {
     KestinLogger::debug("KestinDirectory restoreDataToDefault...");
-    // Statements are finished after each use, so none holds the tables.
-    m_database.createTables();
+    emptyStore();
     m_useCases->defaultContacts.setDefaultContacts(m_settings.getDefaultContactsSetting());
     m_publisher.publish(DirectoryEvent::contentChanged());
     return false;
@@ -104,9 +108,16 @@ bool KestinDirectory::restoreDataToDefault()
 bool KestinDirectory::restoreDataToFactory()
 {
     KestinLogger::debug("KestinDirectory restoreDataToFactory...");
-    m_database.createTables();
+    emptyStore();
     m_publisher.publish(DirectoryEvent::contentChanged());
     return true;
+}
+
+void KestinDirectory::emptyStore()
+{
+    // Statements are finished after each use, so none holds the tables.
+    m_database.createTables();
+    m_useCases->photoFiles.sweep();
 }
 
 void KestinDirectory::registerRecords()
@@ -165,6 +176,16 @@ void KestinDirectory::eventsSyncSubscription()
         KestinLogger::debug("KestinDirectory::eventsSyncSubscription : Subscription successful to %1", event);
     else
         KestinLogger::warning("KestinDirectory::eventsSyncSubscription : Subscription failed to %1", event);
+}
+
+void KestinDirectory::subscribeToPresentationLoaded()
+{
+    if (subscribeEvent(QStringLiteral("presentationLoaded"), this, "slot_presentationLoaded(const KestinEvent &)"))
+        KestinLogger::info("KestinDirectory::subscribeToPresentationLoaded : subscription successful to "
+                           "PresentationLoaded event");
+    else
+        KestinLogger::warning("KestinDirectory::subscribeToPresentationLoaded : subscription failed to "
+                              "PresentationLoaded event");
 }
 
 void KestinDirectory::preparePhotoDirectory()
@@ -343,6 +364,18 @@ int KestinDirectory::getContactTypeById(const QString &contactId)
     return m_useCases->lookup.getContactTypeById(contactId);
 }
 
+void KestinDirectory::exportToXml(const QString &path, int pageSize, bool full, const QString &id,
+                                  const QString &deviceId, const QDateTime &createdDate,
+                                  const QDateTime &previousExportDate)
+{
+    m_useCases->contactExport.exportToXml(path, pageSize, full, id, deviceId, createdDate, previousExportDate);
+}
+
+void KestinDirectory::importFromXml(const QString &path)
+{
+    m_useCases->contactImport.importFromXml(path);
+}
+
 void KestinDirectory::syncReadOnlyModeSlot(const KestinEvent &evt)
 {
     m_readOnlyMode.syncReadOnlyModeSlot(evt);
@@ -464,4 +497,26 @@ ListSetting KestinDirectory::removeHttpsFromPhotoUrlChanged(const Setting &setti
 {
     m_settings.removeHttpsFromPhotoUrlChanged(setting);
     return {};
+}
+
+ListSetting KestinDirectory::userPhotoChanged(const Setting &setting)
+{
+    KestinLogger::debug("KestinDirectory::userPhotoChanged just called - (received a UserPhoto event)");
+    m_useCases->userPhoto.setUserPhoto(setting.getValue());
+    return {};
+}
+
+void KestinDirectory::slot_requestFinished(QNetworkReply *reply)
+{
+    m_useCases->photoDownloads.requestFinished(reply);
+}
+
+void KestinDirectory::slot_presentationLoaded(const KestinEvent &)
+{
+    KestinLogger::debug("KestinDirectory::slot_presentationLoaded: just having been notified that the presentation is "
+                        "loaded => we are ready to send UserPhoto event");
+    bool isKnown = false;
+    const QString photo = m_settings.getUserPhotoSetting(&isKnown);
+    if (isKnown) // else the one that is there stays
+        m_useCases->userPhoto.setUserPhoto(photo);
 }

@@ -18,6 +18,7 @@
 
 class NewsPublication;
 class QDBusAbstractAdaptor;
+class QNetworkReply;
 class QThread;
 class SearchThread;
 struct UseCases;
@@ -83,6 +84,9 @@ public Q_SLOTS:
     ListContact getContactToMerge(const QString &imAdress, const QString &phoneNumber, const QString &extentionPhone);
     ListContact getLocalContactByEmailAddress(const QString &emailAddress);
     int getContactTypeById(const QString &contactId);
+    void exportToXml(const QString &path, int pageSize, bool full, const QString &id, const QString &deviceId,
+                     const QDateTime &createdDate, const QDateTime &previousExportDate);
+    void importFromXml(const QString &path);
     void syncReadOnlyModeSlot(const KestinEvent &evt);
 
 private Q_SLOTS:
@@ -101,6 +105,7 @@ private Q_SLOTS:
     ListSetting dirMaxContactChanged(const Setting &setting);
     ListSetting dirSearchModeChanged(const Setting &setting);
     ListSetting removeHttpsFromPhotoUrlChanged(const Setting &setting);
+    ListSetting userPhotoChanged(const Setting &setting);
     void deleteThread();
 
 public Q_SLOTS:
@@ -110,14 +115,18 @@ public Q_SLOTS:
     void slot_getNextResults(const QString &reqId);
     void slot_threadSearchFinished(const QString &searchId);
     void slot_addContactsToMap(const QString &searchId, const ListContact &contacts, bool localResults);
+    void slot_requestFinished(QNetworkReply *reply);
+    void slot_presentationLoaded(const KestinEvent &evt);
 
 private:
     void registerRecords();
     void connectWorker(SearchThread *worker);
     void subscribeToWebService();
     void eventsSyncSubscription();
+    void subscribeToPresentationLoaded();
     void preparePhotoDirectory();
     void updateCanonicalNumbers();
+    void emptyStore();
 
     static KestinDirectory *s_instance;
 

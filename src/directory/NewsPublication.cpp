@@ -3,13 +3,19 @@
 
 #include "src/directory/UseCases.h"
 
-NewsPublication::NewsPublication(UseCases &useCases, EventPublisher &publisher, Popups &popups)
-    : m_publisher(publisher)
+#include <utility>
+
+NewsPublication::NewsPublication(UseCases &useCases, const DirectoryFields &fields, EventPublisher &publisher,
+                                 Popups &popups)
+    : m_fields(fields)
+    , m_publisher(publisher)
     , m_popups(popups)
 {
     publishContacts(useCases);
     publishSearches(useCases);
     publishImAddresses(useCases);
+    publishPhotos(useCases);
+    publishSynchronisation(useCases);
 }
 
 void NewsPublication::publishContacts(UseCases &useCases)
@@ -37,4 +43,37 @@ void NewsPublication::publishImAddresses(UseCases &useCases)
 {
     publish(useCases.webServiceEvents, &WebServiceEvents::imAddressReceived, &DirectoryEvent::imAddressResult);
     publish(useCases.remoteContacts, &RemoteContacts::imAddressFound, &DirectoryEvent::imAddressResult);
+}
+
+void NewsPublication::publishPhotos(UseCases &useCases)
+{
+    const auto contactsUpdated = [this](const ListContact &contacts, bool onlyPhotoHasChanged) {
+        m_publisher.publish(DirectoryEvent::contactsUpdated(QString(), contacts, onlyPhotoHasChanged));
+    };
+    connect(&useCases.contactPhotos, &ContactPhotos::contactsUpdated, this, contactsUpdated);
+    connect(&useCases.photoResizing, &PhotoResizing::contactsUpdated, this, contactsUpdated);
+    connect(&useCases.photoFiles, &PhotoFiles::quotaExceeded, this, &NewsPublication::tellQuotaExceeded);
+    publish(useCases.userPhoto, &UserPhoto::userPhotoChanged, &DirectoryEvent::userPhotoChanged);
+}
+
+/// An import tells it once: thousands of its photos may not fit.
+void NewsPublication::tellQuotaExceeded()
+{
+    if (!m_fields.importOngoing || !std::exchange(m_isQuotaTold, true))
+        m_popups.showPopupContactsPhotosTotalSizeExceeded();
+}
+
+void NewsPublication::publishSynchronisation(UseCases &useCases)
+{
+    ContactImport &import = useCases.contactImport;
+    connect(&import, &ContactImport::importFinished, this, [this] { m_isQuotaTold = false; });
+    publish(import, &ContactImport::importFinished, &DirectoryEvent::importFinished);
+    publish(import, &ContactImport::contactsDeleted, &DirectoryEvent::contactsDeleted);
+    publish(import, &ContactImport::contentChanged, &DirectoryEvent::contentChanged);
+    connect(&import, &ContactImport::contactNotImported, this,
+            [this](const QString &text) { m_popups.showPopupContactFailureDuringSynchronization(text); });
+    ContactExport &exporter = useCases.contactExport;
+    publish(exporter, &ContactExport::exportFinished, &DirectoryEvent::exportFinished);
+    connect(&exporter, &ContactExport::contactsNotExported, this,
+            [this] { m_popups.showPopupContactFailureDuringSynchronization(); });
 }

@@ -15,12 +15,14 @@ class NewsPublication : public QObject
     Q_OBJECT
 
 public:
-    NewsPublication(UseCases &useCases, EventPublisher &publisher, Popups &popups);
+    NewsPublication(UseCases &useCases, const DirectoryFields &fields, EventPublisher &publisher, Popups &popups);
 
 private:
     void publishContacts(UseCases &useCases);
     void publishSearches(UseCases &useCases);
     void publishImAddresses(UseCases &useCases);
+    void publishPhotos(UseCases &useCases);
+    void publishSynchronisation(UseCases &useCases);
 
     /// Publishes the event that is made of the signal's arguments.
     template <typename Sender, typename Signal, typename... Arguments>
@@ -30,6 +32,10 @@ private:
                 [this, makeEvent](const auto &...arguments) { m_publisher.publish(makeEvent(arguments...)); });
     }
 
+    void tellQuotaExceeded();
+
+    const DirectoryFields &m_fields;
     EventPublisher &m_publisher;
     Popups &m_popups;
+    bool m_isQuotaTold = false; ///< in the import that is going on
 };

@@ -24,16 +24,28 @@ void Popups::fillTexts()
     };
 }
 
-void Popups::showPopupCreatingAnonymousContactImpossible()
+void Popups::showPopupContactFailureDuringSynchronization(const QString &failure)
 {
-    show(AnonymousContact, "KestinDirectory::showPopupCreatingAnonymousContactImpossible : ### Popup ### text:%1");
+    show(failure.isNull() ? m_fields.popupTexts.value(ContactsNotSynchronized) : failure,
+         "KestinDirectory::showPopupContactFailureDuringSynchronization : ### Popup ### text:%1");
 }
 
-void Popups::show(int key, const char *logPattern)
+void Popups::showPopupContactsPhotosTotalSizeExceeded()
+{
+    show(m_fields.popupTexts.value(PhotosTooLarge),
+         "KestinDirectory::showPopupContactsPhotosTotalSizeExceeded : ### Popup ### text:%1");
+}
+
+void Popups::showPopupCreatingAnonymousContactImpossible()
+{
+    show(m_fields.popupTexts.value(AnonymousContact),
+         "KestinDirectory::showPopupCreatingAnonymousContactImpossible : ### Popup ### text:%1");
+}
+
+void Popups::show(const QString &text, const char *logPattern)
 {
     constexpr int kind = 3;
     constexpr int noDuration = -1;
-    const QString text = m_fields.popupTexts.value(key);
     KestinLogger::info(logPattern, text);
     m_module.showPopup(text, kind, noDuration, {}, {}, {}, {});
 }

@@ -15,10 +15,13 @@ public:
     /// Fills the texts; before that every popup is empty.
     void fillTexts();
 
+    /// With the text of what failed, or the general one when it is null.
+    void showPopupContactFailureDuringSynchronization(const QString &failure = QString());
+    void showPopupContactsPhotosTotalSizeExceeded();
     void showPopupCreatingAnonymousContactImpossible();
 
 private:
-    void show(int key, const char *logPattern);
+    void show(const QString &text, const char *logPattern);
 
     KestinModule &m_module;
     DirectoryFields &m_fields;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "src/directory/UseCases.h"
 
-UseCases::UseCases(Connection &connection, RemoteCaller &caller, DirectoryFields &fields)
+UseCases::UseCases(Connection &connection, RemoteCaller &caller, DirectoryFields &fields, const QString &moduleName)
     : dao(connection)
     , numbers(caller, dao)
     , dialingRules(caller)
@@ -19,8 +19,30 @@ UseCases::UseCases(Connection &connection, RemoteCaller &caller, DirectoryFields
     , remoteContacts(remoteDirectory, [this](const QString &contactId) { return lookup.getContactById(contactId); })
     , searchCalls(caller)
     , serviceRight(caller, fields)
+    , photoFiles(dao, fields)
+    , photoResizing(dao, photoFiles)
+    , contactPhotos(network, dao, photoFiles)
+    , userPhoto(network, photoFiles, fields)
+    , photoDownloads(contactPhotos, userPhoto)
+    , contactExport(dao, fields, moduleName)
+    , contactImport(
+          dao, fields, [this](ListContact &contacts) { numbers.makeCanonicalNumbers(contacts); },
+          [this](const QByteArray &image) { return photoFiles.keep(image); })
 {
     connectCompanyDirectory();
+    connectPhotos();
+}
+
+void UseCases::connectPhotos()
+{
+    const auto forget = [this](const QString &, const QStringList &ids) { contactPhotos.forget(ids); };
+    QObject::connect(&news, &ContactNews::contactsDeleted, &contactPhotos, forget);
+    QObject::connect(&contactImport, &ContactImport::contactsDeleted, &contactPhotos, forget);
+    QObject::connect(&news, &ContactNews::photoWanted, &contactPhotos, &ContactPhotos::want);
+    // Its file may be one that somebody else has put into the folder.
+    QObject::connect(&news, &ContactNews::photoWanted, &photoFiles, [this] { photoFiles.recount(); });
+    QObject::connect(&news, &ContactNews::photoDropped, &photoFiles, &PhotoFiles::removeIfUnused);
+    QObject::connect(&contactImport, &ContactImport::photoDropped, &photoFiles, &PhotoFiles::removeIfUnused);
 }
 
 void UseCases::connectCompanyDirectory()

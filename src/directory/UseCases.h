@@ -14,6 +14,14 @@
 #include "src/contacts/LatinNames.h"
 #include "src/dao/DaoContact.h"
 #include "src/fields/DirectoryFields.h"
+#include "src/impexp/ContactExport.h"
+#include "src/impexp/ContactImport.h"
+#include "src/photo/ContactPhotos.h"
+#include "src/photo/KestinDirectoryNetwork.h"
+#include "src/photo/PhotoDownloads.h"
+#include "src/photo/PhotoFiles.h"
+#include "src/photo/PhotoResizing.h"
+#include "src/photo/UserPhoto.h"
 #include "src/remote/RemoteContacts.h"
 #include "src/remote/RemoteDirectory.h"
 #include "src/remote/SearchCalls.h"
@@ -28,7 +36,7 @@ class Connection;
 /// Made at init, when the tables are there; destroyed before the database.
 struct UseCases
 {
-    UseCases(Connection &connection, RemoteCaller &caller, DirectoryFields &fields);
+    UseCases(Connection &connection, RemoteCaller &caller, DirectoryFields &fields, const QString &moduleName);
 
     DaoContact dao;
     ContactNews news;
@@ -48,7 +56,16 @@ struct UseCases
     SearchCalls searchCalls;
     ServiceRight serviceRight;
     WebServiceEvents webServiceEvents;
+    KestinDirectoryNetwork network;
+    PhotoFiles photoFiles;
+    PhotoResizing photoResizing;
+    ContactPhotos contactPhotos;
+    UserPhoto userPhoto;
+    PhotoDownloads photoDownloads;
+    ContactExport contactExport;
+    ContactImport contactImport;
 
 private:
+    void connectPhotos();
     void connectCompanyDirectory();
 };

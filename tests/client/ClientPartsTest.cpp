@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/bus/BusFailure.h"
 #include "client/bus/ContactPages.h"
+#include "client/defaults/DefaultContacts.h"
+#include "client/photo/ImageHeader.h"
 #include "client/text/DisplayWidth.h"
 #include "client/text/EventText.h"
 #include "client/text/Printable.h"
@@ -32,6 +34,12 @@ private Q_SLOTS:
     void pagesShrinkUntilTheBusCarriesThem_data();
     void pagesShrinkUntilTheBusCarriesThem();
     void aContactTooLargeForTheBusIsAFailure();
+    void defaultContactsAreWrittenAsTheSettingWantsThem();
+    void defaultContactsAreTakenAsText();
+    void whatDefaultContactsCannotCarryIsTold_data();
+    void whatDefaultContactsCannotCarryIsTold();
+    void picturesAreKnownByTheirFirstBytes_data();
+    void picturesAreKnownByTheirFirstBytes();
 };
 
 void ClientPartsTest::nothingPrintedDrivesTheTerminal_data()
@@ -161,6 +169,95 @@ void ClientPartsTest::aContactTooLargeForTheBusIsAFailure()
         throw BusFailure(u"m"_s, QDBusMessage::createError(QDBusError::LimitsExceeded, u"fewer"_s));
     });
     QVERIFY_EXCEPTION_THROWN(pages.read(0, ContactPages::toTheEnd), BusFailure);
+}
+
+void ClientPartsTest::defaultContactsAreWrittenAsTheSettingWantsThem()
+{
+    Contact few;
+    few.firstName = u"Zoë"_s;
+    few.name = u"#1, \\#"_s;
+    few.officePhone = u"7000"_s;
+    few.isPreviewed = true;
+    few.email = u"z@x"_s;
+    Contact all;
+    all.salutation = u"Dr."_s;
+    all.name = u"All"_s;
+    all.photo = u"https://x/y"_s;
+    all.fax = u"f"_s;
+    all.personalMobile = u"m"_s;
+    all.personalHome = u"h"_s;
+    all.personalEmail = u"p@x"_s;
+    all.personalFax = u"e"_s;
+    all.collaborationId = u"im"_s;
+    all.voicemail = u"v"_s;
+    all.misc = {{u"company"_s, u"Co"_s}, {u"job"_s, u"Jo"_s},  {u"address"_s, u"St 1, A"_s}, {u"city"_s, u"Ci"_s},
+                {u"zip"_s, u"Zi"_s},     {u"note"_s, u"no"_s}, {u"country"_s, u"Fr"_s}};
+    const DefaultContacts contacts = DefaultContacts::of({few, all});
+    QCOMPARE(contacts.value, u"1,,Zoë,\\#1\\, \\\\#,7000,1,z@x,#"
+                             "2,Dr.,,All,,0,,https://x/y,f,m,h,p@x,e,im,Co,Jo,St 1\\, A,Ci,Zi,Fr"_s);
+    QCOMPARE(contacts.count, 2);
+    QCOMPARE(contacts.leftOut, QStringList({u"All: voicemail"_s, u"All: misc.note"_s}));
+}
+
+void ClientPartsTest::defaultContactsAreTakenAsText()
+{
+    const QString first = u"1,,Zoë,M\\,\\#,7000,1,,"_s;
+    const QString second = u"2,,,A,,,,"_s;
+    const DefaultContacts contacts = DefaultContacts::ofText(first + u"\r\n\n"_s + second + u'#' + first + u'\n');
+    QCOMPARE(contacts.value, first + u'#' + second + u'#' + first);
+    QCOMPARE(contacts.count, 3);
+    QCOMPARE(DefaultContacts::ofText(QString()).value, QString());
+}
+
+void ClientPartsTest::whatDefaultContactsCannotCarryIsTold_data()
+{
+    QTest::addColumn<QString>("name"); // of a contact; a record, if there is none
+    QTest::addColumn<QString>("record");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("mark") << u"escSharp"_s << QString() << u"escSharp: name holds the word escSharp"_s;
+    QTest::newRow("line break") << u"a\nb"_s << QString() << u"name holds a line break"_s;
+    QTest::newRow("backslash") << u"a\\"_s << QString() << u"name ends with a backslash"_s;
+    QTest::newRow("mark in a record") << QString() << u"1,,a escComa,b,,,,"_s << u"holds the word escComa"_s;
+    QTest::newRow("seven fields") << QString() << u"1,,a\\,,b,,,"_s << u"has 7 fields instead of 8 or 20"_s;
+    QTest::newRow("nothing behind the last #") << QString() << u"1,,,a,,,,#"_s << u"has 1 fields"_s;
+}
+
+void ClientPartsTest::whatDefaultContactsCannotCarryIsTold()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, record);
+    QFETCH(QString, text);
+    Contact contact;
+    contact.name = name;
+    try {
+        record.isEmpty() ? DefaultContacts::of({contact}) : DefaultContacts::ofText(record);
+        QFAIL("it is taken");
+    } catch (const CommandFailure &failure) {
+        QVERIFY2(failure.text().contains(text), qPrintable(failure.text()));
+    }
+}
+
+void ClientPartsTest::picturesAreKnownByTheirFirstBytes_data()
+{
+    QTest::addColumn<QByteArray>("hex");
+    QTest::addColumn<QString>("known");
+    QTest::newRow("PNG") << QByteArray("89504e470d0a1a0a0000000d49484452000001000000000a") << u"PNG 256 x 10"_s;
+    QTest::newRow("PNG, cut") << QByteArray("89504e470d0a1a0a0000") << u"PNG 0 x 0"_s;
+    QTest::newRow("GIF") << QByteArray("4749463839610a000001") << u"GIF 10 x 256"_s;
+    QTest::newRow("JPEG, cut") << QByteArray("ffd8ffe00004aaaaffc0001108") << u"JPEG 0 x 0"_s;
+    QTest::newRow("JPEG, a table and a filled marker before the frame")
+        << QByteArray("ffd8ffe00004aaaaffc40003aaffffffc20011080100000a03") << u"JPEG 10 x 256"_s;
+    QTest::newRow("text") << QByteArray("68656c6c6f") << QString();
+    QTest::newRow("nothing") << QByteArray() << QString();
+}
+
+void ClientPartsTest::picturesAreKnownByTheirFirstBytes()
+{
+    QFETCH(QByteArray, hex);
+    const std::optional<ImageHeader> header = ImageHeader::of(QByteArray::fromHex(hex));
+    QTEST(header ? u"%1 %2 x %3"_s.arg(QString::fromLatin1(header->format)).arg(header->width).arg(header->height)
+                 : QString(),
+          "known");
 }
 
 QTEST_GUILESS_MAIN(ClientPartsTest)

@@ -1,49 +1,31 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/support/PrivateBus.h"
-#include "tests/support/Program.h"
+#include "tests/client/ClientDesk.h"
 
 #include <QDir>
 #include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QTemporaryDir>
-#include <QTest>
 
 #include <csignal>
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What one run of the client did.
-struct Outcome
-{
-    int code;
-    QString out;
-    QString error;
-
-    QJsonDocument json() const { return QJsonDocument::fromJson(out.toUtf8()); }
-    QStringList names() const
-    {
-        QStringList names;
-        for (const QJsonValue &contact : json().array())
-            names.append(contact[u"name"].toString());
-        return names;
-    }
-};
-
-Outcome client(const QStringList &arguments, const QByteArray &input = {})
-{
-    Program program(u"kestin-dir"_s, arguments);
-    const int code = program.run(input);
-    return {code, program.output(), program.errorOutput()};
-}
-
 QByteArray card(const QByteArray &lines)
 {
     return "BEGIN:VCARD\nVERSION:3.0\n" + lines + "\nEND:VCARD\n";
+}
+
+const QByteArray gif = "GIF89a\x05\x01\x07\x01;\xff";
+
+QByteArray cardWithPhoto(const QByteArray &lines)
+{
+    return card(lines + "\nPHOTO;ENCODING=b:" + gif.toBase64());
+}
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.exists() && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 /// Stops a process for as long as it lives: a service that is there and says nothing.
@@ -65,13 +47,11 @@ private:
 } // namespace
 
 /// The client as its user runs it, against the real service and its peers on a bus of their own.
-class ClientTest : public QObject
+class ClientTest : public ClientDesk
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
     void mistakesAreTold_data();
     void mistakesAreTold();
     void absentServicesAreTold();
@@ -88,65 +68,30 @@ private Q_SLOTS:
     void importTellsWhatItRefused();
     void importStopsAtAFullDirectory();
     void importReadsStandardInput();
+    void photosArePutWhereTheDirectoryKeepsThem();
+    void aPhotoThatCannotBeKeptKeepsNoContactAway();
+    void exportIsTakenBackByImport();
     void watchPrintsEvents();
     void settingsAreReadAndChanged();
     void completionOffersCommandsOptionsAndIds_data();
     void completionOffersCommandsOptionsAndIds();
 
 private:
-    void startDirectory();
     void startCompany(const QStringList &options = {});
     QString add(const QStringList &fields);
+    QStringList photoFiles() { return QDir(m_photos).entryList(QDir::Files | QDir::Hidden); }
     QStringList allNames() { return client({u"list"_s, u"--json"_s}).names(); }
-
-    std::unique_ptr<PrivateBus> m_bus;
-    std::unique_ptr<QTemporaryDir> m_data;
-    std::unique_ptr<Program> m_settings;
-    std::unique_ptr<Program> m_telephony;
-    std::unique_ptr<Program> m_company;
-    std::unique_ptr<Program> m_directory;
 };
-
-void ClientTest::init()
-{
-    m_data = std::make_unique<QTemporaryDir>();
-    qputenv("KESTIN_DATA_DIR", m_data->path().toUtf8());
-    m_bus = std::make_unique<PrivateBus>();
-    const QDBusConnection connection = m_bus->connection(u"test"_s);
-    m_settings = std::make_unique<Program>(u"kestin-settings"_s);
-    QVERIFY(m_settings->startAndWaitForName(u"SettingsManager"_s, connection));
-    m_telephony = std::make_unique<Program>(u"kestin-telephony"_s);
-    QVERIFY(m_telephony->startAndWaitForName(u"Telephony"_s, connection));
-    startDirectory();
-}
-
-void ClientTest::startDirectory()
-{
-    m_directory = std::make_unique<Program>(u"kestin-directory"_s);
-    m_directory->setEnvironment(u"KESTIN_LOG_LEVEL"_s, u"7"_s); // what a test waits for stands in the log
-    QVERIFY(m_directory->startAndWaitForName(u"KestinDirectory"_s, m_bus->connection(u"test"_s)));
-}
 
 void ClientTest::startCompany(const QStringList &options)
 {
-    QFile file(m_data->filePath(u"company.ldif"_s));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("dn: uid=bea,dc=example\nobjectClass: inetOrgPerson\nuid: bea\ncn: Bea Marlow\ngivenName: Bea\n"
-               "sn: Marlow\ntelephoneNumber: +33 1 99 00 00 01\n");
-    file.close();
-    m_company = std::make_unique<Program>(u"kestin-wsmanager"_s, QStringList{u"--ldif"_s, file.fileName()} + options);
+    write(u"company.ldif"_s,
+          "dn: uid=bea,dc=example\nobjectClass: inetOrgPerson\nuid: bea\ncn: Bea Marlow\ngivenName: Bea\n"
+          "sn: Marlow\ntelephoneNumber: +33 1 99 00 00 01\n");
+    m_company =
+        std::make_unique<Program>(u"kestin-wsmanager"_s, QStringList{u"--ldif"_s, path(u"company.ldif"_s)} + options);
     QVERIFY(m_company->startAndWaitForName(u"WSManager"_s, m_bus->connection(u"test"_s)));
     QVERIFY(m_directory->waitForErrorOutput(u"ICS services availability : 1"_s));
-}
-
-void ClientTest::cleanup()
-{
-    m_directory.reset();
-    m_company.reset();
-    m_telephony.reset();
-    m_settings.reset();
-    QDBusConnection::disconnectFromBus(u"test"_s);
-    m_bus.reset();
 }
 
 QString ClientTest::add(const QStringList &fields)
@@ -193,6 +138,17 @@ void ClientTest::mistakesAreTold_data()
     row("settings set DirMaxContact many", 1, "DirMaxContact is not changed");
     row("import /no/such/file.vcf", 4, "cannot be read: No such file");
     row("import /dev/null", 4, "holds no vCard");
+    row("export /no/such/folder/a.vcf", 4, "cannot be written");
+    row("photo #CONTACT_9# --none", 1, "no contact has the id #CONTACT_9#");
+    row("photo #CONTACT_9# /no/such/file", 4, "cannot be read: No such file");
+    row("photo #CONTACT_9# /dev/zero", 4, "is no regular file");
+    row("photo #CONTACT_9# /etc/passwd", 4, "is no JPEG, PNG or GIF");
+    row("photo #CONTACT_9# /a --wait", 2, "--wait is for an ADDRESS");
+    row("photo #CONTACT_9# /a --none", 2, "\"/a\" is too much");
+    row("sync burn a", 2, "takes export or import");
+    row("sync export a --since yesterday", 2, "--since takes a date like");
+    row("defaults burn", 2, "takes show or set");
+    row("defaults set /dev/null", 4, "holds no vCard");
 }
 
 void ClientTest::mistakesAreTold()
@@ -240,8 +196,9 @@ void ClientTest::helpTeachesEveryCommand()
     const Outcome program = client({u"--help"_s});
     QCOMPARE(program.code, 0);
     QVERIFY(program.out.contains(u"KESTIN_BUS"));
-    const QStringList commands{u"list"_s,   u"show"_s, u"add"_s,     u"edit"_s,   u"remove"_s, u"who"_s,
-                               u"search"_s, u"copy"_s, u"preview"_s, u"import"_s, u"watch"_s,  u"settings"_s};
+    const QStringList commands{u"list"_s,   u"show"_s,   u"add"_s,     u"edit"_s,    u"remove"_s, u"who"_s,
+                               u"search"_s, u"copy"_s,   u"preview"_s, u"import"_s,  u"watch"_s,  u"settings"_s,
+                               u"photo"_s,  u"export"_s, u"sync"_s,    u"defaults"_s};
     for (const QString &command : commands) {
         QVERIFY2(program.out.contains(u"\n  "_s + command + u' '), qPrintable(command));
         const Outcome help = client({command, u"--help"_s});
@@ -452,6 +409,74 @@ void ClientTest::importReadsStandardInput()
     QCOMPARE(allNames(), QStringList({u"One"_s, u"Two"_s}));
 }
 
+void ClientTest::photosArePutWhereTheDirectoryKeepsThem()
+{
+    const QString id = add({u"--last-name"_s, u"Müller"_s});
+    write(u"zoe.gif"_s, gif);
+    const Outcome outcome = client({u"photo"_s, id, path(u"zoe.gif"_s)});
+    QCOMPARE(outcome.code, 0);
+    const QString photo = client({u"show"_s, id, u"--json"_s}).json()[u"photo"].toString();
+    QCOMPARE(outcome.out, photo + u" (261 x 263 pixels, 12 bytes)\n"_s);
+    QVERIFY2(photo.startsWith(m_photos + u"photo_"_s), qPrintable(photo));
+    QCOMPARE(contentOf(photo), gif);
+
+    QCOMPARE(client({u"photo"_s, u"#CONTACT_9#"_s, path(u"zoe.gif"_s)}).code, 1);
+    QCOMPARE(photoFiles().size(), 1);
+    const Outcome address = client({u"photo"_s, id, u"https://photos.invalid/z.png"_s});
+    QCOMPARE(address.out, u"https://photos.invalid/z.png\n"_s);
+    QCOMPARE(client({u"photo"_s, id, u"--none"_s}).error, QString());
+    QCOMPARE(client({u"show"_s, id, u"--json"_s}).json()[u"photo"], QString());
+}
+
+void ClientTest::aPhotoThatCannotBeKeptKeepsNoContactAway()
+{
+    QCOMPARE(client({u"import"_s, u"-"_s}, cardWithPhoto("N:Refused\nTEL;TYPE=CELL:anonymous")).code, 1);
+    QCOMPARE(photoFiles(), QStringList());
+    const auto importLosesPhoto = [](const QByteArray &text, const QString &reason) {
+        const Outcome outcome = client({u"import"_s, u"-"_s}, text);
+        QCOMPARE(outcome.code, 0);
+        QVERIFY2(outcome.error.contains(reason), qPrintable(outcome.error));
+        QVERIFY2(outcome.out.startsWith(u"created 1, refused 0, 1 without their photo"), qPrintable(outcome.out));
+    };
+    importLosesPhoto(card("N:A\nPHOTO;ENCODING=b:AAAA"), u"(A): the photo is left out: it is no JPEG"_s);
+    const qint64 almostFull = 1024 * 1024 - gif.size() + 1;
+    write(u"KestinDirectory/photos/UserPhoto"_s, QByteArray(almostFull, 'x'));
+    QCOMPARE(client({u"settings"_s, u"set"_s, u"FileDiskUserQuota"_s, u"1"_s}).code, 0);
+    importLosesPhoto(cardWithPhoto("N:B"), u"the photos may take 1 MiB"_s);
+    QVERIFY(QFile::resize(m_photos + u"UserPhoto"_s, almostFull - 1));
+    QCOMPARE(client({u"import"_s, u"-"_s}, cardWithPhoto("N:C")).error, QString());
+    QVERIFY(QDir(m_photos).removeRecursively());
+    importLosesPhoto(cardWithPhoto("N:D"), u"cannot be written"_s);
+    QCOMPARE(allNames(), QStringList({u"A"_s, u"B"_s, u"C"_s, u"D"_s}));
+}
+
+void ClientTest::exportIsTakenBackByImport()
+{
+    add({u"--last-name"_s, u"Müller"_s, u"--melody"_s, u"bell"_s, u"--assistant"_s, u"Bea"_s, u"--private"_s,
+         u"--misc"_s, u" k;= v\t"_s});
+    QCOMPARE(client({u"import"_s, u"-"_s}, cardWithPhoto("N:Photo\nTEL;TYPE=CELL:06")).code, 0);
+    const QString file = path(u"all.vcf"_s);
+    QCOMPARE(client({u"export"_s, file}).out, u"exported 2 contacts to %1\n"_s.arg(file));
+    QCOMPARE(client({u"export"_s, u"-"_s}).out.toUtf8(), contentOf(file));
+
+    const auto contacts = [this] {
+        QList<QVariantMap> all;
+        for (const QJsonValue &value : client({u"list"_s, u"--json"_s}).json().array()) {
+            QVariantMap contact = value.toObject().toVariantMap();
+            contact[u"photo"_s] = contentOf(contact[u"photo"_s].toString());
+            contact.remove(u"contactId"_s);
+            contact.remove(u"lastModificationDate"_s);
+            all.append(contact);
+        }
+        return all;
+    };
+    const QList<QVariantMap> before = contacts();
+    QCOMPARE(before.last().value(u"photo"_s), gif);
+    QCOMPARE(client({u"remove"_s, u"#CONTACT_1#"_s, u"#CONTACT_2#"_s}).code, 0);
+    QCOMPARE(client({u"import"_s, file}).code, 0);
+    QCOMPARE(contacts(), before);
+}
+
 void ClientTest::watchPrintsEvents()
 {
     Program counted(u"kestin-dir"_s, {u"watch"_s, u"--count"_s, u"2"_s, u"--json"_s});
@@ -493,12 +518,14 @@ void ClientTest::completionOffersCommandsOptionsAndIds_data()
 {
     QTest::addColumn<QString>("typed"); // the last word is being completed
     QTest::addColumn<QStringList>("offered");
-    QTest::newRow("commands") << u"s"_s << QStringList{u"show"_s, u"search"_s, u"settings"_s};
+    QTest::newRow("commands") << u"s"_s << QStringList{u"show"_s, u"search"_s, u"sync"_s, u"settings"_s};
     QTest::newRow("options") << u"list --t"_s << QStringList{u"--type"_s, u"--timeout"_s};
     QTest::newRow("options of a search") << u"search --l"_s << QStringList{u"--local"_s, u"--limit"_s};
     QTest::newRow("kinds") << u"list --type c"_s << QStringList{u"cached"_s};
     QTest::newRow("ids, quoted") << u"show --json ''"_s << QStringList{u"\\#CONTACT_1#"_s};
     QTest::newRow("keys") << u"settings get DirMaxC"_s << QStringList{u"DirMaxContact"_s};
+    QTest::newRow("actions") << u"sync e"_s << QStringList{u"export"_s};
+    QTest::newRow("files") << u"defaults set --text /proc/cpuinf"_s << QStringList{u"/proc/cpuinfo"_s};
     QTest::newRow("nothing known") << u"add --office ''"_s << QStringList();
 }
 

@@ -2,6 +2,7 @@
 #include "client/text/ContactText.h"
 #include "client/vcard/VCardReader.h"
 #include "client/vcard/VCardSplitter.h"
+#include "client/vcard/VCardWriter.h"
 
 #include <QBuffer>
 #include <QTest>
@@ -66,6 +67,10 @@ private Q_SLOTS:
     void becomesContact();
     void fullNameAloneIsTakenApart_data();
     void fullNameAloneIsTakenApart();
+    void comesBackAsItWas_data();
+    void comesBackAsItWas();
+    void usualContactsNeedNoPropertiesOfOurOwn();
+    void embeddedPictureComesBack();
     void isRefused_data();
     void isRefused();
     void fileIsTakenApart_data();
@@ -148,6 +153,100 @@ void VCardTest::fullNameAloneIsTakenApart()
 {
     QFETCH(QString, fullName);
     QTEST(fieldsOf(VCardReader::read(card("3.0", "FN:" + fullName.toUtf8() + '\n')).contact), "fields");
+}
+
+void VCardTest::comesBackAsItWas_data()
+{
+    QTest::addColumn<Contact>("contact");
+    const QStringList keys{u"company"_s, u"job"_s,    u"address"_s, u"city"_s,     u"zip"_s,      u"country"_s,
+                           u"region"_s,  u"note"_s,   u"url"_s,     u"birthday"_s, u"nickname"_s, u"suffix"_s,
+                           u"role"_s,    u"phone2"_s, u"email"_s,   u"im"_s,       u"anything"_s, u"department"_s};
+    for (const QString &value : {u"%1"_s, u"%1; \\, \"a\": 100% =3D\\n%41"_s, u" \t%1\r\n two\n"_s,
+                                 u"\x1b\u2028%1\u0085"_s, u"tel:%1;ext=5"_s, u"Ünï %1 👍 "_s.repeated(60)}) {
+        Contact contact;
+        for (const Contact::TextField &field : Contact::texts) {
+            const QString name = QString::fromLatin1(field.name);
+            if (name != u"contactId" && !name.startsWith(u"latin") && !name.endsWith(u"Can"))
+                contact.*field.value = value.arg(name);
+        }
+        contact.melody = value;
+        for (const QString &key : keys)
+            contact.misc.insert(key, value.arg(key));
+        contact.misc.insert(value, value);
+        contact.isPreviewed = contact.isPrivate = true;
+        QTest::addRow("every field as %s", value.left(7).toUtf8().toPercentEncoding().constData()) << contact;
+    }
+    const auto row = [](const char *name, const QMap<QString, QString> &misc, QList<QString Contact::*> fields,
+                        const QStringList &values) {
+        Contact contact;
+        contact.misc = misc;
+        for (int index = 0; index < fields.size(); ++index)
+            contact.*fields.at(index) = values.at(index);
+        QTest::newRow(name) << contact;
+    };
+    row("nothing", {}, {}, {});
+    row("no name", {{u"company"_s, u"ACME"_s}}, {&Contact::officePhone}, {u"1"_s});
+    row("an address that reads like a name", {}, {&Contact::email}, {u"Dr. Bea Marlow, Jr."_s});
+    row("empty pairs", {{u""_s, u"x"_s}, {u"y"_s, u""_s}, {u"city"_s, u""_s}}, {&Contact::name}, {u"X"_s});
+    row("long extension", {}, {&Contact::name, &Contact::officePhone, &Contact::personalFax},
+        {u"X"_s, u"12"_s, u"+331"_s});
+    row("one address twice", {}, {&Contact::name, &Contact::email, &Contact::personalEmail},
+        {u"X"_s, u"a@b"_s, u"a@b"_s});
+    row("private address alone", {}, {&Contact::name, &Contact::personalEmail}, {u"X"_s, u"a@b"_s});
+    row("web photo", {}, {&Contact::name, &Contact::photo}, {u"X"_s, u"https://example.org/a;b,c?d=1#e"_s});
+}
+
+void VCardTest::comesBackAsItWas()
+{
+    QFETCH(Contact, contact);
+    Contact stored = contact;
+    stored.contactId = u"#CONTACT_1#"_s;
+    stored.latinName = stored.officePhoneCan = u"derived"_s;
+    const QByteArray text = VCardWriter::write(stored);
+    const VCardReader::Result result = VCardReader::read(text);
+    QCOMPARE(result.refusal, QString());
+    QCOMPARE(fieldsOf(result.contact), fieldsOf(contact));
+    QCOMPARE(result.contact, contact);
+    QCOMPARE(split(text + text).size(), 2);
+    for (const QByteArray &line : text.split('\n')) {
+        QVERIFY2(line.size() <= 76, line.constData());
+        QVERIFY2(line.isEmpty() || line.endsWith('\r'), line.constData());
+        QVERIFY2(line.isValidUtf8(), line.constData());
+    }
+}
+
+void VCardTest::usualContactsNeedNoPropertiesOfOurOwn()
+{
+    // So every program understands them, and what a person edits there counts.
+    Contact contact;
+    contact.name = u"Müller, sr"_s;
+    contact.firstName = u"Zoë"_s;
+    contact.officePhone = u"+33 1 99"_s;
+    contact.personalMobile = u"+33 6 39"_s;
+    contact.personalFax = u"4711"_s;
+    contact.collaborationId = u"zoe@im.org"_s;
+    contact.misc = {{u"company"_s, u"A & B; C"_s}, {u"city"_s, u"Paris"_s}, {u"note"_s, u"a\nb"_s}};
+    contact.photo = u"/var/zoe.png"_s;
+    QCOMPARE(VCardWriter::write(contact),
+             QByteArray("BEGIN:VCARD\r\nVERSION:3.0\r\nN:Müller\\, sr;Zoë;;;\r\nFN:Zoë Müller\\, sr\r\n"
+                        "ORG:A & B\\; C;\r\nTEL;TYPE=WORK,VOICE:+33 1 99\r\nTEL;TYPE=CELL,VOICE:+33 6 39\r\n"
+                        "TEL;TYPE=WORK,X-EXTENSION:4711\r\nIMPP:im:zoe@im.org\r\nADR;TYPE=WORK:;;;Paris;;;\r\n"
+                        "NOTE:a\\nb\r\nPHOTO;VALUE=uri:file:///var/zoe.png\r\nEND:VCARD\r\n"));
+    QVERIFY2(VCardReader::read(VCardWriter::write(contact)).contact.photo.isEmpty(), "a path of another machine");
+}
+
+void VCardTest::embeddedPictureComesBack()
+{
+    const QByteArray picture = "\x89PNG\r\n\x1a\n" + QByteArray(300, '\0') + "\xff;,";
+    Contact contact;
+    contact.name = u"X"_s;
+    const VCardReader::Result result = VCardReader::read(VCardWriter::write(contact, picture));
+    QCOMPARE(result.picture, picture);
+    QCOMPARE(result.contact, contact);
+    QCOMPARE(VCardReader::read(card("4.0", "FN:X\nPHOTO:data:image/png;base64," + picture.toBase64() + '\n')).picture,
+             picture);
+    QCOMPARE(VCardReader::read(card("2.1", "N:X\nPHOTO;ENCODING=BASE64;PNG:" + picture.toBase64() + "\n\n")).picture,
+             picture);
 }
 
 void VCardTest::isRefused_data()

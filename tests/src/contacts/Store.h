@@ -22,7 +22,7 @@ struct Store
         transport.answer = [](const ScriptedTransport::Call &call, const QDBusMessage &message) {
             return answerAsTelephony(call, message);
         };
-        useCases.emplace(database.connection(), transport, fields);
+        useCases.emplace(database.connection(), transport, fields, QStringLiteral("KestinDirectory"));
         record();
     }
 

@@ -102,6 +102,7 @@ QStringList published(QStringList expected)
 {
     for (QString &line : expected) {
         line.replace("CONTACT", "(ssssssssssssssssssssssssssa{ss}bbisss((iii)(iiii)i))");
+        line.replace("DATE:", "((iii)(iiii)i):");
         line.replace("SETTING", "(sssssssiiia(ss)bbs)");
     }
     return expected;
@@ -160,6 +161,9 @@ void TestDirectory::slotsStandInTheirOrder()
         "getContactToMerge(QString,QString,QString) ListContact imAdress,phoneNumber,extentionPhone",
         "getLocalContactByEmailAddress(QString) ListContact emailAddress",
         "getContactTypeById(QString) int contactId",
+        "exportToXml(QString,int,bool,QString,QString,QDateTime,QDateTime) void "
+        "path,pageSize,full,id,deviceId,createdDate,previousExportDate",
+        "importFromXml(QString) void path",
         "syncReadOnlyModeSlot(KestinEvent) void evt",
         "event_WS_DIRECTORY_GET_CONTACT_PROFILE_handle(KestinEvent) void event private",
         "event_WS_DIRECTORY_GET_ATTRIBUTES_handle(KestinEvent) void event private",
@@ -176,6 +180,7 @@ void TestDirectory::slotsStandInTheirOrder()
         "dirMaxContactChanged(Setting) ListSetting setting private",
         "dirSearchModeChanged(Setting) ListSetting setting private",
         "removeHttpsFromPhotoUrlChanged(Setting) ListSetting setting private",
+        "userPhotoChanged(Setting) ListSetting setting private",
         "deleteThread() void  private",
         "slot_searchByPhoneNumber(QString,QString) void reqId,phoneNumber",
         "slot_searchByFullName(QString,QString) void reqId,fullname",
@@ -183,6 +188,8 @@ void TestDirectory::slotsStandInTheirOrder()
         "slot_getNextResults(QString) void reqId",
         "slot_threadSearchFinished(QString) void searchId",
         "slot_addContactsToMap(QString,ListContact,bool) void searchId,contacts,localResults",
+        "slot_requestFinished(QNetworkReply*) void reply",
+        "slot_presentationLoaded(KestinEvent) void evt",
     };
     QCOMPARE(ownSlots(KestinDirectory::staticMetaObject), expected);
     const QMetaObject &object = KestinDirectory::staticMetaObject;
@@ -222,6 +229,10 @@ void TestDirectory::theIntrospectionTextIsAsPublished()
         "dirMaxContactChanged(setting:SETTING:Setting)->aSETTING:ListSetting",
         "dirSearchModeChanged(setting:SETTING:Setting)->aSETTING:ListSetting",
         "removeHttpsFromPhotoUrlChanged(setting:SETTING:Setting)->aSETTING:ListSetting",
+        "userPhotoChanged(setting:SETTING:Setting)->aSETTING:ListSetting",
+        "exportToXml(path:s, pageSize:i, full:b, id:s, deviceId:s, createdDate:DATE:QDateTime, "
+        "previousExportDate:DATE:QDateTime)->",
+        "importFromXml(path:s)->",
         "getCapabilities()->a{s(si)}:MapQStringCapability",
         "getCapabilities(listId:i)->a{s(si)}:MapQStringCapability",
         "getCapability(name:s)->(si):Capability",
@@ -307,6 +318,11 @@ void TestDirectory::eventsCarryTheirArguments()
     module.directory.addContactToPreview("r3", contact.contactId);
     module.directory.removeContactFromPreview("r4", contact.contactId);
     module.directory.deleteLocalContact("r5", contact.contactId);
+    const QString file = module.folder.filePath("contacts.xml");
+    module.directory.exportToXml(file, 0, true, "id", "device", {}, {});
+    module.directory.createLocalContact("r6", contact);
+    module.directory.importFromXml(file);
+    module.change("userPhotoChanged", QString());
     QStringList told;
     for (const KestinEvent &event : module.transport.events) {
         QString line = event.getEvtName();
@@ -322,9 +338,17 @@ void TestDirectory::eventsCarryTheirArguments()
         "DIR_CONTACTSINPREVIEW_CREATED reqId=QString contacts=QList<Contact> r3",
         "DIR_CONTACTSINPREVIEW_DELETED reqId=QString contacts=QList<Contact> requestedByUser=bool r4",
         "DIR_CONTACTS_DELETED reqId=QString contactIds=QStringList r5",
+        "ExportFinishedEvt status=ImpExpStatus cause=QString ",
+        "DIR_CONTACTS_CREATED reqId=QString contacts=QList<Contact> r6",
+        "ImportFinishedEvt status=ImpExpStatus cause=QString ",
+        "DIR_CONTACTS_DELETED reqId=QString contactIds=QStringList pcSyncDeleteContactReqId",
+        "DIR_CONTENT_CHANGED ",
+        "userPhotoChanged fileName=QString ",
     };
     QCOMPARE(told, expected);
     QVERIFY(module.log.contains("<7>event DIR_CONTACTS_CREATED sent "));
+    const qsizetype outcome = module.log.lines.indexOf("<7>event ImportFinishedEvt sent status:Success");
+    QCOMPARE(module.log.lines.value(outcome + 1), "<7>");
 }
 
 void TestDirectory::aFailedEventIsOnlyLogged()

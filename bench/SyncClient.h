@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QEventLoop>
+#include <QObject>
+
+/// A caller who imports and exports and waits for the end. One that does not succeed, or does not end, is a BenchError.
+class SyncClient : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit SyncClient(const QDBusConnection &connection);
+
+    /// Nanoseconds from the call to the event that tells the end.
+    qint64 exportTo(const QString &path);
+    qint64 importFrom(const QString &path);
+
+private Q_SLOTS:
+    void take(const QDBusMessage &message);
+
+private:
+    qint64 run(const QString &method, const QVariantList &arguments, const QString &event);
+
+    QDBusConnection m_connection;
+    QString m_event; ///< that is waited for
+    QDBusMessage m_end;
+    QEventLoop m_loop;
+};

@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "client/commands/SyncCommand.h"
+
+#include "client/commands/CommandArguments.h"
+#include "client/commands/Interruption.h"
+#include "client/commands/Report.h"
+#include "client/sync/SyncFile.h"
+#include "client/sync/SyncRun.h"
+
+#include <QFileInfo>
+#include <QSysInfo>
+
+namespace {
+
+/// Null, which says that nothing counts as exported already, when none is given.
+QDateTime dateOf(const QCommandLineParser &arguments)
+{
+    if (!arguments.isSet(QStringLiteral("since")))
+        return {};
+    const QString text = arguments.value(QStringLiteral("since"));
+    const QDateTime date = QDateTime::fromString(text, Qt::ISODate);
+    if (!date.isValid())
+        throw CommandFailure(
+            ExitCode::Usage,
+            QStringLiteral("--since takes a date like 2026-11-21 or 2026-11-21T08:00:00Z, not \"%1\"").arg(text));
+    return date.toUTC();
+}
+
+ExportRequest requestOf(const QString &path, const QCommandLineParser &arguments)
+{
+    constexpr int onePage = 0;
+    const QString device = QStringLiteral("device");
+    return {path,
+            CommandArguments::number(arguments, QStringLiteral("page-size"), onePage, onePage),
+            arguments.isSet(QStringLiteral("full")),
+            arguments.value(QStringLiteral("id")),
+            arguments.isSet(device) ? arguments.value(device) : QSysInfo::machineHostName(),
+            QDateTime::currentDateTimeUtc(),
+            dateOf(arguments)};
+}
+
+/// How long an import of this file may take on a slow phone.
+std::chrono::milliseconds importLimit(const QString &path, std::chrono::milliseconds least)
+{
+    constexpr qint64 bytesInASecond = 64 * 1024;
+    return least + std::chrono::seconds(QFileInfo(path).size() / bytesInASecond);
+}
+
+SyncRun::Outcome outcomeOf(SyncRun &run, const std::function<SyncRun::Outcome()> &start)
+{
+    const Interruption interruption;
+    QObject::connect(&interruption, &Interruption::interrupted, &run, &SyncRun::interrupt);
+    return start();
+}
+
+QJsonObject jsonOf(const SyncRun::Outcome &outcome, const QString &path)
+{
+    return {{QStringLiteral("status"), outcome.status.toString()},
+            {QStringLiteral("cause"), outcome.cause},
+            {QStringLiteral("file"), path}};
+}
+
+QString exportText(const SyncRun::Outcome &outcome, const QString &path, std::optional<int> count)
+{
+    if (outcome.status.value() == ImpExpStatus::NothingToDo)
+        return QStringLiteral("nothing to do: nothing has changed since then; %1 is not written").arg(path);
+    const QString contacts = count ? QStringLiteral(" with %1 contacts").arg(*count) : QString();
+    return QStringLiteral("exported to %1%2").arg(path, contacts);
+}
+
+/// What went wrong, a line each; an exit code of failure when anything did.
+ExitCode tellCause(const SyncRun::Outcome &outcome, const QString &what)
+{
+    const bool isFailure = outcome.status.value() == ImpExpStatus::Failure;
+    if (isFailure && outcome.cause.isEmpty())
+        Report::problem(QStringLiteral("%1: the directory does not say why; its log may").arg(what));
+    for (const QString &line : outcome.cause.split(QLatin1Char('\n'), Qt::SkipEmptyParts))
+        Report::problem(QStringLiteral("%1: %2").arg(what, line));
+    return isFailure || !outcome.cause.isEmpty() ? ExitCode::Refused : ExitCode::Done;
+}
+
+} // namespace
+
+CommandHelp SyncCommand::help() const
+{
+    return {
+        {QStringLiteral("sync export FILE [--full] [--since DATE] [--page-size N] [--id TEXT] [--device TEXT]"),
+         QStringLiteral("sync import FILE")},
+        QStringLiteral(
+            "Export has the directory write the contacts of the user into FILE: for each its id on the phone (duid)\n"
+            "and that of the other side (puid), with --full all that the file knows of it, the photo included.\n"
+            "With --since it does nothing when no contact has changed since; otherwise it always exports.\n\n"
+            "Import has the directory make its contacts those of FILE: contacts that it does not list are removed,\n"
+            "whole ones without a duid are created, those with one changed. It works in read-only mode too. When\n"
+            "single contacts cannot be imported the others are, each is told, and it ends with 1.\n\n"
+            "It is the directory that reads and writes FILE, so its user must be allowed to. --timeout is how long\n"
+            "is waited without a sign of progress; for an import, 1 s more for each 64 KiB when it is not given."),
+        {QStringLiteral("kestin-dir sync export contacts.xml --full"),
+         QStringLiteral("kestin-dir sync export map.xml --since 2026-11-21T08:00:00Z"),
+         QStringLiteral("kestin-dir sync import contacts.xml")}};
+}
+
+QList<QCommandLineOption> SyncCommand::options() const
+{
+    return {
+        {QStringLiteral("full"), QStringLiteral("Export: whole contacts, not their ids only")},
+        {QStringLiteral("since"), QStringLiteral("Export: only if anything has changed since"), QStringLiteral("DATE")},
+        {QStringLiteral("page-size"), QStringLiteral("Export: contacts on a page of the file (0: one page)"),
+         QStringLiteral("N")},
+        {QStringLiteral("id"), QStringLiteral("Export: what the file says it is called"), QStringLiteral("TEXT")},
+        {QStringLiteral("device"), QStringLiteral("Export: the device it says it is from (this host's name)"),
+         QStringLiteral("TEXT")}};
+}
+
+ExitCode SyncCommand::exportTo(const QString &path, const QCommandLineParser &arguments, CommandContext &context)
+{
+    const ExportRequest request = requestOf(path, arguments);
+    SyncRun run(context.bus, context.bus.limit());
+    const SyncRun::Outcome outcome = outcomeOf(run, [&] { return run.exportTo(request); });
+    const bool isWritten = outcome.status.value() == ImpExpStatus::Success;
+    const std::optional<int> count = isWritten ? SyncFile::countContacts(path) : std::nullopt;
+    if (context.json) {
+        QJsonObject object = jsonOf(outcome, path);
+        object.insert(QStringLiteral("contacts"), count ? QJsonValue(*count) : QJsonValue());
+        Report::json(context.out, object);
+    } else if (outcome.status.value() != ImpExpStatus::Failure) {
+        context.out << Printable::text(exportText(outcome, path, count)) << '\n';
+    }
+    return tellCause(outcome, QStringLiteral("the export failed"));
+}
+
+ExitCode SyncCommand::importFrom(const QString &path, const QCommandLineParser &arguments, CommandContext &context)
+{
+    const std::chrono::milliseconds least = context.bus.limit();
+    SyncRun run(context.bus, arguments.isSet(QStringLiteral("timeout")) ? least : importLimit(path, least));
+    const SyncRun::Outcome outcome = outcomeOf(run, [&] { return run.importFrom(path); });
+    const bool isDone = outcome.status.value() != ImpExpStatus::Failure;
+    const qsizetype leftOut = outcome.cause.split(QLatin1Char('\n'), Qt::SkipEmptyParts).size();
+    const QString exceptions = leftOut > 0 ? QStringLiteral(", but for %1 contacts").arg(leftOut) : QString();
+    if (context.json)
+        Report::json(context.out, jsonOf(outcome, path));
+    else if (isDone)
+        context.out << Printable::text(QStringLiteral("imported %1%2").arg(path, exceptions)) << '\n';
+    return tellCause(outcome, isDone ? QStringLiteral("not imported") : QStringLiteral("the import failed"));
+}
+
+ExitCode SyncCommand::run(const QCommandLineParser &arguments, CommandContext &context)
+{
+    QStringList rest = arguments.positionalArguments();
+    const QString action = rest.isEmpty() ? QString() : rest.takeFirst();
+    const bool isExport = action == QLatin1String("export");
+    if (!isExport && action != QLatin1String("import"))
+        throw CommandFailure(ExitCode::Usage, QStringLiteral("sync takes export or import, not \"%1\"").arg(action));
+    const QString path = QFileInfo(CommandArguments::one(rest, QStringLiteral("FILE"))).absoluteFilePath();
+    return isExport ? exportTo(path, arguments, context) : importFrom(path, arguments, context);
+}

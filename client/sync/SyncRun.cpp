@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "client/sync/SyncRun.h"
+
+#include "client/sync/SyncFile.h"
+#include "client/text/EventValue.h"
+
+#include <QDBusError>
+
+namespace {
+
+/// The directory answers the call when it has done the work, however long that takes; the wait has the limit.
+constexpr std::chrono::hours callLimit(24);
+
+} // namespace
+
+SyncRun::SyncRun(const BusSession &bus, std::chrono::milliseconds limit)
+    : m_patientBus(callLimit)
+    , m_limit(limit)
+    , m_wait(bus)
+{
+}
+
+SyncRun::Outcome SyncRun::exportTo(const ExportRequest &request)
+{
+    m_wait.setLimit(m_limit, [path = request.path] { return SyncFile::bytesWritten(path); });
+    return run(QStringLiteral("ExportFinishedEvt"),
+               [&request](const DirectoryService &directory) { return directory.exportToXml(request); });
+}
+
+SyncRun::Outcome SyncRun::importFrom(const QString &path)
+{
+    m_wait.setLimit(m_limit);
+    return run(QStringLiteral("ImportFinishedEvt"),
+               [&path](const DirectoryService &directory) { return directory.importFromXml(path); });
+}
+
+SyncRun::Outcome SyncRun::run(const QString &eventName,
+                              const std::function<QDBusPendingCall(const DirectoryService &)> &call)
+{
+    m_wait.listen({eventName}, DirectoryService::module);
+    const QDBusPendingCallWatcher watcher(call(DirectoryService(m_patientBus)));
+    connect(&watcher, &QDBusPendingCallWatcher::finished, this,
+            [this](const QDBusPendingCallWatcher *finished) { takeReply(finished->reply()); });
+    const EventWait::End end = m_wait.run([this](const QString &, const ListEventArgument &arguments) {
+        m_outcome = Outcome{EventValue::of<ImpExpStatus>(arguments, QLatin1String("status")),
+                            EventValue::of<QString>(arguments, QLatin1String("cause"))};
+        return m_isAnswered;
+    });
+    if (end == EventWait::End::Interrupted)
+        throw CommandFailure(ExitCode::Refused, QStringLiteral("interrupted; the directory goes on with it"));
+    if (end == EventWait::End::TimedOut)
+        throw CommandFailure(ExitCode::NoAnswer, QStringLiteral("the directory did not tell the end within the limit; "
+                                                                "it may still be at it"));
+    return *m_outcome;
+}
+
+/// The event does not tell whose run it is about. Runs are served one after the other, so this one's event is the last
+/// before the answer to its call, or the first after it.
+void SyncRun::takeReply(const QDBusMessage &reply)
+{
+    // That somebody between here and there did not want to wait for the answer ends nothing.
+    if (QDBusError(reply).type() == QDBusError::NoReply)
+        return;
+    m_isAnswered = true;
+    if (reply.type() == QDBusMessage::ErrorMessage)
+        m_wait.fail(BusFailure(DirectoryService::module, reply));
+    else if (m_outcome)
+        m_wait.finish();
+}

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/impexp/ImpExp_GuardedFile.h"
+
+#include <QFileInfo>
+
+ImpExp_GuardedFile::ImpExp_GuardedFile(const QString &path, qint64 limit)
+    : m_file(path)
+    , m_limit(limit)
+    , m_left(limit)
+{
+}
+
+bool ImpExp_GuardedFile::openForReading()
+{
+    const QFileInfo info(m_file.fileName());
+    if (info.exists() && !info.isFile()) {
+        setErrorString(QStringLiteral("it is not a regular file"));
+        return false;
+    }
+    if (!m_file.open(ReadOnly | Unbuffered)) {
+        setErrorString(m_file.errorString());
+        return false;
+    }
+    return open(ReadOnly | Unbuffered); // the reader has a buffer of its own
+}
+
+qint64 ImpExp_GuardedFile::readData(char *data, qint64 maxSize)
+{
+    if (!m_refusal.isEmpty())
+        return -1;
+    if (m_left <= 0) {
+        m_refusal = QStringLiteral("a contact, a text or a comment is larger than %1 bytes").arg(m_limit);
+        return -1;
+    }
+    const qint64 size = m_file.read(data, qMin(maxSize, m_left));
+    if (size < 0)
+        m_refusal = m_file.errorString();
+    if (size <= 0)
+        return size;
+    m_left -= size;
+    const qint64 accepted = m_scanner.scan(data, size);
+    m_refusal = m_scanner.refusal();
+    return accepted;
+}
+
+qint64 ImpExp_GuardedFile::writeData(const char *, qint64)
+{
+    return -1;
+}

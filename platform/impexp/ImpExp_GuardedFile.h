@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/impexp/ImpExp_MarkupScanner.h"
+
+#include <QFile>
+#include <QIODevice>
+
+/// A file as an XML reader gets it: it ends early where going on would cost too much. Readers take whatever lies
+/// between two tokens into memory, so the one who asks for tokens says when a new stretch begins.
+class ImpExp_GuardedFile : public QIODevice
+{
+public:
+    /// A stretch has at most `limit` bytes (and what a reader reads ahead).
+    ImpExp_GuardedFile(const QString &path, qint64 limit);
+
+    /// False, with errorString() set, when there is no regular file that can be read: a pipe would be waited for and a
+    /// device has no end.
+    bool openForReading();
+
+    void beginStretch() { m_left = m_limit; }
+    /// Why it ended early; empty when it did not.
+    QString refusal() const { return m_refusal; }
+
+    bool isSequential() const override { return true; }
+
+protected:
+    qint64 readData(char *data, qint64 maxSize) override;
+    qint64 writeData(const char *data, qint64 size) override;
+
+private:
+    QFile m_file;
+    qint64 m_limit;
+    qint64 m_left;
+    ImpExp_MarkupScanner m_scanner;
+    QString m_refusal;
+};

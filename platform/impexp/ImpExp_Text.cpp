@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/impexp/ImpExp_Text.h"
+
+namespace {
+
+/// -1 for a unit that may not stand alone.
+int sizeOfUnit(char16_t unit)
+{
+    constexpr int escaped = 6;
+    switch (unit) {
+    case u'\t':
+    case u'\n':
+    case u'\r':
+    case u'&':
+    case u'<':
+    case u'>':
+    case u'"':
+    case u'\'':
+        return escaped;
+    default:
+        break;
+    }
+    if (unit < 0x20 || unit > 0xfffd || QChar::isSurrogate(unit))
+        return -1;
+    return unit < 0x80 ? 1 : unit < 0x800 ? 2 : 3;
+}
+
+} // namespace
+
+qint64 ImpExp_Text::encodedSize(QStringView text)
+{
+    constexpr int pair = 4;
+    qint64 size = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate()) {
+            size += pair;
+            ++i;
+            continue;
+        }
+        const int unit = sizeOfUnit(text[i].unicode());
+        if (unit < 0)
+            return -1;
+        size += unit;
+    }
+    return size;
+}
+
+QString ImpExp_Text::ofTime(const QDateTime &time)
+{
+    const QDateTime utc = time.toUTC();
+    return utc.toString(utc.time().msec() == 0 ? Qt::ISODate : Qt::ISODateWithMs);
+}

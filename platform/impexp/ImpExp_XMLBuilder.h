@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/impexp/ImpExp_Item.h"
+
+#include <QDateTime>
+#include <QSaveFile>
+#include <QXmlStreamWriter>
+
+/// Writes a synchronisation file item by item. It grows beside its target and takes its place when it is finished, so
+/// nobody reads half a file, and one that was given up leaves the earlier file as it was.
+class ImpExp_XMLBuilder
+{
+public:
+    /// `pageSize`: items of a page, 0 or less puts all into one. `contacts` is the number of local contacts at the
+    /// begin; one that then cannot be written is counted. ImpExp_FatalException when the file cannot be begun.
+    ImpExp_XMLBuilder(const QString &deviceId, const QString &id, const QString &path, int pageSize,
+                      const QDateTime &createdDate, int contacts, int freeCapacity, const QString &moduleName,
+                      const QDateTime &previousExportDate);
+    /// Gives the file up unless it is finished.
+    ~ImpExp_XMLBuilder();
+    ImpExp_XMLBuilder(const ImpExp_XMLBuilder &) = delete;
+    ImpExp_XMLBuilder &operator=(const ImpExp_XMLBuilder &) = delete;
+
+    /// ImpExp_ErrorException when the item cannot be put into a file; nothing of it is written then.
+    /// ImpExp_FatalException when the file cannot be written any further.
+    void putItem(const ImpExp_Item &item);
+
+    /// Completes the file on disk and puts it in place of the target. ImpExp_FatalException when that fails.
+    void finish();
+
+private:
+    void writeAttribute(QLatin1String name, const QString &value);
+    void beginPage();
+    void writeText(QStringView text);
+    void checkWritten();
+    [[noreturn]] void fail(const QString &reason);
+
+    int m_pageSize;
+    int m_pages = 0;
+    int m_itemsInPage = 0;
+    QSaveFile m_file;
+    QXmlStreamWriter m_writer;
+};

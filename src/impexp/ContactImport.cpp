@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/impexp/ContactImport.h"
+
+#include "platform/framework/KestinLogger.h"
+#include "src/impexp/ImportRun.h"
+
+ContactImport::ContactImport(DaoContact &dao, DirectoryFields &fields, Canonize canonize, KeepPhoto keepPhoto)
+    : m_dao(dao)
+    , m_fields(fields)
+    , m_canonize(std::move(canonize))
+    , m_keepPhoto(std::move(keepPhoto))
+{
+}
+
+void ContactImport::importFromXml(const QString &path)
+{
+    KestinLogger::debug("KestinDirectory::importFromXml called.");
+    if (m_fields.importOngoing) {
+        KestinLogger::warning("an import is already on-going!");
+        return;
+    }
+    m_fields.importOngoing = true;
+    const ImportRun::Outcome outcome = ImportRun(m_dao, m_fields, m_canonize, m_keepPhoto).execute(path);
+    m_fields.importOngoing = false;
+
+    for (const QString &photo : outcome.droppedPhotos)
+        Q_EMIT photoDropped(photo);
+    Q_EMIT importFinished(outcome.status, outcome.cause);
+    if (outcome.status == ImpExpStatus::Success)
+        KestinLogger::info("KestinDirectory::importFromXml : import process succeeded.");
+    if (!outcome.deletedIds.isEmpty())
+        Q_EMIT contactsDeleted(QStringLiteral("pcSyncDeleteContactReqId"), outcome.deletedIds);
+    for (const QString &text : outcome.errors)
+        Q_EMIT contactNotImported(text);
+    if (outcome.isChanged)
+        Q_EMIT contentChanged();
+}

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/impexp/ImportErrors.h"
+
+namespace {
+
+/// An id as a person can still read it: a hostile one may have the length of a page, and there may be thousands.
+QString shown(const QString &duid)
+{
+    constexpr qsizetype longest = 256;
+    return duid.size() <= longest ? duid : duid.first(longest) + QChar(0x2026);
+}
+
+} // namespace
+
+void ImportErrors::cannotImport(const QString &duid, const QString &reason)
+{
+    add("Can't import contact with duid=\"%1\" because %2", shown(duid), reason);
+}
+
+void ImportErrors::notStored(const QString &duid)
+{
+    add("The imported contact with duid=\"%1\" is not stored into the local database.", shown(duid));
+}
+
+void ImportErrors::notLocal(const QString &duid)
+{
+    add("The imported contact with duid=\"%1\" is not a local one. It's not possible to modify it!", shown(duid));
+}

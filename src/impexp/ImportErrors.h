@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/framework/KestinLogger.h"
+
+#include <QStringList>
+
+/// Collects what kept single contacts from being imported; each is logged as a warning.
+class ImportErrors
+{
+public:
+    void cannotImport(const QString &duid, const QString &reason);
+    void notStored(const QString &duid);
+    void notLocal(const QString &duid);
+
+    const QStringList &texts() const { return m_texts; }
+
+private:
+    template <typename... Arguments>
+    void add(const char *pattern, const Arguments &...arguments)
+    {
+        KestinLogger::warning(pattern, arguments...);
+        m_texts.append(QString::fromUtf8(pattern).arg(arguments...));
+    }
+
+    QStringList m_texts;
+};

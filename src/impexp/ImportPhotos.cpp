@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/impexp/ImportPhotos.h"
+
+#include "platform/framework/KestinLogger.h"
+#include "platform/impexp/ImpExp_ErrorException.h"
+#include "platform/impexp/ImpExp_Format.h"
+#include "src/impexp/LocalPhoto.h"
+
+#include <algorithm>
+
+ImportPhotos::ImportPhotos(const KeepPhoto &keep, const QString &directory)
+    : m_keep(keep)
+    , m_prefix(directory + QLatin1String("photo_"))
+{
+}
+
+QByteArray ImportPhotos::imageOf(const ImpExp_Item &item)
+{
+    QByteArray text = item.getElement(ImpExp_Format::photo).toLatin1();
+    const auto isBlank = [](char byte) { return byte == ' ' || byte == '\t' || byte == '\n' || byte == '\r'; };
+    text.erase(std::remove_if(text.begin(), text.end(), isBlank), text.end());
+    const auto image = QByteArray::fromBase64Encoding(text, QByteArray::AbortOnBase64DecodingErrors);
+    // The decoder lets an incomplete last group pass.
+    if (!image || text.size() != (image.decoded.size() + 2) / 3 * 4)
+        throw ImpExp_ErrorException(QStringLiteral("its photo is not valid base64"));
+    return image.decoded;
+}
+
+ImportPhotos::Result ImportPhotos::apply(const QByteArray &image, Contact &contact)
+{
+    if (image.isEmpty()) {
+        if (!isOwn(contact.photo))
+            return Same;
+        contact.photo.clear();
+        return Replaced;
+    }
+    if (LocalPhoto::isLocal(contact.photo)) {
+        const auto stored = LocalPhoto::read(contact.photo);
+        if (!stored)
+            KestinLogger::warning("Can't read the local photo file for contact : %1", contact.contactId);
+        else if (*stored == image)
+            return Same;
+    }
+    const QString path = m_keep(image);
+    if (path.isEmpty())
+        return NotKept;
+    m_written.append(path);
+    contact.photo = path;
+    return Replaced;
+}
+
+void ImportPhotos::drop(const QString &photo)
+{
+    if (isOwn(photo))
+        m_dropped.append(photo);
+}
+
+bool ImportPhotos::isOwn(const QString &photo) const
+{
+    return photo.startsWith(m_prefix) && photo.indexOf(QLatin1Char('/'), m_prefix.size()) < 0;
+}

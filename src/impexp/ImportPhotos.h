@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/impexp/ImpExp_Item.h"
+#include "platform/records/Contact.h"
+#include "src/impexp/ImportCalls.h"
+
+#include <QStringList>
+
+/// The photo files of one import: which are written, and which nobody needs any more. A file that the store names is
+/// never written over, so that undoing the import undoes its photos too.
+class ImportPhotos
+{
+public:
+    ImportPhotos(const KeepPhoto &keep, const QString &directory);
+
+    /// The image of an item; empty when it has none. ImpExp_ErrorException when it is not base64.
+    static QByteArray imageOf(const ImpExp_Item &item);
+
+    enum Result { Same, Replaced, NotKept };
+    /// Makes the contact's photo this image. Same: it was, or there is neither. NotKept: the photo is the old one.
+    Result apply(const QByteArray &image, Contact &contact);
+
+    /// Nobody names it from now on; one that is not a file of our own stays.
+    void drop(const QString &photo);
+
+    /// Files to remove when all was written, or when all was undone.
+    const QStringList &dropped() const { return m_dropped; }
+    const QStringList &written() const { return m_written; }
+
+private:
+    bool isOwn(const QString &photo) const;
+
+    const KeepPhoto &m_keep;
+    QString m_prefix;
+    QStringList m_dropped;
+    QStringList m_written;
+};

@@ -1,0 +1,230 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/impexp/ImportRun.h"
+
+#include "platform/framework/KestinLogger.h"
+#include "platform/impexp/ImpExp_ErrorException.h"
+#include "platform/impexp/ImpExp_FatalException.h"
+#include "platform/impexp/ImpExp_Format.h"
+#include "platform/impexp/ImpExp_XMLParser.h"
+#include "src/dao/DaoContact.h"
+#include "src/dao/LatinText.h"
+#include "src/dao/Transaction.h"
+#include "src/impexp/SyncElements.h"
+
+#include <algorithm>
+
+namespace {
+
+/// Whether a number that has a canonical form differs.
+bool haveOtherNumbers(const Contact &one, const Contact &other)
+{
+    return one.officePhone != other.officePhone || one.fax != other.fax || one.personalMobile != other.personalMobile ||
+           one.personalHome != other.personalHome || one.personalFax != other.personalFax;
+}
+
+/// In the order in which the contacts were made.
+QStringList sortedIds(const QHash<QString, QString> &puids)
+{
+    QStringList ids = puids.keys();
+    std::sort(ids.begin(), ids.end(), [](const QString &one, const QString &other) {
+        return std::pair(one.size(), one) < std::pair(other.size(), other);
+    });
+    return ids;
+}
+
+} // namespace
+
+ImportRun::ImportRun(DaoContact &dao, const DirectoryFields &fields, const Canonize &canonize,
+                     const KeepPhoto &keepPhoto)
+    : m_dao(dao)
+    , m_fields(fields)
+    , m_photos(keepPhoto, fields.photoDirectory)
+    , m_writer(dao, canonize, m_photos, m_errors)
+{
+}
+
+ImportRun::Outcome ImportRun::execute(const QString &path)
+{
+    Transaction transaction(m_dao.connection());
+    if (!transaction.isActive()) {
+        KestinLogger::error("KestinDirectory::importFromXml : error while trying to begin a unique transaction during "
+                            "the import process on the database.");
+        return failure(ImportWriter::databaseFailure);
+    }
+    Outcome outcome;
+    try {
+        m_puids = m_dao.getLocalPuids();
+        if (readIds(path)) {
+            removeUnlisted();
+            readContacts(path);
+            outcome = success();
+        } else {
+            KestinLogger::info("KestinDirectory::importFromXml : number of contacts to import is higher than the "
+                               "maximum one allowed.");
+            outcome =
+                failure(QStringLiteral("The number of contacts to import is higher than the maximum one allowed."));
+        }
+    } catch (const ImpExp_FatalException &exception) {
+        return failure(exception.message());
+    }
+    if (transaction.commit())
+        return outcome;
+    KestinLogger::error("KestinDirectory::importFromXml : error while trying to commit a unique transaction during the "
+                        "import process to the database.");
+    return failure(outcome.status == ImpExpStatus::Success ? ImportWriter::databaseFailure : outcome.cause);
+}
+
+/// False when there are more than the store may hold.
+bool ImportRun::readIds(const QString &path)
+{
+    const qint64 capacity = qint64(m_fields.maxContacts) - m_dao.nbDMContacts();
+    KestinLogger::debug("KestinDirectory::importFromXml : get all DUID from import file.");
+    ImpExp_XMLParser parser(path);
+    ImpExp_Item item(ImpExp_Format::contact);
+    while (parser.getItem(item, false)) {
+        if (++m_itemCount > capacity)
+            return false;
+        m_listed.insert(item.getAttribute(ImpExp_Format::duid));
+    }
+    m_listed.remove({});
+    return m_itemCount <= capacity;
+}
+
+void ImportRun::removeUnlisted()
+{
+    KestinLogger::debug("KestinDirectory::importFromXml : remove contacts from database.");
+    const QStringList ids = sortedIds(m_puids);
+    for (const QString &id : ids) {
+        if (!m_listed.contains(id))
+            remove(id);
+    }
+}
+
+void ImportRun::remove(const QString &contactId)
+{
+    const ListContact found = m_dao.getContact(contactId);
+    Transaction one(m_dao.connection());
+    if (!one.isActive())
+        throw ImpExp_FatalException(ImportWriter::databaseFailure);
+    if (m_dao.deleteContact(contactId) != 0 || !one.commit()) {
+        m_errors.cannotImport(contactId, QStringLiteral("the database refused to delete it"));
+        return;
+    }
+    KestinLogger::debug("KestinDirectory::importFromXml: delete contact : %1", contactId);
+    m_deletedIds.append(contactId);
+    for (const Contact &contact : found)
+        m_photos.drop(contact.photo);
+}
+
+void ImportRun::readContacts(const QString &path)
+{
+    KestinLogger::debug("KestinDirectory::importFromXml :parse each contact from the import file.");
+    ImpExp_XMLParser parser(path);
+    ImpExp_Item item(ImpExp_Format::contact);
+    while (takeNext(parser, item)) {
+    }
+    m_writer.flush();
+    if (m_itemCount != 0 || !m_listed.isEmpty())
+        throw ImpExp_FatalException(QStringLiteral("the file has changed while it was read"));
+}
+
+/// False at the end of the file.
+bool ImportRun::takeNext(ImpExp_XMLParser &parser, ImpExp_Item &item)
+{
+    try {
+        if (!parser.getItem(item, true))
+            return false;
+        const QString duid = item.getAttribute(ImpExp_Format::duid);
+        if (!duid.isEmpty() && !m_listed.contains(duid))
+            throw ImpExp_ErrorException(QStringLiteral("it is in the file twice"));
+        take(item, duid);
+    } catch (const ImpExp_ErrorException &exception) {
+        m_errors.cannotImport(item.getAttribute(ImpExp_Format::duid), exception.message());
+    }
+    m_listed.remove(item.getAttribute(ImpExp_Format::duid));
+    --m_itemCount;
+    return true;
+}
+
+void ImportRun::take(const ImpExp_Item &item, const QString &duid)
+{
+    if (!item.hasElements())
+        map(item, duid);
+    else if (duid.isEmpty())
+        create(item);
+    else
+        update(item, duid);
+}
+
+void ImportRun::map(const ImpExp_Item &item, const QString &duid)
+{
+    if (!m_puids.contains(duid)) {
+        m_errors.notStored(duid);
+        return;
+    }
+    const QString puid = item.getAttribute(ImpExp_Format::puid);
+    if (!item.hasAttribute(ImpExp_Format::puid) || m_puids.value(duid) == puid)
+        return;
+    Transaction one(m_dao.connection());
+    if (!one.isActive())
+        throw ImpExp_FatalException(ImportWriter::databaseFailure);
+    if (m_dao.updatePuidContact(duid, puid) != 0 || !one.commit())
+        m_errors.cannotImport(duid, QStringLiteral("the database refused it"));
+    else
+        m_isMapped = true;
+}
+
+void ImportRun::create(const ImpExp_Item &item)
+{
+    const QByteArray image = ImportPhotos::imageOf(item);
+    ImportWriter::Entry entry;
+    entry.isNew = true;
+    SyncElements::copy(item, entry.contact);
+    fillLatinNames(entry.contact);
+    entry.needsNumbers = haveOtherNumbers(entry.contact, {});
+    entry.isPhotoLost = m_photos.apply(image, entry.contact) == ImportPhotos::NotKept;
+    m_writer.add(entry);
+}
+
+void ImportRun::update(const ImpExp_Item &item, const QString &duid)
+{
+    const Contact stored = m_dao.getContact(duid).value(0);
+    // One that only this import has made may have got the id of a contact that is gone.
+    if (stored.contactId.isEmpty() || (stored.type == ContactType::Local && !m_puids.contains(duid))) {
+        m_errors.notStored(duid);
+        return;
+    }
+    if (stored.type != ContactType::Local) {
+        m_errors.notLocal(duid);
+        return;
+    }
+    const QByteArray image = ImportPhotos::imageOf(item);
+    ImportWriter::Entry entry{.contact = stored, .photoBefore = stored.photo};
+    SyncElements::copy(item, entry.contact);
+    fillLatinNames(entry.contact);
+    entry.needsNumbers = haveOtherNumbers(entry.contact, stored);
+    entry.isPhotoLost = m_photos.apply(image, entry.contact) == ImportPhotos::NotKept;
+    entry.isChanged = entry.contact != stored;
+    m_writer.add(entry);
+}
+
+ImportRun::Outcome ImportRun::success() const
+{
+    return {.status = ImpExpStatus::Success,
+            .cause = m_errors.texts().join(QLatin1Char('\n')),
+            .deletedIds = m_deletedIds,
+            .errors = m_errors.texts(),
+            .droppedPhotos = m_photos.dropped(),
+            .isChanged = m_isMapped || m_writer.hasWritten() || !m_deletedIds.isEmpty()};
+}
+
+/// What was written is undone by the transaction; its photo files are left.
+ImportRun::Outcome ImportRun::failure(const QString &cause) const
+{
+    return {.status = ImpExpStatus::Failure,
+            .cause = cause,
+            .deletedIds = {},
+            .errors = {},
+            .droppedPhotos = m_photos.written(),
+            .isChanged = false};
+}

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/impexp/ImportWriter.h"
+
+#include "platform/framework/KestinLogger.h"
+#include "platform/impexp/ImpExp_FatalException.h"
+#include "src/dao/DaoContact.h"
+#include "src/dao/Transaction.h"
+#include "src/impexp/ImportErrors.h"
+#include "src/impexp/ImportPhotos.h"
+
+namespace {
+
+qsizetype sizeOf(const Contact &contact)
+{
+    qsizetype size = 0;
+    for (const Contact::TextField &field : Contact::texts)
+        size += (contact.*field.value).size();
+    for (const QString &value : contact.misc)
+        size += value.size();
+    return size;
+}
+
+} // namespace
+
+const QString ImportWriter::databaseFailure = QStringLiteral("The contacts cannot be written to the database.");
+
+ImportWriter::ImportWriter(DaoContact &dao, const Canonize &canonize, ImportPhotos &photos, ImportErrors &errors)
+    : m_dao(dao)
+    , m_canonize(canonize)
+    , m_photos(photos)
+    , m_errors(errors)
+{
+}
+
+void ImportWriter::add(const Entry &entry)
+{
+    constexpr qsizetype atATime = 250;
+    constexpr qsizetype largest = 1024 * 1024; // characters that wait, were the texts of a contact ever so long
+    m_waiting.append(entry);
+    m_waitingSize += sizeOf(entry.contact);
+    if (m_waiting.size() >= atATime || m_waitingSize >= largest)
+        flush();
+}
+
+void ImportWriter::flush()
+{
+    fillNumbers();
+    for (Entry &entry : m_waiting)
+        write(entry);
+    m_waiting.clear();
+    m_waitingSize = 0;
+}
+
+void ImportWriter::fillNumbers()
+{
+    ListContact contacts;
+    for (const Entry &entry : std::as_const(m_waiting)) {
+        if (entry.needsNumbers)
+            contacts.append(entry.contact);
+    }
+    if (contacts.isEmpty())
+        return;
+    m_canonize(contacts);
+    auto filled = contacts.cbegin();
+    for (Entry &entry : m_waiting) {
+        if (entry.needsNumbers)
+            entry.contact = *filled++;
+    }
+}
+
+void ImportWriter::write(Entry &entry)
+{
+    const QString duid = entry.isNew ? QString() : entry.contact.contactId;
+    KestinLogger::debug(entry.isNew ? "KestinDirectory::importFromXml :insert new contact in DB."
+                                    : "KestinDirectory::importFromXml :update contact into the DB.");
+    const bool isStored = !entry.isChanged || store(entry);
+    if (entry.contact.photo != entry.photoBefore)
+        m_photos.drop(isStored ? entry.photoBefore : entry.contact.photo);
+    if (!isStored) {
+        m_errors.cannotImport(duid, QStringLiteral("the database refused it"));
+        return;
+    }
+    m_hasWritten |= entry.isChanged;
+    if (entry.isPhotoLost)
+        KestinLogger::warning("Can't create the photo file for contact : %1", entry.contact.contactId);
+    KestinLogger::debug(entry.isNew ? "KestinDirectory::importFromXml: create contact : %1"
+                                    : "KestinDirectory::importFromXml: modify contact : %1",
+                        entry.contact.contactId);
+}
+
+bool ImportWriter::store(Entry &entry)
+{
+    Contact &contact = entry.contact;
+    Transaction one(m_dao.connection());
+    if (!one.isActive())
+        throw ImpExp_FatalException(databaseFailure);
+    const int code = entry.isNew ? m_dao.insertContact(contact, true) : m_dao.updateContactFromImport(contact);
+    return code == 0 && m_dao.misc().replacePairs(contact.contactId, contact.misc) == 0 && one.commit();
+}

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "src/impexp/ImportCalls.h"
+
+#include <QList>
+
+class DaoContact;
+class ImportErrors;
+class ImportPhotos;
+
+/// Writes the contacts of an import, a few hundred at a time, so that their canonical numbers are asked for in one
+/// call. A contact that the database refuses is an error of its own.
+class ImportWriter
+{
+public:
+    struct Entry
+    {
+        Contact contact;
+        bool isNew = false;
+        bool isChanged = true; ///< false: only the log tells of it, for flash wears
+        bool needsNumbers = false;
+        bool isPhotoLost = false;
+        QString photoBefore; ///< differs from the contact's when that is another one
+    };
+
+    /// What an import ends with when the database fails as a whole.
+    static const QString databaseFailure;
+
+    ImportWriter(DaoContact &dao, const Canonize &canonize, ImportPhotos &photos, ImportErrors &errors);
+
+    /// Takes a contact; it is written now or later. Throws as flush().
+    void add(const Entry &entry);
+    /// Writes what waits. ImpExp_FatalException when the database has given up the transaction.
+    void flush();
+
+    /// At least one contact was written.
+    bool hasWritten() const { return m_hasWritten; }
+
+private:
+    void fillNumbers();
+    void write(Entry &entry);
+    bool store(Entry &entry);
+
+    DaoContact &m_dao;
+    const Canonize &m_canonize;
+    ImportPhotos &m_photos;
+    ImportErrors &m_errors;
+    QList<Entry> m_waiting;
+    qsizetype m_waitingSize = 0;
+    bool m_hasWritten = false;
+};

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+
+/// The image that the photo field of a contact names on this phone.
+namespace LocalPhoto {
+
+constexpr qint64 maxBytes = 10 * 1024 * 1024;
+
+/// False for no photo and for one on the web.
+bool isLocal(const QString &photo);
+
+/// Nothing when it cannot be read, is no regular file or larger than maxBytes.
+std::optional<QByteArray> read(const QString &photo);
+
+} // namespace LocalPhoto

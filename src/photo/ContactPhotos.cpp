@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/photo/ContactPhotos.h"
+
+#include "src/dao/DaoContact.h"
+#include "src/photo/KestinDirectoryNetwork.h"
+#include "src/photo/PhotoAddress.h"
+#include "src/photo/PhotoFiles.h"
+#include "src/photo/SquarePicture.h"
+
+#include <QBuffer>
+#include <QUrl>
+
+namespace {
+
+/// With this many at a time, what their answers take in memory is bounded; an import can want thousands.
+constexpr int maxRunning = 4;
+constexpr char numberProperty[] = "photoRequestNumber";
+
+} // namespace
+
+ContactPhotos::ContactPhotos(KestinDirectoryNetwork &network, DaoContact &dao, PhotoFiles &files)
+    : m_network(network)
+    , m_dao(dao)
+    , m_files(files)
+{
+}
+
+quint32 ContactPhotos::want(const QString &contactId, const QString &photo)
+{
+    giveUp(contactId);
+    if (!PhotoAddress::isToDownload(photo))
+        return 0;
+    if (++m_lastNumber == 0)
+        ++m_lastNumber;
+    const quint32 number = m_lastNumber;
+    m_downloads[number] = {contactId, photo, nullptr};
+    m_numbers[contactId] = number;
+    startWaiting();
+    return number;
+}
+
+void ContactPhotos::forget(const QStringList &contactIds)
+{
+    for (const QString &contactId : contactIds)
+        giveUp(contactId);
+}
+
+void ContactPhotos::startWaiting()
+{
+    for (auto &[number, download] : m_downloads) {
+        if (m_running >= maxRunning)
+            return;
+        if (!download.reply)
+            start(number, download);
+    }
+}
+
+void ContactPhotos::start(quint32 number, Download &download)
+{
+    download.reply = m_network.get(QUrl(download.address)); // never null: the scheme was looked at
+    download.reply->setProperty(numberProperty, number);
+    // A download that fails tells nobody: the end of its reply is the one thing that always comes.
+    connect(download.reply, &QObject::destroyed, this, [this, number] { ended(number); });
+    ++m_running;
+}
+
+void ContactPhotos::ended(quint32 number)
+{
+    --m_running;
+    if (const auto position = m_downloads.find(number); position != m_downloads.end())
+        take(position);
+    startWaiting();
+}
+
+ContactPhotos::Download ContactPhotos::take(std::map<quint32, Download>::iterator position)
+{
+    Download download = std::move(position->second);
+    m_downloads.erase(position);
+    m_numbers.remove(download.contactId);
+    return download;
+}
+
+void ContactPhotos::giveUp(const QString &contactId)
+{
+    const auto position = m_downloads.find(m_numbers.value(contactId));
+    if (position == m_downloads.end())
+        return;
+    if (const Download download = take(position); download.reply)
+        download.reply->abort();
+}
+
+bool ContactPhotos::requestFinished(QNetworkReply *reply)
+{
+    const quint32 number = reply->property(numberProperty).toUInt();
+    if (const auto position = m_downloads.find(number); position != m_downloads.end())
+        apply(take(position), reply->readAll());
+    return number != 0;
+}
+
+void ContactPhotos::apply(const Download &download, const QByteArray &picture)
+{
+    const ListContact stored = m_dao.getContact(download.contactId);
+    if (stored.isEmpty() || stored.first().photo != download.address)
+        return;
+    QBuffer buffer;
+    buffer.setData(picture);
+    buffer.open(QIODevice::ReadOnly);
+    const QByteArray square = SquarePicture::make(&buffer, download.address, SquarePicture::side);
+    const QString path = square.isNull() ? QString() : m_files.keep(square);
+    if (path.isNull())
+        return;
+    if (m_dao.updatePhotoContact(download.contactId, path) != 0)
+        m_files.removeIfUnused(path);
+    else
+        Q_EMIT contactsUpdated(m_dao.getContact(download.contactId), true);
+}

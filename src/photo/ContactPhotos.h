@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/records/Contact.h"
+
+#include <QHash>
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+
+#include <map>
+
+class DaoContact;
+class KestinDirectoryNetwork;
+class PhotoFiles;
+class QNetworkReply;
+
+/// Downloads the photos of contacts that are given as web addresses: the picture becomes a file, and the contact names
+/// that. A few at a time, in the order in which they were wanted. Main thread only; what it is made with must outlive
+/// it.
+class ContactPhotos : public QObject
+{
+    Q_OBJECT
+
+public:
+    ContactPhotos(KestinDirectoryNetwork &network, DaoContact &dao, PhotoFiles &files);
+
+    /// Downloads the photo of a contact that has just been stored with it, and gives up one that was under way for that
+    /// contact. The number of the request; 0 when `photo` is not an address to download from.
+    quint32 want(const QString &contactId, const QString &photo);
+
+    /// These contacts are gone, and their ids may come back as somebody else.
+    void forget(const QStringList &contactIds);
+
+    /// Takes a finished reply. False when it is not one that was started here.
+    bool requestFinished(QNetworkReply *reply);
+
+    /// Downloads that wait or run.
+    qsizetype pendingCount() const { return qsizetype(m_downloads.size()); }
+
+Q_SIGNALS:
+    /// With the contact as it is stored now.
+    void contactsUpdated(const ListContact &contacts, bool onlyPhotoHasChanged);
+
+private:
+    struct Download
+    {
+        QString contactId;
+        QString address;
+        QPointer<QNetworkReply> reply; ///< null while it waits
+    };
+
+    void startWaiting();
+    void start(quint32 number, Download &download);
+    void ended(quint32 number);
+    Download take(std::map<quint32, Download>::iterator position);
+    void giveUp(const QString &contactId);
+    void apply(const Download &download, const QByteArray &picture);
+
+    KestinDirectoryNetwork &m_network;
+    DaoContact &m_dao;
+    PhotoFiles &m_files;
+    std::map<quint32, Download> m_downloads; ///< by request number
+    QHash<QString, quint32> m_numbers;       ///< by contact id
+    quint32 m_lastNumber = 0;
+    int m_running = 0;
+};

@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/photo/PhotoFiles.h"
+
+#include "platform/framework/KestinLogger.h"
+#include "src/dao/DaoContact.h"
+#include "src/photo/SquarePicture.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QUuid>
+
+namespace {
+
+constexpr QLatin1String prefix("photo_");
+
+} // namespace
+
+PhotoFiles::PhotoFiles(DaoContact &dao, const DirectoryFields &fields)
+    : m_dao(dao)
+    , m_fields(fields)
+{
+}
+
+QString PhotoFiles::keep(const QByteArray &picture)
+{
+    if (total() + picture.size() > m_fields.fileDiskUserQuota) {
+        Q_EMIT quotaExceeded();
+        return {};
+    }
+    QString path = m_fields.photoDirectory + prefix + QUuid::createUuid().toString(QUuid::Id128);
+    if (SquarePicture::isSquareJpeg(picture))
+        path += SquarePicture::suffix();
+    if (!write(path, picture))
+        return {};
+    *m_total += picture.size();
+    return path;
+}
+
+void PhotoFiles::removeIfUnused(const QString &path)
+{
+    if (isOurs(path) && m_dao._nbContactsUsingThisPhotoQuery(path) == 0)
+        remove(path);
+}
+
+void PhotoFiles::sweep()
+{
+    const auto photos = m_dao.getPhotos();
+    if (!photos)
+        return;          // logged; better too many files than too few
+    QSet<QString> names; // the directory itself can be spelled in several ways
+    for (const QString &photo : *photos)
+        names.insert(QFileInfo(photo).fileName());
+    const QDir directory(m_fields.photoDirectory);
+    const QStringList ours = directory.entryList({prefix + QLatin1Char('*')}, QDir::Files | QDir::System);
+    for (const QString &name : ours) {
+        if (!names.contains(name))
+            remove(directory.filePath(name));
+    }
+    const QString unfinished = QStringLiteral("UserPhoto_*%1.??????").arg(SquarePicture::suffix());
+    const QStringList leftOver = directory.entryList({unfinished}, QDir::Files);
+    for (const QString &name : leftOver)
+        remove(directory.filePath(name));
+}
+
+bool PhotoFiles::write(const QString &path, const QByteArray &content)
+{
+    if (QFileInfo(path).isSymLink())
+        QFile::remove(path); // what it leads to is not ours to overwrite
+    QSaveFile file(path);
+    const bool isWritten = file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit();
+    if (!isWritten)
+        KestinLogger::error("Photo file %1 could not be written: %2", path, file.errorString());
+    return isWritten;
+}
+
+bool PhotoFiles::isOurs(const QString &path) const
+{
+    const qsizetype start = m_fields.photoDirectory.size();
+    return path.startsWith(m_fields.photoDirectory) && QStringView(path).mid(start).startsWith(prefix) &&
+           path.indexOf(QLatin1Char('/'), start) < 0;
+}
+
+qint64 PhotoFiles::total()
+{
+    if (!m_total) {
+        m_total = 0;
+        QDirIterator files(m_fields.photoDirectory, QDir::Files | QDir::Hidden);
+        while (files.hasNext())
+            *m_total += files.nextFileInfo().size();
+    }
+    return *m_total;
+}
+
+void PhotoFiles::remove(const QString &path)
+{
+    const qint64 size = QFileInfo(path).size();
+    if (!QFile::remove(path))
+        KestinLogger::warning("Photo file %1 could not be removed", path);
+    else if (m_total)
+        *m_total -= size;
+}

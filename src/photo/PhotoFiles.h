@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "src/fields/DirectoryFields.h"
+
+#include <QByteArray>
+#include <QObject>
+#include <QString>
+
+#include <optional>
+
+class DaoContact;
+
+/// The photo files of contacts, "photo_*" in the photo directory, under names made here, and how much they take there.
+/// Main thread only.
+class PhotoFiles : public QObject
+{
+    Q_OBJECT
+
+public:
+    PhotoFiles(DaoContact &dao, const DirectoryFields &fields);
+
+    /// Writes the picture to a new file as it is and returns its path. Null when it cannot be written (error line), or
+    /// when all files of the directory would take more than `fileDiskUserQuota` with it (quotaExceeded). The name of
+    /// one that has the form of SquarePicture says so.
+    QString keep(const QByteArray &picture);
+
+    /// Removes the file when it is one of these and no contact names it. To be called after the commit that made it so.
+    void removeIfUnused(const QString &path);
+
+    /// Removes what an interrupted write or a lost answer left behind: files that no contact names, and unfinished
+    /// ones. At start, while nothing is under way.
+    void sweep();
+
+    /// To be called after others have written or removed files in the photo directory.
+    void recount() { m_total.reset(); }
+
+    /// Writes beside and renames, so that the file is the old one or the new one, whole, and on disk. Where the path is
+    /// a link, the link is replaced. False when it cannot be (error line).
+    static bool write(const QString &path, const QByteArray &content);
+
+Q_SIGNALS:
+    void quotaExceeded();
+
+private:
+    bool isOurs(const QString &path) const;
+    qint64 total();
+    void remove(const QString &path);
+
+    DaoContact &m_dao;
+    const DirectoryFields &m_fields;
+    /// Bytes of all files in the directory, once counted: an import keeps thousands of photos one after the other.
+    std::optional<qint64> m_total;
+};

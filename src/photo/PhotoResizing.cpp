@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/photo/PhotoResizing.h"
+
+#include "platform/framework/KestinLogger.h"
+#include "src/dao/DaoContact.h"
+#include "src/photo/PhotoFiles.h"
+#include "src/photo/SquarePicture.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+PhotoResizing::PhotoResizing(DaoContact &dao, PhotoFiles &files)
+    : m_dao(dao)
+    , m_files(files)
+{
+}
+
+bool PhotoResizing::resizeAndCropToSquare(const QString &source, int side, const QString &destination)
+{
+    const QFileInfo info(source);
+    QFile file(source);
+    const bool isOpen = info.isAbsolute() && info.isFile() && file.open(QIODevice::ReadOnly);
+    const QByteArray square = SquarePicture::make(isOpen ? &file : nullptr, source, side);
+    return !square.isNull() && PhotoFiles::write(destination.isNull() ? source : destination, square);
+}
+
+void PhotoResizing::resizeContactPhotosIfNeeded()
+{
+    KestinLogger::debug("KestinDirectory::resizeContactPhotosIfNeeded()");
+    // Thousands of contacts are read for their lines in the log only when these are wanted.
+    const ListContact contacts = KestinLogger::isOn(KestinLogger::Debug)
+                                     ? m_dao.getAllContact()
+                                     : m_dao.getContactsWithUnresizedPhoto(SquarePicture::suffix());
+    for (const Contact &contact : contacts) {
+        if (needsResizing(contact))
+            resizePhoto(contact);
+    }
+    m_resized.clear();
+    m_files.recount();
+}
+
+bool PhotoResizing::needsResizing(const Contact &contact)
+{
+    const QString &id = contact.contactId;
+    if (contact.type == ContactType::DeviceManagement) {
+        KestinLogger::debug(
+            "KestinDirectory::resizeContactPhotosIfNeeded - contact %1 is from DM => we don't touch the "
+            "photo!",
+            id);
+    } else if (contact.photo.isEmpty()) {
+        KestinLogger::debug("KestinDirectory::resizeContactPhotosIfNeeded - contact %1, no photo, nothing to do.", id);
+    } else if (contact.photo.startsWith(QLatin1String("http"))) {
+        KestinLogger::debug("KestinDirectory::resizeContactPhotosIfNeeded - contact %1, photo is not local, nothing to "
+                            "do.",
+                            id);
+    } else if (contact.photo.endsWith(SquarePicture::suffix())) {
+        KestinLogger::debug("KestinDirectory::resizeContactPhotosIfNeeded - contact %1, photo already resized, nothing "
+                            "to do.",
+                            id);
+    } else {
+        KestinLogger::debug("KestinDirectory::resizeContactPhotosIfNeeded - contact %1, photo will be resized!", id);
+        return true;
+    }
+    return false;
+}
+
+/// Path of the resized file, made by this or an earlier contact; null when it could not be made.
+QString PhotoResizing::resized(const QString &photo)
+{
+    const auto known = m_resized.constFind(photo);
+    if (known != m_resized.cend())
+        return *known;
+    const QString path = photo + SquarePicture::suffix();
+    return *m_resized.insert(photo, resizeAndCropToSquare(photo, SquarePicture::side, path) ? path : QString());
+}
+
+void PhotoResizing::resizePhoto(const Contact &contact)
+{
+    const QString &photo = contact.photo;
+    const QString path = resized(photo);
+    if (path.isNull()) {
+        KestinLogger::error("KestinDirectory::resizeContactPhotosIfNeeded: failed while trying to resize photo: %1 to "
+                            "%2",
+                            photo, photo + SquarePicture::suffix());
+        return;
+    }
+    KestinLogger::debug("KestinDirectory::resizeContactPhotosIfNeeded: successfully resized photo: %1 to %2", photo,
+                        path);
+    if (const int code = m_dao.updatePhotoContact(contact.contactId, path); code != 0) {
+        KestinLogger::error("KestinDirectory::resizeContactPhotosIfNeeded : local contact id %1 could NOT be updated. "
+                            "Res=%2",
+                            contact.contactId, code);
+        return;
+    }
+    KestinLogger::debug("KestinDirectory::resizeContactPhotosIfNeeded : local contact id %1 has been updated",
+                        contact.contactId);
+    // The old file goes last, so that whatever stops the phone, each contact names a file that is there.
+    if (m_dao._nbContactsUsingThisPhotoQuery(photo) == 0 && !QFile::remove(photo))
+        KestinLogger::warning("Photo file %1 could not be removed", photo);
+    Q_EMIT contactsUpdated(m_dao.getContact(contact.contactId), false);
+}

@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/photo/UserPhoto.h"
+
+#include "platform/framework/KestinLogger.h"
+#include "src/photo/KestinDirectoryNetwork.h"
+#include "src/photo/PhotoAddress.h"
+#include "src/photo/PhotoFiles.h"
+#include "src/photo/SquarePicture.h"
+
+#include <QBuffer>
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFileInfo>
+#include <QUrl>
+
+namespace {
+
+constexpr QLatin1String prefix("UserPhoto_");
+constexpr char requestProperty[] = "userPhotoRequest";
+
+/// Short, and the same for the same content: the name of a file says what is in it and where it came from.
+QString fingerprint(const QByteArray &content)
+{
+    return QString::fromLatin1(QCryptographicHash::hash(content, QCryptographicHash::Sha256).toHex().left(16));
+}
+
+} // namespace
+
+UserPhoto::UserPhoto(KestinDirectoryNetwork &network, PhotoFiles &files, const DirectoryFields &fields)
+    : m_network(network)
+    , m_files(files)
+    , m_fields(fields)
+{
+}
+
+void UserPhoto::setUserPhoto(const QString &value)
+{
+    ++m_request; // an answer that is still to come is not for this one
+    if (m_reply)
+        m_reply->abort();
+    if (value.isEmpty()) {
+        removeAllBut(QString());
+        Q_EMIT userPhotoChanged(QString());
+    } else if (PhotoAddress::isWeb(QUrl(value))) {
+        download(value);
+    } else {
+        takeFile(value);
+    }
+}
+
+void UserPhoto::takeFile(const QString &path)
+{
+    const QFileInfo info(path);
+    QFile file(path);
+    const bool isOpen = info.isAbsolute() && info.isFile() && file.open(QIODevice::ReadOnly);
+    QString photo = store(path, isOpen ? &file : nullptr);
+    if (photo.isNull())
+        photo = storedFrom(path); // a stick that was pulled out, for one
+    if (!photo.isNull())
+        Q_EMIT userPhotoChanged(photo);
+}
+
+void UserPhoto::download(const QString &address)
+{
+    if (!PhotoAddress::isToDownload(address)) {
+        KestinLogger::warning("The user's photo is not taken from the phone itself: %1", address);
+        return;
+    }
+    const QString stored = storedFrom(address);
+    if (!stored.isNull())
+        Q_EMIT userPhotoChanged(stored);
+    m_address = address;
+    m_reply = m_network.get(QUrl(address)); // never null: the scheme was looked at
+    m_reply->setProperty(requestProperty, m_request);
+}
+
+bool UserPhoto::requestFinished(QNetworkReply *reply)
+{
+    const QVariant request = reply->property(requestProperty);
+    if (request != QVariant(m_request))
+        return request.isValid();
+    QBuffer buffer;
+    buffer.setData(reply->readAll());
+    buffer.open(QIODevice::ReadOnly);
+    const QString announced = storedFrom(m_address);
+    const QString photo = store(m_address, &buffer);
+    if (!photo.isNull() && photo != announced)
+        Q_EMIT userPhotoChanged(photo);
+    return true;
+}
+
+/// Path of the photo, which is the only one then; null, with the previous one as it was, when it cannot be had.
+QString UserPhoto::store(const QString &source, QIODevice *picture)
+{
+    const QByteArray square = SquarePicture::make(picture, source, SquarePicture::side);
+    if (square.isNull())
+        return {};
+    const QString name = fingerprint(source.toUtf8()) + QLatin1Char('-') + fingerprint(square);
+    const QString path = m_fields.photoDirectory + prefix + name + SquarePicture::suffix();
+    if (!QFileInfo::exists(path) && !PhotoFiles::write(path, square))
+        return {};
+    removeAllBut(path);
+    return path;
+}
+
+QString UserPhoto::storedFrom(const QString &source) const
+{
+    const QString pattern = prefix + fingerprint(source.toUtf8()) + QLatin1String("-*") + SquarePicture::suffix();
+    const QStringList names = QDir(m_fields.photoDirectory).entryList({pattern}, QDir::Files);
+    return names.isEmpty() ? QString() : m_fields.photoDirectory + names.first();
+}
+
+void UserPhoto::removeAllBut(const QString &path)
+{
+    QDir directory(m_fields.photoDirectory);
+    const QStringList names = directory.entryList({prefix + QLatin1Char('*')}, QDir::Files);
+    for (const QString &name : names) {
+        if (directory.filePath(name) != path && !directory.remove(name))
+            KestinLogger::warning("Photo file %1 could not be removed", directory.filePath(name));
+    }
+    m_files.recount();
+}

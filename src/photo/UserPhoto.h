@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "src/fields/DirectoryFields.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+
+class KestinDirectoryNetwork;
+class PhotoFiles;
+class QIODevice;
+class QNetworkReply;
+
+/// The user's own photo: one file "UserPhoto_*" in the photo directory, in the form of SquarePicture. Main thread only;
+/// what it is made with must outlive it.
+class UserPhoto : public QObject
+{
+    Q_OBJECT
+
+public:
+    UserPhoto(KestinDirectoryNetwork &network, PhotoFiles &files, const DirectoryFields &fields);
+
+    /// Takes the setting: the path of a picture, an http or https address, or nothing, which removes the photo. The
+    /// photo that is there stays until the new one is; when that cannot be had (logged) it stays for good, and is
+    /// announced if it came from this same source. One that is there from the same address is announced at once.
+    void setUserPhoto(const QString &value);
+
+    /// Takes a finished reply. False when it is not one that was started here.
+    bool requestFinished(QNetworkReply *reply);
+
+Q_SIGNALS:
+    /// Full path of the photo; empty when there is none any more.
+    void userPhotoChanged(const QString &fileName);
+
+private:
+    void takeFile(const QString &path);
+    void download(const QString &address);
+    QString store(const QString &source, QIODevice *picture);
+    QString storedFrom(const QString &source) const;
+    void removeAllBut(const QString &path);
+
+    KestinDirectoryNetwork &m_network;
+    PhotoFiles &m_files;
+    const DirectoryFields &m_fields;
+    quint32 m_request = 0;           ///< counts the settings taken
+    QPointer<QNetworkReply> m_reply; ///< the download under way
+    QString m_address;               ///< of that
+};

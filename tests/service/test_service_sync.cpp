@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/service/PhoneUnderTest.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTest>
+
+namespace {
+
+constexpr int contactsInFile = 120;
+
+/// So many new contacts with this mark, each with a photo of its own.
+QByteArray fileOf(const QByteArray &mark)
+{
+    QByteArray xml = "<directory>";
+    for (int i = 0; i < contactsInFile; ++i) {
+        const QByteArray name = mark + QByteArray::number(i);
+        xml += "<contact duid=\"\" puid=\"" + name + "\"><lastName>" + name + "</lastName><officePhone>" +
+               QByteArray::number(100000 + i) + "</officePhone><company>" + mark + "</company><photo>" +
+               QByteArray("photo " + name).toBase64() + "</photo></contact>";
+    }
+    return xml + "</directory>";
+}
+
+} // namespace
+
+/// An import that is killed in the middle.
+class TestServiceSync : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aKilledImportIsAllOrNothing();
+
+private:
+    QStringList photos() const
+    {
+        return QDir(phone.data.filePath("KestinDirectory/photos")).entryList({"photo_*"}, QDir::Files);
+    }
+    QString write(const QByteArray &mark)
+    {
+        QFile file(phone.data.filePath("contacts.xml"));
+        return file.open(QIODevice::WriteOnly) && file.write(fileOf(mark)) > 0 ? file.fileName() : QString();
+    }
+    /// The mark of all contacts that are there; empty when there is none, and a report when they disagree.
+    QString markOfAll();
+
+    PhoneUnderTest phone;
+};
+
+QString TestServiceSync::markOfAll()
+{
+    const ListContact contacts = phone.contacts("getLocalContacts", {0, -1});
+    const QString mark = contacts.value(0).misc.value("company");
+    QSet<QString> named;
+    for (const Contact &contact : contacts) {
+        QFile photo(contact.photo);
+        if (contact.misc.value("company") != mark || !contact.name.startsWith(mark) ||
+            contact.officePhoneCan.isEmpty() || !photo.open(QIODevice::ReadOnly) ||
+            photo.readAll() != QByteArray("photo " + contact.name.toUtf8()))
+            return "mixed: " + contact.name + ' ' + contact.photo;
+        named.insert(contact.photo);
+    }
+    const qsizetype expected = mark.isEmpty() ? 0 : contactsInFile;
+    if (contacts.size() != expected || named.size() != expected || photos().size() != expected)
+        return QString("%1 contacts, %2 photos").arg(contacts.size()).arg(photos().size());
+    return mark;
+}
+
+void TestServiceSync::aKilledImportIsAllOrNothing()
+{
+    phone.startPeers();
+    phone.set("DirMaxContact", QString::number(contactsInFile));
+    QVERIFY2(phone.startDirectory(), qPrintable(phone.directory.errorOutput()));
+    QString current;
+    // Killed when so many photos have been written, the last ones in the removal of the old ones behind the commit.
+    for (const int written : {1, 60, 120, 10, 119, 120, 120}) {
+        const QString next = current == "a" ? "b" : "a";
+        const qsizetype before = photos().size();
+        phone.asyncCall("importFromXml", {write(next.toUtf8())});
+        QVERIFY(QTest::qWaitFor([&] { return photos().size() >= before + written || !phone.events.isEmpty(); },
+                                Program::limitMs));
+        phone.directory.kill();
+        QVERIFY2(phone.startDirectory(), qPrintable(phone.directory.errorOutput()));
+        const QString found = markOfAll();
+        QVERIFY2(found == current || found == next, qPrintable(found));
+        current = found;
+        phone.events.clear();
+    }
+    phone.asyncCall("importFromXml", {write("c")});
+    QTRY_VERIFY_WITH_TIMEOUT(phone.events.contains("DIR_CONTENT_CHANGED"), Program::limitMs);
+    QCOMPARE(markOfAll(), "c");
+    QCOMPARE(phone.events.filter("ImportFinishedEvt").size(), 1);
+}
+
+QTEST_GUILESS_MAIN(TestServiceSync)
+#include "test_service_sync.moc"

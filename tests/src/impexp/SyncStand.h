@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "src/impexp/ContactExport.h"
+#include "src/impexp/ContactImport.h"
+#include "tests/src/dao/TemporaryStore.h"
+
+#include <QDir>
+#include <QFile>
+
+/// Import and export on a database of their own. Canonical numbers are the raw ones behind a "+"; photo files are
+/// numbered from 1 in a folder of their own, and removed when they are dropped.
+struct SyncStand : TemporaryStore
+{
+    SyncStand()
+    {
+        QDir(folder.path()).mkdir("photos");
+        fields.maxContacts = 1000;
+        fields.photoDirectory = folder.filePath("photos/");
+        const auto note = [this](const char *what) {
+            return [this, what](auto &&...texts) {
+                QStringList line{what};
+                (line.append(shown(texts)), ...);
+                news.append(line.join(u' '));
+            };
+        };
+        QObject::connect(&importing, &ContactImport::photoDropped, note("dropped"));
+        QObject::connect(&importing, &ContactImport::photoDropped, [](const QString &path) { QFile::remove(path); });
+        QObject::connect(&importing, &ContactImport::importFinished, note("imported"));
+        QObject::connect(&importing, &ContactImport::contactsDeleted, note("deleted"));
+        QObject::connect(&importing, &ContactImport::contactNotImported, note("not imported"));
+        QObject::connect(&importing, &ContactImport::contentChanged, note("changed"));
+        QObject::connect(&exporting, &ContactExport::exportFinished, note("exported"));
+        QObject::connect(&exporting, &ContactExport::contactsNotExported, note("not exported"));
+    }
+
+    static QString shown(const ImpExpStatus &status) { return status.toString(); }
+    static QString shown(const QStringList &texts) { return texts.join(u','); }
+    QString shown(const QString &text) const { return QString(text).remove(fields.photoDirectory); }
+
+    QString path() const { return folder.filePath("sync.xml"); }
+    QByteArray read(const QString &name) const
+    {
+        QFile file(name);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    void write(const QString &name, const QByteArray &content) const
+    {
+        QFile file(name);
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+            qFatal("a file cannot be written");
+    }
+
+    /// What was told of the import of this content, one line each.
+    QStringList import(const QByteArray &content)
+    {
+        write(path(), "<directory>" + content + "</directory>");
+        importing.importFromXml(path());
+        return std::exchange(news, {});
+    }
+    QStringList exportAll(bool full = true, const QDateTime &previous = {})
+    {
+        exporting.exportToXml(path(), 2, full, "id", "device", QDateTime::currentDateTimeUtc(), previous);
+        return std::exchange(news, {});
+    }
+    Contact stored(const QString &id) { return dao->getContact(id).value(0); }
+    QStringList photoFiles() const { return QDir(fields.photoDirectory).entryList(QDir::Files, QDir::Name); }
+
+    LogCapture log;
+    DirectoryFields fields;
+    QStringList news;
+    QList<qsizetype> canonized; ///< contacts of each call
+    bool keepsPhotos = true;
+    int photoCount = 0;
+    ContactImport importing{*dao, fields,
+                            [this](ListContact &contacts) {
+                                canonized.append(contacts.size());
+                                for (Contact &contact : contacts)
+                                    contact.officePhoneCan = '+' + contact.officePhone;
+                            },
+                            [this](const QByteArray &image) {
+                                if (!keepsPhotos)
+                                    return QString();
+                                const QString name = fields.photoDirectory + "photo_" + QString::number(++photoCount);
+                                write(name, image);
+                                return name;
+                            }};
+    ContactExport exporting{*dao, fields, "KestinDirectory"};
+};

@@ -1,0 +1,460 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/dao/DaoContact.h"
+#include "src/dao/Database.h"
+#include "src/photo/ContactPhotos.h"
+#include "src/photo/KestinDirectoryNetwork.h"
+#include "src/photo/PhotoAddress.h"
+#include "src/photo/PhotoDownloads.h"
+#include "src/photo/PhotoFiles.h"
+#include "src/photo/PhotoResizing.h"
+#include "src/photo/UserPhoto.h"
+#include "tests/support/LogCapture.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QImage>
+#include <QPainter>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QSslCertificate>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sys/stat.h>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr int limitMs = 20000;
+const QString site = "http://photos.example";
+const QString suffix = "_100x100";
+
+QString put(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() ? path : QString();
+}
+
+QByteArray encoded(const QImage &image, const char *format)
+{
+    QBuffer buffer;
+    return image.save(&buffer, format) ? buffer.data() : QByteArray();
+}
+
+/// A JPEG of a camera that was held upright: what is at its left belongs to the top, and a mark says so.
+QByteArray onItsSide(const QImage &image)
+{
+    const char *mark = "ffe100224578696600004d4d002a00000008000101120003000000010006000000000000";
+    return encoded(image, "jpg").insert(2, QByteArray::fromHex(mark));
+}
+
+/// Red; a centred square over the shorter side is blue in its left half and green in the right.
+QImage colored(int width, int height)
+{
+    QImage image(width, height, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    const int side = std::min(width, height);
+    QPainter painter(&image);
+    painter.fillRect((width - side) / 2, (height - side) / 2, side, side, Qt::green);
+    painter.fillRect((width - side) / 2, (height - side) / 2, side / 2, side, Qt::blue);
+    return image;
+}
+
+/// Near the upper left, upper right and lower right corner: "b" blue, "g" green, "w" white, "?" another colour.
+QString colorsOf(const QString &path)
+{
+    const QImage image(path, "jpg");
+    QString colors = image.size() == QSize(100, 100) ? "" : "not square";
+    for (const QPoint point : {QPoint(2, 2), QPoint(97, 2), QPoint(97, 97)}) {
+        const QRgb rgb = image.pixel(point) & 0xc0c0c0;
+        colors += rgb == 0xc0c0c0 ? 'w' : rgb == 0xc000 ? 'g' : rgb == 0xc0 ? 'b' : '?';
+    }
+    return colors;
+}
+
+/// An empty store and photo directory, and the downloads put together as the module object does it.
+struct Stand
+{
+    Stand()
+    {
+        fields.photoDirectory = folder.path() + "/photos/";
+        fields.fileDiskUserQuota = 1 << 20;
+        QDir().mkpath(fields.photoDirectory);
+        QObject::connect(&files, &PhotoFiles::quotaExceeded, [this] { told.append("popup"); });
+        QObject::connect(&network, &KestinDirectoryNetwork::requestFinished,
+                         [this](QNetworkReply *reply) { downloads.requestFinished(reply); });
+        QObject::connect(&contacts, &ContactPhotos::contactsUpdated,
+                         [this](auto &list, bool only) { tell(list, only); });
+        QObject::connect(&user, &UserPhoto::userPhotoChanged, [this](const QString &name) { told.append(name); });
+    }
+    void tell(const ListContact &list, bool onlyPhotoHasChanged)
+    {
+        for (const Contact &contact : list)
+            told.append(contact.contactId + (onlyPhotoHasChanged ? " only " : " ") + contact.photo);
+    }
+    /// Cached contacts keep the id that they are given.
+    void add(const QString &id, const QString &photo, int type = ContactType::Cached)
+    {
+        Contact contact;
+        contact.contactId = id;
+        contact.photo = photo;
+        contact.type = type;
+        dao.insertContact(contact, false);
+    }
+    QString photoOf(const QString &id) { return dao.getContact(id).value(0).photo; }
+    QString photo(const QString &name) const { return fields.photoDirectory + name; }
+    QStringList names() const { return QDir(fields.photoDirectory).entryList(QDir::Files | QDir::Hidden, QDir::Name); }
+    QStringList takeTold() { return std::exchange(told, {}); }
+    void run(const char *statement) { database.connection().executeQuery(QLatin1String(statement)); }
+    void refuseUpdates()
+    {
+        run("CREATE TRIGGER fault BEFORE UPDATE OF photo ON CONTACT BEGIN SELECT RAISE(FAIL, 'no'); END");
+    }
+
+    LogCapture log;
+    QTemporaryDir folder;
+    Database database;
+    bool isOpen = database.openDatabase(folder.path()) && database.createTables();
+    DirectoryFields fields;
+    DaoContact dao{database.connection()};
+    PhotoFiles files{dao, fields};
+    KestinDirectoryNetwork network;
+    ContactPhotos contacts{network, dao, files};
+    UserPhoto user{network, files, fields};
+    PhotoDownloads downloads{contacts, user};
+    QStringList told;
+};
+
+} // namespace
+
+class TestPhoto : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_served;
+    QProcess m_server;
+    QString m_http, m_https, m_expired;
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        m_server.start("python3", {KESTIN_PHOTO_SERVER, m_served.path()});
+        while (!m_server.canReadLine() && m_server.waitForReadyRead(limitMs)) {
+        }
+        const QStringList ports = QString::fromLatin1(m_server.readLine().trimmed()).split(' ');
+        QCOMPARE(ports.size(), 3);
+        m_http = "http://localhost:" + ports[0];
+        m_https = "https://localhost:" + ports[1];
+        m_expired = "https://localhost:" + ports[2];
+        put(m_served.filePath("a.jpg"), encoded(colored(300, 200), "jpg"));
+        QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
+        configuration.addCaCertificates(QSslCertificate::fromPath(m_served.filePath("ca.pem")));
+        QSslConfiguration::setDefaultConfiguration(configuration);
+        qputenv("http_proxy", m_http.toLatin1());
+        qputenv("no_proxy", "localhost,127.0.0.1");
+    }
+
+    void cleanupTestCase()
+    {
+        m_server.kill();
+        m_server.waitForFinished(limitMs);
+    }
+
+    void onlyAddressesElsewhereAreDownloaded()
+    {
+        for (const char *photo : {"http://photos.example/a", "HTTPS://10.0.0.1:8443/a", "http://128.0.0.1/a",
+                                  "https://[2001:db8::1]/a", "http://localhost.example/a"})
+            QVERIFY2(PhotoAddress::isToDownload(photo), photo);
+        for (const char *photo : {"", "/data/a.jpg", "ftp://photos.example/a", "file:///a", "http:", "http:///a"})
+            QVERIFY2(!PhotoAddress::isToDownload(photo), photo);
+        for (const char *host : {"localhost", "LocalHost.", "a.localhost", "127.9.9.9:80", "u:p@127.1", "127.0.0.1.",
+                                 "2130706433", "0x7f.1", "0177.0.0.1", "[::1]", "[::ffff:127.0.0.1]", "[::ffff:7f00:1]",
+                                 "0.0.0.0", "[::]", "%31%32%37.0.0.1"})
+            QVERIFY2(!PhotoAddress::isToDownload(QString("http://%1/a").arg(host)), host);
+    }
+
+    void picturesBecomeSquareAndUprightOrAreRefused_data()
+    {
+        QTest::addColumn<QByteArray>("picture");
+        QTest::addColumn<QString>("size");
+        QTest::addColumn<QString>("colors");
+        QImage clear(30, 20, QImage::Format_ARGB32);
+        clear.fill(Qt::transparent);
+        const QByteArray png = encoded(colored(300, 200), "png");
+        const char *gif = "4749463837610100010080000000ff000000002c00000000010001000002024401003b";
+        const char *bomb = "89504e470d0a1a0a0000000d494844520000ea600000ea6008020000000fb0e215";
+        QTest::newRow("png") << png << "300 x 200"
+                             << "bgg";
+        QTest::newRow("jpeg, tall") << encoded(colored(200, 301), "jpg") << "200 x 301"
+                                    << "bgg";
+        QTest::newRow("one pixel") << encoded(colored(1, 1), "bmp") << "1 x 1"
+                                   << "ggg";
+        QTest::newRow("very wide") << encoded(colored(9000, 50), "png") << "9000 x 50"
+                                   << "bgg";
+        QTest::newRow("12 megapixels") << encoded(colored(4000, 3000), "jpg") << "4000 x 3000"
+                                       << "bgg";
+        QTest::newRow("large png") << encoded(colored(1601, 1200), "png") << "1601 x 1200"
+                                   << "bgg";
+        QTest::newRow("on its side") << onItsSide(colored(300, 200)) << "200 x 300"
+                                     << "bbg";
+        QTest::newRow("large, on its side") << onItsSide(colored(1601, 1200)) << "1200 x 1601"
+                                            << "bbg";
+        QTest::newRow("transparent") << encoded(clear, "png") << "30 x 20"
+                                     << "www";
+        QTest::newRow("gif") << QByteArray::fromHex(gif) << "1 x 1"
+                             << "ggg";
+        QTest::newRow("text") << QByteArray("<html>photo</html>") << "0 x 0"
+                              << "";
+        QTest::newRow("half a png") << png.left(png.size() / 2) << "0 x 0"
+                                    << "";
+        QTest::newRow("60000 x 60000") << QByteArray::fromHex(bomb) + png.mid(33) << "0 x 0"
+                                       << "";
+        QTest::newRow("missing") << QByteArray() << "0 x 0"
+                                 << "";
+        QTest::newRow("pipe") << QByteArray() << "0 x 0"
+                              << "";
+        QTest::newRow("relative") << png << "0 x 0"
+                                  << "";
+    }
+
+    void picturesBecomeSquareAndUprightOrAreRefused()
+    {
+        QFETCH(QByteArray, picture);
+        QFETCH(QString, size);
+        QFETCH(QString, colors);
+        Stand stand;
+        const QByteArray tag = QTest::currentDataTag();
+        const QString target = put(stand.folder.filePath("target"), "before"),
+                      full = stand.folder.filePath("source.ico");
+        if (tag == "pipe")
+            QCOMPARE(::mkfifo(qPrintable(full), 0600), 0);
+        else if (tag != "missing")
+            put(full, picture);
+        const QString source = tag == "relative" ? QDir().relativeFilePath(full) : full;
+        QCOMPARE(PhotoResizing::resizeAndCropToSquare(source, 100, target), !colors.isEmpty());
+        const QString begin = "KestinDirectory::resizeAndCropToSquare, ";
+        QVERIFY(stand.log.contains("<7>" + begin + "size of image is: " + size));
+        if (colors.isEmpty()) {
+            QVERIFY(stand.log.contains("<3>" + begin + "failed to load image: " + source));
+            QCOMPARE(QFileInfo(target).size(), 6);
+        } else {
+            QVERIFY(stand.log.contains("<7>" + begin + "about to write new image with size: 100 x 100"));
+            QCOMPARE(colorsOf(target), colors);
+            QVERIFY(PhotoResizing::resizeAndCropToSquare(source, 100, QString())); // onto itself
+            QCOMPARE(colorsOf(source), colors);
+        }
+    }
+
+    void theStartPassResizesWhatItMay()
+    {
+        for (const int logLevel : {7, 4}) {
+            Stand stand;
+            KestinLogger::setLevel(logLevel);
+            const QByteArray picture = encoded(colored(30, 20), "png");
+            const QString own = put(stand.photo("photo_1"), picture), shared = put(stand.folder.filePath("s"), picture);
+            const QString managed = put(stand.folder.filePath("m"), picture);
+            stand.add("7", managed, ContactType::DeviceManagement);
+            int id = 'a';
+            for (const QString &photo : {own, shared, shared, managed, QString("/no"), site, "/x" + suffix, QString()})
+                stand.add(QChar(id++), photo);
+            PhotoResizing pass(stand.dao, stand.files);
+            connect(&pass, &PhotoResizing::contactsUpdated, this,
+                    [&](auto &list, bool only) { stand.tell(list, only); });
+            for (int start = 0; start < 2; ++start) // the second finds nothing more to do
+                pass.resizeContactPhotosIfNeeded();
+            QStringList expected;
+            for (const QString &photo : {"a " + own, "b " + shared, "c " + shared, "d " + managed})
+                expected.append(photo + suffix);
+            QCOMPARE(stand.takeTold(), expected);
+            QCOMPARE(stand.names(), QStringList{"photo_1" + suffix});
+            QVERIFY(QFile::exists(managed) && !QFile::exists(shared) && colorsOf(shared + suffix) == "bgg");
+            QCOMPARE(stand.photoOf("#DM_7#"), managed);
+            const QString begin = "KestinDirectory::resizeContactPhotosIfNeeded";
+            QVERIFY(stand.log.contains("<3>" + begin + ": failed while trying to resize photo: /no to /no" + suffix));
+            for (const char *line : {"#DM_7# is from DM => we don't touch the photo!", "h, no photo, nothing to do.",
+                                     "f, photo is not local, nothing to do.",
+                                     "g, photo already resized, nothing to do.", "a, photo will be resized!"})
+                QCOMPARE(stand.log.contains("<7>" + begin + " - contact " + line), logLevel == 7);
+
+            stand.add("z", put(own, picture));
+            stand.refuseUpdates();
+            pass.resizeContactPhotosIfNeeded();
+            QVERIFY(stand.log.contains("<3>" + begin + " : local contact id z could NOT be updated. Res=-1"));
+            QVERIFY(QFile::exists(own) && stand.photoOf("z") == own);
+        }
+    }
+
+    void filesAreKeptUnderTheQuotaAndRemovedWhenUnused()
+    {
+        Stand stand;
+        put(stand.photo("UserPhoto_1"), QByteArray(300, 'x'));
+        stand.fields.fileDiskUserQuota = 1000;
+        const QString used = stand.files.keep(QByteArray(400, 'x')), unused = stand.files.keep(QByteArray(300, 'x'));
+        QVERIFY(used.startsWith(stand.photo("photo_")) && !unused.isNull() && stand.takeTold().isEmpty());
+        QVERIFY(stand.files.keep("x").isNull() && stand.takeTold() == QStringList{"popup"});
+        stand.add("a", used);
+        put(stand.folder.filePath("photo_1"), "x");
+        for (const QString &path : {used, unused, stand.folder.filePath("photo_1"), stand.photo("../photo_1"),
+                                    stand.photo("photo_/../../photo_1"), stand.photo("UserPhoto_1"), QString()})
+            stand.files.removeIfUnused(path);
+        const QStringList kept = {"UserPhoto_1", QFileInfo(used).fileName()};
+        QCOMPARE(stand.names(), kept);
+        QVERIFY(QFile::exists(stand.folder.filePath("photo_1")) && !stand.files.keep(QByteArray(300, 'y')).isNull());
+
+        stand.dao.updatePhotoContact("a", QString(used).replace("/photos/", "/./photos//")); // another spelling
+        put(stand.photo("UserPhoto_3" + suffix + ".AbCdEf"), "x");
+        stand.run("ALTER TABLE CONTACT RENAME TO AWAY");
+        stand.files.sweep(); // who names what cannot be known
+        QCOMPARE(stand.names().size(), 4);
+        stand.run("ALTER TABLE AWAY RENAME TO CONTACT");
+        stand.files.sweep();
+        QCOMPARE(stand.names(), kept);
+
+        stand.fields.fileDiskUserQuota = 1 << 20;
+        QVERIFY(stand.files.keep(encoded(colored(100, 100), "jpg")).endsWith(suffix));
+        for (const QByteArray &other :
+             {encoded(colored(100, 100), "png"), encoded(colored(100, 99), "jpg"), onItsSide(colored(100, 100))})
+            QVERIFY(!stand.files.keep(other).endsWith(suffix));
+        QDir(stand.fields.photoDirectory).removeRecursively();
+        QVERIFY(stand.files.keep("x").isNull() && stand.takeTold().isEmpty()); // it cannot be written
+    }
+
+    void downloadsEndWellOrInTheLog_data()
+    {
+        QTest::addColumn<QString>("address");
+        QTest::addColumn<QString>("failure");
+        const QString canceled = "(5) OperationCanceledError", noTls = "(6) SslHandshakeFailedError";
+        const QString redirect = "/once/302/Location:", good = "/file/a.jpg", never = "/file/never";
+        QTest::newRow("https") << m_https + good << "";
+        QTest::newRow("through the proxy") << site + good << "";
+        QTest::newRow("expired") << m_expired + good << noTls;
+        QTest::newRow("wrong host") << QString(m_https).replace("localhost", "127.0.0.1") << noTls;
+        QTest::newRow("five redirects") << m_http + redirect.repeated(5) + good << "";
+        QTest::newRow("six redirects") << m_http + redirect.repeated(6) + good << "(10) TooManyRedirectsError";
+        QTest::newRow("http to https") << m_http + redirect + m_https + good << "";
+        QTest::newRow("https to http") << m_https + redirect + m_http + never << "(11) InsecureRedirectError";
+        QTest::newRow("to the phone") << site + redirect + m_http + never << "(11) InsecureRedirectError";
+        QTest::newRow("to a file") << m_http + redirect + "file:///etc/passwd"
+                                   << "(301) ProtocolUnknownError";
+        QTest::newRow("missing") << m_http + "/once/404"
+                                 << "(203) ContentNotFoundError";
+        QTest::newRow("refused") << "http://localhost:1/"
+                                 << "(1) ConnectionRefusedError";
+        QTest::newRow("stops half-way") << m_http + "/once/200/Content-Length:99"
+                                        << "(2) RemoteHostClosedError";
+        QTest::newRow("announces too much") << m_http + "/hold/200/Content-Length:2000000" << canceled;
+        QTest::newRow("endless") << m_https + "/endless/200" << canceled;
+        QTest::newRow("endless error") << m_http + "/endless/500" << canceled;
+        QTest::newRow("endless redirect") << m_http + "/endless/302/Location:" + good << canceled;
+        QTest::newRow("silent") << m_http + "/hold/200/Content-Length:99" << canceled;
+        QTest::newRow("not unpacked") << m_http + "/once/200/Content-Encoding:gzip"
+                                      << "";
+    }
+
+    void downloadsEndWellOrInTheLog()
+    {
+        QFETCH(QString, address);
+        QFETCH(QString, failure);
+        LogCapture log;
+        const bool isSilent = QByteArray(QTest::currentDataTag()).startsWith("silent"); // and ends in no other way
+        KestinDirectoryNetwork network({100'000, isSilent ? 300ms : 20s, 30s, 5});
+        QByteArray body;
+        connect(&network, &KestinDirectoryNetwork::requestFinished, this, [&body](QNetworkReply *reply) {
+            body = reply->readAll();
+            reply->deleteLater();
+        });
+        QVERIFY(QSignalSpy(network.get(QUrl(address)), &QObject::destroyed).wait(limitMs)); // in either case
+        QCOMPARE(log.contains("<3>KestinDirectoryNetwork::finished : GET request failed : " + failure),
+                 !failure.isEmpty());
+        QCOMPARE(body.isEmpty(), !failure.isEmpty());
+        QVERIFY(body == "body" || !address.endsWith(":gzip"));
+        QVERIFY(log.contains("<7>GET " + address));
+        QFile seen(m_served.filePath("seen"));
+        QVERIFY(seen.open(QIODevice::ReadOnly) && !seen.readAll().contains("\n/file/never"));
+    }
+
+    void answersAreTakenWhereTheyStillFit_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<std::function<void(Stand &)>>("meanwhile");
+        QTest::addColumn<QString>("told");
+        const auto row = [](const char *path, const char *told, const char *name,
+                            const std::function<void(Stand &)> &meanwhile) {
+            QTest::newRow(name) << path << meanwhile << told;
+        };
+        const char *good = "/file/a.jpg";
+        row(good, "a only ", "kept", [](Stand &) {});
+        row(good, "a only ", "kept once", [](Stand &stand) { stand.contacts.want("a", site + "/file/a.jpg"); });
+        row("/once/302/Location:/file/a.jpg", "a only ", "kept from elsewhere", [](Stand &) {});
+        row(good, "", "contact gone", [](Stand &stand) { stand.dao.deleteContact("a"); });
+        row(good, "", "other photo", [](Stand &stand) { stand.dao.updatePhotoContact("a", "/x"); });
+        row(good, "", "id dropped", [](Stand &stand) { stand.contacts.forget({"a"}); });
+        row(good, "", "no address", [](Stand &stand) { stand.contacts.want("a", "/x"); });
+        row(good, "popup", "no room", [](Stand &stand) { stand.fields.fileDiskUserQuota = 0; });
+        row(good, "", "cannot be stored", [](Stand &stand) { stand.refuseUpdates(); });
+        row("/once/200", "", "no picture", [](Stand &) {});
+        row("/once/404", "", "not there", [](Stand &) {});
+    }
+
+    void answersAreTakenWhereTheyStillFit()
+    {
+        QFETCH(QString, path);
+        QFETCH(std::function<void(Stand &)>, meanwhile);
+        QFETCH(QString, told);
+        Stand stand;
+        stand.add("a", site + path);
+        QVERIFY(stand.contacts.want("a", site + path) != 0 && stand.contacts.want("b", "/local") == 0);
+        meanwhile(stand);
+        for (int i = 0; i < 9; ++i)
+            stand.contacts.want(QString::number(i), site + "/once/404");
+        QVERIFY(stand.log.lines.filter("<7>GET ").size() <= 5); // a few at a time
+        QTRY_COMPARE_WITH_TIMEOUT(stand.contacts.pendingCount(), 0, limitMs);
+        const QString photo = told.startsWith("a") ? stand.photoOf("a") : QString();
+        QCOMPARE(stand.told.join(","), told + photo);
+        QCOMPARE(stand.names().size(), photo.isEmpty() ? 0 : 1);
+        QVERIFY(photo.isEmpty() || (photo.endsWith(suffix) && colorsOf(photo) == "bgg"));
+        const QString noPicture = "<3>KestinDirectory::resizeAndCropToSquare, failed to load image: " + site + path;
+        QCOMPARE(stand.log.contains(noPicture), path == "/once/200");
+    }
+
+    void theUserPhotoFollowsTheSetting()
+    {
+        Stand stand;
+        const QString address = site + "/once/302/Location:/file/changing",
+                      local = put(stand.folder.filePath("local"), encoded(colored(20, 30), "png"));
+        const QString served = put(m_served.filePath("changing"), encoded(colored(30, 20), "png"));
+        const auto ended = [&stand] { return stand.log.lines.filter("GET request ").size(); };
+
+        stand.user.setUserPhoto(local);
+        const QString first = stand.takeTold().value(0);
+        QVERIFY(first.startsWith(stand.photo("UserPhoto_")) && first.endsWith(suffix) && colorsOf(first) == "bgg");
+        QFile::remove(local);
+        stand.user.setUserPhoto(local);
+        QCOMPARE(stand.takeTold(), QStringList{first}); // kept from when it could be read
+        for (const QString &bad : {QString("/nowhere"), QString("local"), m_http, site + "/once/404"})
+            stand.user.setUserPhoto(bad);
+        QTRY_COMPARE(ended(), 1);
+        QVERIFY(stand.takeTold().isEmpty() && QFile::exists(first));
+
+        stand.user.setUserPhoto(address);
+        QTRY_COMPARE(ended(), 2);
+        const QString second = stand.takeTold().value(0);
+        QCOMPARE(stand.names(), QStringList{QFileInfo(second).fileName()});
+        stand.user.setUserPhoto(address);
+        QCOMPARE(stand.told, QStringList{second}); // at once
+        QTRY_COMPARE(ended(), 3);
+        QCOMPARE(stand.takeTold(), QStringList{second}); // and not again, being the same
+        put(served, encoded(colored(300, 200).copy(0, 0, 99, 99), "png"));
+        stand.user.setUserPhoto(address);
+        QTRY_COMPARE(ended(), 4);
+        QCOMPARE(stand.names(), QStringList{QFileInfo(stand.takeTold().value(1)).fileName()});
+        stand.user.setUserPhoto(address);
+        stand.user.setUserPhoto(QString()); // before the answer came
+        QTRY_COMPARE(ended(), 5);
+        QVERIFY(stand.takeTold().last().isEmpty() && stand.names().isEmpty());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestPhoto)
+#include "test_photo.moc"
