@@ -31,12 +31,20 @@ KestinDirectoryNetwork::KestinDirectoryNetwork()
 
 KestinDirectoryNetwork::KestinDirectoryNetwork(const Limits &limits)
     : m_limits(limits)
-    , m_tls(QSslConfiguration::defaultConfiguration())
 {
     KestinLogger::debug("KestinDirectoryNetwork");
-    m_tls.setProtocol(QSsl::TlsV1_2OrLater);
-    connect(&m_manager, &QNetworkAccessManager::sslErrors, this, &KestinDirectoryNetwork::socketSslError);
-    connect(&m_manager, &QNetworkAccessManager::finished, this, &KestinDirectoryNetwork::finished);
+}
+
+QNetworkAccessManager &KestinDirectoryNetwork::manager()
+{
+    if (m_manager)
+        return *m_manager;
+    m_tls = QSslConfiguration::defaultConfiguration();
+    m_tls->setProtocol(QSsl::TlsV1_2OrLater);
+    m_manager.emplace();
+    connect(&*m_manager, &QNetworkAccessManager::sslErrors, this, &KestinDirectoryNetwork::socketSslError);
+    connect(&*m_manager, &QNetworkAccessManager::finished, this, &KestinDirectoryNetwork::finished);
+    return *m_manager;
 }
 
 QNetworkReply *KestinDirectoryNetwork::get(const QUrl &url)
@@ -50,9 +58,10 @@ QNetworkReply *KestinDirectoryNetwork::get(const QUrl &url)
 
 QNetworkReply *KestinDirectoryNetwork::start(const QUrl &url, int redirects)
 {
+    QNetworkAccessManager &network = manager();
     QNetworkRequest request = requestFor(url);
     request.setAttribute(redirectsAttribute, redirects);
-    QNetworkReply *reply = m_manager.get(request);
+    QNetworkReply *reply = network.get(request);
     reply->setReadBufferSize(m_limits.bytes + bufferMargin);
     connect(reply, &QNetworkReply::metaDataChanged, this, [this, reply] { checkSize(reply); });
     connect(reply, &QNetworkReply::readyRead, this, [this, reply] { checkSize(reply); });
@@ -63,7 +72,7 @@ QNetworkReply *KestinDirectoryNetwork::start(const QUrl &url, int redirects)
 QNetworkRequest KestinDirectoryNetwork::requestFor(const QUrl &url) const
 {
     QNetworkRequest request(url);
-    request.setSslConfiguration(m_tls);
+    request.setSslConfiguration(*m_tls);
     request.setTransferTimeout(int(m_limits.silence.count()));
     // The library would send the next request before it could be stopped.
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);

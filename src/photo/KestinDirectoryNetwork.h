@@ -7,11 +7,12 @@
 #include <QSslConfiguration>
 
 #include <chrono>
+#include <optional>
 
 /// Fetches pictures over HTTP and HTTPS, through the system's proxy where one is set (environment http_proxy,
 /// https_proxy, no_proxy). Main thread only.
 ///
-/// TLS 1.2 at least, trust as in QSslConfiguration::defaultConfiguration() when this is made. No cookie is kept, no
+/// TLS 1.2 at least, trust as in QSslConfiguration::defaultConfiguration() at the first download. No cookie is kept, no
 /// compressed answer unpacked. A download that breaks a limit, or that is sent on to where it may not go (another
 /// scheme, from https to http, from elsewhere to the phone itself), fails.
 class KestinDirectoryNetwork : public QObject
@@ -46,6 +47,7 @@ public Q_SLOTS:
     void socketSslError(QNetworkReply *reply, const QList<QSslError> &errors);
 
 private:
+    QNetworkAccessManager &manager();
     QNetworkRequest requestFor(const QUrl &url) const;
     QNetworkReply *start(const QUrl &url, int redirects);
     void checkSize(QNetworkReply *reply);
@@ -55,6 +57,7 @@ private:
     static void giveUp(QNetworkReply *reply, const char *reason);
 
     Limits m_limits;
-    QSslConfiguration m_tls;
-    QNetworkAccessManager m_manager;
+    // Made at the first download: the TLS library alone takes 4 MB of memory, and there may never be one.
+    std::optional<QSslConfiguration> m_tls;
+    std::optional<QNetworkAccessManager> m_manager;
 };
