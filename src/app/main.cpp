@@ -22,6 +22,7 @@ void parseCommandLine(const QCoreApplication &application)
         "Environment:\n"
         "  KESTIN_BUS        system (default), session, or the address of a bus\n"
         "  KESTIN_DATA_DIR   folder that takes the place of /data, where the database and the photos lie\n"
+        "  http_proxy        proxy through which photos are fetched; also https_proxy, no_proxy\n"
         "  KESTIN_LOG_LEVEL  3 errors, 4 warnings too (default), 6 information too, 7 everything\n"
         "\n"
         "Exit codes: 0 ended by a signal, 1 it could not start or lost the bus; the log on standard error says why."));

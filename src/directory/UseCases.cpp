@@ -31,6 +31,9 @@ UseCases::UseCases(Connection &connection, RemoteCaller &caller, DirectoryFields
 {
     connectCompanyDirectory();
     connectPhotos();
+    // A photo that came after an export is a change to be exported.
+    QObject::connect(&contactPhotos, &ContactPhotos::contactsUpdated, &contactPhotos,
+                     [&fields] { fields.lastLocalChangeDate = QDateTime::currentDateTimeUtc(); });
 }
 
 void UseCases::connectPhotos()

@@ -123,6 +123,7 @@ private Q_SLOTS:
     void eventsCarryTheirArguments();
     void aFailedEventIsOnlyLogged();
     void anAnonymousContactShowsThePopup();
+    void anImportShowsWhatFailed();
     void restoringEmptiesTheStore();
 };
 
@@ -283,9 +284,8 @@ void TestDirectory::settingsAreReadInOrderAndFollowed()
     QStringList keys;
     for (const ScriptedTransport::Call &call : module.transport.calls)
         keys.append(call.arguments.value(0).toString());
-    QCOMPARE(keys.mid(0, 7),
-             (QStringList{"ComLogSize", "DirMaxContact", "DirMaxWordSearch", "DirSearchMode", "RemoveHttpsFromPhotoUrl",
-                          "DirectoryDefaultContacts", "FileDiskUserQuota"}));
+    QCOMPARE(keys.mid(0, 7), (QStringList{"ComLogSize", "DirMaxContact", "DirMaxWordSearch", "DirSearchMode",
+                                          "RemoveHttpsFromPhotoUrl", "DirectoryDefaultContacts", "FileDiskUserQuota"}));
     QVERIFY(module.log.contains("<7>KestinDirectory::setDirSearchMode: SEARCH_DISPLAY_PER_DIRECTORY"));
     QVERIFY(module.log.contains("<7>removeHttpsFromPhotoUrl = 0"));
     QVERIFY(module.log.contains(
@@ -374,6 +374,34 @@ void TestDirectory::anAnonymousContactShowsThePopup()
     QCOMPARE(call.arguments.size(), 7);
     QVERIFY(module.log.contains("<6>KestinDirectory::showPopupCreatingAnonymousContactImpossible : ### Popup ### "
                                 "text:Impossible to create anonymous contact."));
+}
+
+void TestDirectory::anImportShowsWhatFailed()
+{
+    Module module;
+    module.settings = {{"DirMaxContact", "10"}}; // and no room for photos
+    module.start();
+    QFile file(module.folder.filePath("contacts.xml"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(R"(<directory><contact duid="one" puid="p"/><contact duid="two" puid="p"/>)"
+               R"(<contact duid="" puid="p"><photo>QUJD</photo></contact>)"
+               R"(<contact duid="" puid="q"><photo>QUJD</photo></contact></directory>)");
+    file.close();
+    module.directory.importFromXml(file.fileName());
+    QStringList popups;
+    for (const ScriptedTransport::Call &call : module.transport.calls) {
+        if (call.method == "showPopup")
+            popups.append(call.arguments.value(0).toString());
+    }
+    const QStringList expected{"The contact photo has not been saved because the device is full. Please free memory by "
+                               "removing contacts with photos.",
+                               R"(The imported contact with duid="one" is not stored into the local database.)",
+                               R"(The imported contact with duid="two" is not stored into the local database.)"};
+    QCOMPARE(popups, expected);
+    QVERIFY(module.log.contains("<6>KestinDirectory::showPopupContactFailureDuringSynchronization : ### Popup ### "
+                                "text:" +
+                                expected.last()));
+    QVERIFY(module.log.contains("<7>" + expected.at(1) + "\\n" + expected.at(2)));
 }
 
 void TestDirectory::restoringEmptiesTheStore()
