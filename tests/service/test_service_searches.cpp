@@ -12,7 +12,7 @@
 
 namespace {
 
-#ifdef __SANITIZE_ADDRESS__
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr bool keepsFreedMemory = true;
 #else
 constexpr bool keepsFreedMemory = false;
