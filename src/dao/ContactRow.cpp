@@ -13,6 +13,11 @@ const QString ContactRow::selectText =
 const QString ContactRow::summaryText =
     QStringLiteral("SELECT contactId, firstName, name, officePhone, email, type FROM (%1)");
 
+const QString ContactRow::exportText = QStringLiteral(
+    "SELECT contactId, puid, lastModificationDate, firstName, name, email, personalEmail, officePhone, "
+    "personalHome, personalMobile, photo, collaborationId, personalFax, fax, assistant FROM CONTACT where "
+    "type='0'");
+
 const QString ContactRow::updateText =
     QStringLiteral("UPDATE CONTACT SET loginName=:loginName, salutation=:salutation, firstName=:firstName, name=:name, "
                    "latinFirstName=:latinFirstName, latinName=:latinName, language=:language, timezone=:timezone, "
@@ -111,5 +116,23 @@ Contact ContactRow::readSummary(const Statement::Use &use)
     contact.officePhone = use.text(3);
     contact.email = use.text(4);
     contact.type = use.value(5).toInt();
+    return contact;
+}
+
+Contact ContactRow::readExported(const Statement::Use &use)
+{
+    constexpr QString Contact::*texts[] = {
+        &Contact::firstName,      &Contact::name,        &Contact::email,
+        &Contact::personalEmail,  &Contact::officePhone, &Contact::personalHome,
+        &Contact::personalMobile, &Contact::photo,       &Contact::collaborationId,
+        &Contact::personalFax,    &Contact::fax,         &Contact::assistant,
+    };
+    Contact contact;
+    contact.contactId = use.text(0);
+    contact.setPUID(use.text(1));
+    contact.setLastModificationDate(use.value(2).toDateTime());
+    int column = 3;
+    for (const auto text : texts)
+        contact.*text = use.text(column++);
     return contact;
 }

@@ -20,6 +20,9 @@ void bind(Statement::Use &use, const Contact &contact);
 
 /// The row of a statement that begins with selectText. The misc pairs are not part of it.
 Contact read(const Statement::Use &use);
+/// What an export takes of a contact, and the row of that statement.
+extern const QString exportText;
+Contact readExported(const Statement::Use &use);
 /// The row of summaryText.
 Contact readSummary(const Statement::Use &use);
 

@@ -3,6 +3,7 @@
 
 #include "src/dao/ContactRow.h"
 
+using ContactRow::exportText;
 using ContactRow::insertText;
 using ContactRow::selectText;
 using ContactRow::updateText;
@@ -40,15 +41,13 @@ ContactStatements::ContactStatements(const QSqlDatabase &handle)
     , byType(handle, selectText + QLatin1String(" WHERE type=:type"))
     , previewPage(handle, selectText + QLatin1String(" WHERE isPreviewed='true' ORDER BY contactId "
                                                      "limit :startInd , :length"))
-    , fullExport(handle, QStringLiteral("SELECT contactId, puid, lastModificationDate, firstName, name, email, "
-                                        "personalEmail, officePhone, personalHome, personalMobile, photo, "
-                                        "collaborationId, personalFax, fax, assistant FROM CONTACT where type='0'"))
+    , fullExport(handle, exportText)
     , mappingExport(handle, QStringLiteral("SELECT contactId, puid FROM CONTACT where type='0'"))
     , changedSince(handle, QStringLiteral("SELECT contactId from contact where lastModificationDate > :lastExportDate "
                                           "limit 1"))
     , photos(handle, QStringLiteral("SELECT DISTINCT photo FROM CONTACT WHERE photo>''"))
     , unresizedPhotos(handle, selectText + QLatin1String(" WHERE photo>'' AND photo NOT GLOB 'http*' AND "
                                                          "substr(photo, -length(:suffix))<>:suffix AND type<>'3' "
-                                                         "ORDER BY contactId"))
+                                                         "ORDER BY +contactId")) // sorted, not scanned by its index
 {
 }

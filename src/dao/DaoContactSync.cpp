@@ -3,6 +3,7 @@
 #include "src/dao/DaoContact.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "src/dao/ContactRow.h"
 
 std::optional<QSet<QString>> DaoContact::getPhotos()
 {
@@ -37,25 +38,18 @@ QHash<QString, QString> DaoContact::getLocalPuids()
 void DaoContact::fullExport(const TakeContact &take)
 {
     KestinLogger::debug("DaoContact::fullExport: export all user's contacts");
-    constexpr QString Contact::*texts[] = {
-        &Contact::firstName,      &Contact::name,        &Contact::email,
-        &Contact::personalEmail,  &Contact::officePhone, &Contact::personalHome,
-        &Contact::personalMobile, &Contact::photo,       &Contact::collaborationId,
-        &Contact::personalFax,    &Contact::fax,         &Contact::assistant,
-    };
+    constexpr qsizetype atATime = 250;
     Statement::Use use = m_statements.fullExport.use();
     if (use.execute() != 0)
         return;
-    while (use.next()) {
-        Contact contact;
-        contact.contactId = use.text(0);
-        contact.setPUID(use.text(1));
-        contact.setLastModificationDate(use.value(2).toDateTime());
-        int column = 3;
-        for (const auto text : texts)
-            contact.*text = use.text(column++);
-        contact.misc = m_misc.pairs(contact.contactId);
-        take(contact);
+    bool isMore = true;
+    while (isMore) {
+        ListContact contacts;
+        while (contacts.size() < atATime && (isMore = use.next()))
+            contacts.append(ContactRow::readExported(use));
+        m_misc.fill(contacts);
+        for (const Contact &contact : std::as_const(contacts))
+            take(contact);
     }
 }
 
