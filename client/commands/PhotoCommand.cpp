@@ -97,7 +97,7 @@ QString setAddressAndWait(const QString &address, const QString &id, const BusSe
     if (end == EventWait::End::TimedOut)
         throw CommandFailure(ExitCode::NoAnswer,
                              QStringLiteral("the address is set, but the directory did not fetch the photo within the "
-                                            "limit; its log tells why"));
+                                            "limit; its log may tell why"));
     return photo;
 }
 

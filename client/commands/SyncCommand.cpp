@@ -89,7 +89,8 @@ CommandHelp SyncCommand::help() const
         QStringLiteral(
             "Export has the directory write the contacts of the user into FILE: for each its id on the phone (duid)\n"
             "and that of the other side (puid), with --full all that the file knows of it, the photo included.\n"
-            "With --since it does nothing when no contact has changed since; otherwise it always exports.\n\n"
+            "With --since it does nothing when no contact has changed since (the first export after a start of the\n"
+            "directory, or after a change of its capacity, is made all the same); otherwise it always exports.\n\n"
             "Import has the directory make its contacts those of FILE: contacts that it does not list are removed,\n"
             "whole ones without a duid are created, those with one changed. It works in read-only mode too. When\n"
             "single contacts cannot be imported the others are, each is told, and it ends with 1.\n\n"

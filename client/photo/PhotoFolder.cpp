@@ -66,7 +66,10 @@ PhotoFile PhotoFolder::put(const QByteArray &picture)
         throw CommandFailure(ExitCode::FileError, QStringLiteral("it %1").arg(fault));
     makeRoomFor(picture.size());
     QSaveFile file(path() + QLatin1String("photo_") + QUuid::createUuid().toString(QUuid::WithoutBraces));
-    if (!file.open(QIODevice::WriteOnly) || file.write(picture) != picture.size() || !file.commit())
+    // The directory, which may be another user of the folder's group, has to read it whatever the umask here.
+    constexpr auto forTheGroup = QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup;
+    if (!file.open(QIODevice::WriteOnly) || !file.setPermissions(forTheGroup) ||
+        file.write(picture) != picture.size() || !file.commit())
         throw CommandFailure(ExitCode::FileError,
                              QStringLiteral("%1 cannot be written: %2").arg(path(), file.errorString()));
     *m_room -= picture.size();

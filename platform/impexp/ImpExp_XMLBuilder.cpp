@@ -33,6 +33,13 @@ void checkItem(const ImpExp_Item &item)
         throw ImpExp_ErrorException(QStringLiteral("it is too large"));
 }
 
+/// A slip of the caller, who names the path, must not cost a database.
+bool isSomethingElse(const QString &path)
+{
+    QFile file(path);
+    return file.exists() && file.size() > 0 && !(file.open(QIODevice::ReadOnly) && file.peek(1) == "<");
+}
+
 } // namespace
 
 ImpExp_XMLBuilder::ImpExp_XMLBuilder(const QString &deviceId, const QString &id, const QString &path, int pageSize,
@@ -45,6 +52,8 @@ ImpExp_XMLBuilder::ImpExp_XMLBuilder(const QString &deviceId, const QString &id,
     const QFileInfo target(path);
     if (target.exists() && !target.isFile())
         fail(QStringLiteral("it is not a regular file")); // root could replace a device
+    if (isSomethingElse(path))
+        fail(QStringLiteral("there is a file that is no XML, which stays"));
     if (!m_file.open(QIODevice::WriteOnly))
         fail(m_file.errorString());
     m_writer.setAutoFormatting(true);

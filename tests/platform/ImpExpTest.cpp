@@ -214,10 +214,11 @@ void ImpExpTest::aContactThatXmlCannotCarryIsLeftOut()
 void ImpExpTest::aFileThatCannotBeWrittenLeavesTheTarget()
 {
     const QString missing = m_folder.filePath("missing/file.xml");
-    for (const QString &path : {missing, m_folder.path(), u"/dev/full"_s})
+    const QString database = file("SQLite format 3");
+    for (const QString &path : {missing, m_folder.path(), u"/dev/full"_s, database})
         QVERIFY_EXCEPTION_THROWN(ImpExp_XMLBuilder({}, {}, path, 0, {}, 0, 0, {}, {}), ImpExp_FatalException);
     QFile::remove(target());
-    QVERIFY(QFile::rename(file("earlier"), target()));
+    QVERIFY(QFile::rename(file("<earlier"), target()));
     builder().putItem(ContactMap_Item("1", "p"));
     signal(SIGXFSZ, SIG_IGN);
     const rlimit small{10000, RLIM_INFINITY};
@@ -227,7 +228,7 @@ void ImpExpTest::aFileThatCannotBeWrittenLeavesTheTarget()
     setrlimit(RLIMIT_FSIZE, &any);
     QFile earlier(target());
     QVERIFY(earlier.open(QIODevice::ReadOnly));
-    QCOMPARE(earlier.readAll(), "earlier");
+    QCOMPARE(earlier.readAll(), "<earlier");
     QCOMPARE(QDir(m_folder.path()).entryList(QDir::Files), QStringList{"target.xml"});
 }
 
