@@ -23,6 +23,6 @@ struct DirectoryFields
     qint32 fileDiskUserQuota = 0;         ///< bytes that photo files may take
     bool readOnlyMode = false;            ///< a synchronisation owner holds the directory
     bool importOngoing = false;
-    QDateTime lastLocalChangeDate;        ///< UTC
+    QDateTime lastLocalChangeDate; ///< UTC
     QMap<qint32, QString> popupTexts;
 };
