@@ -13,26 +13,26 @@ constexpr QLatin1String dateElement("lastModificationDate");
 
 struct Element
 {
-    QLatin1String name;
+    QString name; // shared by all items: nothing is allocated for it
     QString Contact_Item::Values::*value;
 };
 
-constexpr std::array textElements{
-    Element{ImpExp_Format::duid, &Contact_Item::Values::duid},
-    Element{ImpExp_Format::puid, &Contact_Item::Values::puid},
-    Element{QLatin1String("firstName"), &Contact_Item::Values::firstName},
-    Element{QLatin1String("lastName"), &Contact_Item::Values::lastName},
-    Element{QLatin1String("email"), &Contact_Item::Values::email},
-    Element{QLatin1String("personalEmail"), &Contact_Item::Values::personalEmail},
-    Element{QLatin1String("officePhone"), &Contact_Item::Values::officePhone},
-    Element{QLatin1String("personalHome"), &Contact_Item::Values::personalHome},
-    Element{QLatin1String("personalMobile"), &Contact_Item::Values::personalMobile},
-    Element{QLatin1String("collaborationId"), &Contact_Item::Values::collaborationId},
-    Element{QLatin1String("officePhone2"), &Contact_Item::Values::officePhone2},
-    Element{QLatin1String("otherPhone"), &Contact_Item::Values::otherPhone},
-    Element{QLatin1String("company"), &Contact_Item::Values::company},
-    Element{QLatin1String("assistant"), &Contact_Item::Values::assistant},
-    Element{QLatin1String("jobTitle"), &Contact_Item::Values::jobTitle},
+const std::array textElements{
+    Element{QString(ImpExp_Format::duid), &Contact_Item::Values::duid},
+    Element{QString(ImpExp_Format::puid), &Contact_Item::Values::puid},
+    Element{QStringLiteral("firstName"), &Contact_Item::Values::firstName},
+    Element{QStringLiteral("lastName"), &Contact_Item::Values::lastName},
+    Element{QStringLiteral("email"), &Contact_Item::Values::email},
+    Element{QStringLiteral("personalEmail"), &Contact_Item::Values::personalEmail},
+    Element{QStringLiteral("officePhone"), &Contact_Item::Values::officePhone},
+    Element{QStringLiteral("personalHome"), &Contact_Item::Values::personalHome},
+    Element{QStringLiteral("personalMobile"), &Contact_Item::Values::personalMobile},
+    Element{QStringLiteral("collaborationId"), &Contact_Item::Values::collaborationId},
+    Element{QStringLiteral("officePhone2"), &Contact_Item::Values::officePhone2},
+    Element{QStringLiteral("otherPhone"), &Contact_Item::Values::otherPhone},
+    Element{QStringLiteral("company"), &Contact_Item::Values::company},
+    Element{QStringLiteral("assistant"), &Contact_Item::Values::assistant},
+    Element{QStringLiteral("jobTitle"), &Contact_Item::Values::jobTitle},
 };
 
 } // namespace

@@ -10,10 +10,12 @@
 #include <QHash>
 
 #include <array>
+#include <type_traits>
 
 namespace {
 
 const QString telephony = QStringLiteral("Telephony");
+const QString manyNumbers = QStringLiteral("makeCanonicalNumberMapWithoutPrefix");
 
 struct Number
 {
@@ -47,6 +49,20 @@ void setNumbers(Contact &contact, QString Contact::*Number::*kind, const QString
 {
     for (std::size_t i = 0; i < numbers.size(); ++i)
         contact.*(numbers[i].*kind) = values.at(qsizetype(i));
+}
+
+/// Makes a call for many contacts; nothing when it cannot be made.
+template <typename Call>
+std::optional<std::invoke_result_t<Call>> attempted(Call call)
+{
+    try {
+        return call();
+    } catch (const KestinException &exception) {
+        KestinLogger::error("fillContactsCanonicalNumbers failed to call Telephony %1", exception.message());
+    } catch (...) {
+        KestinLogger::error("fillContactsCanonicalNumbers failed to call Telephony (unknown exception");
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -86,36 +102,40 @@ void CanonicalNumbers::makeCanonicalNumberListWithoutPrefix(Contact &contact)
     }
 }
 
-QMapQStringQStringList CanonicalNumbers::askForMany(const QMapQStringQStringList &rawNumbers)
+/// The numbers of many; none when there is no answer.
+CanonicalNumbers::NumbersById CanonicalNumbers::answerOf(const QDBusMessage &message)
 {
-    try {
-        const QDBusReply<QMapQStringQStringList> reply = m_caller.syncRemoteCall(
-            telephony, QStringLiteral("makeCanonicalNumberMapWithoutPrefix"), {QVariant::fromValue(rawNumbers)});
-        if (reply.isValid())
-            return reply.value();
-        KestinLogger::error("fillContactsCanonicalNumbers failed to call Telephony %1", reply.error().message());
-    } catch (const KestinException &exception) {
-        KestinLogger::error("fillContactsCanonicalNumbers failed to call Telephony %1", exception.message());
-    } catch (...) {
-        KestinLogger::error("fillContactsCanonicalNumbers failed to call Telephony (unknown exception");
-    }
+    constexpr int pauseMs = 10000;
+    const QDBusReply<NumbersById> reply = message;
+    if (reply.isValid())
+        return reply.value();
+    const QDBusError::ErrorType error = reply.error().type();
+    if (error == QDBusError::NoReply || error == QDBusError::Timeout || error == QDBusError::TimedOut)
+        m_pause.setRemainingTime(pauseMs);
+    KestinLogger::error("fillContactsCanonicalNumbers failed to call Telephony %1", reply.error().message());
     return {};
 }
 
-void CanonicalNumbers::makeCanonicalNumbers(ListContact &contacts)
+CanonicalNumbers::FillNumbers CanonicalNumbers::askForCanonicalNumbers(const ListContact &contacts)
 {
-    QMapQStringQStringList request;
-    for (qsizetype i = 0; i < contacts.size(); ++i) {
-        const QStringList raw = rawNumbers(contacts.at(i));
-        setNumbers(contacts[i], &Number::canonical, raw);
-        request.insert(QString::number(i), raw);
-    }
-    const QMapQStringQStringList answer = askForMany(request);
-    for (qsizetype i = 0; i < contacts.size(); ++i) {
-        const QStringList canonical = answer.value(QString::number(i));
-        if (isComplete(canonical))
-            setNumbers(contacts[i], &Number::canonical, canonical);
-    }
+    NumbersById request;
+    for (qsizetype i = 0; i < contacts.size(); ++i)
+        request.insert(QString::number(i), rawNumbers(contacts.at(i)));
+    std::optional<QDBusPendingCall> call;
+    if (m_pause.hasExpired())
+        call =
+            attempted([&] { return m_caller.asyncRemoteCall(telephony, manyNumbers, {QVariant::fromValue(request)}); });
+    return [this, call](ListContact &asked) mutable {
+        NumbersById answer;
+        if (call) {
+            call->waitForFinished();
+            answer = answerOf(call->reply());
+        }
+        for (qsizetype i = 0; i < asked.size(); ++i) {
+            const QStringList canonical = answer.value(QString::number(i));
+            setNumbers(asked[i], &Number::canonical, isComplete(canonical) ? canonical : rawNumbers(asked.at(i)));
+        }
+    };
 }
 
 void CanonicalNumbers::fillContactsCanonicalNumbers()
@@ -126,12 +146,14 @@ void CanonicalNumbers::fillContactsCanonicalNumbers()
         return;
     }
     QHash<QString, Contact> contacts;
-    QMapQStringQStringList request;
+    NumbersById request;
     for (const Contact &contact : all) {
         contacts.insert(contact.contactId, contact);
         request.insert(contact.contactId, rawNumbers(contact));
     }
-    const QMapQStringQStringList answer = askForMany(request);
+    const auto reply =
+        attempted([&] { return m_caller.syncRemoteCall(telephony, manyNumbers, {QVariant::fromValue(request)}); });
+    const NumbersById answer = reply ? answerOf(*reply) : NumbersById();
     if (answer.isEmpty())
         return;
     Transaction transaction(m_dao.connection());

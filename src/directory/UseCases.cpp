@@ -26,7 +26,7 @@ UseCases::UseCases(Connection &connection, RemoteCaller &caller, DirectoryFields
     , photoDownloads(contactPhotos, userPhoto)
     , contactExport(dao, fields, moduleName)
     , contactImport(
-          dao, fields, [this](ListContact &contacts) { numbers.makeCanonicalNumbers(contacts); },
+          dao, fields, [this](const ListContact &contacts) { return numbers.askForCanonicalNumbers(contacts); },
           [this](const QByteArray &image) { return photoFiles.keep(image); })
 {
     connectCompanyDirectory();

@@ -10,7 +10,9 @@
 
 /// What an import has others do for it.
 
-/// Fills the canonical numbers of many contacts; neither adds, removes nor reorders any.
-using Canonize = std::function<void(ListContact &contacts)>;
+/// Fills the canonical numbers of the contacts that were asked for, given in the same order; waits for them if need be.
+using FillNumbers = std::function<void(ListContact &contacts)>;
+/// Asks for the canonical numbers of many contacts and does not wait. What it returns is called once, or never.
+using Canonize = std::function<FillNumbers(const ListContact &contacts)>;
 /// Writes an image into a new photo file. Returns its path, a null text when it cannot be kept.
 using KeepPhoto = std::function<QString(const QByteArray &image)>;

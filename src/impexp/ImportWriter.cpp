@@ -8,6 +8,8 @@
 #include "src/impexp/ImportErrors.h"
 #include "src/impexp/ImportPhotos.h"
 
+#include <utility>
+
 namespace {
 
 qsizetype sizeOf(const Contact &contact)
@@ -34,38 +36,55 @@ ImportWriter::ImportWriter(DaoContact &dao, const Canonize &canonize, ImportPhot
 
 void ImportWriter::add(const Entry &entry)
 {
-    constexpr qsizetype atATime = 250;
+    constexpr qsizetype atATime = 100;
     constexpr qsizetype largest = 1024 * 1024; // characters that wait, were the texts of a contact ever so long
     m_waiting.append(entry);
     m_waitingSize += sizeOf(entry.contact);
     if (m_waiting.size() >= atATime || m_waitingSize >= largest)
-        flush();
+        askForNumbers();
 }
 
 void ImportWriter::flush()
 {
-    fillNumbers();
-    for (Entry &entry : m_waiting)
-        write(entry);
-    m_waiting.clear();
-    m_waitingSize = 0;
+    askForNumbers();
+    writeAsked();
 }
 
-void ImportWriter::fillNumbers()
+ListContact ImportWriter::withoutNumbers(const QList<Entry> &entries)
 {
     ListContact contacts;
-    for (const Entry &entry : std::as_const(m_waiting)) {
+    for (const Entry &entry : entries) {
         if (entry.needsNumbers)
             contacts.append(entry.contact);
     }
-    if (contacts.isEmpty())
-        return;
-    m_canonize(contacts);
-    auto filled = contacts.cbegin();
-    for (Entry &entry : m_waiting) {
-        if (entry.needsNumbers)
-            entry.contact = *filled++;
+    return contacts;
+}
+
+/// For those that wait; then writes those that were asked for before.
+void ImportWriter::askForNumbers()
+{
+    Asked next{std::exchange(m_waiting, {}), {}};
+    m_waitingSize = 0;
+    if (const ListContact contacts = withoutNumbers(next.entries); !contacts.isEmpty())
+        next.fillNumbers = m_canonize(contacts);
+    writeAsked();
+    m_asked = std::move(next);
+}
+
+void ImportWriter::writeAsked()
+{
+    Asked asked = std::exchange(m_asked, {});
+    if (asked.fillNumbers) {
+        ListContact contacts = withoutNumbers(asked.entries);
+        asked.fillNumbers(contacts);
+        auto filled = contacts.cbegin();
+        for (Entry &entry : asked.entries) {
+            if (entry.needsNumbers)
+                entry.contact = *filled++;
+        }
     }
+    for (Entry &entry : asked.entries)
+        write(entry);
 }
 
 void ImportWriter::write(Entry &entry)

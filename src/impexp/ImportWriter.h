@@ -10,7 +10,8 @@ class ImportErrors;
 class ImportPhotos;
 
 /// Writes the contacts of an import, a few hundred at a time, so that their canonical numbers are asked for in one
-/// call. A contact that the database refuses is an error of its own.
+/// call: while some are written, telephony works on the numbers of the next. A contact that the database refuses is an
+/// error of its own.
 class ImportWriter
 {
 public:
@@ -38,7 +39,15 @@ public:
     bool hasWritten() const { return m_hasWritten; }
 
 private:
-    void fillNumbers();
+    struct Asked
+    {
+        QList<Entry> entries;
+        FillNumbers fillNumbers; ///< null when none of them needs any
+    };
+
+    static ListContact withoutNumbers(const QList<Entry> &entries);
+    void askForNumbers();
+    void writeAsked();
     void write(Entry &entry);
     bool store(Entry &entry);
 
@@ -46,7 +55,8 @@ private:
     const Canonize &m_canonize;
     ImportPhotos &m_photos;
     ImportErrors &m_errors;
-    QList<Entry> m_waiting;
+    Asked m_asked;          ///< are written next
+    QList<Entry> m_waiting; ///< behind these
     qsizetype m_waitingSize = 0;
     bool m_hasWritten = false;
 };

@@ -58,6 +58,7 @@ private Q_SLOTS:
     void lookUps();
     void numbersSurviveTelephonyFaults_data();
     void numbersSurviveTelephonyFaults();
+    void numbersOfManySurviveTelephonyFaults();
     void changedDialingRulesRecomputeOnce();
     void recomputingKeepsPairsAndSkipsUnknownIds();
     void missingLatinNamesAreFilledAtStart();
@@ -464,6 +465,33 @@ void TestContacts::numbersSurviveTelephonyFaults()
     QCOMPARE(stored.officePhone, "0 3");
     QCOMPARE(stored.officePhoneCan, "0 3");
     QVERIFY(line.isEmpty() || store.log.contains(line));
+}
+
+void TestContacts::numbersOfManySurviveTelephonyFaults()
+{
+    Store store;
+    const auto canonicalOf = [&store](const ScriptedTransport::Answer &answer) {
+        store.transport.answer = answer;
+        ListContact contacts{person("A", "B", "1"), person("C", "D", "2")};
+        store.useCases->numbers.askForCanonicalNumbers(contacts)(contacts);
+        return contacts.at(0).officePhoneCan + ' ' + contacts.at(1).officePhoneCan;
+    };
+    const auto secondOnly = [](const ScriptedTransport::Call &call, const QDBusMessage &message) {
+        auto numbers = call.arguments.value(0).value<QMapQStringQStringList>();
+        numbers.remove("0");
+        numbers["1"][0] = "+2";
+        return message.createReply(QVariant::fromValue(numbers));
+    };
+    QCOMPARE(canonicalOf(secondOnly), "1 +2");
+    QCOMPARE(canonicalOf([](const auto &, const QDBusMessage &message) { return ScriptedTransport::noPeer(message); }),
+             "1 2");
+    QCOMPARE(canonicalOf([](const auto &, const QDBusMessage &message) -> QDBusMessage {
+                 return message.createErrorReply(QDBusError::NoReply, "silent");
+             }),
+             "1 2");
+    const qsizetype calls = store.transport.calls.size();
+    QCOMPARE(canonicalOf(secondOnly), "1 2"); // one that was silent is left alone for a while
+    QCOMPARE(store.transport.calls.size(), calls);
 }
 
 void TestContacts::changedDialingRulesRecomputeOnce()

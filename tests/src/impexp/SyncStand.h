@@ -73,10 +73,12 @@ struct SyncStand : TemporaryStore
     bool keepsPhotos = true;
     int photoCount = 0;
     ContactImport importing{*dao, fields,
-                            [this](ListContact &contacts) {
-                                canonized.append(contacts.size());
-                                for (Contact &contact : contacts)
-                                    contact.officePhoneCan = '+' + contact.officePhone;
+                            [this](const ListContact &asked) {
+                                canonized.append(asked.size());
+                                return [asked](ListContact &contacts) {
+                                    for (qsizetype i = 0; i < asked.size(); ++i)
+                                        contacts[i].officePhoneCan = '+' + asked.at(i).officePhone;
+                                };
                             },
                             [this](const QByteArray &image) {
                                 if (!keepsPhotos)
