@@ -48,6 +48,7 @@ bool KestinDirectory::check()
 bool KestinDirectory::deploy()
 {
     KestinLogger::debug("KestinDirectory deploying...");
+    m_isDeployed = true;
     return m_database.setAside() && m_database.createTables();
 }
 
@@ -77,7 +78,8 @@ bool KestinDirectory::init()
             &KestinDirectory::slot_requestFinished);
     updateCanonicalNumbers();
     m_useCases->latinNames.checkAndFillLatinName();
-    m_useCases->photoFiles.sweep();
+    if (!m_isDeployed) // a database that has just been set aside names photos, and may be put back
+        m_useCases->photoFiles.sweep();
     m_useCases->photoResizing.resizeContactPhotosIfNeeded();
     return true;
 }

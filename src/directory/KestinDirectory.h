@@ -141,4 +141,5 @@ private:
     std::unique_ptr<NewsPublication> m_news;
     AdaptorFactory m_makeAdaptor;
     QDBusAbstractAdaptor *m_adaptor = nullptr; ///< a child of this object
+    bool m_isDeployed = false;                 ///< the store is new
 };

@@ -184,15 +184,21 @@ void TestServiceFaults::noiseIsSetAside()
     QVERIFY(QDir().mkpath(QFileInfo(file).path()) && file.open(QIODevice::WriteOnly));
     file.write(noise);
     file.close();
+    QFile photo(phone->data.filePath("KestinDirectory/photos/photo_1"));
+    QVERIFY(QDir().mkpath(QFileInfo(photo).path()) && photo.open(QIODevice::WriteOnly));
     phone->startPeers();
     QVERIFY2(phone->startDirectory(), qPrintable(phone->directory.errorOutput()));
     QCOMPARE(phone->code("createLocalContact", created(marked("1"))), 0);
+    QVERIFY(photo.exists()); // until the next start, for whoever puts back what was set aside
     const QFileInfoList kept = QFileInfo(file).dir().entryInfoList({"*.set-aside-*"});
     QCOMPARE(kept.size(), 1);
     QFile copy(kept.first().filePath());
     QVERIFY(copy.open(QIODevice::ReadOnly));
     QCOMPARE(copy.readAll(), noise);
     QVERIFY(phone->directory.errorOutput().contains(kept.first().filePath()));
+    QCOMPARE(phone->directory.terminate(), 0);
+    QVERIFY(phone->startDirectory());
+    QVERIFY(!photo.exists());
 }
 
 void TestServiceFaults::aFolderThatCannotBeWrittenEndsTheStart()
