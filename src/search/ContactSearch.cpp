@@ -259,8 +259,10 @@ void ContactSearch::completeByName(const QString &searchId)
         lists.setAside = m_ordering.setAside(searchId);
     }
     lists.summariesInMain = lists.local.size();
-    lists.main = std::exchange(lists.local, {}) + lists.main +
-                 ContactOrdering::sortContactByFirstName(std::exchange(lists.setAside, {}));
+    ListContact joined = std::exchange(lists.local, {});
+    joined += lists.main;
+    joined += ContactOrdering::sortContactByFirstName(std::exchange(lists.setAside, {}));
+    lists.main = std::move(joined);
     ListContactSummary summaries;
     const qsizetype budget = m_running.nbContacts - sent;
     if (budget > 0 && lists.main.size() > sent) {
