@@ -7,7 +7,8 @@
 void LocalSearchByPhoneNumberThread::run()
 {
     KestinLogger::debug("[Thread Local search by phone number] started");
-    const ListContact contacts = WorkerDatabase().contacts().getContactByPhoneNumber(m_searchText);
+    WorkerDatabase database; // closed behind the signals: nobody waits for that
+    const ListContact contacts = database.contacts().getContactByPhoneNumber(m_searchText);
     if (!contacts.isEmpty())
         Q_EMIT signal_addContactsToMap(m_searchId, contacts, false);
     Q_EMIT signal_threadSearchFinished(m_searchId);
