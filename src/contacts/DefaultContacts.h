@@ -5,7 +5,6 @@
 #include "src/contacts/ContactDeletion.h"
 #include "src/contacts/ContactNews.h"
 
-class ContactWrite;
 class DaoContact;
 
 /// Keeps the contacts that device management gives the phone (type 3). Main thread only.

@@ -17,7 +17,6 @@ public:
 
     /// The attributes have come, or could not be had.
     void setAttributesInitialised(bool isInitialised);
-    bool areAttributesInitialised() const { return m_attributesInitialised; }
 
 private:
     RemoteCaller &m_caller;
