@@ -51,6 +51,14 @@ void setNumbers(Contact &contact, QString Contact::*Number::*kind, const QString
         contact.*(numbers[i].*kind) = values.at(qsizetype(i));
 }
 
+/// Whether nobody answered in time. One who left the bus during the call is reported by the bus itself, and at once.
+bool isSilence(const QDBusMessage &reply)
+{
+    const QDBusError::ErrorType error = QDBusError(reply).type();
+    return (error == QDBusError::NoReply || error == QDBusError::Timeout || error == QDBusError::TimedOut) &&
+           reply.service() != QLatin1String("org.freedesktop.DBus");
+}
+
 /// Makes a call for many contacts; nothing when it cannot be made.
 template <typename Call>
 std::optional<std::invoke_result_t<Call>> attempted(Call call)
@@ -73,11 +81,36 @@ CanonicalNumbers::CanonicalNumbers(RemoteCaller &caller, DaoContact &dao)
 {
 }
 
+NumbersOfMany::NumbersOfMany(CanonicalNumbers &numbers)
+    : m_numbers(numbers)
+{
+    ++m_numbers.m_lists;
+}
+
+NumbersOfMany::~NumbersOfMany()
+{
+    if (--m_numbers.m_lists == 0)
+        m_numbers.m_isSilent = false;
+}
+
+QDBusMessage CanonicalNumbers::call(const QString &method, const QVariant &argument)
+{
+    if (m_isSilent)
+        return QDBusMessage::createError(QDBusError::NoReply, QStringLiteral("it did not answer in time just now"));
+    const QDBusMessage reply = m_caller.syncRemoteCall(telephony, method, {argument});
+    noteSilence(reply);
+    return reply;
+}
+
+void CanonicalNumbers::noteSilence(const QDBusMessage &reply)
+{
+    m_isSilent = m_lists > 0 && isSilence(reply);
+}
+
 void CanonicalNumbers::extractDialableNumberList(Contact &contact)
 {
     try {
-        const QDBusReply<QStringList> reply =
-            m_caller.syncRemoteCall(telephony, QStringLiteral("extractDialableNumberList"), {rawNumbers(contact)});
+        const QDBusReply<QStringList> reply = call(QStringLiteral("extractDialableNumberList"), rawNumbers(contact));
         if (reply.isValid() && isComplete(reply.value()))
             setNumbers(contact, &Number::raw, reply.value());
     } catch (const KestinException &exception) {
@@ -91,8 +124,8 @@ void CanonicalNumbers::makeCanonicalNumberListWithoutPrefix(Contact &contact)
 {
     setNumbers(contact, &Number::canonical, rawNumbers(contact));
     try {
-        const QDBusReply<QStringList> reply = m_caller.syncRemoteCall(
-            telephony, QStringLiteral("makeCanonicalNumberListWithoutPrefix"), {rawNumbers(contact)});
+        const QDBusReply<QStringList> reply =
+            call(QStringLiteral("makeCanonicalNumberListWithoutPrefix"), rawNumbers(contact));
         if (reply.isValid() && isComplete(reply.value()))
             setNumbers(contact, &Number::canonical, reply.value());
     } catch (const KestinException &exception) {
@@ -105,13 +138,10 @@ void CanonicalNumbers::makeCanonicalNumberListWithoutPrefix(Contact &contact)
 /// The numbers of many; none when there is no answer.
 CanonicalNumbers::NumbersById CanonicalNumbers::answerOf(const QDBusMessage &message)
 {
-    constexpr int pauseMs = 10000;
     const QDBusReply<NumbersById> reply = message;
     if (reply.isValid())
         return reply.value();
-    const QDBusError::ErrorType error = reply.error().type();
-    if (error == QDBusError::NoReply || error == QDBusError::Timeout || error == QDBusError::TimedOut)
-        m_pause.setRemainingTime(pauseMs);
+    noteSilence(message);
     KestinLogger::error("fillContactsCanonicalNumbers failed to call Telephony %1", reply.error().message());
     return {};
 }
@@ -122,12 +152,12 @@ CanonicalNumbers::FillNumbers CanonicalNumbers::askForCanonicalNumbers(const Lis
     for (qsizetype i = 0; i < contacts.size(); ++i)
         request.insert(QString::number(i), rawNumbers(contacts.at(i)));
     std::optional<QDBusPendingCall> call;
-    if (m_pause.hasExpired())
+    if (!m_isSilent)
         call =
             attempted([&] { return m_caller.asyncRemoteCall(telephony, manyNumbers, {QVariant::fromValue(request)}); });
     return [this, call](ListContact &asked) mutable {
         NumbersById answer;
-        if (call) {
+        if (call && !m_isSilent) {
             call->waitForFinished();
             answer = answerOf(call->reply());
         }
@@ -151,8 +181,7 @@ void CanonicalNumbers::fillContactsCanonicalNumbers()
         contacts.insert(contact.contactId, contact);
         request.insert(contact.contactId, rawNumbers(contact));
     }
-    const auto reply =
-        attempted([&] { return m_caller.syncRemoteCall(telephony, manyNumbers, {QVariant::fromValue(request)}); });
+    const auto reply = attempted([&] { return call(manyNumbers, QVariant::fromValue(request)); });
     const NumbersById answer = reply ? answerOf(*reply) : NumbersById();
     if (answer.isEmpty())
         return;

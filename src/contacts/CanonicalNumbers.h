@@ -5,7 +5,6 @@
 #include "platform/records/Contact.h"
 #include "platform/records/RecordMaps.h"
 
-#include <QDeadlineTimer>
 #include <QStringList>
 
 #include <functional>
@@ -25,7 +24,7 @@ public:
     void makeCanonicalNumberListWithoutPrefix(Contact &contact);
 
     /// The same for many contacts in one call that is not waited for: what is returned waits, 5 s at most, and fills
-    /// the same contacts in, given in the same order. After a silence telephony is not asked for 10 s.
+    /// the same contacts in, given in the same order.
     using FillNumbers = std::function<void(ListContact &contacts)>;
     FillNumbers askForCanonicalNumbers(const ListContact &contacts);
 
@@ -34,11 +33,31 @@ public:
     void fillContactsCanonicalNumbers();
 
 private:
+    friend class NumbersOfMany;
     using NumbersById = QMapQStringQStringList;
+
+    QDBusMessage call(const QString &method, const QVariant &argument);
+    void noteSilence(const QDBusMessage &reply);
     NumbersById answerOf(const QDBusMessage &message);
     bool store(Contact contact, const QStringList &canonicalNumbers);
 
     RemoteCaller &m_caller;
     DaoContact &m_dao;
-    QDeadlineTimer m_pause; ///< over, unless telephony has just been silent
+    int m_lists = 0;         ///< NumbersOfMany that live
+    bool m_isSilent = false; ///< telephony has let a call of theirs run into its time limit
+};
+
+/// While it lives, what is asked for are the numbers of one list, import or pass at start: when telephony has let one
+/// call run into its time limit, it is not asked for the rest, whose numbers stay as after any failure. A thousand
+/// contacts then wait once and not a thousand times. Outside, every call is made.
+class NumbersOfMany
+{
+public:
+    explicit NumbersOfMany(CanonicalNumbers &numbers);
+    ~NumbersOfMany();
+    NumbersOfMany(const NumbersOfMany &) = delete;
+    NumbersOfMany &operator=(const NumbersOfMany &) = delete;
+
+private:
+    CanonicalNumbers &m_numbers;
 };

@@ -109,6 +109,7 @@ QMapQStringQString ContactCreation::createLocalContacts(const QString &reqId, co
     KestinLogger::debug("Setting:maxContacts=%1, current=%2", m_fields.maxContacts, count);
     QMapQStringQString ids;
     ListContact created;
+    const NumbersOfMany numbersOfList(m_numbers);
     ContactWrite write(m_dao, m_news);
     for (Contact contact : contacts) {
         if (!write.isActive() || isRefusedInList(contact, count))

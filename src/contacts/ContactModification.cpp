@@ -75,6 +75,7 @@ QMapQStringQString ContactModification::modifyLocalContacts(const QString &reqId
     }
     QMapQStringQString addresses;
     ListContact updated;
+    const NumbersOfMany numbersOfList(m_numbers);
     ContactWrite write(m_dao, m_news);
     for (Contact contact : contacts) {
         if (write.isActive() && replaceInList(contact, addresses))

@@ -8,9 +8,10 @@
 #include "src/contacts/ResultCode.h"
 #include "src/dao/DaoContact.h"
 
-DefaultContacts::DefaultContacts(DaoContact &dao, ContactCreation &creation, ContactDeletion &deletion,
-                                 ContactNews &news)
+DefaultContacts::DefaultContacts(DaoContact &dao, CanonicalNumbers &numbers, ContactCreation &creation,
+                                 ContactDeletion &deletion, ContactNews &news)
     : m_dao(dao)
+    , m_numbers(numbers)
     , m_creation(creation)
     , m_deletion(deletion)
     , m_news(news)
@@ -51,6 +52,7 @@ QStringList DefaultContacts::removeAll()
 /// Whether there is one more than before.
 bool DefaultContacts::create(const ListContact &contacts)
 {
+    const NumbersOfMany numbersOfSet(m_numbers);
     bool isAnyCreated = false;
     for (const Contact &contact : contacts)
         isAnyCreated |= m_creation.createLocalContact(RequestId::deviceManagement, contact) == ResultCode::done;

@@ -11,7 +11,8 @@ class DaoContact;
 class DefaultContacts
 {
 public:
-    DefaultContacts(DaoContact &dao, ContactCreation &creation, ContactDeletion &deletion, ContactNews &news);
+    DefaultContacts(DaoContact &dao, CanonicalNumbers &numbers, ContactCreation &creation, ContactDeletion &deletion,
+                    ContactNews &news);
 
     /// Puts the contacts of this text (DefaultContactsText) in the place of all that are there, in one transaction,
     /// also when they are the same. Without capacity limit; an anonymous one is refused, and in read-only mode nothing
@@ -23,6 +24,7 @@ private:
     bool create(const ListContact &contacts);
 
     DaoContact &m_dao;
+    CanonicalNumbers &m_numbers;
     ContactCreation &m_creation;
     ContactDeletion &m_deletion;
     ContactNews &m_news;

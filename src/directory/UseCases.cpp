@@ -10,7 +10,7 @@ UseCases::UseCases(Connection &connection, RemoteCaller &caller, DirectoryFields
     , creation(dao, fields, numbers, deletion, news)
     , modification(dao, fields, numbers, news)
     , preview(dao, fields, news)
-    , defaultContacts(dao, creation, deletion, news)
+    , defaultContacts(dao, numbers, creation, deletion, news)
     , lookup(dao, [this](const ListContact &contacts) { return ordering.sortContactByName(contacts, true, {}, {}); })
     , search(
           fields, ordering, [this](Contact &contact) { numbers.makeCanonicalNumberListWithoutPrefix(contact); },
@@ -26,7 +26,12 @@ UseCases::UseCases(Connection &connection, RemoteCaller &caller, DirectoryFields
     , photoDownloads(contactPhotos, userPhoto)
     , contactExport(dao, fields, moduleName)
     , contactImport(
-          dao, fields, [this](const ListContact &contacts) { return numbers.askForCanonicalNumbers(contacts); },
+          dao, fields,
+          [this] {
+              return [this, ofImport = std::make_shared<NumbersOfMany>(numbers)](const ListContact &contacts) {
+                  return numbers.askForCanonicalNumbers(contacts);
+              };
+          },
           [this](const QByteArray &image) { return photoFiles.keep(image); })
 {
     connectCompanyDirectory();

@@ -4,10 +4,10 @@
 #include "platform/framework/KestinLogger.h"
 #include "src/impexp/ImportRun.h"
 
-ContactImport::ContactImport(DaoContact &dao, DirectoryFields &fields, Canonize canonize, KeepPhoto keepPhoto)
+ContactImport::ContactImport(DaoContact &dao, DirectoryFields &fields, BeginCanonize beginCanonize, KeepPhoto keepPhoto)
     : m_dao(dao)
     , m_fields(fields)
-    , m_canonize(std::move(canonize))
+    , m_beginCanonize(std::move(beginCanonize))
     , m_keepPhoto(std::move(keepPhoto))
 {
 }
@@ -20,7 +20,7 @@ void ContactImport::importFromXml(const QString &path)
         return;
     }
     m_fields.importOngoing = true;
-    const ImportRun::Outcome outcome = ImportRun(m_dao, m_fields, m_canonize, m_keepPhoto).execute(path);
+    const ImportRun::Outcome outcome = ImportRun(m_dao, m_fields, m_beginCanonize(), m_keepPhoto).execute(path);
     m_fields.importOngoing = false;
 
     for (const QString &photo : outcome.droppedPhotos)

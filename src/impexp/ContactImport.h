@@ -18,7 +18,7 @@ class ContactImport : public QObject
     Q_OBJECT
 
 public:
-    ContactImport(DaoContact &dao, DirectoryFields &fields, Canonize canonize, KeepPhoto keepPhoto);
+    ContactImport(DaoContact &dao, DirectoryFields &fields, BeginCanonize beginCanonize, KeepPhoto keepPhoto);
 
     /// Refused (nothing is told) while another import runs.
     void importFromXml(const QString &path);
@@ -37,6 +37,6 @@ Q_SIGNALS:
 private:
     DaoContact &m_dao;
     DirectoryFields &m_fields;
-    Canonize m_canonize;
+    BeginCanonize m_beginCanonize;
     KeepPhoto m_keepPhoto;
 };

@@ -14,5 +14,7 @@
 using FillNumbers = std::function<void(ListContact &contacts)>;
 /// Asks for the canonical numbers of many contacts and does not wait. What it returns is called once, or never.
 using Canonize = std::function<FillNumbers(const ListContact &contacts)>;
+/// Makes what one import asks with: when telephony stays silent, the rest of this import is not asked for.
+using BeginCanonize = std::function<Canonize()>;
 /// Writes an image into a new photo file. Returns its path, a null text when it cannot be kept.
 using KeepPhoto = std::function<QString(const QByteArray &image)>;

@@ -2,12 +2,20 @@
 #include "tests/src/contacts/Store.h"
 
 #include "platform/framework/KestinException.h"
+#include "platform/records/KestinBus.h"
 #include "platform/records/KestinMode.h"
 #include "platform/records/RecordMaps.h"
 #include "src/contacts/ReadOnlyMode.h"
 #include "src/contacts/TelephonyMode.h"
+#include "tests/support/PrivateBus.h"
+#include "tests/support/Program.h"
 
+#include <QDBusConnectionInterface>
+#include <QDBusPendingReply>
+#include <QFile>
 #include <QTest>
+
+#include <csignal>
 
 namespace {
 
@@ -59,6 +67,7 @@ private Q_SLOTS:
     void numbersSurviveTelephonyFaults_data();
     void numbersSurviveTelephonyFaults();
     void numbersOfManySurviveTelephonyFaults();
+    void aSilenceCountsForTheListInWhichItCame();
     void changedDialingRulesRecomputeOnce();
     void recomputingKeepsPairsAndSkipsUnknownIds();
     void missingLatinNamesAreFilledAtStart();
@@ -485,13 +494,55 @@ void TestContacts::numbersOfManySurviveTelephonyFaults()
     QCOMPARE(canonicalOf(secondOnly), "1 +2");
     QCOMPARE(canonicalOf([](const auto &, const QDBusMessage &message) { return ScriptedTransport::noPeer(message); }),
              "1 2");
-    QCOMPARE(canonicalOf([](const auto &, const QDBusMessage &message) -> QDBusMessage {
-                 return message.createErrorReply(QDBusError::NoReply, "silent");
-             }),
-             "1 2");
-    const qsizetype calls = store.transport.calls.size();
-    QCOMPARE(canonicalOf(secondOnly), "1 2"); // one that was silent is left alone for a while
-    QCOMPARE(store.transport.calls.size(), calls);
+}
+
+void TestContacts::aSilenceCountsForTheListInWhichItCame()
+{
+    Store store;
+    UseCases &cases = *store.useCases;
+    const ListContact list(3, person("A", "B", "1"));
+    const QString file = store.folder.filePath("contacts.xml");
+    QFile xml(file);
+    QVERIFY(xml.open(QIODevice::WriteOnly));
+    xml.write("<directory>" +
+              QByteArray(R"(<contact duid="" puid="p"><officePhone>1</officePhone></contact>)").repeated(400) +
+              "</directory>");
+    xml.close();
+    const auto callsOf = [&store](const auto &work) {
+        store.transport.calls.clear();
+        work();
+        return store.transport.calls.size();
+    };
+    const auto create = [&] { cases.creation.createLocalContacts(request, list); };
+    const auto createOne = [&] { cases.creation.createLocalContact(request, list.first()); };
+    store.transport.answer = [](const auto &, const QDBusMessage &message) {
+        return message.createErrorReply(QDBusError::NoReply, "silent");
+    };
+    for (int i = 0; i < 2; ++i) {
+        QCOMPARE(callsOf(create), 1);
+        QCOMPARE(callsOf([&] { cases.modification.modifyLocalContacts(request, cases.dao.getAllContact()); }), 1);
+        QCOMPARE(callsOf([&] { cases.defaultContacts.setDefaultContacts("1,,,A,1,,,#2,,,B,2,,,"); }), 1);
+        QCOMPARE(callsOf([&] { cases.contactImport.importFromXml(file); }), 2); // the second went out with the first
+        QCOMPARE(callsOf(createOne), 2);
+    }
+    // Who leaves the bus during a call is not silent.
+    const PrivateBus bus;
+    const QDBusConnection caller = bus.connection("caller");
+    Program telephony("kestin-telephony");
+    QVERIFY(telephony.startAndWaitForName("Telephony", caller));
+    ::kill(pid_t(telephony.processId()), SIGSTOP);
+    const QString name = KestinBus::serviceName("Telephony");
+    const QDBusPendingCall call =
+        caller.asyncCall(QDBusMessage::createMethodCall(name, KestinBus::objectPath("Telephony"), QString(), "a"));
+    QVERIFY(caller.interface()->isServiceRegistered(name)); // is answered behind the call
+    telephony.kill();
+    store.transport.answer = [lost = QDBusPendingReply<>(call)](const auto &, const auto &) mutable {
+        lost.waitForFinished();
+        return lost.reply();
+    };
+    QCOMPARE(callsOf(create), 6);
+    QCOMPARE(call.error().type(), QDBusError::NoReply);
+    QDBusConnection::disconnectFromBus("caller");
 }
 
 void TestContacts::changedDialingRulesRecomputeOnce()

@@ -73,11 +73,13 @@ struct SyncStand : TemporaryStore
     bool keepsPhotos = true;
     int photoCount = 0;
     ContactImport importing{*dao, fields,
-                            [this](const ListContact &asked) {
-                                canonized.append(asked.size());
-                                return [asked](ListContact &contacts) {
-                                    for (qsizetype i = 0; i < asked.size(); ++i)
-                                        contacts[i].officePhoneCan = '+' + asked.at(i).officePhone;
+                            [this] {
+                                return [this](const ListContact &asked) {
+                                    canonized.append(asked.size());
+                                    return [asked](ListContact &contacts) {
+                                        for (qsizetype i = 0; i < asked.size(); ++i)
+                                            contacts[i].officePhoneCan = '+' + asked.at(i).officePhone;
+                                    };
                                 };
                             },
                             [this](const QByteArray &image) {
