@@ -103,7 +103,7 @@ std::unique_ptr<PrivateBus> PackagingTest::startBus(const QString &user, const Q
                          "<allow send_destination=\"org.freedesktop.DBus\"/></policy>"
                          "<include>policy.conf</include><policy user=\"%2\">%3</policy></busconfig>")
               .arg(m_folder->path(), m_me, extraRule));
-    return std::make_unique<PrivateBus>(QStringList{QStringLiteral("--config-file=") + m_folder->filePath("bus.conf")});
+    return std::make_unique<PrivateBus>(m_folder->filePath("bus.conf"));
 }
 
 void PackagingTest::nobodyButTheServiceMayBeAModule_data()

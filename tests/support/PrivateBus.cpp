@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/support/PrivateBus.h"
 
-PrivateBus::PrivateBus(const QStringList &arguments)
+PrivateBus::PrivateBus()
+    : PrivateBus(QStringLiteral(KESTIN_BUS_CONFIG))
+{
+}
+
+PrivateBus::PrivateBus(const QString &configuration)
 {
     m_daemon.setProcessChannelMode(QProcess::SeparateChannels);
     m_daemon.start(QStringLiteral("dbus-daemon"),
-                   arguments + QStringList{QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
-                                           QStringLiteral("--nosyslog"), QStringLiteral("--print-address=1")});
+                   {QStringLiteral("--config-file=") + configuration, QStringLiteral("--nofork"),
+                    QStringLiteral("--nopidfile"), QStringLiteral("--nosyslog"), QStringLiteral("--print-address=1")});
     while (!m_daemon.canReadLine()) {
         if (!m_daemon.waitForReadyRead(limitMs))
             qFatal("dbus-daemon did not start: %s", m_daemon.readAllStandardError().constData());

@@ -10,8 +10,10 @@
 class PrivateBus
 {
 public:
-    /// `arguments` replace the default "--session" of the daemon, for a bus with a policy or limits of its own.
-    explicit PrivateBus(const QStringList &arguments = {QStringLiteral("--session")});
+    /// With the limits of a system bus; whoever connects may do everything.
+    PrivateBus();
+    /// Configured by a file.
+    explicit PrivateBus(const QString &configuration);
     ~PrivateBus();
 
     QString address() const { return m_address; }
