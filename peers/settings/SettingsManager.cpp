@@ -69,7 +69,7 @@ void SettingsManager::tellOwner(const Setting &setting)
     if (!known || known->owner.isEmpty())
         return;
     // An owner that is not there reads the value when it starts: the answer is of no interest.
-    asyncRemoteCall(known->owner, known->changeMethod, {QVariant::fromValue(setting)});
+    send(known->owner, known->changeMethod, {QVariant::fromValue(setting)});
 }
 
 void SettingsManager::answerUnknown(const QString &key)

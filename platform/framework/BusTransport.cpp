@@ -66,6 +66,13 @@ QDBusPendingCall BusTransport::asyncRemoteCall(const QString &module, const QStr
     return m_connection.asyncCall(callOf(module, method, arguments), callLimitMs);
 }
 
+void BusTransport::send(const QString &module, const QString &method, const QVariantList &arguments)
+{
+    // The bus library marks a call that is sent this way as one without a reply.
+    if (!m_connection.send(callOf(module, method, arguments)))
+        KestinLogger::warning("%1 of %2 was not called: %3", method, module, m_connection.lastError().message());
+}
+
 bool BusTransport::sendEvent(const QString &module, const KestinEvent &event)
 {
     if (wireSizeOf(event) > WireSize::limit)

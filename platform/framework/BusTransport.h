@@ -21,8 +21,9 @@ public:
     explicit BusTransport(const QDBusConnection &connection, QObject *parent = nullptr);
 
     QDBusMessage syncRemoteCall(const QString &module, const QString &method, const QVariantList &arguments) override;
-    QDBusPendingCall asyncRemoteCall(const QString &module, const QString &method,
-                                     const QVariantList &arguments) override;
+    [[nodiscard]] QDBusPendingCall asyncRemoteCall(const QString &module, const QString &method,
+                                                   const QVariantList &arguments) override;
+    void send(const QString &module, const QString &method, const QVariantList &arguments) override;
     bool sendEvent(const QString &module, const KestinEvent &event) override;
     bool subscribe(const QString &eventName, QObject *receiver, const QByteArray &slotSignature) override;
 

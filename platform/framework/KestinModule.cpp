@@ -85,6 +85,11 @@ QDBusPendingCall KestinModule::asyncRemoteCall(const QString &module, const QStr
     return transport().asyncRemoteCall(module, method, arguments);
 }
 
+void KestinModule::send(const QString &module, const QString &method, const QVariantList &arguments)
+{
+    transport().send(module, method, arguments);
+}
+
 bool KestinModule::subscribeEvent(const QString &eventName, QObject *receiver, const char *slotSignature)
 {
     return m_transport && m_transport->subscribe(eventName, receiver, slotSignature);
@@ -100,8 +105,8 @@ bool KestinModule::showPopup(const QString &text, int kind, int duration, const 
 {
     if (!m_transport)
         return false;
-    m_transport->asyncRemoteCall(QStringLiteral("Presentation"), QStringLiteral("showPopup"),
-                                 {text, kind, duration, buttons, icon, arguments, QVariant::fromValue(options)});
+    m_transport->send(QStringLiteral("Presentation"), QStringLiteral("showPopup"),
+                      {text, kind, duration, buttons, icon, arguments, QVariant::fromValue(options)});
     return true;
 }
 

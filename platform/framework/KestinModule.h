@@ -48,8 +48,9 @@ public:
     void attach(KestinTransport &transport) { m_transport = &transport; }
 
     QDBusMessage syncRemoteCall(const QString &module, const QString &method, const QVariantList &arguments) override;
-    QDBusPendingCall asyncRemoteCall(const QString &module, const QString &method,
-                                     const QVariantList &arguments) override;
+    [[nodiscard]] QDBusPendingCall asyncRemoteCall(const QString &module, const QString &method,
+                                                   const QVariantList &arguments) override;
+    void send(const QString &module, const QString &method, const QVariantList &arguments) override;
 
     /// Calls the slot (its signature, taking one KestinEvent) for every event of this name. False when it cannot.
     bool subscribeEvent(const QString &eventName, QObject *receiver, const char *slotSignature);

@@ -54,7 +54,7 @@ QString PlatformCalls::getSetting(const QString &key)
 void PlatformCalls::setStringSetting(const QString &key, const QString &value)
 {
     try {
-        m_caller.asyncRemoteCall(settingsManager, setMethod, {key, value});
+        m_caller.send(settingsManager, setMethod, {key, value});
     } catch (const KestinException &exception) {
         KestinLogger::error("ERROR: While setting value of %1:\n%2", key, exception.message());
     } catch (...) {
@@ -83,7 +83,7 @@ bool PlatformCalls::setSettingConfirmed(const QString &key, const QString &value
 void PlatformCalls::callModule(const QString &module, const QString &method, const QVariantList &arguments)
 {
     try {
-        m_caller.asyncRemoteCall(module, method, arguments);
+        m_caller.send(module, method, arguments);
     } catch (const KestinException &exception) {
         KestinLogger::error("ERROR: While calling method %1 of module %2 (%3)", method, module, exception.message());
     } catch (...) {

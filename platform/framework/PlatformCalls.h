@@ -30,7 +30,7 @@ public:
     /// Waits; true when the settings manager answered without an error.
     bool setSettingConfirmed(const QString &key, const QString &value);
 
-    /// Calls without waiting; the answer is dropped.
+    /// Calls without waiting for an answer or asking for one.
     void callModule(const QString &module, const QString &method, const QVariantList &arguments);
 
 private:

@@ -16,7 +16,11 @@ public:
     /// May throw a KestinException when the call cannot be made at all.
     virtual QDBusMessage syncRemoteCall(const QString &module, const QString &method,
                                         const QVariantList &arguments) = 0;
-    /// The same without waiting. Dropping the pending call drops the answer.
-    virtual QDBusPendingCall asyncRemoteCall(const QString &module, const QString &method,
-                                             const QVariantList &arguments) = 0;
+    /// The same without waiting. Not for a call whose answer nobody reads: each holds one of the 128 places that the
+    /// system bus gives a connection until it is answered.
+    [[nodiscard]] virtual QDBusPendingCall asyncRemoteCall(const QString &module, const QString &method,
+                                                           const QVariantList &arguments) = 0;
+    /// Calls and asks for no answer. Nobody there, and a refusal, are no failure; the bus starts the module as for any
+    /// other call. May throw as syncRemoteCall does.
+    virtual void send(const QString &module, const QString &method, const QVariantList &arguments) = 0;
 };

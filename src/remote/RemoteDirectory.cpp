@@ -11,7 +11,7 @@ bool RemoteDirectory::send(const char *name, const QString &method, const QVaria
         *ok = false;
     const QString text = QStringLiteral("ERROR: While calling method %1 of module KestinWebServiceHelper");
     try {
-        m_caller.asyncRemoteCall(QStringLiteral("WSManager"), method, arguments);
+        m_caller.send(QStringLiteral("WSManager"), method, arguments);
     } catch (const KestinException &exception) {
         const QByteArray pattern = text.toUtf8() + separator + "%2";
         KestinLogger::error(pattern.constData(), name, exception.message());

@@ -163,14 +163,15 @@ void FrameworkTest::callsAreSentAsTheyAreAsked()
         result(calls, QLatin1String(operation));
     QStringList sent;
     for (const ScriptedTransport::Call &call : std::as_const(transport.calls)) {
-        sent.append(call.module + u' ' + call.method);
+        sent.append(call.module + u' ' + call.method + (call.wantsAnswer ? u""_s : u" unanswered"_s));
         for (const QVariant &argument : call.arguments)
             sent.last() += u" %1(%2)"_s.arg(QLatin1String(argument.typeName()), argument.toString());
     }
     const QString read = u"SettingsManager getSettingValue QString(Key)"_s;
-    const QString write = u"SettingsManager setSettingValue QString(Key) "_s;
-    QCOMPARE(sent, (QStringList{read, read, read, write + "QString(-5)"_L1, write + "QString(%1)"_L1,
-                                u"Other doIt int(1) QString(a)"_s}));
+    QCOMPARE(sent,
+             (QStringList{read, read, read, u"SettingsManager setSettingValue unanswered QString(Key) QString(-5)"_s,
+                          u"SettingsManager setSettingValue QString(Key) QString(%1)"_s,
+                          u"Other doIt unanswered int(1) QString(a)"_s}));
 }
 
 QTEST_GUILESS_MAIN(FrameworkTest)

@@ -16,6 +16,7 @@ public:
         QString module;
         QString method;
         QVariantList arguments;
+        bool wantsAnswer = true;
     };
     /// Answers a call with values, or with an error made by `noPeer`, or by throwing.
     using Answer = std::function<QDBusMessage(const Call &call, const QDBusMessage &message)>;
@@ -34,16 +35,16 @@ public:
 
     QDBusMessage syncRemoteCall(const QString &module, const QString &method, const QVariantList &arguments) override
     {
-        const Call call{module, method, arguments};
-        calls.append(call);
-        const auto message =
-            QDBusMessage::createMethodCall(QStringLiteral("a.b"), QStringLiteral("/a"), QStringLiteral("a.b"), method);
-        return answer(call, message);
+        return record({module, method, arguments});
     }
     QDBusPendingCall asyncRemoteCall(const QString &module, const QString &method,
                                      const QVariantList &arguments) override
     {
         return QDBusPendingCall::fromCompletedCall(syncRemoteCall(module, method, arguments));
+    }
+    void send(const QString &module, const QString &method, const QVariantList &arguments) override
+    {
+        (void)record({module, method, arguments, false});
     }
     bool sendEvent(const QString &, const KestinEvent &event) override
     {
@@ -62,5 +63,13 @@ public:
         for (const KestinEvent &event : events)
             names.append(event.getEvtName());
         return names;
+    }
+
+private:
+    QDBusMessage record(const Call &call)
+    {
+        calls.append(call);
+        return answer(call, QDBusMessage::createMethodCall(QStringLiteral("a.b"), QStringLiteral("/a"),
+                                                           QStringLiteral("a.b"), call.method));
     }
 };
