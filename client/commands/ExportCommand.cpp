@@ -7,6 +7,7 @@
 #include "client/commands/Report.h"
 #include "client/photo/PictureFile.h"
 #include "client/vcard/VCardWriter.h"
+#include "platform/records/DurableFile.h"
 
 #include <QSaveFile>
 
@@ -33,9 +34,8 @@ void writeFile(const ListContact &contacts, const QString &path)
     bool isWritten = file.open(QIODevice::WriteOnly);
     for (const Contact &contact : contacts)
         isWritten = isWritten && file.write(VCardWriter::write(contact, pictureOf(contact))) >= 0;
-    if (!isWritten || !file.commit())
-        throw CommandFailure(ExitCode::FileError,
-                             QStringLiteral("%1 cannot be written: %2").arg(path, file.errorString()));
+    if (const QString failure = DurableFile::commit(file); !failure.isEmpty())
+        throw CommandFailure(ExitCode::FileError, QStringLiteral("%1 cannot be written: %2").arg(path, failure));
 }
 
 } // namespace

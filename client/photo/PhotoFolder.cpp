@@ -2,6 +2,7 @@
 #include "client/photo/PhotoFolder.h"
 
 #include "client/photo/PictureFile.h"
+#include "platform/records/DurableFile.h"
 #include "platform/records/KestinPaths.h"
 
 #include <QDir>
@@ -68,10 +69,10 @@ PhotoFile PhotoFolder::put(const QByteArray &picture)
     QSaveFile file(path() + QLatin1String("photo_") + QUuid::createUuid().toString(QUuid::WithoutBraces));
     // The directory, which may be another user of the folder's group, has to read it whatever the umask here.
     constexpr auto forTheGroup = QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup;
-    if (!file.open(QIODevice::WriteOnly) || !file.setPermissions(forTheGroup) ||
-        file.write(picture) != picture.size() || !file.commit())
-        throw CommandFailure(ExitCode::FileError,
-                             QStringLiteral("%1 cannot be written: %2").arg(path(), file.errorString()));
+    if (file.open(QIODevice::WriteOnly) && file.setPermissions(forTheGroup))
+        file.write(picture);
+    if (const QString failure = DurableFile::commit(file); !failure.isEmpty())
+        throw CommandFailure(ExitCode::FileError, QStringLiteral("%1 cannot be written: %2").arg(path(), failure));
     *m_room -= picture.size();
     return PhotoFile(file.fileName());
 }

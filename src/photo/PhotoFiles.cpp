@@ -2,6 +2,7 @@
 #include "src/photo/PhotoFiles.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/DurableFile.h"
 #include "src/dao/DaoContact.h"
 #include "src/photo/SquarePicture.h"
 
@@ -69,10 +70,12 @@ bool PhotoFiles::write(const QString &path, const QByteArray &content)
     if (QFileInfo(path).isSymLink())
         QFile::remove(path); // what it leads to is not ours to overwrite
     QSaveFile file(path);
-    const bool isWritten = file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit();
-    if (!isWritten)
-        KestinLogger::error("Photo file %1 could not be written: %2", path, file.errorString());
-    return isWritten;
+    if (file.open(QIODevice::WriteOnly))
+        file.write(content);
+    const QString failure = DurableFile::commit(file);
+    if (!failure.isEmpty())
+        KestinLogger::error("Photo file %1 could not be written: %2", path, failure);
+    return failure.isEmpty();
 }
 
 bool PhotoFiles::isOurs(const QString &path) const

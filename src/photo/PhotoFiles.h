@@ -35,8 +35,8 @@ public:
     /// To be called after others have written or removed files in the photo directory.
     void recount() { m_total.reset(); }
 
-    /// Writes beside and renames, so that the file is the old one or the new one, whole, and on disk. Where the path is
-    /// a link, the link is replaced. False when it cannot be (error line).
+    /// Writes beside and renames, so that the file is the old one or the new one, whole, and on disk with its
+    /// name. Where the path is a link, the link is replaced. False when it cannot be (error line).
     static bool write(const QString &path, const QByteArray &content);
 
 Q_SIGNALS:

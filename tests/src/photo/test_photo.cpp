@@ -21,10 +21,14 @@
 #include <QTest>
 
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 using namespace std::chrono_literals;
 
 namespace {
+
+QStringList synced; ///< by the program, in this order
 
 constexpr int limitMs = 20000;
 const QString site = "http://photos.example";
@@ -127,6 +131,13 @@ struct Stand
 };
 
 } // namespace
+
+/// Takes the place of the C library's.
+extern "C" int fsync(int descriptor)
+{
+    synced.append(QFile::symLinkTarget(QString("/proc/self/fd/%1").arg(descriptor)).section('/', -1));
+    return int(::syscall(SYS_fsync, descriptor));
+}
 
 class TestPhoto : public QObject
 {
@@ -290,8 +301,10 @@ private Q_SLOTS:
         Stand stand;
         put(stand.photo("UserPhoto_1"), QByteArray(300, 'x'));
         stand.fields.fileDiskUserQuota = 1000;
+        synced.clear();
         const QString used = stand.files.keep(QByteArray(400, 'x')), unused = stand.files.keep(QByteArray(300, 'x'));
         QVERIFY(used.startsWith(stand.photo("photo_")) && !unused.isNull() && stand.takeTold().isEmpty());
+        QVERIFY(synced.size() == 4 && synced[1] == "photos" && synced[3] == "photos");
         QVERIFY(stand.files.keep("x").isNull() && stand.takeTold() == QStringList{"popup"});
         stand.add("a", used);
         put(stand.folder.filePath("photo_1"), "x");
