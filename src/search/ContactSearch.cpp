@@ -89,10 +89,10 @@ int ContactSearch::decide(const StartTexts &texts)
         m_mailbox.setReplaced(true);
         return 0;
     }
-    startWorkers(withRemote);
     if (m_last.localOnly)
         KestinLogger::warning("Search is local only");
-    else if (!withRemote)
+    startWorkers(withRemote);
+    if (!m_last.localOnly && !withRemote)
         KestinLogger::warning(texts.notReachable);
     return 0;
 }
