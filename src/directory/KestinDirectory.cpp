@@ -8,6 +8,7 @@
 #include "platform/records/UpdateReport.h"
 #include "src/directory/NewsPublication.h"
 #include "src/directory/UseCases.h"
+#include "src/search/ContactOrdering.h"
 #include "src/search/RemoteSearchByNameThread.h"
 #include "src/search/RemoteSearchByPhoneNumberThread.h"
 
@@ -342,7 +343,8 @@ QString KestinDirectory::getImAddressByContactId(const QString &idContact)
 ListContact KestinDirectory::sortContactByName(const ListContact &contacts, bool byNameOnly, const QString &searchId,
                                                const QString &searchString)
 {
-    return m_useCases->ordering.sortContactByName(contacts, byNameOnly, searchId, searchString);
+    Q_UNUSED(searchId) // whom it sets aside belongs to no search
+    return ContactOrdering::sortContactByName(contacts, byNameOnly, searchString);
 }
 
 ListContact KestinDirectory::getLocalContactByIMAddress(const QString &imAddress)

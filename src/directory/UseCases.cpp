@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "src/directory/UseCases.h"
 
+#include "src/search/ContactOrdering.h"
+
 UseCases::UseCases(Connection &connection, RemoteCaller &caller, DirectoryFields &fields, const QString &moduleName)
     : dao(connection)
     , numbers(caller, dao)
@@ -11,9 +13,9 @@ UseCases::UseCases(Connection &connection, RemoteCaller &caller, DirectoryFields
     , modification(dao, fields, numbers, news)
     , preview(dao, fields, news)
     , defaultContacts(dao, numbers, creation, deletion, news)
-    , lookup(dao, [this](const ListContact &contacts) { return ordering.sortContactByName(contacts, true, {}, {}); })
+    , lookup(dao, [](const ListContact &contacts) { return ContactOrdering::sortContactByName(contacts, true); })
     , search(
-          fields, ordering, [this](Contact &contact) { numbers.makeCanonicalNumberListWithoutPrefix(contact); },
+          fields, [this](Contact &contact) { numbers.makeCanonicalNumberListWithoutPrefix(contact); },
           [this](const QString &contactId) { return dao.getContact(contactId); })
     , remoteDirectory(caller)
     , remoteContacts(remoteDirectory, [this](const QString &contactId) { return lookup.getContactById(contactId); })

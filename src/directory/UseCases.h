@@ -27,7 +27,6 @@
 #include "src/remote/SearchCalls.h"
 #include "src/remote/ServiceRight.h"
 #include "src/remote/WebServiceEvents.h"
-#include "src/search/ContactOrdering.h"
 #include "src/search/ContactSearch.h"
 
 class Connection;
@@ -40,7 +39,6 @@ struct UseCases
 
     DaoContact dao;
     ContactNews news;
-    ContactOrdering ordering;
     CanonicalNumbers numbers;
     DialingRules dialingRules;
     LatinNames latinNames;

@@ -36,27 +36,24 @@ ListContact ordered(std::vector<Ranked> ranking)
 
 } // namespace
 
-ListContact ContactOrdering::sortContactByName(const ListContact &contacts, bool byNameOnly, const QString &searchId,
-                                               const QString &searchString)
+ListContact ContactOrdering::sortContactByName(const ListContact &contacts, bool byNameOnly,
+                                               const QString &searchString, ListContact *setAside)
 {
     KestinLogger::debug("-- Method sortContactByName called with byNameOnly=[%1], searchString=[%2] --",
                         int(byNameOnly), searchString);
     if (byNameOnly && contacts.size() < 2)
         return contacts;
-    ListContact onlyFirstName;
     std::vector<Ranked> ranking;
     ranking.reserve(size_t(contacts.size()));
     const QString searchKey = latinText(searchString);
     for (const Contact &contact : contacts) {
         Ranked entry{latinText(contact.name), latinText(contact.firstName), &contact};
         const bool matchedByFirstName = !entry.firstKey.startsWith(searchKey) && entry.secondKey.startsWith(searchKey);
-        if (!byNameOnly && matchedByFirstName)
-            onlyFirstName.append(contact);
-        else
+        if (byNameOnly || !matchedByFirstName)
             ranking.push_back(std::move(entry));
+        else if (setAside)
+            setAside->append(contact);
     }
-    if (!byNameOnly)
-        m_setAside.insert(searchId, onlyFirstName);
     return ordered(std::move(ranking));
 }
 

@@ -2,6 +2,7 @@
 #include "src/search/ContactSearch.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "src/search/ContactOrdering.h"
 #include "src/search/LocalSearchByNameThread.h"
 #include "src/search/LocalSearchByPhoneNumberThread.h"
 #include "src/search/RemoteSearchByNameThread.h"
@@ -17,10 +18,8 @@ struct ContactSearch::StartTexts
     const char *remoteReplaced;
 };
 
-ContactSearch::ContactSearch(const DirectoryFields &fields, ContactOrdering &ordering, Canonize canonize,
-                             ReadContact readContact)
+ContactSearch::ContactSearch(const DirectoryFields &fields, Canonize canonize, ReadContact readContact)
     : m_fields(fields)
-    , m_ordering(ordering)
     , m_canonize(std::move(canonize))
     , m_readContact(std::move(readContact))
 {
@@ -143,7 +142,7 @@ void ContactSearch::addLocal(const QString &searchId, const ListContact &contact
 {
     m_hasLocalResults = true;
     SearchResults::Lists &lists = m_results.of(searchId);
-    lists.local = m_ordering.sortContactByName(contacts, true, {}, {});
+    lists.local = ContactOrdering::sortContactByName(contacts, true);
     if (lists.local.isEmpty())
         return;
     const ListContactSummary summaries = SearchResults::summaries(lists.local, 0, qMax(0, m_running.nbContacts));
@@ -161,10 +160,8 @@ void ContactSearch::addToMain(const QString &searchId, ListContact contacts)
 {
     rewritePhotoAddresses(contacts);
     SearchResults::Lists &lists = m_results.of(searchId);
-    if (isPerDirectory()) {
-        contacts = m_ordering.sortContactByName(contacts, false, searchId, m_running.name);
-        lists.setAside += m_ordering.setAside(searchId);
-    }
+    if (isPerDirectory())
+        contacts = ContactOrdering::sortContactByName(contacts, false, m_running.name, &lists.setAside);
     if (!lists.hasMain)
         KestinLogger::debug("%1 contacts added to search of id %2 (first results)", contacts.size(), searchId);
     else
@@ -255,8 +252,7 @@ void ContactSearch::completeByName(const QString &searchId)
     if (isPerDirectory()) {
         sent += lists.local.size();
     } else {
-        lists.main = m_ordering.sortContactByName(lists.main, false, searchId, m_running.name);
-        lists.setAside = m_ordering.setAside(searchId);
+        lists.main = ContactOrdering::sortContactByName(lists.main, false, m_running.name, &lists.setAside);
     }
     lists.summariesInMain = lists.local.size();
     ListContact joined = std::exchange(lists.local, {});

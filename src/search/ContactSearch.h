@@ -2,7 +2,6 @@
 #pragma once
 
 #include "src/fields/DirectoryFields.h"
-#include "src/search/ContactOrdering.h"
 #include "src/search/SearchMailbox.h"
 #include "src/search/SearchRequest.h"
 #include "src/search/SearchResults.h"
@@ -28,7 +27,7 @@ public:
     /// The whole record of a stored contact: none or one.
     using ReadContact = std::function<ListContact(const QString &contactId)>;
 
-    ContactSearch(const DirectoryFields &fields, ContactOrdering &ordering, Canonize canonize, ReadContact readContact);
+    ContactSearch(const DirectoryFields &fields, Canonize canonize, ReadContact readContact);
     /// Waits for the workers, which stop asking.
     ~ContactSearch() override;
 
@@ -61,7 +60,6 @@ Q_SIGNALS:
 
 private:
     struct StartTexts;
-    int start(const SearchRequest &request);
     int decide(const StartTexts &texts);
     void startWorkers(bool withRemote);
     SearchThread *makeLocalWorker() const;
@@ -79,7 +77,6 @@ private:
     void restartWithLastRequest();
 
     const DirectoryFields &m_fields;
-    ContactOrdering &m_ordering;
     Canonize m_canonize;
     ReadContact m_readContact;
     SearchMailbox m_mailbox;

@@ -25,7 +25,7 @@ struct SearchStand
         database.createTables();
         dao.emplace(database.connection());
         search.emplace(
-            fields, ordering, [](Contact &contact) { contact.officePhoneCan = "canonical"; },
+            fields, [](Contact &contact) { contact.officePhoneCan = "canonical"; },
             [this](const QString &contactId) { return dao->getContact(contactId); });
         fields.searchMode = DirectoryFields::fullList;
         QObject::connect(&*search, &ContactSearch::workerCreated, &context,
@@ -114,7 +114,6 @@ struct SearchStand
     Database database;
     std::optional<DaoContact> dao;
     DirectoryFields fields;
-    ContactOrdering ordering;
     QStringList told;
     QStringList asked;
     std::function<void(const QString &what, const QString &searchId)> remote;
