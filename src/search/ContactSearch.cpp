@@ -81,9 +81,9 @@ int ContactSearch::decide(const StartTexts &texts)
         KestinLogger::warning(texts.bothSides, m_last.searchId);
     if (isRunning()) {
         if (withRemote)
-            KestinLogger::warning(texts.remoteReplaced, m_currentSearchId, m_last.searchId);
+            KestinLogger::warning(texts.remoteReplaced, m_running.searchId, m_last.searchId);
         else
-            KestinLogger::warning("local search %1 is ongoing, search  %2 will replace it", m_currentSearchId,
+            KestinLogger::warning("local search %1 is ongoing, search  %2 will replace it", m_running.searchId,
                                   m_last.searchId);
         m_mailbox.setReplaced(true);
         return 0;
@@ -99,15 +99,13 @@ int ContactSearch::decide(const StartTexts &texts)
 void ContactSearch::startWorkers(bool withRemote)
 {
     m_running = m_last;
-    m_currentSearchId = m_running.searchId;
-    QList<SearchThread *> workers;
     if (withRemote) {
-        m_mailbox.open(m_currentSearchId);
-        workers.append(makeRemoteWorker());
+        m_mailbox.open(m_running.searchId);
+        m_workers.append(makeRemoteWorker());
     }
-    workers.append(makeLocalWorker());
-    m_workers.insert(m_currentSearchId, workers);
-    for (SearchThread *worker : std::as_const(workers)) {
+    m_workers.append(makeLocalWorker());
+    const QList<SearchThread *> workers = m_workers;
+    for (SearchThread *worker : workers) {
         worker->setParent(this);
         Q_EMIT workerCreated(worker);
     }
@@ -208,14 +206,10 @@ void ContactSearch::finishWorker(QObject *sender, const QString &searchId)
         KestinLogger::error("KestinDirectory::slot_threadSearchFinished : this object is not type of QThread!");
         return;
     }
-    QList<SearchThread *> &workers = m_workers[searchId];
-    const qsizetype found = workers.removeIf([thread](SearchThread *worker) { return worker == thread; });
+    const qsizetype found = m_workers.removeIf([thread](SearchThread *worker) { return worker == thread; });
     KestinLogger::debug("slot_threadSearchFinished : the pointer is %1", found > 0 ? "suppressed" : "not suppressed");
-    KestinLogger::debug("One thread has finished for search of id %1: %2 threads remaining", searchId, workers.size());
-    if (!workers.isEmpty())
-        return;
-    m_workers.remove(searchId);
-    if (found > 0)
+    KestinLogger::debug("One thread has finished for search of id %1: %2 threads remaining", searchId, m_workers.size());
+    if (found > 0 && m_workers.isEmpty())
         complete(searchId);
 }
 
@@ -223,7 +217,6 @@ void ContactSearch::complete(const QString &searchId)
 {
     KestinLogger::debug("Search of id %1 is finished and contains %2 results", searchId,
                         m_results.main(searchId).size());
-    m_currentSearchId = QStringLiteral("NO_SEARCH");
     m_mailbox.close(searchId);
     if (m_mailbox.isReplaced()) {
         m_mailbox.setReplaced(false);
@@ -297,7 +290,7 @@ int ContactSearch::purgeSearchResults(const QString &searchId)
 {
     KestinLogger::debug("-- Method purgeSearchResults called with searchId=[%1] --", searchId);
     m_last.kind = SearchRequest::None;
-    if (m_workers.contains(searchId))
+    if (isRunning() && m_running.searchId == searchId)
         m_mailbox.setReplaced(true);
     else
         m_results.remove(searchId);

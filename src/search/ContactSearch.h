@@ -65,7 +65,7 @@ private:
     SearchThread *makeLocalWorker() const;
     SearchThread *makeRemoteWorker();
     bool isPerDirectory() const { return m_running.searchMode == DirectoryFields::perDirectory; }
-    bool isRunning() const { return m_currentSearchId != QLatin1String("NO_SEARCH"); }
+    bool isRunning() const { return !m_workers.isEmpty(); }
 
     void addLocal(const QString &searchId, const ListContact &contacts);
     void addToMain(const QString &searchId, ListContact contacts);
@@ -83,7 +83,6 @@ private:
     SearchResults m_results;
     SearchRequest m_last;    ///< as asked for last, running or not
     SearchRequest m_running; ///< as the running search was started
-    QString m_currentSearchId = QStringLiteral("NO_SEARCH");
     bool m_hasLocalResults = false;
-    QMap<QString, QList<SearchThread *>> m_workers;
+    QList<SearchThread *> m_workers; ///< of the running search, which ends with the last of them
 };

@@ -16,6 +16,7 @@ private Q_SLOTS:
     void perDirectoryTellsPacketsAsTheyCome();
     void aNumberIsFoundOnEitherSide();
     void anEmptyNumberCompletesAtOnce();
+    void theLastRequestReplacesTheRunningSearch_data();
     void theLastRequestReplacesTheRunningSearch();
     void aPurgedSearchTellsNothing();
     void endOfTheRemoteSide_data();
@@ -115,21 +116,29 @@ void TestSearch::anEmptyNumberCompletesAtOnce()
     QCOMPARE(stand.page("s"), QString()); // every start empties what was found before
 }
 
+void TestSearch::theLastRequestReplacesTheRunningSearch_data()
+{
+    QTest::addColumn<QString>("running");
+    for (const char *id : {"s1", "NO_SEARCH", ""})
+        QTest::newRow(id) << id;
+}
+
 void TestSearch::theLastRequestReplacesTheRunningSearch()
 {
+    QFETCH(QString, running);
     SearchStand stand;
     stand.put("a", "Found");
     stand.fields.icsLogin = true; // and nobody answers yet
-    stand.search->startSearchContactByName("s1", "f", 10, false);
-    QTRY_COMPARE(stand.asked, QStringList("search s1"));
+    stand.search->startSearchContactByName(running, "f", 10, false);
+    QTRY_COMPARE(stand.asked, QStringList("search " + running));
     stand.search->startSearchContactByName("s2", "f", 10, false);
     stand.search->startSearchContactByPhoneNumber("s3", "+9", true);
-    QVERIFY(stand.log.contains("<4>Remote search s1 is ongoing, search  s2 will replace it"));
-    QVERIFY(stand.log.contains("<4>local search s1 is ongoing, search  s3 will replace it"));
-    stand.search->mailbox().setStarted("s1");
+    QVERIFY(stand.log.contains("<4>Remote search " + running + " is ongoing, search  s2 will replace it"));
+    QVERIFY(stand.log.contains("<4>local search " + running + " is ongoing, search  s3 will replace it"));
+    stand.search->mailbox().setStarted(running);
     QTRY_VERIFY(stand.told.contains("number s3 "));
     QVERIFY(!stand.told.join(' ').contains("completed"));
-    QCOMPARE(stand.asked, (QStringList{"search s1", "stop s1"}));
+    QCOMPARE(stand.asked, (QStringList{"search " + running, "stop " + running}));
 }
 
 void TestSearch::aPurgedSearchTellsNothing()
