@@ -129,6 +129,8 @@ SearchThread *ContactSearch::makeRemoteWorker()
 
 void ContactSearch::addContacts(const QString &searchId, const ListContact &contacts, bool toLocalList)
 {
+    if (m_mailbox.isReplaced() && m_last.searchId == searchId)
+        return; // the id stands for what was asked for since
     if (toLocalList)
         addLocal(searchId, contacts);
     else

@@ -34,7 +34,7 @@ void SearchMailbox::put(const QString &searchId, const Answer &answer)
 {
     const std::lock_guard lock(m_mutex);
     const auto box = m_boxes.find(searchId);
-    if (box == m_boxes.end())
+    if (box == m_boxes.end() || !box->isStarted)
         return;
     box->answer = answer;
     box->isReady = true;

@@ -10,7 +10,7 @@
 
 /// Where the answers of the company directory wait for the worker of their search. The main thread opens a box for a
 /// search, puts answers in and closes it; the worker waits and takes. Any thread. An answer for a search that has no
-/// box is dropped.
+/// box, or was not accepted yet, is dropped: it is that of an earlier search with the same id.
 ///
 /// A wait is up to 100 times 100 ms and ends as soon as what it waits for is there.
 class SearchMailbox

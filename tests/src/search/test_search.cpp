@@ -18,6 +18,8 @@ private Q_SLOTS:
     void anEmptyNumberCompletesAtOnce();
     void theLastRequestReplacesTheRunningSearch_data();
     void theLastRequestReplacesTheRunningSearch();
+    void anIdThatComesAgainGetsItsOwnContactsOnly_data();
+    void anIdThatComesAgainGetsItsOwnContactsOnly();
     void aPurgedSearchTellsNothing();
     void endOfTheRemoteSide_data();
     void endOfTheRemoteSide();
@@ -139,6 +141,46 @@ void TestSearch::theLastRequestReplacesTheRunningSearch()
     QTRY_VERIFY(stand.told.contains("number s3 "));
     QVERIFY(!stand.told.join(' ').contains("completed"));
     QCOMPARE(stand.asked, (QStringList{"search " + running, "stop " + running}));
+}
+
+void TestSearch::anIdThatComesAgainGetsItsOwnContactsOnly_data()
+{
+    QTest::addColumn<int>("status"); // with which the first search ends, 0: it is replaced
+    QTest::addColumn<bool>("isPurged");
+    QTest::newRow("replaced") << 0 << false;
+    QTest::newRow("purged") << 0 << true;
+    QTest::newRow("given up") << SearchMailbox::timeout << false;
+}
+
+void TestSearch::anIdThatComesAgainGetsItsOwnContactsOnly()
+{
+    QFETCH(int, status);
+    QFETCH(bool, isPurged);
+    SearchStand stand;
+    stand.put("a", "Found");
+    stand.fields.icsLogin = true;
+    SearchMailbox &mailbox = stand.search->mailbox();
+    stand.search->startSearchContactByName("s", "f", 10, false);
+    mailbox.setStarted("s");
+    QTRY_COMPARE(stand.asked, (QStringList{"search s", "next s"}));
+    if (isPurged)
+        stand.search->purgeSearchResults("s");
+    if (status != 0) {
+        mailbox.put("s", {{}, status});
+        QTRY_COMPARE(stand.told.value(1), "completed s 1 aFound");
+    }
+    stand.told.clear();
+    stand.search->startSearchContactByName("s", "m", 10, false);
+    QTRY_COMPARE(stand.asked, (QStringList{"search s", "next s", "stop s", "search s"}));
+    mailbox.put("s", {{stand.person("late", "Stranger")}, SearchMailbox::finish});
+    mailbox.setStarted("s");
+    QTRY_COMPARE(stand.asked.size(), 5);
+    mailbox.put("s", {{stand.person("b", "Martin")}, SearchMailbox::finish});
+    QTRY_COMPARE(stand.told, QStringList("completed s 1"));
+    QCOMPARE(stand.page("s"), "bMartin");
+    stand.search->startSearchContactByName("t", "f", 10, true);
+    stand.search->startSearchContactByName("t", "m", 10, true); // while the packet of the first is on its way
+    QTRY_COMPARE(stand.told.mid(1), QStringList("completed t 0"));
 }
 
 void TestSearch::aPurgedSearchTellsNothing()
