@@ -8,8 +8,18 @@
 #include "src/search/RemoteSearchByNameThread.h"
 #include "src/search/RemoteSearchByPhoneNumberThread.h"
 
-#include <algorithm>
 #include <utility>
+
+namespace {
+
+/// Ids come back as somebody else's.
+bool isStill(const Contact &stored, const Contact &listed)
+{
+    return stored.contactId == listed.contactId && stored.type == listed.type && stored.name == listed.name &&
+           stored.firstName == listed.firstName;
+}
+
+} // namespace
 
 struct ContactSearch::StartTexts
 {
@@ -274,18 +284,32 @@ Contact ContactSearch::getContactFromSearch(const QString &searchId, const QStri
 {
     KestinLogger::debug("-- Method getContactFromSearch called with searchId=[%1] and contactId=[%2] --", searchId,
                         contactId);
+    std::optional<Contact> contact = wholeRecord(searchId, contactId);
+    if (!contact)
+        return {};
+    m_canonize(*contact);
+    return *contact;
+}
+
+/// Of the first listed contact with this id that can be had whole; if there is none, what is listed.
+std::optional<Contact> ContactSearch::wholeRecord(const QString &searchId, const QString &contactId) const
+{
     const ListContact contacts = m_results.main(searchId);
-    const auto found = std::find_if(contacts.cbegin(), contacts.cend(),
-                                    [&contactId](const Contact &contact) { return contact.contactId == contactId; });
-    if (found == contacts.cend())
-        return {};
-    const bool isSummary = found - contacts.cbegin() < m_results.summariesInMain(searchId);
-    const ListContact whole = isSummary ? m_readContact(contactId) : ListContact{*found};
-    if (whole.isEmpty())
-        return {};
-    Contact contact = whole.first();
-    m_canonize(contact);
-    return contact;
+    const qsizetype summaries = m_results.summariesInMain(searchId);
+    std::optional<Contact> summary;
+    for (qsizetype i = 0; i < contacts.size(); ++i) {
+        const Contact &listed = contacts.at(i);
+        if (listed.contactId != contactId)
+            continue;
+        if (i >= summaries)
+            return listed;
+        const ListContact stored = m_readContact(contactId);
+        if (!stored.isEmpty() && isStill(stored.first(), listed))
+            return stored.first();
+        if (!summary)
+            summary = listed;
+    }
+    return summary;
 }
 
 int ContactSearch::purgeSearchResults(const QString &searchId)

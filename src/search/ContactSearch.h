@@ -10,6 +10,7 @@
 #include <QObject>
 
 #include <functional>
+#include <optional>
 
 /// Runs searches over the phone and the company directory. One runs at a time; what is asked for meanwhile waits, and
 /// of several the last one wins. Results are kept for paging until they are purged or another search is asked for.
@@ -38,8 +39,9 @@ public:
 
     /// A page of the results; a length of -1 means to the end. An unknown search has none.
     ListContactSummary getSearchResults(const QString &searchId, int startInd, int length) const;
-    /// The whole record, of a contact of the phone as it is stored now; an empty one when it is not among the results,
-    /// or no longer stored.
+    /// The whole record; an empty one when it is not among the results. One that the phone found by name is read as it
+    /// is stored now if that still is the contact listed (id, type and both names); if not, another result with the id
+    /// is told, or else what the summary holds.
     Contact getContactFromSearch(const QString &searchId, const QString &contactId) const;
     /// Drops the results; of a running search also those to come, and its completion is not told.
     int purgeSearchResults(const QString &searchId);
@@ -71,6 +73,8 @@ private:
     void addToMain(const QString &searchId, ListContact contacts);
     void tellPacket(const QString &searchId, const ListContact &packet);
     void rewritePhotoAddresses(ListContact &contacts) const;
+
+    std::optional<Contact> wholeRecord(const QString &searchId, const QString &contactId) const;
 
     void complete(const QString &searchId);
     void completeByName(const QString &searchId);

@@ -14,6 +14,8 @@ private Q_SLOTS:
     void anEmptyResultCompletes();
     void bothSidesAreJoinedInOneList();
     void perDirectoryTellsPacketsAsTheyCome();
+    void oneContactIsTheOneListed_data();
+    void oneContactIsTheOneListed();
     void aNumberIsFoundOnEitherSide();
     void anEmptyNumberCompletesAtOnce();
     void theLastRequestReplacesTheRunningSearch_data();
@@ -92,6 +94,42 @@ void TestSearch::perDirectoryTellsPacketsAsTheyCome()
     QCOMPARE(stand.told.value(1), "results s 3 aPa bPa");
     QCOMPARE(stand.told.value(2), "completed s 5");
     QCOMPARE(stand.page("s"), "xPavel aPa bPa PaaN PaulM");
+}
+
+void TestSearch::oneContactIsTheOneListed_data()
+{
+    QTest::addColumn<QString>("nameNow"); // of who is stored under the id
+    QTest::addColumn<bool>("companyHasId");
+    QTest::addColumn<QString>("latinName"); // which a summary has not
+    QTest::newRow("as listed") << "Pavel" << true << latinText("Pavel");
+    QTest::newRow("the id came back") << "Other" << true << "company";
+    QTest::newRow("the id came back and nobody else has it") << "Other" << false << "";
+    QTest::newRow("deleted") << "" << true << "company";
+    QTest::newRow("deleted and nobody else has it") << "" << false << "";
+}
+
+void TestSearch::oneContactIsTheOneListed()
+{
+    QFETCH(QString, nameNow);
+    QFETCH(bool, companyHasId);
+    SearchStand stand;
+    stand.put("x", "Pavel");
+    const QString id = "#CONTACT_1#";
+    Contact company = stand.person("c", "Pavel");
+    company.latinName = "company";
+    if (companyHasId)
+        company.contactId = id;
+    stand.answerWith({{company}});
+    stand.search->startSearchContactByName("s", "pa", 10, false);
+    QTRY_COMPARE(stand.told.size(), 2);
+    stand.dao->deleteContact(id);
+    if (!nameNow.isEmpty())
+        stand.put("x", nameNow);
+    QCOMPARE(stand.dao->getContact(id).value(0).name, nameNow);
+    const Contact contact = stand.search->getContactFromSearch("s", id);
+    QCOMPARE(contact.name, "Pavel");
+    QTEST(contact.latinName, "latinName");
+    QCOMPARE(contact.officePhoneCan, "canonical");
 }
 
 void TestSearch::aNumberIsFoundOnEitherSide()
