@@ -153,11 +153,11 @@ void ContactSearch::addLocal(const QString &searchId, const ListContact &contact
     m_hasLocalResults = true;
     SearchResults::Lists &lists = m_results.of(searchId);
     lists.local = ContactOrdering::sortContactByName(contacts, true);
-    if (lists.local.isEmpty())
-        return;
     const ListContactSummary summaries = SearchResults::summaries(lists.local, 0, qMax(0, m_running.nbContacts));
-    Q_EMIT searchResults(searchId, int(lists.local.size()), summaries);
-    KestinLogger::debug("%1 local results sent", summaries.size());
+    if (!lists.local.isEmpty()) {
+        Q_EMIT searchResults(searchId, int(lists.local.size()), summaries);
+        KestinLogger::debug("%1 local results sent", summaries.size());
+    }
     const qsizetype budget = m_running.nbContacts - summaries.size();
     if (!isPerDirectory() || budget <= 0 || lists.main.isEmpty())
         return;

@@ -14,6 +14,8 @@ private Q_SLOTS:
     void anEmptyResultCompletes();
     void bothSidesAreJoinedInOneList();
     void perDirectoryTellsPacketsAsTheyCome();
+    void perDirectoryTellsPacketsThatCameFirst_data();
+    void perDirectoryTellsPacketsThatCameFirst();
     void oneContactIsTheOneListed_data();
     void oneContactIsTheOneListed();
     void aNumberIsFoundOnEitherSide();
@@ -94,6 +96,27 @@ void TestSearch::perDirectoryTellsPacketsAsTheyCome()
     QCOMPARE(stand.told.value(1), "results s 3 aPa bPa");
     QCOMPARE(stand.told.value(2), "completed s 5");
     QCOMPARE(stand.page("s"), "xPavel aPa bPa PaaN PaulM");
+}
+
+void TestSearch::perDirectoryTellsPacketsThatCameFirst_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QStringList>("told");
+    QTest::newRow("the phone has some")
+        << "pa" << QStringList{"results s 1 xPavel", "results s 2 bPa", "completed s 2"};
+    QTest::newRow("the phone has none") << "nobody" << QStringList{"results s 1 bPa", "completed s 1"};
+}
+
+void TestSearch::perDirectoryTellsPacketsThatCameFirst()
+{
+    QFETCH(QString, name);
+    SearchStand stand;
+    stand.fields.searchMode = DirectoryFields::perDirectory;
+    stand.put("x", "Pavel");
+    stand.search->startSearchContactByName("s", name, 3, true);
+    stand.search->addContacts("s", {stand.person("b", "Pa")}, false);
+    QTRY_VERIFY(stand.told.join(' ').contains("completed"));
+    QTEST(stand.told, "told");
 }
 
 void TestSearch::oneContactIsTheOneListed_data()
