@@ -120,7 +120,26 @@ void ContactSearch::startWorkers(bool withRemote)
         Q_EMIT workerCreated(worker);
     }
     for (auto worker = workers.crbegin(); worker != workers.crend(); ++worker)
-        (*worker)->start(); // the local one first
+        startWorker(*worker); // the local one first
+}
+
+void ContactSearch::startWorker(SearchThread *worker)
+{
+    worker->start();
+    if (worker->isRunning() || worker->isFinished())
+        return;
+    KestinLogger::error("A thread of search %1 cannot be started, so it finds nothing", m_running.searchId);
+    // Like the end of any worker, after the caller has been answered.
+    QMetaObject::invokeMethod(this, [this, worker] { endUnstarted(worker); }, Qt::QueuedConnection);
+}
+
+void ContactSearch::endUnstarted(SearchThread *worker)
+{
+    const QString searchId = m_running.searchId;
+    if (qobject_cast<LocalSearchByNameThread *>(worker))
+        addContacts(searchId, {}, true);
+    finishWorker(worker, searchId);
+    delete worker;
 }
 
 SearchThread *ContactSearch::makeLocalWorker() const

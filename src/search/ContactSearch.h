@@ -54,7 +54,7 @@ public:
     SearchMailbox &mailbox() { return m_mailbox; }
 
 Q_SIGNALS:
-    /// Before it is started. The worker is deleted by its `finished`.
+    /// Before it is started. The worker is deleted by its `finished`; one that cannot be started by this class.
     void workerCreated(SearchThread *worker);
     void searchResults(const QString &searchId, int nbResults, const ListContactSummary &summaries);
     void completedByName(const QString &searchId, int nbResults, const ListContactSummary &summaries);
@@ -64,6 +64,8 @@ private:
     struct StartTexts;
     int decide(const StartTexts &texts);
     void startWorkers(bool withRemote);
+    void startWorker(SearchThread *worker);
+    void endUnstarted(SearchThread *worker);
     SearchThread *makeLocalWorker() const;
     SearchThread *makeRemoteWorker();
     bool isPerDirectory() const { return m_running.searchMode == DirectoryFields::perDirectory; }

@@ -24,6 +24,7 @@ private Q_SLOTS:
     void theLastRequestReplacesTheRunningSearch();
     void anIdThatComesAgainGetsItsOwnContactsOnly_data();
     void anIdThatComesAgainGetsItsOwnContactsOnly();
+    void aWorkerThatCannotBeStartedFindsNothing();
     void aPurgedSearchTellsNothing();
     void endOfTheRemoteSide_data();
     void endOfTheRemoteSide();
@@ -242,6 +243,25 @@ void TestSearch::anIdThatComesAgainGetsItsOwnContactsOnly()
     stand.search->startSearchContactByName("t", "f", 10, true);
     stand.search->startSearchContactByName("t", "m", 10, true); // while the packet of the first is on its way
     QTRY_COMPARE(stand.told.mid(1), QStringList("completed t 0"));
+}
+
+void TestSearch::aWorkerThatCannotBeStartedFindsNothing()
+{
+    SearchStand stand;
+    stand.put("a", "Found");
+    stand.fields.icsLogin = true;
+    const auto spoil = [](SearchThread *worker) {
+        worker->setStackSize(1);
+        QTest::ignoreMessage(QtCriticalMsg, "QThread::start: Thread stack size error (Invalid argument)");
+    };
+    const auto spoiling = QObject::connect(&*stand.search, &ContactSearch::workerCreated, &stand.context, spoil);
+    stand.search->startSearchContactByName("s", "f", 10, false);
+    QCOMPARE(stand.told, QStringList()); // not before the answer
+    QTRY_COMPARE(stand.told, QStringList("completed s 0"));
+    QCOMPARE(stand.search->findChildren<SearchThread *>().size(), 0);
+    QObject::disconnect(spoiling);
+    stand.search->startSearchContactByName("t", "f", 10, true);
+    QTRY_COMPARE(stand.told.mid(1), (QStringList{"results t 1 aFound", "completed t 1 aFound"}));
 }
 
 void TestSearch::aPurgedSearchTellsNothing()
