@@ -28,11 +28,13 @@ private Q_SLOTS:
     void aPurgedSearchTellsNothing();
     void endOfTheRemoteSide_data();
     void endOfTheRemoteSide();
-    void aDirectoryThatDoesNotStartIsGivenUp();
+    void aSilentDirectoryIsGivenUp();
     void strangeAnswersDoNoHarm();
     void photoAddressesAreRewritten();
     void aWorkerThatIsNoneIsLogged();
     void runningSearchesEndWithTheService();
+    void waitsEndAtOnce_data();
+    void waitsEndAtOnce();
 };
 
 void TestSearch::localContactsComeInOrder()
@@ -305,7 +307,7 @@ void TestSearch::endOfTheRemoteSide()
     QCOMPARE(stand.page("s"), "aB");
 }
 
-void TestSearch::aDirectoryThatDoesNotStartIsGivenUp()
+void TestSearch::aSilentDirectoryIsGivenUp()
 {
     SearchStand stand;
     stand.put("a", "B");
@@ -313,12 +315,22 @@ void TestSearch::aDirectoryThatDoesNotStartIsGivenUp()
     QElapsedTimer timer;
     timer.start();
     stand.search->startSearchContactByPhoneNumber("s", "+1", false);
+    SearchMailbox mailbox; // of another one, which is accepted, and then silent
+    mailbox.open("accepted");
+    mailbox.setStarted("accepted");
+    auto *other = new RemoteSearchByNameThread(mailbox, "b", "accepted"); // deleted by its end
+    stand.connect(other);
+    other->disconnect(&*stand.search);
+    other->start();
     stand.search->mailbox().setStarted("another");
     QTRY_COMPARE_WITH_TIMEOUT(stand.told, QStringList("number s "), 15000);
     QVERIFY(timer.elapsed() > 9000);
-    QCOMPARE(stand.asked, QStringList("search s"));
+    QTRY_COMPARE(stand.asked.size(), 4);
+    stand.asked.sort();
+    QCOMPARE(stand.asked, (QStringList{"next accepted", "search accepted", "search s", "stop accepted"}));
     QVERIFY(stand.log.contains("<7>[RemoteSearchByPhoneNumberThread] start search Id: s"));
     QVERIFY(stand.log.contains("<7>[RemoteSearchByPhoneThread] Security: stopping search unstarted"));
+    QVERIFY(stand.log.contains("<7>[RemoteSearchByNameThread] Security: stopping search accepted w/o results"));
 }
 
 void TestSearch::strangeAnswersDoNoHarm()
@@ -379,6 +391,30 @@ void TestSearch::runningSearchesEndWithTheService()
     }
     stand.search.reset(); // waits for whoever still works
     QCOMPARE(QSqlDatabase::connectionNames().size(), 1);
+}
+
+void TestSearch::waitsEndAtOnce_data()
+{
+    QTest::addColumn<bool>("isAccepted");
+    QTest::addColumn<QStringList>("asked");
+    QTest::newRow("for the start") << false << QStringList{"search s"};
+    QTest::newRow("for a packet") << true << QStringList{"search s", "next s"};
+}
+
+void TestSearch::waitsEndAtOnce()
+{
+    QFETCH(bool, isAccepted);
+    QFETCH(QStringList, asked);
+    SearchStand stand;
+    stand.fields.icsLogin = true;
+    stand.search->startSearchContactByName("s", "b", 10, false);
+    if (isAccepted)
+        stand.search->mailbox().setStarted("s");
+    QTRY_COMPARE(stand.asked, asked);
+    QElapsedTimer timer;
+    timer.start();
+    stand.search.reset();
+    QVERIFY(timer.elapsed() < 3000);
 }
 
 QTEST_GUILESS_MAIN(TestSearch)
