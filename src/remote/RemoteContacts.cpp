@@ -5,17 +5,20 @@
 
 #include <utility>
 
-RemoteContacts::RemoteContacts(RemoteDirectory &directory, LookUp lookUp)
+RemoteContacts::RemoteContacts(RemoteDirectory &directory, LookUp lookUp, std::chrono::milliseconds patience)
     : m_directory(directory)
     , m_lookUp(std::move(lookUp))
+    , m_patience(patience)
 {
 }
 
 void RemoteContacts::copyContactToLocal(const QString &idContact)
 {
     KestinLogger::debug("-- Method copyContactToLocal called with idContact=[%1] --", idContact);
-    m_directory.getContactProfile(idContact, idContact);
-    m_awaitingCopy.append(idContact);
+    m_awaitingCopy.removeIf(
+        [](QHash<QString, QDeadlineTimer>::iterator awaited) { return awaited.value().hasExpired(); });
+    if (m_directory.getContactProfile(idContact, idContact))
+        m_awaitingCopy.insert(idContact, QDeadlineTimer(m_patience));
 }
 
 void RemoteContacts::getImAddressByContactId(const QString &idContact)
@@ -32,6 +35,7 @@ void RemoteContacts::getImAddressByContactId(const QString &idContact)
 
 void RemoteContacts::profileReceived(const QString &reqId, const ListContact &contacts)
 {
-    if (m_awaitingCopy.removeAll(reqId) > 0 && !contacts.isEmpty())
+    const QDeadlineTimer limit = m_awaitingCopy.take(reqId); // expired when nobody asked
+    if (!limit.hasExpired() && !contacts.isEmpty())
         Q_EMIT copyArrived(reqId, contacts.first());
 }

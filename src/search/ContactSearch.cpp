@@ -130,7 +130,8 @@ void ContactSearch::startWorker(SearchThread *worker)
         return;
     KestinLogger::error("A thread of search %1 cannot be started, so it finds nothing", m_running.searchId);
     // Like the end of any worker, after the caller has been answered.
-    QMetaObject::invokeMethod(this, [this, worker] { endUnstarted(worker); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this, worker] { endUnstarted(worker); }, Qt::QueuedConnection);
 }
 
 void ContactSearch::endUnstarted(SearchThread *worker)
@@ -239,7 +240,8 @@ void ContactSearch::finishWorker(QObject *sender, const QString &searchId)
     }
     const qsizetype found = m_workers.removeIf([thread](SearchThread *worker) { return worker == thread; });
     KestinLogger::debug("slot_threadSearchFinished : the pointer is %1", found > 0 ? "suppressed" : "not suppressed");
-    KestinLogger::debug("One thread has finished for search of id %1: %2 threads remaining", searchId, m_workers.size());
+    KestinLogger::debug("One thread has finished for search of id %1: %2 threads remaining", searchId,
+                        m_workers.size());
     if (found > 0 && m_workers.isEmpty())
         complete(searchId);
 }

@@ -145,6 +145,7 @@ void TestRemote::malformedAnswersCountAsEmpty()
 
 void TestRemote::aCopyIsAnsweredOnce()
 {
+    LogCapture log;
     ScriptedTransport transport;
     RemoteDirectory directory(transport);
     RemoteContacts contacts(directory, [](const QString &) { return ListContact(); });
@@ -157,9 +158,19 @@ void TestRemote::aCopyIsAnsweredOnce()
     contacts.profileReceived("a", ListContact(1));
     QCOMPARE(copies.size(), 1);
     contacts.copyContactToLocal("b");
-    contacts.profileReceived("b", {});
+    contacts.profileReceived("b", {}); // the directory does not know it
     contacts.profileReceived("b", ListContact(1));
-    QCOMPARE(copies.size(), 1); // the directory did not know it
+    QCOMPARE(copies.size(), 1);
+    transport.answer = [](const ScriptedTransport::Call &, const QDBusMessage &) -> QDBusMessage { throw 1; };
+    contacts.copyContactToLocal("c"); // cannot be asked for
+    contacts.profileReceived("c", ListContact(1));
+    QCOMPARE(copies.size(), 1);
+    transport.answer = ScriptedTransport().answer;
+    RemoteContacts impatient(directory, {}, std::chrono::milliseconds(0));
+    QSignalSpy lateCopies(&impatient, &RemoteContacts::copyArrived);
+    impatient.copyContactToLocal("d");
+    impatient.profileReceived("d", ListContact(1));
+    QCOMPARE(lateCopies.size(), 0);
 }
 
 void TestRemote::addressesComeFromEitherSide()

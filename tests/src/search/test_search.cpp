@@ -105,8 +105,8 @@ void TestSearch::perDirectoryTellsPacketsThatCameFirst_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QStringList>("told");
-    QTest::newRow("the phone has some")
-        << "pa" << QStringList{"results s 1 xPavel", "results s 2 bPa", "completed s 2"};
+    QTest::newRow("the phone has some") << "pa"
+                                        << QStringList{"results s 1 xPavel", "results s 2 bPa", "completed s 2"};
     QTest::newRow("the phone has none") << "nobody" << QStringList{"results s 1 bPa", "completed s 1"};
 }
 
