@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "src/remote/ServiceRight.h"
 
-#include "platform/framework/KestinException.h"
 #include "platform/framework/KestinLogger.h"
 #include "platform/framework/PlatformCalls.h"
 
@@ -26,7 +25,7 @@ bool ServiceRight::check()
         isValid = reply.isValid();
         if (isValid)
             m_fields.icsLogin = reply.value();
-    } catch (const std::exception &) {
+    } catch (...) {
         // Told below, like an answer that is an error.
     }
     if (isValid)
