@@ -9,6 +9,7 @@
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/RecordMaps.h"
 
+#include <QCoreApplication>
 #include <QTimer>
 
 #include <algorithm>
@@ -38,11 +39,7 @@ bool WSManager::run()
 {
     new ErrorReplying<WSManagerAdaptor>(this);
     // Once the event loop runs the name is on the bus: who hears of it can call.
-    QTimer::singleShot(0, this, [this] {
-        KestinEvent event(QStringLiteral("WSManagerAvailabilityEvent"), {});
-        event.addArgument(1, QStringLiteral("status"), true);
-        notifyEvent(event);
-    });
+    QTimer::singleShot(0, this, &WSManager::tellStart);
     return m_source->open();
 }
 
@@ -226,7 +223,26 @@ void WSManager::makeDialableCallNumber(const QString &reqId, const QString &numb
 
 void WSManager::tellAvailability(bool isAvailable)
 {
-    KestinEvent event(QStringLiteral("UDAAvailabilityEvent"), {});
+    tell("UDAAvailabilityEvent", isAvailable);
+}
+
+void WSManager::tellStart()
+{
+    tell("WSManagerAvailabilityEvent", true);
+    // Before the name is given back.
+    connect(qApp, &QCoreApplication::aboutToQuit, this, &WSManager::tellEnd);
+}
+
+void WSManager::tellEnd()
+{
+    if (m_source->isAvailable())
+        tellAvailability(false);
+    tell("WSManagerAvailabilityEvent", false);
+}
+
+void WSManager::tell(const char *name, bool isAvailable)
+{
+    KestinEvent event(QString::fromLatin1(name), {});
     event.addArgument(isAvailable ? 1 : 0, QStringLiteral("status"), true);
     notifyEvent(event);
 }

@@ -11,7 +11,8 @@
 #include <map>
 
 /// The module "WSManager", as far as the directory needs it: searches in the company directory. What it is asked for is
-/// answered by events; every question gets its answer, whatever the company directory does.
+/// answered by events; every question gets its answer, whatever the company directory does. Events tell when it comes
+/// and when it ends in order.
 class WSManager : public KestinModule
 {
     Q_OBJECT
@@ -54,6 +55,9 @@ private:
     void end(Searches &searches, const QString &id);
     void answerNextResults(const QString &searchId, const DirectoryEntries &entries, PacketStatus status);
     void tellAvailability(bool isAvailable);
+    void tellStart();
+    void tellEnd();
+    void tell(const char *name, bool isAvailable);
     ListContact contactsOf(const DirectoryEntries &entries) const;
     void raise(const char *name, const QString &reqId, int status, const QString &response = QStringLiteral("OK"),
                const QVariant &result = QVariant());

@@ -251,6 +251,11 @@ void WSManagerTest::questionsAreAnswered()
     QVERIFY(!idsOf(peer.all("both")).contains(known));
     QCOMPARE(peer.call(byName, {"one"}).errorName(), u"org.freedesktop.DBus.Error.UnknownMethod"_s);
     QCOMPARE(peer.program().terminate(), 0);
+    for (const char *name : {"UDAAvailabilityEvent", "WSManagerAvailabilityEvent"}) {
+        const auto end = peer.events().next(name);
+        QVERIFY2(end, name);
+        QCOMPARE(end->argument<int>("status"), 0);
+    }
 }
 
 void WSManagerTest::numberIsFoundInItsCanonicalForm()
