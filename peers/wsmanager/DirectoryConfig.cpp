@@ -2,11 +2,12 @@
 #include "peers/wsmanager/DirectoryConfig.h"
 
 #include "peers/wsmanager/DnText.h"
+#include "peers/wsmanager/IniFile.h"
+#include "peers/wsmanager/LdapFilter.h"
 #include "platform/framework/KestinLogger.h"
 
 #include <QFile>
 #include <QRegularExpression>
-#include <QSettings>
 
 #include <algorithm>
 #include <array>
@@ -29,7 +30,7 @@ struct NumberKey
 
 bool isAttributeName(const QString &text)
 {
-    static const QRegularExpression form(QStringLiteral("^[A-Za-z0-9][A-Za-z0-9.-]*(#.+)?$"));
+    static const QRegularExpression form(QStringLiteral("^([A-Za-z][A-Za-z0-9-]*|[0-9]+([.][0-9]+)*)(#.+)?$"));
     return form.match(text).hasMatch();
 }
 
@@ -37,25 +38,17 @@ bool isAttributeName(const QString &text)
 
 QString DirectoryConfig::read(const QString &path)
 {
-    QFile readable(path);
-    if (!readable.open(QIODevice::ReadOnly))
-        return QStringLiteral("%1 cannot be read: %2").arg(path, readable.errorString());
-    const QSettings file(path, QSettings::IniFormat);
-    QString problem =
-        file.status() == QSettings::NoError ? QString() : QStringLiteral("it is not a well-formed INI file");
-    const QStringList keys = file.allKeys();
-    for (const QString &key : keys) {
+    const IniFile file = IniFile::read(path);
+    QString problem = file.problem;
+    for (const IniFile::Setting &setting : file.settings) {
         if (!problem.isEmpty())
             break;
-        // A text that was typed with bare commas, as a DN is, comes as a list.
-        const QStringList values = file.value(key).toStringList();
-        const QString setting = key.section(QLatin1Char('/'), 1);
-        if (key.startsWith(QLatin1String("directory/")))
-            problem = set(setting, values.join(QLatin1Char(',')));
-        else if (key.startsWith(QLatin1String("attributes/")))
-            problem = setAttributes(setting, values);
+        if (setting.section == QLatin1String("directory"))
+            problem = set(setting.key, setting.value);
+        else if (setting.section == QLatin1String("attributes"))
+            problem = setAttributes(setting.key, setting.value);
         else
-            problem = QStringLiteral("\"%1\" stands in no section that is known; see --help").arg(key);
+            problem = QStringLiteral("\"%1\" stands in no section that is known; see --help").arg(setting.key);
     }
     return problem.isEmpty() ? problem : QStringLiteral("%1: %2").arg(path, problem);
 }
@@ -63,15 +56,16 @@ QString DirectoryConfig::read(const QString &path)
 QString DirectoryConfig::set(const QString &key, const QString &value)
 {
     QString problem;
-    if (setText(key, value.trimmed()) || setNumber(key, value.trimmed(), problem))
+    if (setText(key, value) || setNumber(key, value.trimmed(), problem))
         return problem;
     if (key == QLatin1String("secretFile"))
         return setSecret(value.trimmed());
     if (key != QLatin1String("startTls"))
         return QStringLiteral("there is no setting \"%1\"; see --help").arg(key);
-    server.usesStartTls = value == QLatin1String("true");
-    return server.usesStartTls || value == QLatin1String("false") ? QString()
-                                                                  : QStringLiteral("startTls is true or false");
+    server.usesStartTls = value.trimmed() == QLatin1String("true");
+    return server.usesStartTls || value.trimmed() == QLatin1String("false")
+               ? QString()
+               : QStringLiteral("startTls is true or false");
 }
 
 bool DirectoryConfig::setText(const QString &key, const QString &value)
@@ -86,9 +80,11 @@ bool DirectoryConfig::setText(const QString &key, const QString &value)
                            TextKey{"caFile", server.caFile}};
     const auto text = std::find_if(texts.begin(), texts.end(),
                                    [&key](const TextKey &known) { return key == QLatin1String(known.key); });
-    if (text != texts.end())
-        text->value = value;
-    return text != texts.end();
+    if (text == texts.end())
+        return false;
+    const bool keepsBlanks = &text->value == &name || &text->value == &filter;
+    text->value = keepsBlanks ? value : value.trimmed();
+    return true;
 }
 
 bool DirectoryConfig::setNumber(const QString &key, const QString &value, QString &problem)
@@ -116,11 +112,12 @@ bool DirectoryConfig::setNumber(const QString &key, const QString &value, QStrin
     return true;
 }
 
-QString DirectoryConfig::setAttributes(const QString &field, const QStringList &values)
+QString DirectoryConfig::setAttributes(const QString &field, const QString &value)
 {
+    const QStringList values = value.split(QLatin1Char(','));
     for (const QString &attribute : values) {
-        if (!attribute.isEmpty() && !isAttributeName(attribute.trimmed()))
-            return QStringLiteral("\"%1\" is no name of an attribute").arg(attribute);
+        if (!attribute.trimmed().isEmpty() && !isAttributeName(attribute.trimmed()))
+            return QStringLiteral("\"%1\" is no name of an attribute").arg(attribute.trimmed());
     }
     return attributes.set(field, values) ? QString() : QStringLiteral("a contact has no field \"%1\"").arg(field);
 }
@@ -141,16 +138,15 @@ QString DirectoryConfig::setSecret(const QString &path)
 
 QString DirectoryConfig::problem() const
 {
-    if (server.url.isEmpty() == ldif.isEmpty())
+    if (server.url.isEmpty() && ldif.isEmpty())
         return QStringLiteral("one of url and ldif must be given");
+    if (!server.url.isEmpty() && !ldif.isEmpty())
+        return QStringLiteral("url and ldif exclude each other");
     if (!base.isEmpty() && DnText::normalized(base.toUtf8()).isEmpty())
         return QStringLiteral("the base \"%1\" is no DN").arg(base);
     if (!ldif.isEmpty() && !filter.isEmpty())
         return QStringLiteral("a filter is for servers only");
-    // Many servers take a name without a secret for nobody, and answer as they answer anybody.
-    if (!server.bindName.isEmpty() && server.secret.isEmpty())
-        return QStringLiteral("a bind name needs a secret; secretFile names no file, or an empty one");
-    if (!filter.isEmpty() && !(filter.startsWith(QLatin1Char('(')) && filter.endsWith(QLatin1Char(')'))))
-        return QStringLiteral("a filter stands in parentheses");
-    return QString();
+    if (!filter.isEmpty() && !LdapFilter::isWellFormed(filter))
+        return QStringLiteral("\"%1\" is no filter in parentheses (RFC 4515)").arg(filter);
+    return server.problem();
 }

@@ -2,20 +2,9 @@
 #pragma once
 
 #include "peers/wsmanager/AttributeMap.h"
+#include "peers/wsmanager/LdapServer.h"
 
-#include <QByteArray>
 #include <QString>
-
-/// How a directory server is reached.
-struct LdapServer
-{
-    QString url;      ///< ldap://, ldaps:// or ldapi://
-    QString bindName; ///< empty: anonymously
-    QByteArray secret;
-    QString caFile; ///< certificates to trust instead of the system's
-    bool usesStartTls = false;
-    int connectSeconds = 5; ///< for the connection, and again for the bind
-};
 
 /// Everything that can be set.
 struct DirectoryConfig
@@ -23,9 +12,9 @@ struct DirectoryConfig
     QString name = QStringLiteral("Company directory");
     QString ldif; ///< a file in place of a server
     LdapServer server;
-    QString base;
+    QString base; ///< empty: on a server the one that the library is configured with, in a file everything
     QString objectClass = QStringLiteral("inetOrgPerson");
-    QString filter; ///< narrows what is found further; for servers only
+    QString filter; ///< in parentheses; narrows what is found further; for servers only
     AttributeMap attributes;
     int pageSize = 20;
     int maxResults = 500;
@@ -44,5 +33,5 @@ private:
     bool setText(const QString &key, const QString &value);
     bool setNumber(const QString &key, const QString &value, QString &problem);
     QString setSecret(const QString &path);
-    QString setAttributes(const QString &field, const QStringList &values);
+    QString setAttributes(const QString &field, const QString &value);
 };

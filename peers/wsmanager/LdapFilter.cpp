@@ -63,6 +63,21 @@ QByteArray LdapFilter::of(const DirectoryQuery &query, const QString &objectClas
     return parts.isEmpty() ? QByteArray("(objectClass=*)") : group('&', parts);
 }
 
+bool LdapFilter::isWellFormed(const QString &filter)
+{
+    if (!filter.startsWith(QLatin1Char('(')) || !filter.endsWith(QLatin1Char(')')))
+        return false;
+    // The library parses a filter when it is sent, and before it connects; this address leads nowhere.
+    LDAP *ldap = nullptr;
+    if (ldap_initialize(&ldap, "ldapi://%2Fdev%2Fnull%2Fnowhere") != LDAP_SUCCESS)
+        return false;
+    int operation = 0;
+    const int rc = ldap_search_ext(ldap, "", LDAP_SCOPE_BASE, filter.toUtf8().constData(), nullptr, 0, nullptr, nullptr,
+                                   nullptr, 0, &operation);
+    ldap_unbind_ext(ldap, nullptr, nullptr);
+    return rc != LDAP_FILTER_ERROR;
+}
+
 QByteArray LdapFilter::escaped(const QString &value)
 {
     QByteArray bytes = value.toUtf8();

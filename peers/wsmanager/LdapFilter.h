@@ -15,4 +15,7 @@ QByteArray of(const DirectoryQuery &query, const QString &objectClass, const QSt
 /// What stands for the value in a filter: "*", "(", ")", "\", NUL and everything beyond ASCII as "\" and two digits.
 QByteArray escaped(const QString &value);
 
+/// Whether the text is one filter in parentheses.
+bool isWellFormed(const QString &filter);
+
 } // namespace LdapFilter

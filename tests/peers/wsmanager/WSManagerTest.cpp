@@ -220,14 +220,15 @@ void WSManagerTest::questionsAreAnswered()
 {
     Slapd server;
     QVERIFY(server.start());
-    Peer peer(*m_bus, {"--url", server.url(), "--base", base});
+    const Config config(urlOf(server) + "name=Brumaire, Paris");
+    Peer peer(*m_bus, config.arguments());
     QVERIFY(peer.waitForAvailability(true));
     QVERIFY(peer.events().next("WSManagerAvailabilityEvent"));
     QVERIFY(!peer.call("getServiceRight", {"IcsCall"}).arguments().value(0).toBool());
     const QList<std::tuple<QString, QVariantList, QString, QString>> questions{
         {"udaGetAttributes", {"InitDir"}, "WS_DIRECTORY_GET_ATTRIBUTES", "TELEPHONENUMBER"},
         {"udaGetOperators", {"InitDir"}, "WS_DIRECTORY_GET_OPERATORS", "EQUAL"},
-        {"udaGetDirectories", {"InitDir"}, "WS_DIRECTORY_GET_DIRECTORIES", "Company directory"}};
+        {"udaGetDirectories", {"InitDir"}, "WS_DIRECTORY_GET_DIRECTORIES", "Brumaire, Paris"}};
     for (const auto &[method, arguments, event, element] : questions) {
         peer.call(method, arguments);
         const auto answer = peer.events().next(event, "InitDir");
@@ -295,7 +296,7 @@ void WSManagerTest::pagesBecomePackets_data()
         << QByteArray("limits * size.prtotal=disabled size=70") << QByteArray("pageSize=60") << QList<int>{60, 10};
     QTest::newRow("limit of our own") << QByteArray() << QByteArray("pageSize=60\nmaxResults=100")
                                       << QList<int>{60, 40};
-    QTest::newRow("filter") << QByteArray() << QByteArray("pageSize=60\nfilter=(cn=Ann*)\n") << QList<int>{1};
+    QTest::newRow("filter") << QByteArray() << QByteArray("pageSize=60\nfilter=(cn=Ann Comma, Jr.)\n") << QList<int>{1};
 }
 
 void WSManagerTest::pagesBecomePackets()
@@ -481,16 +482,23 @@ void WSManagerTest::mistakesInTheConfiguration_data()
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<QString>("expected");
     QTest::newRow("nothing") << QByteArray() << u"one of url and ldif"_s;
-    QTest::newRow("both") << QByteArray("url=ldap://x\nldif=y") << u"one of url and ldif"_s;
+    QTest::newRow("both") << QByteArray("url=ldap://x\nldif=y") << u"url and ldif exclude each other"_s;
+    QTest::newRow("scheme") << QByteArray("url=ldap://x http://y") << u"\"http://y\" is no address"_s;
+    QTest::newRow("secured twice") << QByteArray("url=ldaps://x\nstartTls=true") << u"startTls secures ldap:// only"_s;
+    QTest::newRow("no name") << QByteArray("url=ldap://x\nsecretFile=" KESTIN_SAMPLES "/company.ldif")
+                             << u"a secret needs a bind name"_s;
     QTest::newRow("typo") << QByteArray("ulr=ldap://x") << u"no setting \"ulr\""_s;
     QTest::newRow("number") << QByteArray("url=ldap://x\npageSize=0") << u"pageSize is a number from 1 to 1000"_s;
     QTest::newRow("no secret") << QByteArray("url=ldap://x\nbindName=cn=a") << u"needs a secret"_s;
     QTest::newRow("secret") << QByteArray("url=ldap://x\nsecretFile=/nowhere/at/all") << u"cannot be read"_s;
     QTest::newRow("field") << QByteArray("url=ldap://x\n[attributes]\nshoeSize=x") << u"no field \"shoeSize\""_s;
     QTest::newRow("attribute") << QByteArray("url=ldap://x\n[attributes]\nname=s)n") << u"no name of an attribute"_s;
+    QTest::newRow("digit") << QByteArray("url=ldap://x\n[attributes]\nname=9x") << u"no name of an attribute"_s;
+    QTest::newRow("no setting") << QByteArray("url=ldap://x\nbase") << u"line 4 is neither"_s;
     QTest::newRow("section") << QByteArray("[other]\nname=x") << u"no section that is known"_s;
     QTest::newRow("base") << QByteArray("url=ldap://x\nbase=example.org") << u"is no DN"_s;
     QTest::newRow("filter") << QByteArray("url=ldap://x\nfilter=a=b") << u"in parentheses"_s;
+    QTest::newRow("two filters") << QByteArray("url=ldap://x\nfilter=(a=b)(c=d)") << u"no filter"_s;
     QTest::newRow("no file") << QByteArray("ldif=/nowhere/at/all.ldif") << u"cannot be opened"_s;
     QTest::newRow("no LDIF") << QByteArray("ldif=" KESTIN_SAMPLES "/phone-book.vcf") << u"no well-formed LDIF"_s;
 }
