@@ -18,6 +18,16 @@ QString errorText(int rc, const char *details = nullptr)
     return details && *details ? QStringLiteral("%1 (%2)").arg(text, QString::fromUtf8(details)) : text;
 }
 
+/// A text among the library's options.
+QByteArray optionOf(LDAP *ldap, int option)
+{
+    char *text = nullptr;
+    ldap_get_option(ldap, option, &text);
+    const QByteArray result(text);
+    ldap_memfree(text);
+    return result;
+}
+
 } // namespace
 
 LdapConnection::LdapConnection(const LdapServer &server, const Wakeup &wakeup)
@@ -28,45 +38,84 @@ LdapConnection::LdapConnection(const LdapServer &server, const Wakeup &wakeup)
 
 void LdapConnection::open()
 {
-    LDAP *ldap = nullptr;
-    const int rc = ldap_initialize(&ldap, m_server.url.toUtf8().constData());
-    m_ldap.reset(ldap);
-    if (rc != LDAP_SUCCESS)
-        throw LdapFailure(QStringLiteral("\"%1\" is no address of a server: %2").arg(m_server.url, errorText(rc)));
-    setOptions();
-    setTlsOptions();
+    prepare(LDAP_OPT_X_TLS_DEMAND);
     const QDeadlineTimer limit(m_server.connectSeconds * 1000);
-    if (m_server.usesStartTls)
-        startTls(limit);
+    try {
+        connect(limit);
+    } catch (const LdapFailure &) {
+        const QString reason =
+            m_server.usesTls() && !limit.hasExpired() && !m_wakeup.isAwake() ? refusedCertificate() : QString();
+        if (reason.isEmpty())
+            throw;
+        throw LdapFailure(reason);
+    }
     bind(limit);
     // From here on no read waits for the rest of a message that does not come; wait() does, and can be woken.
     fcntl(descriptor(), F_SETFL, fcntl(descriptor(), F_GETFL) | O_NONBLOCK);
 }
 
-void LdapConnection::setOptions()
+void LdapConnection::prepare(int certificates)
 {
+    LDAP *ldap = nullptr;
+    const int rc = ldap_initialize(&ldap, m_server.url.toUtf8().constData());
+    m_ldap.reset(ldap);
+    if (rc != LDAP_SUCCESS)
+        throw LdapFailure(QStringLiteral("\"%1\" is no address of a server: %2").arg(m_server.url, errorText(rc)));
     const int version = LDAP_VERSION3;
     const timeval limit{m_server.connectSeconds, 0};
     const unsigned int userTimeout = unsigned(m_server.connectSeconds) * 1000;
-    ldap_set_option(m_ldap.get(), LDAP_OPT_PROTOCOL_VERSION, &version);
-    ldap_set_option(m_ldap.get(), LDAP_OPT_NETWORK_TIMEOUT, &limit);
-    ldap_set_option(m_ldap.get(), LDAP_OPT_TCP_USER_TIMEOUT, &userTimeout);
+    ldap_set_option(ldap, LDAP_OPT_PROTOCOL_VERSION, &version);
+    ldap_set_option(ldap, LDAP_OPT_NETWORK_TIMEOUT, &limit);
+    ldap_set_option(ldap, LDAP_OPT_TCP_USER_TIMEOUT, &userTimeout);
     // Following a referral would bind anew to a server nobody named, and wait for it.
-    ldap_set_option(m_ldap.get(), LDAP_OPT_REFERRALS, LDAP_OPT_OFF);
+    ldap_set_option(ldap, LDAP_OPT_REFERRALS, LDAP_OPT_OFF);
+    if (m_server.usesTls())
+        setTlsOptions(certificates);
 }
 
-void LdapConnection::setTlsOptions()
+void LdapConnection::setTlsOptions(int certificates)
 {
-    const int demand = LDAP_OPT_X_TLS_DEMAND;
+    LDAP *ldap = m_ldap.get();
     const int oldest = LDAP_OPT_X_TLS_PROTOCOL_TLS1_2;
     const int isServer = 0;
-    ldap_set_option(m_ldap.get(), LDAP_OPT_X_TLS_REQUIRE_CERT, &demand);
-    ldap_set_option(m_ldap.get(), LDAP_OPT_X_TLS_PROTOCOL_MIN, &oldest);
-    if (m_server.caFile.isEmpty())
-        return;
-    ldap_set_option(m_ldap.get(), LDAP_OPT_X_TLS_CACERTFILE, QFile::encodeName(m_server.caFile).constData());
-    if (ldap_set_option(m_ldap.get(), LDAP_OPT_X_TLS_NEWCTX, &isServer) != LDAP_OPT_SUCCESS)
-        throw LdapFailure(QStringLiteral("the certificates in %1 cannot be used").arg(m_server.caFile));
+    ldap_set_option(ldap, LDAP_OPT_X_TLS_REQUIRE_CERT, &certificates);
+    ldap_set_option(ldap, LDAP_OPT_X_TLS_PROTOCOL_MIN, &oldest);
+    // GnuTLS does not look at the oldest protocol.
+    if (optionOf(ldap, LDAP_OPT_X_TLS_PACKAGE) == "GnuTLS") {
+        const QByteArray ciphers = optionOf(ldap, LDAP_OPT_X_TLS_CIPHER_SUITE);
+        const QByteArray priority =
+            (ciphers.isEmpty() ? QByteArray("NORMAL") : ciphers) + ":-VERS-SSL3.0:-VERS-TLS1.0:-VERS-TLS1.1";
+        ldap_set_option(ldap, LDAP_OPT_X_TLS_CIPHER_SUITE, priority.constData());
+    }
+    if (!m_server.caFile.isEmpty())
+        ldap_set_option(ldap, LDAP_OPT_X_TLS_CACERTFILE, QFile::encodeName(m_server.caFile).constData());
+    // The options count in a context that is made after them; without it the library's own is used, whatever they are.
+    if (ldap_set_option(ldap, LDAP_OPT_X_TLS_NEWCTX, &isServer) != LDAP_OPT_SUCCESS)
+        throw LdapFailure(QStringLiteral("the certificates in \"%1\" cannot be used")
+                              .arg(QFile::decodeName(optionOf(ldap, LDAP_OPT_X_TLS_CACERTFILE))));
+}
+
+void LdapConnection::connect(const QDeadlineTimer &limit)
+{
+    if (m_server.usesStartTls)
+        startTls(limit);
+    else
+        check("connect", ldap_connect(m_ldap.get()));
+}
+
+/// The library does not say why a connection with TLS failed. If it succeeds when any certificate will do, and nothing
+/// is sent on it, it was the certificate. Empty when it was not.
+QString LdapConnection::refusedCertificate()
+{
+    try {
+        prepare(LDAP_OPT_X_TLS_NEVER);
+        connect(QDeadlineTimer(m_server.connectSeconds * 1000));
+    } catch (const LdapFailure &) {
+        return QString();
+    }
+    return QStringLiteral("the certificate of %1 is refused: it is out of date, or for another host, or nobody in "
+                          "\"%2\" has signed it")
+        .arg(m_server.url, QFile::decodeName(optionOf(m_ldap.get(), LDAP_OPT_X_TLS_CACERTFILE)));
 }
 
 void LdapConnection::startTls(const QDeadlineTimer &limit)
@@ -172,11 +221,8 @@ void LdapConnection::check(const char *step, int rc) const
     if (rc == LDAP_SUCCESS)
         return;
     int error = rc;
-    char *details = nullptr;
-    ldap_get_option(m_ldap.get(), LDAP_OPT_DIAGNOSTIC_MESSAGE, &details);
+    const QByteArray details = optionOf(m_ldap.get(), LDAP_OPT_DIAGNOSTIC_MESSAGE);
     if (rc < 0)
         ldap_get_option(m_ldap.get(), LDAP_OPT_RESULT_CODE, &error);
-    const QString text = errorText(error, details);
-    ldap_memfree(details);
-    throw LdapFailure(QStringLiteral("%1: %2").arg(QLatin1String(step), text));
+    throw LdapFailure(QStringLiteral("%1: %2").arg(QLatin1String(step), errorText(error, details.constData())));
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "peers/wsmanager/DirectoryConfig.h"
+#include "peers/wsmanager/LdapServer.h"
 #include "peers/wsmanager/Wakeup.h"
 
 #include <QByteArray>
@@ -49,7 +49,8 @@ struct LdapRequest
 
 /// One connection to a directory server. Belongs to the thread that made it. Every wait ends at once, with LdapStopped,
 /// when it is woken; what was under way then has been abandoned. Only looking up the server's address and building the
-/// connection are not interrupted, these last as long as the server's connectSeconds allow. Errors are LdapFailures.
+/// connection are not interrupted, these last as long as the server's connectSeconds allow (twice, when the server's
+/// certificate is refused). Errors are LdapFailures.
 class LdapConnection
 {
 public:
@@ -74,9 +75,11 @@ private:
         void operator()(LDAP *ldap) const { ldap_unbind_ext(ldap, nullptr, nullptr); }
     };
 
-    void setOptions();
-    void setTlsOptions();
+    void prepare(int certificates);
+    void setTlsOptions(int certificates);
+    void connect(const QDeadlineTimer &limit);
     void startTls(const QDeadlineTimer &limit);
+    QString refusedCertificate();
     void bind(const QDeadlineTimer &limit);
     int descriptor() const;
     void expect(const char *step, int operation, const QDeadlineTimer &limit);

@@ -55,6 +55,8 @@ LdapSource::~LdapSource()
 
 bool LdapSource::open()
 {
+    if (m_config.server.showsSecret())
+        KestinLogger::warning("The password goes to %1 in the clear: use ldaps:// or startTls", m_config.server.url);
     verify();
     return true;
 }

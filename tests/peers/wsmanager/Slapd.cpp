@@ -74,7 +74,8 @@ bool Slapd::start(bool withTls)
         return false;
     // Between our finding a port and its being taken by the server somebody else may have it.
     for (int attempt = 0; attempt < 5; ++attempt) {
-        QString urls = url();
+        m_plainPort = freePort();
+        QString urls = url() + QLatin1Char(' ') + plainUrl();
         if (withTls) {
             m_tlsPort = freePort();
             urls += QLatin1Char(' ') + tlsUrl();

@@ -13,13 +13,14 @@ public:
     explicit Slapd(const QByteArray &settings = {}, const QByteArray &limits = {});
     ~Slapd();
 
-    /// Serves, also over TLS on a free port of the loopback when asked to.
+    /// Serves on a socket and on a free port of the loopback, and on another one with TLS when asked to.
     bool start(bool withTls = false);
     void stop();
     /// Lets it hang, and go on.
     void freeze(bool isFrozen);
 
     QString url() const;
+    QString plainUrl() const { return QStringLiteral("ldap://127.0.0.1:%1").arg(m_plainPort); }
     QString tlsUrl() const { return QStringLiteral("ldaps://127.0.0.1:%1").arg(m_tlsPort); }
     QString file(const QString &name) const { return m_folder.filePath(name); }
     /// Waits until it has logged the text.
@@ -32,5 +33,6 @@ private:
     QProcess m_server;
     QByteArray m_log;
     bool m_isLoaded = false;
+    int m_plainPort = 0;
     int m_tlsPort = 0;
 };

@@ -78,6 +78,7 @@ private Q_SLOTS:
     void pagesBecomePackets_data();
     void pagesBecomePackets();
     void bindDecides();
+    void tlsDecides_data();
     void tlsDecides();
     void serverThatHangs();
     void serverThatGoes();
@@ -324,11 +325,14 @@ void WSManagerTest::bindDecides()
 {
     Slapd server("disallow bind_anon");
     QVERIFY(server.start());
+    const QByteArray account =
+        "url=" + server.plainUrl().toUtf8() + "\nbindName=cn=admin,dc=example,dc=org\nsecretFile=";
     for (const auto &[secret, isRight] : {std::pair("secret", true), std::pair("wrong", false)}) {
         const Config keeper("");
         const QByteArray secretFile = keeper.write("secret", QByteArray(secret) + "\n").toUtf8();
-        const Config config(urlOf(server) + "bindName=cn=admin,dc=example,dc=org\nsecretFile=" + secretFile);
+        const Config config(account + secretFile);
         Peer peer(*m_bus, config.arguments());
+        QVERIFY(peer.program().waitForErrorOutput("<4>The password goes to " + server.plainUrl() + " in the clear"));
         if (isRight)
             QVERIFY(peer.waitForAvailability(true));
         else
@@ -342,27 +346,51 @@ void WSManagerTest::bindDecides()
     }
 }
 
+void WSManagerTest::tlsDecides_data()
+{
+    QTest::addColumn<QByteArray>("settings");
+    QTest::addColumn<QByteArray>("config");
+    QTest::addColumn<QString>("refusal");
+    const QByteArray tls = "url=TLS\n";
+    const QByteArray startTls = "url=PLAIN\nstartTls=true\n";
+    const QByteArray trusted = "caFile=FOLDER/cert.pem";
+    const QString others = "/etc/ssl/certs/ca-certificates.crt";
+    const QString refused = "cannot be used: the certificate of %1 is refused";
+    QTest::newRow("trusted") << QByteArray() << tls + trusted << QString();
+    QTest::newRow("trusted, secured later") << QByteArray() << startTls + trusted << QString();
+    QTest::newRow("unknown") << QByteArray() << tls << refused.arg("TLS");
+    QTest::newRow("unknown, secured later") << QByteArray() << startTls << refused.arg("PLAIN");
+    QTest::newRow("signed by others") << QByteArray() << tls + "caFile=" + others.toUtf8()
+                                      << "or nobody in \"" + others + "\" has signed it";
+    QTest::newRow("too old a version") << QByteArray("TLSCipherSuite NORMAL:-VERS-ALL:+VERS-TLS1.1\n") << tls + trusted
+                                       << u"cannot be used: connect:"_s;
+}
+
 void WSManagerTest::tlsDecides()
 {
-    Slapd server("TLSCertificateFile FOLDER/cert.pem\nTLSCertificateKeyFile FOLDER/key.pem\n");
+    QFETCH(QByteArray, settings);
+    QFETCH(QByteArray, config);
+    QFETCH(QString, refusal);
+    Slapd server("TLSCertificateFile FOLDER/cert.pem\nTLSCertificateKeyFile FOLDER/key.pem\n" + settings);
     QCOMPARE(
         QProcess::execute("openssl", {"req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:P-256", "-nodes",
                                       "-days", "2", "-subj", "/CN=localhost", "-addext", "subjectAltName=IP:127.0.0.1",
                                       "-keyout", server.file("key.pem"), "-out", server.file("cert.pem")}),
         0);
     QVERIFY(server.start(true));
-    const QByteArray trusted = "caFile=" + server.file("cert.pem").toUtf8();
-    const QByteArray tls = "url=" + server.tlsUrl().toUtf8() + "\n";
-    for (const bool isTrusted : {true, false}) {
-        const Config config(isTrusted ? tls + trusted : tls);
-        Peer peer(*m_bus, config.arguments());
-        if (isTrusted)
-            QVERIFY(peer.waitForAvailability(true));
-        else
-            QVERIFY(peer.program().waitForErrorOutput("cannot be used: connect:"));
-        QCOMPARE(peer.start(byName, {"1", "jean"}), 1);
-        QCOMPARE(peer.next("1").status, isTrusted ? 2 : 3);
-    }
+    config.replace("FOLDER/cert.pem", server.file("cert.pem").toUtf8());
+    config.replace("=TLS", '=' + server.tlsUrl().toUtf8()).replace("=PLAIN", '=' + server.plainUrl().toUtf8());
+    refusal.replace("TLS", server.tlsUrl()).replace("PLAIN", server.plainUrl());
+    qputenv("LDAPTLS_REQCERT", "never"); // the library's configuration does not weaken ours
+    const Config file(config);
+    Peer peer(*m_bus, file.arguments());
+    qunsetenv("LDAPTLS_REQCERT");
+    if (refusal.isEmpty())
+        QVERIFY(peer.waitForAvailability(true));
+    else
+        QVERIFY2(peer.program().waitForErrorOutput(refusal), qPrintable(peer.program().errorOutput()));
+    QCOMPARE(peer.start(byName, {"1", "jean"}), 1);
+    QCOMPARE(peer.next("1").status, refusal.isEmpty() ? 2 : 3);
 }
 
 void WSManagerTest::serverThatHangs()
