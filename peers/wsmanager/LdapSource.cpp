@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "peers/wsmanager/LdapSource.h"
 
+#include "peers/wsmanager/DnText.h"
 #include "peers/wsmanager/LdapFilter.h"
 #include "platform/framework/KestinLogger.h"
 
@@ -31,14 +32,37 @@ private:
     QPointer<LdapWorker> m_worker;
 };
 
+/// Finds nothing.
+class NoSearch : public DirectorySearch
+{
+public:
+    void next() override
+    {
+        QMetaObject::invokeMethod(
+            this, [this] { Q_EMIT packet({}, PacketStatus::Finished); }, Qt::QueuedConnection);
+    }
+};
+
+/// The base that the library is configured with.
+QString baseOfLibrary()
+{
+    char *base = nullptr;
+    ldap_get_option(nullptr, LDAP_OPT_DEFBASE, &base);
+    const QString result = QString::fromUtf8(base);
+    ldap_memfree(base);
+    return result;
+}
+
 } // namespace
 
 LdapSource::LdapSource(const DirectoryConfig &config)
     : m_config(config)
+    , m_base(baseOfLibrary())
 {
-    // The library's first call sets up what all its connections share, which two threads must not do at a time.
-    int version = 0;
-    ldap_get_option(nullptr, LDAP_OPT_PROTOCOL_VERSION, &version);
+    // That was the library's first call, which sets up what all its connections share; two threads must not do it at a
+    // time.
+    if (!config.base.isEmpty())
+        m_base = config.base;
     m_retry.setInterval(std::chrono::seconds(config.retrySeconds));
     m_retry.setSingleShot(true);
     connect(&m_retry, &QTimer::timeout, this, &LdapSource::verify);
@@ -69,6 +93,10 @@ void LdapSource::verify()
 
 std::unique_ptr<DirectorySearch> LdapSource::search(const DirectoryQuery &query)
 {
+    // Whoever knows a name elsewhere on the server is told nothing of it.
+    if (!query.dn.isEmpty() &&
+        !DnText::isWithin(DnText::normalized(query.dn.toUtf8()), DnText::normalized(m_base.toUtf8())))
+        return std::make_unique<NoSearch>();
     return std::make_unique<LdapSearch>(start(requestFor(query)));
 }
 
@@ -77,7 +105,7 @@ LdapWorker *LdapSource::start(const std::optional<LdapRequest> &request)
     auto *worker = new LdapWorker(m_config.server, request);
     worker->setParent(this);
     connect(worker, &LdapWorker::opened, this, &LdapSource::noteOpened);
-    connect(worker, &LdapWorker::failed, this, &LdapSource::noteFailure);
+    connect(worker, &LdapWorker::failed, this, request ? &LdapSource::noteFailedSearch : &LdapSource::noteFailedLook);
     connect(worker, &QThread::finished, worker, &QObject::deleteLater);
     worker->start();
     return worker;
@@ -86,7 +114,7 @@ LdapWorker *LdapSource::start(const std::optional<LdapRequest> &request)
 LdapRequest LdapSource::requestFor(const DirectoryQuery &query) const
 {
     LdapRequest request;
-    request.base = query.dn.isEmpty() ? m_config.base : query.dn;
+    request.base = query.dn.isEmpty() ? m_base : query.dn;
     request.scope = query.dn.isEmpty() ? LDAP_SCOPE_SUBTREE : LDAP_SCOPE_BASE;
     request.filter = LdapFilter::of(query, m_config.objectClass, m_config.filter);
     request.attributes = m_config.attributes.attributeNames();
@@ -106,15 +134,28 @@ void LdapSource::noteOpened()
     Q_EMIT availabilityChanged(true);
 }
 
-void LdapSource::noteFailure(const QString &text)
+void LdapSource::noteFailedSearch(const QString &text)
+{
+    warn("A search on the directory server %1 has failed: %2", text);
+    if (m_isAvailable)
+        verify();
+}
+
+void LdapSource::noteFailedLook(const QString &text)
 {
     m_retry.start();
-    // One line for each reason, not for each attempt.
-    if (text != m_lastFailure)
-        KestinLogger::warning("The directory server %1 cannot be used: %2", m_config.server.url, text);
-    m_lastFailure = text;
+    warn("The directory server %1 cannot be used: %2", text);
     if (!m_isAvailable)
         return;
     m_isAvailable = false;
     Q_EMIT availabilityChanged(false);
+}
+
+void LdapSource::warn(const char *pattern, const QString &text)
+{
+    // One line for each reason, not for each attempt.
+    const QString failure = QLatin1String(pattern) + text;
+    if (failure != m_lastFailure)
+        KestinLogger::warning(pattern, m_config.server.url, text);
+    m_lastFailure = failure;
 }

@@ -8,8 +8,8 @@
 #include <QPointer>
 #include <QTimer>
 
-/// A company directory on an LDAP server. It is available from when the server accepted the bind until a connection
-/// fails; then the server is looked for from time to time.
+/// A company directory on an LDAP server. It is available from when the server accepted the bind until a look at it
+/// fails; then the server is looked for from time to time. A search that fails is a reason to look, and no more.
 class LdapSource : public DirectorySource
 {
     Q_OBJECT
@@ -28,9 +28,12 @@ private:
     LdapWorker *start(const std::optional<LdapRequest> &request);
     LdapRequest requestFor(const DirectoryQuery &query) const;
     void noteOpened();
-    void noteFailure(const QString &text);
+    void noteFailedSearch(const QString &text);
+    void noteFailedLook(const QString &text);
+    void warn(const char *pattern, const QString &text);
 
     const DirectoryConfig m_config;
+    QString m_base;
     QTimer m_retry;
     QPointer<LdapWorker> m_look;
     bool m_isAvailable = false;

@@ -13,6 +13,8 @@ DirectoryEntry entryOf(LDAP *ldap, LDAPMessage *message)
     DirectoryEntry entry;
     char *dn = ldap_get_dn(ldap, message);
     entry.dn = DnText::normalized(dn);
+    if (entry.dn.isEmpty())
+        KestinLogger::info("An entry is left out: its name \"%1\" is none", QString::fromUtf8(dn));
     ldap_memfree(dn);
     BerElement *position = nullptr;
     for (char *name = ldap_first_attribute(ldap, message, &position); name;
@@ -110,6 +112,8 @@ PacketStatus LdapWorker::gather(LdapConnection &connection, DirectoryEntries &en
             return PacketStatus::Finished;
         }
         DirectoryEntry entry = entryOf(connection.handle(), message.get());
+        if (entry.dn.isEmpty()) // nobody could ask for it again
+            continue;
         // The server knows no pages and sends on: the rest waits until it is asked for.
         if (entries.size() == m_request->pageSize) {
             m_next = std::move(entry);

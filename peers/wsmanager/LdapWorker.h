@@ -29,7 +29,8 @@ public:
 Q_SIGNALS:
     void opened();
     void packet(const DirectoryEntries &entries, PacketStatus status);
-    /// The server cannot be reached, refuses the bind, or the connection has been lost. Comes before the last packet.
+    /// The server cannot be reached, refuses the bind, or the connection has been lost, or the library refuses the
+    /// request. Comes before the last packet.
     void failed(const QString &text);
 
 protected:

@@ -21,7 +21,7 @@ constexpr char description[] =
     "  url=ldaps://ldap.example.org  or ldap://HOST:PORT, or ldapi://%2Fpath%2Fof%2Fsocket\n"
     "  ldif=/path/of/company.ldif    in place of url; read once at the start\n"
     "  name=Company directory        what it is called\n"
-    "  base=dc=example,dc=org        where people stand\n"
+    "  base=dc=example,dc=org        where people stand; contacts elsewhere are unknown\n"
     "  objectClass=inetOrgPerson     what they are\n"
     "  filter=(departmentNumber=12)  narrows them further (servers only)\n"
     "  bindName=cn=phone,dc=example,dc=org   otherwise anonymous\n"

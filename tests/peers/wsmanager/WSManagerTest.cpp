@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "peers/wsmanager/LdapFilter.h"
 #include "peers/wsmanager/QueryBuilder.h"
+#include "tests/peers/wsmanager/LdapStub.h"
 #include "tests/peers/wsmanager/Peer.h"
 #include "tests/peers/wsmanager/Slapd.h"
 
@@ -80,6 +81,8 @@ private Q_SLOTS:
     void bindDecides();
     void tlsDecides_data();
     void tlsDecides();
+    void baseIsTheLimit();
+    void serverThatMisbehaves();
     void serverThatHangs();
     void serverThatGoes();
     void stopAbandonsTheOperation();
@@ -391,6 +394,47 @@ void WSManagerTest::tlsDecides()
         QVERIFY2(peer.program().waitForErrorOutput(refusal), qPrintable(peer.program().errorOutput()));
     QCOMPARE(peer.start(byName, {"1", "jean"}), 1);
     QCOMPARE(peer.next("1").status, refusal.isEmpty() ? 2 : 3);
+}
+
+void WSManagerTest::baseIsTheLimit()
+{
+    Slapd server;
+    QVERIFY(server.start());
+    const Config library("");
+    qputenv("LDAPCONF", library.write("ldap.conf", "BASE ou=people,dc=example,dc=org\n").toUtf8());
+    const QString id = u"cn=Ann Comma%5C2C Jr.,ou=people,dc=example,dc=org##"_s;
+    // Without a base of our own that of the library holds.
+    for (const auto &[ownBase, count] :
+         {std::pair("", 1), std::pair("uid=pengfei.zhong,ou=people,dc=example,dc=org", 0)}) {
+        Peer peer(*m_bus, {"--url", server.url(), "--base", ownBase});
+        peer.start(byName, {"1", "ann comma"});
+        QCOMPARE(peer.next("1").contacts.size(), count);
+        peer.call("udaGetContactProfile", {id, id});
+        const auto profile = peer.events().next("WS_DIRECTORY_GET_CONTACT_PROFILE", id);
+        QVERIFY(profile);
+        QCOMPARE(profile->argument<ListContact>("result").size(), count);
+    }
+    qunsetenv("LDAPCONF");
+}
+
+void WSManagerTest::serverThatMisbehaves()
+{
+    LdapStub server;
+    const Config config("url=" + server.url() + "\nretrySeconds=600");
+    Peer peer(*m_bus, config.arguments());
+    QVERIFY(peer.waitForAvailability(true));
+    server.names = {"no name", "cn=zoe,dc=example,dc=org", ""};
+    QCOMPARE(peer.start(byName, {"1", "zoe"}), 1);
+    QCOMPARE(idsOf(peer.all("1")), QStringList{"cn=zoe,dc=example,dc=org##"});
+    // A search that fails is looked into at once; the server still lets us in, so it stays available.
+    server.names.clear();
+    const int binds = server.binds;
+    QCOMPARE(peer.start(byName, {"2", "zoe"}), 1);
+    QCOMPARE(peer.next("2").status, 3);
+    QTRY_COMPARE(server.binds, binds + 2);
+    QVERIFY(peer.hasRight());
+    QVERIFY(!peer.events().next("UDAAvailabilityEvent", "", 0));
+    QVERIFY(peer.program().errorOutput().contains("<4>A search on the directory server"));
 }
 
 void WSManagerTest::serverThatHangs()
