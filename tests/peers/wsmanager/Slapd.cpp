@@ -8,6 +8,7 @@
 
 #include <arpa/inet.h>
 #include <sys/socket.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -99,6 +100,9 @@ void Slapd::stop()
 void Slapd::freeze(bool isFrozen)
 {
     ::kill(pid_t(m_server.processId()), isFrozen ? SIGSTOP : SIGCONT);
+    siginfo_t state; // on a busy machine the server's threads go on for a moment
+    if (isFrozen)
+        waitid(P_PID, id_t(m_server.processId()), &state, WSTOPPED);
 }
 
 QString Slapd::url() const
