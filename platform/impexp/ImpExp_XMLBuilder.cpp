@@ -33,11 +33,21 @@ void checkItem(const ImpExp_Item &item)
         throw ImpExp_ErrorException(QStringLiteral("it is too large"));
 }
 
+/// Whether a text begins as XML does: with markup, perhaps behind a byte order mark and blanks.
+bool beginsLikeXml(QIODevice &file)
+{
+    constexpr qint64 mostBlanks = 4096;
+    QByteArray begin = file.read(mostBlanks);
+    if (begin.startsWith("\xef\xbb\xbf"))
+        begin.remove(0, 3);
+    return begin.trimmed().startsWith('<');
+}
+
 /// A slip of the caller, who names the path, must not cost a database.
 bool isSomethingElse(const QString &path)
 {
     QFile file(path);
-    return file.exists() && file.size() > 0 && !(file.open(QIODevice::ReadOnly) && file.peek(1) == "<");
+    return file.exists() && file.size() > 0 && !(file.open(QIODevice::ReadOnly) && beginsLikeXml(file));
 }
 
 } // namespace

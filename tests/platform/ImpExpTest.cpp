@@ -140,16 +140,24 @@ void ImpExpTest::contactsAreReadOneByOne_data()
                                              "2!its attribute and its element \"duid\" differ",
                                              "4!its element \"email\" holds another one", "5/ map"};
     QTest::newRow("bad ones, only their ids") << bad << false << QStringList{"1/", "2/", "4/", "5/ map"};
-    QTest::newRow("one text in pieces") << QByteArray("<contact><email>a<!-- <b '> --><![CDATA[<c>\">]]]>&#x20AC;"
-                                                      "</email></contact>")
-                                        << true << QStringList{u"/ email=a<c>\">]\u20ac"_s};
+    QTest::newRow("one text in pieces") << QByteArray(
+                                               "<contact><email>a<!-- -> <!b '> --><![CDATA[]><!c>\">]]]>&#x20AC;"
+                                               "<?x ? > <!d> ?></email></contact>")
+                                        << true << QStringList{u"/ email=a]><!c>\">]\u20ac"_s};
+    QByteArray attributes;
+    for (char i = 0; i < 32; ++i)
+        attributes += " a" + QByteArray::number(i) + "='>'";
+    const QByteArray large = "<contact" + attributes + "><x>" + QByteArray(3500, 'x') + "</x></contact>";
+    QTest::newRow("as deep, wide and large as may be, and a file beyond that")
+        << QByteArray("<x>").repeated(31) + QByteArray("</x>").repeated(31) + large.repeated(9) << true
+        << QStringList(9, u"/ map"_s);
 }
 
 void ImpExpTest::contactsAreReadOneByOne()
 {
     QFETCH(const QByteArray, content);
     QFETCH(const bool, withElements);
-    QTEST(readAll(file(inRoot(content)), withElements), "lines");
+    QTEST(readAll(file("\xef\xbb\xbf<?xml version='1.0' encoding='utf-8'?>" + inRoot(content)), withElements), "lines");
 }
 
 void ImpExpTest::hostileFilesAreRefused_data()
@@ -166,11 +174,11 @@ void ImpExpTest::hostileFilesAreRefused_data()
         doctype);
     row("external entity", "<!DOCTYPE d [<!ENTITY a SYSTEM 'file:///etc/passwd'>]>" + inRoot("&a;"), doctype);
     row("undeclared entity", inRoot("<contact><email>&a;</email></contact>"), "Entity 'a' not declared");
-    row("endless nesting", inRoot(QByteArray("<a>").repeated(3000)), "more than 32 elements");
+    row("endless nesting", inRoot(QByteArray("<a>").repeated(32)), "more than 32 elements");
     row("text without end", inRoot(contact + "<email>" + QByteArray(20000, 'x')), "larger than 4096 bytes");
     row("comment without end", inRoot("<!--" + QByteArray(20000, 'x')), "larger than 4096 bytes");
     row("a text in many pieces", inRoot(contact + "<x>" + QByteArray("a<!---->").repeated(3000)), "larger than 4096");
-    row("many attributes", inRoot("<contact " + QByteArray("a='' ").repeated(300)), "more than 32 attributes");
+    row("many attributes", inRoot("<contact " + QByteArray("a='\">' ").repeated(33)), "more than 32 attributes");
     row("many elements", inRoot(contact + QByteArray("<x/>").repeated(5000) + "</contact>"), "larger than 4096");
     row("bad UTF-8", inRoot("<contact><email>\xc3(</email></contact>"), "incorrectly encoded");
     row("UTF-16", QByteArray("\xff\xfe<\0d\0", 6), "not UTF-8");
@@ -218,7 +226,7 @@ void ImpExpTest::aFileThatCannotBeWrittenLeavesTheTarget()
     for (const QString &path : {missing, m_folder.path(), u"/dev/full"_s, database})
         QVERIFY_EXCEPTION_THROWN(ImpExp_XMLBuilder({}, {}, path, 0, {}, 0, 0, {}, {}), ImpExp_FatalException);
     QFile::remove(target());
-    QVERIFY(QFile::rename(file("<earlier"), target()));
+    QVERIFY(QFile::rename(file("\xef\xbb\xbf \n<earlier"), target()));
     builder().putItem(ContactMap_Item("1", "p"));
     signal(SIGXFSZ, SIG_IGN);
     const rlimit small{10000, RLIM_INFINITY};
@@ -228,7 +236,7 @@ void ImpExpTest::aFileThatCannotBeWrittenLeavesTheTarget()
     setrlimit(RLIMIT_FSIZE, &any);
     QFile earlier(target());
     QVERIFY(earlier.open(QIODevice::ReadOnly));
-    QCOMPARE(earlier.readAll(), "<earlier");
+    QVERIFY(earlier.readAll().endsWith("<earlier"));
     QCOMPARE(QDir(m_folder.path()).entryList(QDir::Files), QStringList{"target.xml"});
 }
 
