@@ -61,8 +61,10 @@ public:
             write(level, QString::fromUtf8(pattern).arg(shown(arguments)...));
     }
 
-private:
+    /// The text in one line, control characters escaped, as it stands in the log.
     static QString shown(const QString &text);
+
+private:
     static QString shown(const char *text) { return shown(QString::fromUtf8(text)); }
     static QString shown(const std::integral auto &number) { return QString::number(number); }
     static void write(Level level, const QString &text);

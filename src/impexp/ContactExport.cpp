@@ -39,7 +39,7 @@ void ContactExport::exportToXml(const QString &path, int pageSize, bool full, co
     } catch (const ImpExp_FatalException &exception) {
         // Nobody has been told of the new capacity.
         m_fields.maxContactsChanged = maxContactsChanged;
-        Q_EMIT exportFinished(ImpExpStatus::Failure, exception.message());
+        Q_EMIT exportFinished(ImpExpStatus::Failure, KestinLogger::shown(exception.message()));
     }
     if (m_skipped)
         Q_EMIT contactsNotExported();

@@ -4,25 +4,25 @@
 namespace {
 
 /// An id as a person can still read it: a hostile one may have the length of a page, and there may be thousands.
-QString shown(const QString &duid)
+QString readable(const QString &duid)
 {
     constexpr qsizetype longest = 256;
-    return duid.size() <= longest ? duid : duid.first(longest) + QChar(0x2026);
+    return KestinLogger::shown(duid.size() <= longest ? duid : duid.first(longest) + QChar(0x2026));
 }
 
 } // namespace
 
 void ImportErrors::cannotImport(const QString &duid, const QString &reason)
 {
-    add("Can't import contact with duid=\"%1\" because %2", shown(duid), reason);
+    add("Can't import contact with duid=\"%1\" because %2", readable(duid), reason);
 }
 
 void ImportErrors::notStored(const QString &duid)
 {
-    add("The imported contact with duid=\"%1\" is not stored into the local database.", shown(duid));
+    add("The imported contact with duid=\"%1\" is not stored into the local database.", readable(duid));
 }
 
 void ImportErrors::notLocal(const QString &duid)
 {
-    add("The imported contact with duid=\"%1\" is not a local one. It's not possible to modify it!", shown(duid));
+    add("The imported contact with duid=\"%1\" is not a local one. It's not possible to modify it!", readable(duid));
 }

@@ -222,7 +222,7 @@ ImportRun::Outcome ImportRun::success() const
 ImportRun::Outcome ImportRun::failure(const QString &cause) const
 {
     return {.status = ImpExpStatus::Failure,
-            .cause = cause,
+            .cause = KestinLogger::shown(cause),
             .deletedIds = {},
             .errors = {},
             .droppedPhotos = m_photos.written(),

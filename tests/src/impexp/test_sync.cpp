@@ -156,8 +156,8 @@ void TestSync::whatCannotBeExportedIsTold()
         QVERIFY(file.contains("#CONTACT_2#") && !file.contains("<photo>"));
     }
     stand.fields.maxContactsChanged = true;
-    stand.exporting.exportToXml(stand.folder.filePath("missing/x"), 0, true, {}, {}, {}, {});
-    QVERIFY(stand.news.value(0).startsWith("exported Failure "));
+    stand.exporting.exportToXml(stand.folder.filePath("missing/\nx"), 0, true, {}, {}, {}, {});
+    QVERIFY(stand.news.value(0).startsWith("exported Failure " + stand.folder.filePath("missing/\\nx")));
     QVERIFY(stand.fields.maxContactsChanged);
 }
 
@@ -190,9 +190,9 @@ void TestSync::theFileRulesTheStore_data()
         both + "<contact duid='' puid='n'><lastName>New</lastName><photo> aW1h\nZ2U= </photo><company>C</company>"
                "</contact>",
         changed, before + "|#CONTACT_5# n New photo_1 C");
-    const QString notStored = "The imported contact with duid=\"7\" is not stored into the local database.";
-    row("unknown id", both + "<contact duid='7' puid='x'/>", refused(notStored), before);
-    row("unknown contact", both + "<contact duid='7'><email>e</email></contact>", refused(notStored), before);
+    const QString notStored = "The imported contact with duid=\"7\\n8\" is not stored into the local database.";
+    row("unknown id", both + "<contact duid='7&#10;8' puid='x'/>", refused(notStored), before);
+    row("unknown contact", both + "<contact duid='7&#10;8'><email>e</email></contact>", refused(notStored), before);
     const QString notLocal = "\" is not a local one. It's not possible to modify it!";
     for (const QString id : {"#DM_9#", "c6"})
         row(qPrintable(id), both + "<contact duid='" + id.toUtf8() + "'><email>e</email></contact>",
