@@ -26,3 +26,8 @@ void ImportErrors::notLocal(const QString &duid)
 {
     add("The imported contact with duid=\"%1\" is not a local one. It's not possible to modify it!", readable(duid));
 }
+
+void ImportErrors::noImage(const QString &contactId)
+{
+    add(noPhotoFile, contactId);
+}

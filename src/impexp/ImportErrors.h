@@ -12,6 +12,10 @@ public:
     void cannotImport(const QString &duid, const QString &reason);
     void notStored(const QString &duid);
     void notLocal(const QString &duid);
+    /// Of a contact that is imported without its photo.
+    void noImage(const QString &contactId);
+
+    static constexpr const char *noPhotoFile = "Can't create the photo file for contact : %1";
 
     const QStringList &texts() const { return m_texts; }
 

@@ -2,7 +2,6 @@
 #include "src/impexp/ImportPhotos.h"
 
 #include "platform/framework/KestinLogger.h"
-#include "platform/impexp/ImpExp_ErrorException.h"
 #include "platform/impexp/ImpExp_Format.h"
 #include "src/impexp/LocalPhoto.h"
 
@@ -14,38 +13,47 @@ ImportPhotos::ImportPhotos(const KeepPhoto &keep, const QString &directory)
 {
 }
 
-QByteArray ImportPhotos::imageOf(const ImpExp_Item &item)
+/// Empty when the item has none, nothing when it cannot be used.
+std::optional<QByteArray> ImportPhotos::imageOf(const ImpExp_Item &item)
 {
     QByteArray text = item.getElement(ImpExp_Format::photo).toLatin1();
     const auto isBlank = [](char byte) { return byte == ' ' || byte == '\t' || byte == '\n' || byte == '\r'; };
     text.erase(std::remove_if(text.begin(), text.end(), isBlank), text.end());
     const auto image = QByteArray::fromBase64Encoding(text, QByteArray::AbortOnBase64DecodingErrors);
     // The decoder lets an incomplete last group pass.
-    if (!image || text.size() != (image.decoded.size() + 2) / 3 * 4)
-        throw ImpExp_ErrorException(QStringLiteral("its photo is not valid base64"));
+    if (!image || text.size() != (image.decoded.size() + 2) / 3 * 4 || image.decoded.size() > LocalPhoto::maxBytes)
+        return std::nullopt;
     return image.decoded;
 }
 
-ImportPhotos::Result ImportPhotos::apply(const QByteArray &image, Contact &contact)
+ImportPhotos::Result ImportPhotos::apply(const ImpExp_Item &item, Contact &contact)
 {
-    if (image.isEmpty()) {
-        if (!isOwn(contact.photo))
-            return Same;
-        contact.photo.clear();
-        return Replaced;
-    }
+    const std::optional<QByteArray> image = imageOf(item);
+    if (!image)
+        return NoImage;
+    if (image->isEmpty())
+        return clear(contact);
     if (LocalPhoto::isLocal(contact.photo)) {
         const auto stored = LocalPhoto::read(contact.photo);
         if (!stored)
             KestinLogger::warning("Can't read the local photo file for contact : %1", contact.contactId);
-        else if (*stored == image)
+        else if (*stored == *image)
             return Same;
     }
-    const QString path = m_keep(image);
+    const QString path = m_keep(*image);
     if (path.isEmpty())
         return NotKept;
     m_written.append(path);
     contact.photo = path;
+    return Replaced;
+}
+
+/// That the file has no photo means nothing where an export could not have put it there.
+ImportPhotos::Result ImportPhotos::clear(Contact &contact) const
+{
+    if (!isOwn(contact.photo) || !LocalPhoto::read(contact.photo))
+        return Same;
+    contact.photo.clear();
     return Replaced;
 }
 

@@ -7,6 +7,8 @@
 
 #include <QStringList>
 
+#include <optional>
+
 /// The photo files of one import: which are written, and which nobody needs any more. A file that the store names is
 /// never written over, so that undoing the import undoes its photos too.
 class ImportPhotos
@@ -14,12 +16,10 @@ class ImportPhotos
 public:
     ImportPhotos(const KeepPhoto &keep, const QString &directory);
 
-    /// The image of an item; empty when it has none. ImpExp_ErrorException when it is not base64.
-    static QByteArray imageOf(const ImpExp_Item &item);
-
-    enum Result { Same, Replaced, NotKept };
-    /// Makes the contact's photo this image. Same: it was, or there is neither. NotKept: the photo is the old one.
-    Result apply(const QByteArray &image, Contact &contact);
+    enum Result { Same, Replaced, NotKept, NoImage };
+    /// Makes the contact's photo the image of the item. Same: it was, or there is neither, or the photo is one that no
+    /// export can carry. NotKept, for want of room, and NoImage, as it is no base64 or too large: it is the old one.
+    Result apply(const ImpExp_Item &item, Contact &contact);
 
     /// Nobody names it from now on; one that is not a file of our own stays.
     void drop(const QString &photo);
@@ -29,6 +29,8 @@ public:
     const QStringList &written() const { return m_written; }
 
 private:
+    static std::optional<QByteArray> imageOf(const ImpExp_Item &item);
+    Result clear(Contact &contact) const;
     bool isOwn(const QString &photo) const;
 
     const KeepPhoto &m_keep;

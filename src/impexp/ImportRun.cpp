@@ -176,13 +176,12 @@ void ImportRun::map(const ImpExp_Item &item, const QString &duid)
 
 void ImportRun::create(const ImpExp_Item &item)
 {
-    const QByteArray image = ImportPhotos::imageOf(item);
     ImportWriter::Entry entry;
     entry.isNew = true;
     SyncElements::copy(item, entry.contact);
     fillLatinNames(entry.contact);
     entry.needsNumbers = haveOtherNumbers(entry.contact, {});
-    entry.isPhotoLost = m_photos.apply(image, entry.contact) == ImportPhotos::NotKept;
+    entry.photo = m_photos.apply(item, entry.contact);
     m_writer.add(entry);
 }
 
@@ -198,12 +197,11 @@ void ImportRun::update(const ImpExp_Item &item, const QString &duid)
         m_errors.notLocal(duid);
         return;
     }
-    const QByteArray image = ImportPhotos::imageOf(item);
     ImportWriter::Entry entry{.contact = stored, .photoBefore = stored.photo};
     SyncElements::copy(item, entry.contact);
     fillLatinNames(entry.contact);
     entry.needsNumbers = haveOtherNumbers(entry.contact, stored);
-    entry.isPhotoLost = m_photos.apply(image, entry.contact) == ImportPhotos::NotKept;
+    entry.photo = m_photos.apply(item, entry.contact);
     entry.isChanged = entry.contact != stored;
     m_writer.add(entry);
 }

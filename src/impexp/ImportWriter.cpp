@@ -6,7 +6,6 @@
 #include "src/dao/DaoContact.h"
 #include "src/dao/Transaction.h"
 #include "src/impexp/ImportErrors.h"
-#include "src/impexp/ImportPhotos.h"
 
 #include <utility>
 
@@ -100,8 +99,10 @@ void ImportWriter::write(Entry &entry)
         return;
     }
     m_hasWritten |= entry.isChanged;
-    if (entry.isPhotoLost)
-        KestinLogger::warning("Can't create the photo file for contact : %1", entry.contact.contactId);
+    if (entry.photo == ImportPhotos::NoImage)
+        m_errors.noImage(entry.contact.contactId);
+    else if (entry.photo == ImportPhotos::NotKept)
+        KestinLogger::warning(ImportErrors::noPhotoFile, entry.contact.contactId);
     KestinLogger::debug(entry.isNew ? "KestinDirectory::importFromXml: create contact : %1"
                                     : "KestinDirectory::importFromXml: modify contact : %1",
                         entry.contact.contactId);

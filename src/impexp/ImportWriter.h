@@ -2,12 +2,12 @@
 #pragma once
 
 #include "src/impexp/ImportCalls.h"
+#include "src/impexp/ImportPhotos.h"
 
 #include <QList>
 
 class DaoContact;
 class ImportErrors;
-class ImportPhotos;
 
 /// Writes the contacts of an import, a few hundred at a time, so that their canonical numbers are asked for in one
 /// call: while some are written, telephony works on the numbers of the next. A contact that the database refuses is an
@@ -21,7 +21,7 @@ public:
         bool isNew = false;
         bool isChanged = true; ///< false: only the log tells of it, for flash wears
         bool needsNumbers = false;
-        bool isPhotoLost = false;
+        ImportPhotos::Result photo = ImportPhotos::Same;
         QString photoBefore; ///< differs from the contact's when that is another one
     };
 

@@ -147,7 +147,7 @@ void TestSync::whatCannotBeExportedIsTold()
     FilledStand stand;
     stand.dao->updatePuidContact("#CONTACT_1#", "p\u0001");
     stand.write(stand.ownPhoto(), QByteArray(11 << 20, 'x'));
-    for (const bool full : {true, false}) {
+    for (const bool full : {false, true}) {
         stand.log.lines.clear();
         QCOMPARE(stand.exportAll(full), (QStringList{"exported Success ", "not exported"}));
         QVERIFY(stand.log.contains("<4>Can't export contact with id:#CONTACT_1# because its \"puid\" holds a "
@@ -155,6 +155,10 @@ void TestSync::whatCannotBeExportedIsTold()
         const QByteArray file = stand.read(stand.path());
         QVERIFY(file.contains("#CONTACT_2#") && !file.contains("<photo>"));
     }
+    stand.importing.importFromXml(stand.path());
+    QCOMPARE(stand.content(), two); // its photo was left out
+    QCOMPARE(stand.photoFiles(), QStringList{"photo_two"});
+    stand.news.clear();
     stand.fields.maxContactsChanged = true;
     stand.exporting.exportToXml(stand.folder.filePath("missing/\nx"), 0, true, {}, {}, {}, {});
     QVERIFY(stand.news.value(0).startsWith("exported Failure " + stand.folder.filePath("missing/\\nx")));
@@ -199,7 +203,12 @@ void TestSync::theFileRulesTheStore_data()
             refused("The imported contact with duid=\"" + id + notLocal), before);
     row("twice", both + "<contact duid='#CONTACT_2#' puid='x'/>", cannot("#CONTACT_2#", "it is in the file twice"),
         before);
-    row("bad base64", update("<photo>a</photo>"), cannot("#CONTACT_2#", "its photo is not valid base64"), before);
+    const QString noPhoto = "Can't create the photo file for contact : ";
+    row("bad base64", update("<photo>a</photo>"), refused(noPhoto + "#CONTACT_2#"), before);
+    row("too large", update("<photo>" + QByteArray((10 << 20) + 1, 'x').toBase64() + "</photo>"),
+        refused(noPhoto + "#CONTACT_2#"), before);
+    row("bad base64 of a new one", both + "<contact puid='n'><photo>aW1h=</photo></contact>",
+        refused(noPhoto + "#CONTACT_5#") << "changed", before + "|#CONTACT_5# n   ");
     row("repeated", update("<email>a</email><email>b</email>"),
         cannot("#CONTACT_2#", "its element \"email\" is repeated"), before);
     row("no photo any more", update(""), {"dropped photo_two", "imported Success ", "changed"},
