@@ -22,6 +22,9 @@ bool TelephonyMode::getKestinMode()
     } catch (const KestinException &exception) {
         KestinLogger::error("getKestinMode failed to call Telephony: %1", exception.message());
         return false;
+    } catch (...) {
+        KestinLogger::error("getKestinMode failed to call Telephony (unknown exception");
+        return false;
     }
     KestinLogger::debug("Telephony - getKestinMode reply valid - return (%1).", mode.text);
     if (mode.text == STR_KESTIN_MODE_BASIC) {

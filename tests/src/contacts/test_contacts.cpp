@@ -645,3 +645,6 @@ void TestContacts::onlyItsOwnReadOnlyEventCounts()
 
 QTEST_GUILESS_MAIN(TestContacts)
 #include "test_contacts.moc"
+    QTest::newRow("an exception") << "throw" << false;
+            if (mode == "throw")
+                throw 1;
