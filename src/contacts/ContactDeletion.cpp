@@ -37,7 +37,7 @@ int ContactDeletion::deleteLocalContact(const QString &reqId, const QString &idC
         return ResultCode::writeFailed;
     const bool isTold = reqId != RequestId::deviceManagement;
     if (isTold) {
-        KestinLogger::debug("Contact successfully deleted");
+        write.logDone("Contact successfully deleted");
         write.noteChange(m_fields);
         write.announce(&ContactNews::contactsDeleted, reqId, QStringList{idContact});
     }

@@ -31,7 +31,7 @@ int ContactModification::modifyLocalContact(const QString &reqId, Contact contac
         KestinLogger::debug("Contact does not exist. Return 2");
         return ResultCode::noSuchContact;
     }
-    contact.type = stored.first().type;
+    keepOwn(stored.first(), contact);
     if (contact.type != ContactType::Local && contact.type != ContactType::Cached) {
         KestinLogger::debug("Contact type is %1, only local contacts can be modified. Return 1", contact.type);
         return ResultCode::wrongType;
@@ -45,24 +45,41 @@ int ContactModification::modifyLocalContact(const QString &reqId, Contact contac
     m_numbers.makeCanonicalNumberListWithoutPrefix(contact);
     fillLatinNames(contact);
     ContactWrite write(m_dao, m_news);
+    const bool isStored = store(contact, write);
     write.noteChange(m_fields);
     write.announce(&ContactNews::contactsUpdated, reqId, ListContact{contact}, false);
     if (contact.photo != stored.first().photo)
         write.announcePhotoDropped(stored.first().photo);
     write.announcePhotoWanted(contact);
-    return replace(contact, write) ? ResultCode::done : ResultCode::writeFailed;
+    return isStored && commit(write, contact.contactId) ? ResultCode::done : ResultCode::writeFailed;
 }
 
-/// Writes the row and the misc pairs, and ends the write.
-bool ContactModification::replace(const Contact &contact, ContactWrite &write)
+/// What is the directory's own stays.
+void ContactModification::keepOwn(const Contact &stored, Contact &contact)
 {
-    const bool isReplaced = write.isActive() && m_dao.updateContact(contact) == 0 &&
-                            m_dao.misc().replacePairs(contact.contactId, contact.misc) == 0 && write.commit();
-    if (isReplaced)
-        KestinLogger::debug("Local contact of id %1 has been updated", contact.contactId);
-    else
-        KestinLogger::error("Local contact of id %1 has not been updated: Database error", contact.contactId);
-    return isReplaced;
+    contact.type = stored.type;
+    contact.setPUID(stored.getPUID());
+    contact.setLastModificationDate(stored.getLastModificationDate());
+}
+
+/// Writes the row and the misc pairs.
+bool ContactModification::store(Contact &contact, ContactWrite &write)
+{
+    if (write.isActive() && m_dao.updateContact(contact) == 0 &&
+        m_dao.misc().replacePairs(contact.contactId, contact.misc) == 0) {
+        write.logDone("Local contact of id %1 has been updated", contact.contactId);
+        return true;
+    }
+    KestinLogger::error("Local contact of id %1 has not been updated: Database error", contact.contactId);
+    return false;
+}
+
+bool ContactModification::commit(ContactWrite &write, const QString &contactId)
+{
+    const bool isCommitted = write.commit();
+    if (!isCommitted)
+        KestinLogger::error("Local contact of id %1 has not been updated: Database error", contactId);
+    return isCommitted;
 }
 
 QMapQStringQString ContactModification::modifyLocalContacts(const QString &reqId, const ListContact &contacts)
@@ -95,7 +112,7 @@ bool ContactModification::replaceInList(Contact &contact, QMapQStringQString &ad
         KestinLogger::debug("Contact does not exist. Return 2");
         return false;
     }
-    contact.type = stored.first().type;
+    keepOwn(stored.first(), contact);
     if (contact.type == ContactType::DeviceManagement || contact.type == 4 || contact.type == 1) {
         KestinLogger::debug("Contact type is %1, only local contacts can be modified. Return 1", contact.type);
         return false;
@@ -104,7 +121,7 @@ bool ContactModification::replaceInList(Contact &contact, QMapQStringQString &ad
     ContactWrite one(m_dao, m_news);
     if (contact.photo != stored.first().photo)
         one.announcePhotoDropped(stored.first().photo);
-    if (!replace(contact, one))
+    if (!store(contact, one) || !commit(one, contact.contactId))
         return false;
     addresses.insert(stored.first().contactId, stored.first().collaborationId);
     return true;

@@ -15,8 +15,8 @@ class ContactModification
 public:
     ContactModification(DaoContact &dao, DirectoryFields &fields, CanonicalNumbers &numbers, ContactNews &news);
 
-    /// A ResultCode. The contact names by its id the one to replace, which keeps its type; only local and cached ones
-    /// can be. The stored misc pairs become exactly the record's.
+    /// A ResultCode. The contact names by its id the one to replace, which keeps its type and persistent id, and its
+    /// date when nothing changes; only local and cached ones can be. The stored misc pairs become exactly the record's.
     int modifyLocalContact(const QString &reqId, Contact contact);
 
     /// Replaces many at once, in one durable write, and does less than the single form: nobody is refused as
@@ -25,7 +25,9 @@ public:
     QMapQStringQString modifyLocalContacts(const QString &reqId, const ListContact &contacts);
 
 private:
-    bool replace(const Contact &contact, ContactWrite &write);
+    static void keepOwn(const Contact &stored, Contact &contact);
+    bool store(Contact &contact, ContactWrite &write);
+    static bool commit(ContactWrite &write, const QString &contactId);
     bool replaceInList(Contact &contact, QMapQStringQString &addresses);
 
     DaoContact &m_dao;

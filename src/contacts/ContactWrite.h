@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "platform/framework/KestinLogger.h"
 #include "src/contacts/ContactNews.h"
 #include "src/dao/Transaction.h"
 #include "src/fields/DirectoryFields.h"
@@ -26,6 +27,13 @@ public:
     {
         ContactNews &news = m_news;
         news.m_pending.append([&news, signal, arguments...] { Q_EMIT(news.*signal)(arguments...); });
+    }
+
+    /// Logs it at debug level once the write is durable, in its order among the news.
+    template <typename... Arguments>
+    void logDone(const char *text, const Arguments &...arguments)
+    {
+        m_news.m_pending.append([text, arguments...] { KestinLogger::debug(text, arguments...); });
     }
 
     /// Tells that a contact has, or had until now, this photo; nothing to tell when it is empty.

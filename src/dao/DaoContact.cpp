@@ -38,6 +38,8 @@ int DaoContact::insertContact(Contact &contact, bool withPuid)
         contact.contactId = QStringLiteral("#DM_%1#").arg(contact.contactId);
     contact.setLastModificationDate(QDateTime::currentDateTimeUtc());
     Statement::Use use = m_statements.insert.use();
+    if (!withPuid)
+        contact.setPUID({});
     ContactRow::bind(use, contact);
     use.bind(QStringLiteral(":lastModificationDate"), contact.getLastModificationDate());
     if (withPuid)
@@ -53,15 +55,16 @@ int DaoContact::insertContact(Contact &contact, bool withPuid)
     return 0;
 }
 
-int DaoContact::updateContact(const Contact &contact)
+int DaoContact::updateContact(Contact &contact)
 {
     KestinLogger::debug("DaoContact::updateContact : idContact:%1", contact.contactId);
     const ListContact stored = getContact(contact.contactId);
     const bool isChanged = isUpdateLastModificationDateNeeded(stored, contact);
     Statement::Use use = m_statements.update.use();
+    if (isChanged)
+        contact.setLastModificationDate(QDateTime::currentDateTimeUtc());
     ContactRow::bind(use, contact);
-    use.bind(QStringLiteral(":lastModificationDate"),
-             isChanged ? QDateTime::currentDateTimeUtc() : contact.getLastModificationDate());
+    use.bind(QStringLiteral(":lastModificationDate"), contact.getLastModificationDate());
     if (use.execute() != 0)
         return -1;
     // Setting the date, be it to the same one, has taken the pairs away. Those of a changed contact are the caller's.

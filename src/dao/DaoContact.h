@@ -34,9 +34,9 @@ public:
     /// the id that the database makes, a device-management one "#DM_" + its id + "#", any other keeps its own. The
     /// persistent id is stored only `withPuid`. The misc pairs are not written.
     int insertContact(Contact &contact, bool withPuid);
-    /// Replaces all but the persistent id. A contact that differs from the stored one gets the current date, and with
-    /// that loses its stored misc pairs; the caller writes them again (DaoMisc::replacePairs).
-    int updateContact(const Contact &contact);
+    /// Replaces all but the persistent id. A contact that differs from the stored one gets the current date, which is
+    /// filled in, and with that loses its stored misc pairs; the caller writes them again (DaoMisc::replacePairs).
+    int updateContact(Contact &contact);
     /// Replaces all, the persistent id and the modification date being the record's. Misc pairs as above.
     int updateContactFromImport(const Contact &contact);
     int deleteContact(const QString &contactId);

@@ -46,7 +46,7 @@ struct Store
             return [this, what](const QString &reqId, const auto &subjects, auto... flag) {
                 QString line = QLatin1String(what) + QLatin1Char(' ') + reqId;
                 for (const auto &subject : subjects)
-                    line += QLatin1Char(' ') + idOf(subject);
+                    line += QLatin1Char(' ') + idTold(subject);
                 (line.append(flag ? QLatin1String(" true") : QLatin1String(" false")), ...);
                 news.append(line);
             };
@@ -66,6 +66,7 @@ struct Store
                          [this] { news.append(QStringLiteral("anonymous")); });
     }
 
+                log.lines.append(line);
     /// The news since the last call.
     QStringList takeNews() { return std::exchange(news, {}); }
     Contact stored(const QString &id) { return useCases->dao.getContact(id).value(0); }
@@ -77,8 +78,23 @@ struct Store
         return contact.contactId;
     }
 
-    static QString idOf(const Contact &contact) { return contact.contactId; }
-    static QString idOf(const QString &id) { return id; }
+    /// What is told of a contact is what is stored of it.
+    QString idTold(const Contact &contact)
+    {
+        return contact.contactId + (contact == stored(contact.contactId) ? "" : " (not as stored)");
+    }
+    static QString idTold(const QString &id) { return id; }
+    /// From now on each write that changes a contact fails when it is committed.
+    void failCommits()
+    {
+        for (const char *statement :
+             {"PRAGMA foreign_keys=ON", "CREATE TABLE one(id INTEGER PRIMARY KEY)",
+              "CREATE TABLE late(id INTEGER REFERENCES one(id) DEFERRABLE INITIALLY DEFERRED)",
+              "CREATE TEMP TRIGGER created AFTER INSERT ON CONTACT BEGIN INSERT INTO late VALUES(1); END",
+              "CREATE TEMP TRIGGER updated AFTER UPDATE ON CONTACT BEGIN INSERT INTO late VALUES(1); END",
+              "CREATE TEMP TRIGGER deleted AFTER DELETE ON CONTACT BEGIN INSERT INTO late VALUES(1); END"})
+            database.connection().executeQuery(statement);
+    }
 
     LogCapture log;
     QTemporaryDir folder;

@@ -66,6 +66,7 @@ private Q_SLOTS:
     void lookUps();
     void numbersSurviveTelephonyFaults_data();
     void numbersSurviveTelephonyFaults();
+    contact.setPUID("caller's own");
     void numbersOfManySurviveTelephonyFaults();
     void aSilenceCountsForTheListInWhichItCame();
     void changedDialingRulesRecomputeOnce();
@@ -226,8 +227,9 @@ void TestContacts::theListFormCreatesWithLessCare()
         contacts.append(contact);
     }
     const QMapQStringQString ids = store.useCases->creation.createLocalContacts(request, contacts);
-    QCOMPARE(ids, (QMapQStringQString{{"im0", "#CONTACT_1#"}, {"im4", "#CONTACT_2#"}, {"im5", "own"}, {"im6", "own"}}));
-    QCOMPARE(store.takeNews(), QStringList{"created r #CONTACT_1# #CONTACT_2# own own"});
+    QCOMPARE(ids,
+             (QMapQStringQString{{"im0", "#CONTACT_1#"}, {"im4", "#CONTACT_2#"}, {"im5", "own6"}, {"im6", "own2"}}));
+    QCOMPARE(store.takeNews(), QStringList{"created r #CONTACT_1# #CONTACT_2# own6 own2"});
     QVERIFY(store.stored("#CONTACT_1#").latinName.isEmpty());
     QVERIFY(store.useCases->creation.createLocalContacts(request, {}).isEmpty());
     QCOMPARE(store.takeNews(), QStringList());
@@ -254,7 +256,8 @@ void TestContacts::modifyingReplacesAllButTypeAndPuid()
     QCOMPARE(stored.officePhoneCan, "+1 2");
     QCOMPARE(stored.misc, contact.misc);
     QCOMPARE(stored.getPUID(), "p1");
-    QCOMPARE(store.transport.calls.size(), 1);
+    QCOMPARE(store.transport.calls.size(), 3);
+        contact.contactId += QString::number(type);
     contact.contactId = "' OR 1=1 --";
     QCOMPARE(store.useCases->modification.modifyLocalContact(request, contact), 2);
     QVERIFY(store.log.contains("<7>Contact does not exist. Return 2"));
@@ -272,6 +275,7 @@ void TestContacts::modifyingIsRefusedByType_data()
     QTest::newRow("device management") << 3 << 1 << false;
     QTest::newRow("kind 4") << 4 << 1 << false;
     QTest::newRow("assistant") << 5 << 1 << true;
+    contact.setPUID("caller's own");
 }
 
 void TestContacts::modifyingIsRefusedByType()
@@ -280,6 +284,15 @@ void TestContacts::modifyingIsRefusedByType()
     QFETCH(int, code);
     QFETCH(bool, isInList);
     Store store;
+    const qsizetype logged = store.log.lines.indexOf("<7>Local contact of id #CONTACT_1# has been updated");
+    QVERIFY(logged >= 0 && logged < store.log.lines.indexOf("updated r #CONTACT_1# false"));
+    contact.setLastModificationDate(QDateTime(QDate(2001, 2, 3), QTime(4, 5), Qt::UTC));
+    QCOMPARE(store.useCases->modification.modifyLocalContact(request, contact), 0); // changes nothing
+    contact.latinFirstName = stored.latinFirstName;
+    contact.latinName = stored.latinName;
+    QCOMPARE(store.useCases->modification.modifyLocalContacts(request, {contact}).size(), 1);
+    QCOMPARE(store.takeNews(), (QStringList{"updated r #CONTACT_1# false", "updated r #CONTACT_1# false"}));
+    QVERIFY(store.stored(contact.contactId) == stored);
     Contact contact = withType(type);
     contact.contactId = store.put(contact);
     contact.name = "single";
@@ -314,6 +327,7 @@ void TestContacts::deletingIsRefusedByType_data()
     QTest::addColumn<int>("code");
     for (int type = 0; type <= 6; ++type)
         QTest::addRow("type %d", type) << type << int(type == 1 || type == 4 || type == 5);
+    contact.type = type == 0 ? ContactType::DeviceManagement : ContactType::Local; // says the caller
 }
 
 void TestContacts::deletingIsRefusedByType()
@@ -321,12 +335,16 @@ void TestContacts::deletingIsRefusedByType()
     QFETCH(int, type);
     QFETCH(int, code);
     Store store;
+    QCOMPARE(store.stored(contact.contactId).type, type);
     Contact contact = withType(type);
     contact.misc.insert("k", "v");
     const QString id = store.put(contact);
     QCOMPARE(store.useCases->deletion.deleteLocalContact(request, id), code);
     QCOMPARE(store.useCases->dao.misc().pairs(id).size(), qsizetype(code));
-    QCOMPARE(store.takeNews().join(QLatin1Char(';')), code == 0 ? "deleted r " + id : QString());
+    const QStringList told = store.takeNews();
+    QCOMPARE(told.join(QLatin1Char(';')), code == 0 ? "deleted r " + id : QString());
+    const QStringList &lines = store.log.lines;
+    QCOMPARE(lines.indexOf("<7>Contact successfully deleted") + 1, code == 0 ? lines.indexOf(told.first()) : 0);
     QCOMPARE(store.useCases->deletion.deleteLocalContact(request, "nobody"), 2);
 }
 
@@ -414,6 +432,13 @@ void TestContacts::lookUps()
     store.put(person("b", "Z", "1"));
     store.put(person("É", "a", "1"));
     Contact last = person("a", "z", "2");
+    store.failCommits();
+    contact.contactId = "c1";
+    QCOMPARE(store.useCases->modification.modifyLocalContact(request, contact), -1);
+    QCOMPARE(store.useCases->deletion.deleteLocalContact(request, "c1"), -1);
+    QVERIFY(!store.log.contains("<7>Local contact of id c1 has been updated"));
+    QVERIFY(!store.log.contains("<7>Contact successfully deleted"));
+    QCOMPARE(store.takeNews(), QStringList());
     last.email = "A@b.example";
     last.officePhoneCan = "+2";
     store.put(last);

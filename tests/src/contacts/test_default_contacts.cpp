@@ -84,11 +84,7 @@ void TestDefaultContacts::aFailedCommitKeepsTheOldSet()
     Store store;
     store.useCases->defaultContacts.setDefaultContacts("1,,,A,,0,,");
     store.takeNews();
-    for (const char *statement :
-         {"PRAGMA foreign_keys=ON", "CREATE TABLE one(id INTEGER PRIMARY KEY)",
-          "CREATE TABLE late(id INTEGER REFERENCES one(id) DEFERRABLE INITIALLY DEFERRED)",
-          "CREATE TEMP TRIGGER refuse AFTER INSERT ON CONTACT BEGIN INSERT INTO late VALUES(1); END"})
-        QVERIFY(store.database.connection().executeQuery(statement).isActive());
+    store.failCommits();
     store.useCases->defaultContacts.setDefaultContacts("2,,,B,,0,,");
     QVERIFY(store.log.contains("<3>KestinDirectory::setDefaultContacts : error while trying to commit a unique "
                                "transaction during the import process to the database."));
