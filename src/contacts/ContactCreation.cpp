@@ -6,8 +6,24 @@
 #include "src/contacts/ContactWrite.h"
 #include "src/contacts/RequestId.h"
 #include "src/contacts/ResultCode.h"
+#include "src/dao/ContactIds.h"
 #include "src/dao/DaoContact.h"
 #include "src/dao/LatinText.h"
+
+#include <algorithm>
+
+namespace {
+
+/// The id under which the contact will be stored; nothing when the database makes it.
+std::optional<QString> idToBe(const Contact &contact)
+{
+    if (contact.type == ContactType::Local || contact.type == ContactType::ManagerAssistant)
+        return std::nullopt;
+    return contact.type == ContactType::DeviceManagement ? ContactIds::ofDeviceManagement(contact.contactId)
+                                                         : contact.contactId;
+}
+
+} // namespace
 
 ContactCreation::ContactCreation(DaoContact &dao, DirectoryFields &fields, CanonicalNumbers &numbers,
                                  ContactDeletion &deletion, ContactNews &news)
@@ -33,11 +49,14 @@ int ContactCreation::createLocalContact(const QString &reqId, Contact contact)
             Q_EMIT m_news.anonymousContactRefused();
         return ResultCode::anonymous;
     }
+    contact.type = typeOf(reqId);
+    if (contact.type == ContactType::Local && isFull())
+        return ResultCode::capacityReached;
+    if (isIdTaken(contact))
+        return ResultCode::wrongType;
     ContactWrite write(m_dao, m_news);
-    if (!write.isActive())
+    if (!write.isActive() || !makeWay(contact) || (contact.type == ContactType::Cached && !makeRoomInCache()))
         return ResultCode::writeFailed;
-    if (const std::optional<int> refusal = classify(reqId, contact))
-        return *refusal;
     m_numbers.extractDialableNumberList(contact);
     m_numbers.makeCanonicalNumberListWithoutPrefix(contact);
     fillLatinNames(contact);
@@ -51,45 +70,63 @@ int ContactCreation::createLocalContact(const QString &reqId, Contact contact)
     return write.commit() ? ResultCode::done : ResultCode::writeFailed;
 }
 
-/// Gives the contact its type and makes room for it; the code of the refusal when there is none.
-std::optional<int> ContactCreation::classify(const QString &reqId, Contact &contact)
+int ContactCreation::typeOf(const QString &reqId)
 {
-    if (reqId == RequestId::deviceManagement) {
-        contact.type = ContactType::DeviceManagement;
-        return std::nullopt;
-    }
-    if (reqId == RequestId::cached) {
-        contact.type = ContactType::Cached;
-        makeRoomInCache();
-        return std::nullopt;
-    }
-    contact.type = ContactType::Local;
+    if (reqId == RequestId::deviceManagement)
+        return ContactType::DeviceManagement;
+    return reqId == RequestId::cached ? ContactType::Cached : ContactType::Local;
+}
+
+bool ContactCreation::isFull()
+{
     const int count = m_dao.nbContact();
     KestinLogger::debug("createLocalContact: contact type is LOCAL, maxContacts=%1, currentNbContacts=%2",
                         m_fields.maxContacts, count);
     if (m_fields.maxContacts > count)
-        return std::nullopt;
+        return false;
     KestinLogger::debug("DataBase Full");
     Q_EMIT m_news.databaseFull();
-    return ResultCode::capacityReached;
+    return true;
 }
 
-void ContactCreation::makeRoomInCache()
+/// Whether another contact keeps the contact from being stored under its id: two of one id would be deleted together.
+bool ContactCreation::isIdTaken(const Contact &contact)
+{
+    const std::optional<QString> id = idToBe(contact);
+    if (!id)
+        return false;
+    const ListContact stored = m_dao.getContact(*id);
+    const auto stays = [](const Contact &other) { return other.type != ContactType::Cached; };
+    const bool isReserved = contact.type != ContactType::DeviceManagement && ContactIds::isOfDirectory(*id);
+    const bool isTaken = isReserved || std::any_of(stored.cbegin(), stored.cend(), stays);
+    if (isTaken)
+        KestinLogger::warning("The contact %1 is not created: the id is another contact's", *id);
+    return isTaken;
+}
+
+/// A cached copy gives way to whoever gets its id. False only when the database refused.
+bool ContactCreation::makeWay(const Contact &contact)
+{
+    const std::optional<QString> id = idToBe(contact);
+    return !id || m_deletion.dropCachedCopy(*id);
+}
+
+/// A cache that stays full refuses nothing. False only when the database refused.
+bool ContactCreation::makeRoomInCache()
 {
     const int count = m_dao._nbCachedContactQuery();
     KestinLogger::debug("createLocalContact: contact type is CACHED, maxCachedContacts=%1, "
                         "currentNbCachedContacts=%2",
                         m_fields.comLogSize, count);
     if (m_fields.comLogSize > count)
-        return;
+        return true;
     const QString oldest = m_dao.getOldestCachedContactId();
     if (oldest.isEmpty())
-        return;
+        return true;
     KestinLogger::debug("createLocalContact: about to delete oldest cached contact, id:%1 to make room for new cached "
                         "contact.",
                         oldest);
-    // A cache that stays full refuses nothing, so what this answers does not matter.
-    m_deletion.deleteLocalContact(RequestId::cached, oldest);
+    return m_deletion.dropCachedCopy(oldest);
 }
 
 /// Writes the row and the misc pairs, and drops the cached copies of a local contact.
@@ -97,7 +134,7 @@ int ContactCreation::store(Contact &contact)
 {
     if (const int code = m_dao.insertContact(contact, false); code != 0)
         return code;
-    if (contact.type == ContactType::Local && m_deletion.deleteCachedContactsWithMatchingOfficePhone(contact) != 0)
+    if (contact.type == ContactType::Local && !m_deletion.deleteCachedContactsWithMatchingOfficePhone(contact))
         return ResultCode::writeFailed;
     return m_dao.misc().replacePairs(contact.contactId, contact.misc);
 }
@@ -117,7 +154,7 @@ QMapQStringQString ContactCreation::createLocalContacts(const QString &reqId, co
         m_numbers.extractDialableNumberList(contact);
         m_numbers.makeCanonicalNumberListWithoutPrefix(contact);
         ContactWrite one(m_dao, m_news);
-        if (!one.isActive() || store(contact) != 0 || !one.commit()) {
+        if (!one.isActive() || !makeWay(contact) || store(contact) != ResultCode::done || !one.commit()) {
             KestinLogger::debug("KestinDirectory:createLocalContacts fail to insert contact into database.");
             continue;
         }
@@ -136,7 +173,7 @@ QMapQStringQString ContactCreation::createLocalContacts(const QString &reqId, co
     return write.commit() ? ids : QMapQStringQString();
 }
 
-bool ContactCreation::isRefusedInList(const Contact &contact, int count) const
+bool ContactCreation::isRefusedInList(const Contact &contact, int count)
 {
     if (m_fields.readOnlyMode) {
         KestinLogger::warning("KestinDirectory:createLocalContacts:synchronization mode.Can't add %1",
@@ -151,5 +188,5 @@ bool ContactCreation::isRefusedInList(const Contact &contact, int count) const
         KestinLogger::debug("Contact type is %1, only local contacts can be created. Return 1", contact.type);
         return true;
     }
-    return false;
+    return isIdTaken(contact);
 }

@@ -20,19 +20,25 @@ public:
 
     /// A ResultCode. The request id decides the type: RequestId::deviceManagement makes a default contact, without
     /// limit; RequestId::cached a cached one, which when the cache is full takes the place of the oldest; any other a
-    /// local one, refused when the directory is full. Latin names and canonical numbers are derived.
+    /// local one, refused when the directory is full. A cached copy gives way to whoever gets its id; an id that any
+    /// other contact has, or of a form that the directory gives itself, is refused as of the wrong type. Latin names
+    /// and canonical numbers are derived.
     int createLocalContact(const QString &reqId, Contact contact);
 
     /// Creates many at once, in one durable write, and does less than the single form: the caller's types are kept
-    /// (3, 4 and 1 are skipped), nobody is refused as anonymous, and latin names are left to the next start. What
-    /// cannot be created is left out of the result, which maps the instant-messaging address to the new id.
+    /// (3, 4 and 1 are skipped, as are ids that the single form refuses), nobody is refused as anonymous, and latin
+    /// names are left to the next start. What cannot be created is left out of the result, which maps the
+    /// instant-messaging address to the new id.
     QMapQStringQString createLocalContacts(const QString &reqId, const ListContact &contacts);
 
 private:
-    std::optional<int> classify(const QString &reqId, Contact &contact);
-    void makeRoomInCache();
+    static int typeOf(const QString &reqId);
+    bool isFull();
+    bool isIdTaken(const Contact &contact);
+    bool makeWay(const Contact &contact);
+    bool makeRoomInCache();
     int store(Contact &contact);
-    bool isRefusedInList(const Contact &contact, int count) const;
+    bool isRefusedInList(const Contact &contact, int count);
 
     DaoContact &m_dao;
     DirectoryFields &m_fields;

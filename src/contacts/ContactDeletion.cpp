@@ -7,6 +7,8 @@
 #include "src/contacts/ResultCode.h"
 #include "src/dao/DaoContact.h"
 
+#include <algorithm>
+
 ContactDeletion::ContactDeletion(DaoContact &dao, DirectoryFields &fields, ContactNews &news)
     : m_dao(dao)
     , m_fields(fields)
@@ -45,14 +47,20 @@ int ContactDeletion::deleteLocalContact(const QString &reqId, const QString &idC
     return write.commit() ? ResultCode::done : ResultCode::writeFailed;
 }
 
-int ContactDeletion::deleteCachedContactsWithMatchingOfficePhone(const Contact &contact)
+bool ContactDeletion::dropCachedCopy(const QString &idContact)
+{
+    const ListContact stored = m_dao.getContact(idContact);
+    const auto isCached = [](const Contact &contact) { return contact.type == ContactType::Cached; };
+    if (std::none_of(stored.cbegin(), stored.cend(), isCached))
+        return true;
+    if (!std::all_of(stored.cbegin(), stored.cend(), isCached)) // some stores hold two of one id
+        return m_dao.deleteCachedContact(idContact) == 0;
+    return deleteLocalContact(RequestId::cached, idContact) != ResultCode::writeFailed;
+}
+
+bool ContactDeletion::deleteCachedContactsWithMatchingOfficePhone(const Contact &contact)
 {
     KestinLogger::debug("deleteCachedContactsWithMatchingOfficePhone with contact %1", contact.contactId);
     const QStringList ids = m_dao._getCachedContactsWithMatchingOfficePhone(contact);
-    int code = ResultCode::done;
-    for (const QString &id : ids) {
-        if (deleteLocalContact(RequestId::cached, id) != ResultCode::done)
-            code = ResultCode::writeFailed;
-    }
-    return code;
+    return std::all_of(ids.cbegin(), ids.cend(), [this](const QString &id) { return dropCachedCopy(id); });
 }

@@ -15,9 +15,12 @@ public:
     /// A ResultCode. Types 1, 4 and 5 are not deleted.
     int deleteLocalContact(const QString &reqId, const QString &idContact);
 
-    /// Deletes the cached copies of the person whom this contact now keeps: those with an office number among the
-    /// contact's canonical numbers. -1 when one of them could not be deleted.
-    int deleteCachedContactsWithMatchingOfficePhone(const Contact &contact);
+    /// Makes room for another contact: deletes the cached copy of this id, and no contact of another type that has the
+    /// same id. False only when the database refused; a copy that is gone is no failure.
+    bool dropCachedCopy(const QString &idContact);
+    /// The same of all cached copies of the person whom this contact now keeps: those with an office number among the
+    /// contact's canonical numbers.
+    bool deleteCachedContactsWithMatchingOfficePhone(const Contact &contact);
 
 private:
     DaoContact &m_dao;

@@ -15,7 +15,7 @@ ContactLookup::ContactLookup(DaoContact &dao, Order order)
 ListContact ContactLookup::getContactById(const QString &idContact)
 {
     KestinLogger::debug("-- Method getContactById called with idContact=[%1] --", idContact);
-    const ListContact contacts = m_dao.getContact(idContact);
+    const ListContact contacts = m_dao.getContact(idContact).mid(0, 1); // some stores hold two of one id
     if (contacts.isEmpty()) {
         KestinLogger::warning("The contact of specified ID has not been found");
         return {};

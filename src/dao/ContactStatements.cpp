@@ -10,6 +10,7 @@ using ContactRow::updateText;
 
 ContactStatements::ContactStatements(const QSqlDatabase &handle)
     : remove(handle, QStringLiteral("DELETE FROM CONTACT WHERE contactId=:contactId"))
+    , removeCached(handle, QStringLiteral("DELETE FROM CONTACT WHERE contactId=:contactId AND type='6'"))
     , oldestCached(handle, QStringLiteral("SELECT contactId FROM CONTACT WHERE type = '6' "
                                           "ORDER BY LASTMODIFICATIONDATE LIMIT 1"))
     , cachedByNumber(handle, QStringLiteral("SELECT contactId FROM CONTACT WHERE type = '6'  AND officePhoneCan IN "

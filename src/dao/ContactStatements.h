@@ -9,6 +9,7 @@ struct ContactStatements
     explicit ContactStatements(const QSqlDatabase &handle);
 
     Statement remove;
+    Statement removeCached;
     Statement oldestCached;
     Statement cachedByNumber;
     Statement updateId;

@@ -3,6 +3,7 @@
 
 #include "platform/framework/KestinLogger.h"
 #include "src/dao/Connection.h"
+#include "src/dao/ContactIds.h"
 #include "src/dao/ContactRow.h"
 #include "src/dao/QueryText.h"
 
@@ -35,11 +36,11 @@ int DaoContact::insertContact(Contact &contact, bool withPuid)
     KestinLogger::debug("DaoContact::insertContact : firstName:%1", contact.firstName);
     KestinLogger::debug("DaoContact::insertContact : latinFirstName:%1", contact.latinFirstName);
     if (contact.type == ContactType::DeviceManagement)
-        contact.contactId = QStringLiteral("#DM_%1#").arg(contact.contactId);
+        contact.contactId = ContactIds::ofDeviceManagement(contact.contactId);
     contact.setLastModificationDate(QDateTime::currentDateTimeUtc());
-    Statement::Use use = m_statements.insert.use();
     if (!withPuid)
         contact.setPUID({});
+    Statement::Use use = m_statements.insert.use();
     ContactRow::bind(use, contact);
     use.bind(QStringLiteral(":lastModificationDate"), contact.getLastModificationDate());
     if (withPuid)
@@ -51,7 +52,7 @@ int DaoContact::insertContact(Contact &contact, bool withPuid)
     adjustCount(1);
     // The id that the database's trigger has just given to the row.
     if (contact.type == ContactType::Local || contact.type == ContactType::ManagerAssistant)
-        contact.contactId = QStringLiteral("#CONTACT_%1#").arg(use.lastInsertId());
+        contact.contactId = ContactIds::ofRow(use.lastInsertId());
     return 0;
 }
 
@@ -60,9 +61,9 @@ int DaoContact::updateContact(Contact &contact)
     KestinLogger::debug("DaoContact::updateContact : idContact:%1", contact.contactId);
     const ListContact stored = getContact(contact.contactId);
     const bool isChanged = isUpdateLastModificationDateNeeded(stored, contact);
-    Statement::Use use = m_statements.update.use();
     if (isChanged)
         contact.setLastModificationDate(QDateTime::currentDateTimeUtc());
+    Statement::Use use = m_statements.update.use();
     ContactRow::bind(use, contact);
     use.bind(QStringLiteral(":lastModificationDate"), contact.getLastModificationDate());
     if (use.execute() != 0)
@@ -96,6 +97,17 @@ int DaoContact::deleteContact(const QString &contactId)
     if (code == 0)
         adjustCount(-use.rowsAffected());
     return code;
+}
+
+int DaoContact::deleteCachedContact(const QString &contactId)
+{
+    const QMap<QString, QString> pairs = m_misc.pairs(contactId); // a trigger takes all of this id away
+    Statement::Use use = m_statements.removeCached.use();
+    const int code = use.bind(QStringLiteral(":contactId"), contactId).execute();
+    if (code != 0)
+        return code;
+    adjustCount(-use.rowsAffected());
+    return m_misc.replacePairs(contactId, pairs);
 }
 
 int DaoContact::updateIdContact(const QString &newId)

@@ -30,9 +30,9 @@ public:
 
     // Writes.
 
-    /// Stores a new contact; its id and modification date are filled in. A local or manager/assistant contact gets
-    /// the id that the database makes, a device-management one "#DM_" + its id + "#", any other keeps its own. The
-    /// persistent id is stored only `withPuid`. The misc pairs are not written.
+    /// Stores a new contact; its id and modification date are filled in. A local or manager/assistant contact and one
+    /// of device management get the directory's own (ContactIds), any other keeps the one it has. The persistent id is
+    /// stored only `withPuid`, and else emptied. The misc pairs are not written.
     int insertContact(Contact &contact, bool withPuid);
     /// Replaces all but the persistent id. A contact that differs from the stored one gets the current date, which is
     /// filled in, and with that loses its stored misc pairs; the caller writes them again (DaoMisc::replacePairs).
@@ -40,6 +40,8 @@ public:
     /// Replaces all, the persistent id and the modification date being the record's. Misc pairs as above.
     int updateContactFromImport(const Contact &contact);
     int deleteContact(const QString &contactId);
+    /// Only what is a cached copy, where another contact has the same id; its misc pairs stay.
+    int deleteCachedContact(const QString &contactId);
     /// Gives the contact stored under the id 'newContact' its own.
     int updateIdContact(const QString &newId);
     int updatePuidContact(const QString &contactId, const QString &puid);

@@ -9,6 +9,23 @@
 
 #include <QTemporaryDir>
 
+inline Contact person(const char *firstName, const char *name, const char *officePhone = "")
+{
+    Contact contact;
+    contact.firstName = QString::fromUtf8(firstName);
+    contact.name = QString::fromUtf8(name);
+    contact.officePhone = QString::fromUtf8(officePhone);
+    return contact;
+}
+
+inline Contact withType(int type, const char *id = "x")
+{
+    Contact contact = person("A", "B");
+    contact.type = type;
+    contact.contactId = QLatin1String(id);
+    return contact;
+}
+
 /// The use cases on a database of their own, with a scripted telephony service that prefixes canonical numbers with
 /// "+" and a record of what was told.
 struct Store
@@ -49,6 +66,7 @@ struct Store
                     line += QLatin1Char(' ') + idTold(subject);
                 (line.append(flag ? QLatin1String(" true") : QLatin1String(" false")), ...);
                 news.append(line);
+                log.lines.append(line);
             };
         };
         QObject::connect(told, &ContactNews::contactsCreated, note("created"));
@@ -66,7 +84,6 @@ struct Store
                          [this] { news.append(QStringLiteral("anonymous")); });
     }
 
-                log.lines.append(line);
     /// The news since the last call.
     QStringList takeNews() { return std::exchange(news, {}); }
     Contact stored(const QString &id) { return useCases->dao.getContact(id).value(0); }

@@ -19,23 +19,6 @@
 
 namespace {
 
-Contact person(const char *firstName, const char *name, const char *officePhone = "")
-{
-    Contact contact;
-    contact.firstName = QString::fromUtf8(firstName);
-    contact.name = QString::fromUtf8(name);
-    contact.officePhone = QString::fromUtf8(officePhone);
-    return contact;
-}
-
-Contact withType(int type, const char *id = "x")
-{
-    Contact contact = person("A", "B");
-    contact.type = type;
-    contact.contactId = QLatin1String(id);
-    return contact;
-}
-
 const QString request = "r";
 
 } // namespace
@@ -49,6 +32,8 @@ private Q_SLOTS:
     void theRequestIdDecidesTypeAndNews();
     void capacityIsHeld();
     void aFullCacheGivesUpItsOldestOnly();
+    void aCopyTakesNobodysId_data();
+    void aCopyTakesNobodysId();
     void aLocalContactReplacesItsCachedCopies();
     void anonymousContactsAreRefused_data();
     void anonymousContactsAreRefused();
@@ -66,7 +51,6 @@ private Q_SLOTS:
     void lookUps();
     void numbersSurviveTelephonyFaults_data();
     void numbersSurviveTelephonyFaults();
-    contact.setPUID("caller's own");
     void numbersOfManySurviveTelephonyFaults();
     void aSilenceCountsForTheListInWhichItCame();
     void changedDialingRulesRecomputeOnce();
@@ -82,6 +66,7 @@ void TestContacts::aCreatedContactIsCompletedStoredAndTold()
     Store store;
     Contact contact = person("Zoë", "Abc", "03 88");
     contact.latinName = "caller's own";
+    contact.setPUID("caller's own");
     contact.misc = {{"company", "Acme"}, {QString(), QString()}};
     QCOMPARE(store.useCases->creation.createLocalContact(request, contact), 0);
     QCOMPARE(store.takeNews(), QStringList{"created r #CONTACT_1#"});
@@ -129,11 +114,50 @@ void TestContacts::aFullCacheGivesUpItsOldestOnly()
 {
     Store store;
     store.fields.comLogSize = 2;
-    for (const char *id : {"c1", "c2", "c3"})
+    const auto cache = [&store](const char *id) {
+        store.useCases->creation.createLocalContact(RequestId::cached, withType(6, id));
+        return store.takeNews().join('|') + ' ' + QString::number(store.useCases->dao._nbCachedContactQuery());
+    };
+    for (const char *id : {"c1", "c2"})
         store.put(withType(ContactType::Cached, id));
-    QCOMPARE(store.useCases->creation.createLocalContact(RequestId::cached, withType(6, "c4")), 0);
-    QCOMPARE(store.takeNews(), (QStringList{"deleted CACHED_REQID c1", "created CACHED_REQID c4"}));
-    QCOMPARE(store.useCases->dao._nbCachedContactQuery(), 3);
+    QCOMPARE(cache("c3"), "deleted CACHED_REQID c1|created CACHED_REQID c3 2");
+    QCOMPARE(cache("c3"), "deleted CACHED_REQID c3|created CACHED_REQID c3 2"); // takes the place of itself
+    store.put(withType(ContactType::Cached, "c4"));
+    QCOMPARE(cache("c5"), "deleted CACHED_REQID c2|created CACHED_REQID c5 3");
+}
+
+void TestContacts::aCopyTakesNobodysId_data()
+{
+    QTest::addColumn<QString>("id");
+    QTest::addColumn<bool>("isCreated");
+    for (const char *taken : {"#CONTACT_1#", "#CONTACT_99#", "#DM_7#", "#DM_a\n#", "kind 2"})
+        QTest::newRow(taken) << taken << false;
+    for (const char *free : {"copy", "remote##", "#CONTACT_1##", "#CONTACT_x#", ""})
+        QTest::newRow(free) << free << true;
+}
+
+void TestContacts::aCopyTakesNobodysId()
+{
+    QFETCH(QString, id);
+    QFETCH(bool, isCreated);
+    Store store;
+    ContactCreation &creation = store.useCases->creation;
+    for (const Contact &contact : {person("A", "B"), withType(3, "7"), withType(2, "kind 2"), withType(6, "copy")})
+        store.put(contact);
+    Contact copy = withType(6);
+    copy.contactId = id;
+    const QStringList replaced{"deleted CACHED_REQID " + id};
+    const auto rows = store.useCases->dao.getContact(id).size();
+    QCOMPARE(creation.createLocalContact(RequestId::cached, copy), isCreated ? 0 : 1);
+    QCOMPARE(store.takeNews(), (id == "copy" ? replaced : QStringList()) +
+                                   (isCreated ? QStringList{"created CACHED_REQID " + id} : QStringList()));
+    for (const int type : {6, 2}) { // of the last kind nothing gives way to a second
+        copy.type = type;
+        QCOMPARE(creation.createLocalContacts(request, {copy}).size(), qsizetype(isCreated));
+        QCOMPARE(store.takeNews(), isCreated ? replaced + QStringList{"created r " + id} : QStringList());
+    }
+    QCOMPARE(creation.createLocalContacts(request, {copy}).size(), 0);
+    QCOMPARE(store.useCases->dao.getContact(id).size(), isCreated ? 1 : rows);
 }
 
 void TestContacts::aLocalContactReplacesItsCachedCopies()
@@ -142,12 +166,20 @@ void TestContacts::aLocalContactReplacesItsCachedCopies()
     Contact cached = withType(ContactType::Cached, "c1");
     cached.officePhoneCan = "+12";
     store.put(cached);
+    store.put(cached); // as stores of before may hold it, like the one with a local contact's id
     store.put(withType(ContactType::Cached, "without number"));
     Contact contact = person("A", "B");
+    contact.misc.insert("k", "v");
+    const QString kept = store.put(contact);
+    cached.contactId = kept;
+    store.useCases->dao.insertContact(cached, false);
+    QCOMPARE(store.useCases->lookup.getContactById(kept).size(), 1);
     contact.personalMobile = "12";
     QCOMPARE(store.useCases->creation.createLocalContact(request, contact), 0);
-    QCOMPARE(store.takeNews(), (QStringList{"deleted CACHED_REQID c1", "created r #CONTACT_3#"}));
+    QCOMPARE(store.takeNews(), (QStringList{"deleted CACHED_REQID c1", "created r #CONTACT_6#"}));
     QVERIFY(!store.stored("without number").contactId.isEmpty());
+    QCOMPARE(store.useCases->dao.getContact(kept).size(), 1);
+    QCOMPARE(store.stored(kept).misc, contact.misc);
 }
 
 void TestContacts::anonymousContactsAreRefused_data()
@@ -224,6 +256,7 @@ void TestContacts::theListFormCreatesWithLessCare()
         Contact contact = withType(type, "own");
         contact.collaborationId = QStringLiteral("im%1").arg(contacts.size());
         contact.officePhone = "anonymous";
+        contact.contactId += QString::number(type);
         contacts.append(contact);
     }
     const QMapQStringQString ids = store.useCases->creation.createLocalContacts(request, contacts);
@@ -242,6 +275,7 @@ void TestContacts::modifyingReplacesAllButTypeAndPuid()
     contact.misc = {{"company", "Acme"}};
     contact.contactId = store.put(contact);
     store.useCases->dao.updatePuidContact(contact.contactId, "p1");
+    contact.setPUID("caller's own");
     contact.name = "É";
     contact.type = ContactType::Cached;
     contact.officePhone = "1 2";
@@ -250,6 +284,15 @@ void TestContacts::modifyingReplacesAllButTypeAndPuid()
     QCOMPARE(store.useCases->modification.modifyLocalContact(request, contact), 0);
     QCOMPARE(store.takeNews(), QStringList{"updated r #CONTACT_1# false"});
     const Contact stored = store.stored(contact.contactId);
+    const qsizetype logged = store.log.lines.indexOf("<7>Local contact of id #CONTACT_1# has been updated");
+    QVERIFY(logged >= 0 && logged < store.log.lines.indexOf("updated r #CONTACT_1# false"));
+    contact.setLastModificationDate(QDateTime(QDate(2001, 2, 3), QTime(4, 5), Qt::UTC));
+    QCOMPARE(store.useCases->modification.modifyLocalContact(request, contact), 0); // changes nothing
+    contact.latinFirstName = stored.latinFirstName;
+    contact.latinName = stored.latinName;
+    QCOMPARE(store.useCases->modification.modifyLocalContacts(request, {contact}).size(), 1);
+    QCOMPARE(store.takeNews(), (QStringList{"updated r #CONTACT_1# false", "updated r #CONTACT_1# false"}));
+    QVERIFY(store.stored(contact.contactId) == stored);
     QCOMPARE(stored.type, ContactType::Local);
     QCOMPARE(stored.latinName, "ee\u0301");
     QCOMPARE(stored.officePhone, "1 2"); // made dialable at creation only
@@ -257,7 +300,6 @@ void TestContacts::modifyingReplacesAllButTypeAndPuid()
     QCOMPARE(stored.misc, contact.misc);
     QCOMPARE(stored.getPUID(), "p1");
     QCOMPARE(store.transport.calls.size(), 3);
-        contact.contactId += QString::number(type);
     contact.contactId = "' OR 1=1 --";
     QCOMPARE(store.useCases->modification.modifyLocalContact(request, contact), 2);
     QVERIFY(store.log.contains("<7>Contact does not exist. Return 2"));
@@ -275,7 +317,6 @@ void TestContacts::modifyingIsRefusedByType_data()
     QTest::newRow("device management") << 3 << 1 << false;
     QTest::newRow("kind 4") << 4 << 1 << false;
     QTest::newRow("assistant") << 5 << 1 << true;
-    contact.setPUID("caller's own");
 }
 
 void TestContacts::modifyingIsRefusedByType()
@@ -284,17 +325,9 @@ void TestContacts::modifyingIsRefusedByType()
     QFETCH(int, code);
     QFETCH(bool, isInList);
     Store store;
-    const qsizetype logged = store.log.lines.indexOf("<7>Local contact of id #CONTACT_1# has been updated");
-    QVERIFY(logged >= 0 && logged < store.log.lines.indexOf("updated r #CONTACT_1# false"));
-    contact.setLastModificationDate(QDateTime(QDate(2001, 2, 3), QTime(4, 5), Qt::UTC));
-    QCOMPARE(store.useCases->modification.modifyLocalContact(request, contact), 0); // changes nothing
-    contact.latinFirstName = stored.latinFirstName;
-    contact.latinName = stored.latinName;
-    QCOMPARE(store.useCases->modification.modifyLocalContacts(request, {contact}).size(), 1);
-    QCOMPARE(store.takeNews(), (QStringList{"updated r #CONTACT_1# false", "updated r #CONTACT_1# false"}));
-    QVERIFY(store.stored(contact.contactId) == stored);
     Contact contact = withType(type);
     contact.contactId = store.put(contact);
+    contact.type = type == 0 ? ContactType::DeviceManagement : ContactType::Local; // says the caller
     contact.name = "single";
     QCOMPARE(store.useCases->modification.modifyLocalContact(request, contact), code);
     QCOMPARE(store.stored(contact.contactId).name == QLatin1String("single"), code == 0);
@@ -302,6 +335,7 @@ void TestContacts::modifyingIsRefusedByType()
     QCOMPARE(store.useCases->modification.modifyLocalContacts(request, {contact}).contains(contact.contactId),
              isInList);
     QCOMPARE(store.stored(contact.contactId).name == QLatin1String("list"), isInList);
+    QCOMPARE(store.stored(contact.contactId).type, type);
 }
 
 void TestContacts::theListFormModifiesWithLessCare()
@@ -327,7 +361,6 @@ void TestContacts::deletingIsRefusedByType_data()
     QTest::addColumn<int>("code");
     for (int type = 0; type <= 6; ++type)
         QTest::addRow("type %d", type) << type << int(type == 1 || type == 4 || type == 5);
-    contact.type = type == 0 ? ContactType::DeviceManagement : ContactType::Local; // says the caller
 }
 
 void TestContacts::deletingIsRefusedByType()
@@ -335,7 +368,6 @@ void TestContacts::deletingIsRefusedByType()
     QFETCH(int, type);
     QFETCH(int, code);
     Store store;
-    QCOMPARE(store.stored(contact.contactId).type, type);
     Contact contact = withType(type);
     contact.misc.insert("k", "v");
     const QString id = store.put(contact);
@@ -400,6 +432,13 @@ void TestContacts::aFailedWriteLeavesNothingAndTellsNothing()
     QCOMPARE(store.useCases->creation.createLocalContacts(request, {contact, other}).size(), 1);
     QCOMPARE(store.takeNews().size(), 1);
     QCOMPARE(store.useCases->dao.nbContact(), 2);
+    store.failCommits();
+    contact.contactId = "c1";
+    QCOMPARE(store.useCases->modification.modifyLocalContact(request, contact), -1);
+    QCOMPARE(store.useCases->deletion.deleteLocalContact(request, "c1"), -1);
+    QVERIFY(!store.log.contains("<7>Local contact of id c1 has been updated"));
+    QVERIFY(!store.log.contains("<7>Contact successfully deleted"));
+    QCOMPARE(store.takeNews(), QStringList());
 }
 
 void TestContacts::previewCodesAndNews()
@@ -429,29 +468,26 @@ void TestContacts::lookUps()
 {
     Store store;
     ContactLookup &lookup = store.useCases->lookup;
-    store.put(person("b", "Z", "1"));
-    store.put(person("É", "a", "1"));
     Contact last = person("a", "z", "2");
-    store.failCommits();
-    contact.contactId = "c1";
-    QCOMPARE(store.useCases->modification.modifyLocalContact(request, contact), -1);
-    QCOMPARE(store.useCases->deletion.deleteLocalContact(request, "c1"), -1);
-    QVERIFY(!store.log.contains("<7>Local contact of id c1 has been updated"));
-    QVERIFY(!store.log.contains("<7>Contact successfully deleted"));
-    QCOMPARE(store.takeNews(), QStringList());
     last.email = "A@b.example";
     last.officePhoneCan = "+2";
-    store.put(last);
-    QStringList names;
-    const ListContact page = lookup.getLocalContacts(0, 10);
-    for (const Contact &contact : page)
-        names.append(contact.firstName + contact.name);
-    QCOMPARE(names, (QStringList{"Éa", "az", "bZ"}));
+    last.isPreviewed = true;
+    for (const char *name : {"bZ", "Éa", "az"}) {
+        last.firstName = QString::fromUtf8(name).chopped(1);
+        last.name = name + strlen(name) - 1;
+        store.put(last);
+    }
+    for (const ListContact &found :
+         {lookup.getLocalContacts(0, 10), lookup.getLocalContacts("+2"), lookup.getAllContactsInPreview(0, 10)}) {
+        QStringList names;
+        for (const Contact &contact : found)
+            names.append(contact.firstName + contact.name);
+        QCOMPARE(names, (QStringList{"Éa", "az", "bZ"}));
+    }
     QCOMPARE(lookup.getLocalContacts(1, 1).value(0).contactId, "#CONTACT_2#");
     QCOMPARE(lookup.getLocalContacts(0, 0).size(), 0);
-    QCOMPARE(lookup.getLocalContacts("+2").size(), 1);
     QCOMPARE(lookup.getLocalContacts("2").size(), 0);
-    QCOMPARE(lookup.getLocalContactByEmailAddress("a@B.EXAMPLE").size(), 1);
+    QCOMPARE(lookup.getLocalContactByEmailAddress("a@B.EXAMPLE").size(), 3);
     QCOMPARE(lookup.getContactById("#CONTACT_1#").size(), 1);
     QVERIFY(store.log.contains("<4>No misc has been found for the specified contact"));
     QCOMPARE(lookup.getContactById("nobody").size(), 0);
@@ -635,6 +671,7 @@ void TestContacts::modeOfTelephony_data()
     QTest::newRow("basic") << "basic" << false;
     QTest::newRow("unknown") << "unknown" << false;
     QTest::newRow("nobody there") << QString() << false;
+    QTest::newRow("an exception") << "throw" << false;
 }
 
 void TestContacts::modeOfTelephony()
@@ -645,6 +682,8 @@ void TestContacts::modeOfTelephony()
     ScriptedTransport transport;
     if (!mode.isEmpty()) {
         transport.answer = [&](const ScriptedTransport::Call &, const QDBusMessage &message) {
+            if (mode == "throw")
+                throw 1;
             return message.createReply(QVariant::fromValue(KestinMode{mode}));
         };
     }
@@ -670,6 +709,3 @@ void TestContacts::onlyItsOwnReadOnlyEventCounts()
 
 QTEST_GUILESS_MAIN(TestContacts)
 #include "test_contacts.moc"
-    QTest::newRow("an exception") << "throw" << false;
-            if (mode == "throw")
-                throw 1;
