@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "tests/service/FullDisk.h"
 #include "tests/service/PhoneUnderTest.h"
-#include "tests/service/SmallDisk.h"
 
 #include <QDBusPendingReply>
 #include <QElapsedTimer>
@@ -137,13 +137,12 @@ void TestServiceFaults::answeredWritesSurviveAKill()
 
 void TestServiceFaults::aFullDiskRefusesAndRecovers()
 {
-    SmallDisk disk(phone->data.path(), 2);
-    QVERIFY(disk.isMounted());
+    FullDisk disk(phone->directory, phone->data.path());
     phone->startPeers();
     QVERIFY2(phone->startDirectory(), qPrintable(phone->directory.errorOutput()));
     QCOMPARE(phone->code("createLocalContact", created(marked("100001"))), 0);
-    QVERIFY(disk.fill());
-    // What is left of the journal's file may take a little; what does not fit is refused, alone and in a list.
+    disk.leave(100000);
+    // What does not fit is refused, alone and in a list.
     const QString large(300000, 'x');
     QCOMPARE(phone->code("createLocalContact", created(marked(large))), -1);
     const ListContact list{marked(large), marked("100002")};
@@ -226,12 +225,6 @@ void TestServiceFaults::withoutABusItEnds()
     QVERIFY(service.errorOutput().contains("<3>KestinDirectory cannot start: the message bus cannot be reached"));
 }
 
-int main(int argc, char **argv)
-{
-    if (!SmallDisk::enterMountNamespace())
-        qFatal("the kernel allows no mounts of our own, and the test of the full disk needs one");
-    QCoreApplication application(argc, argv);
-    TestServiceFaults test;
-    return QTest::qExec(&test, argc, argv);
-}
+QTEST_GUILESS_MAIN(TestServiceFaults)
+
 #include "test_service_faults.moc"
