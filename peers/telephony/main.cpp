@@ -56,8 +56,8 @@ int main(int argc, char **argv)
     parser.addHelpOption();
     parser.addVersionOption();
     const QCommandLineOption mode(QStringLiteral("mode"),
-                                  QStringLiteral("What getKestinMode answers: basic (no company directory), advanced "
-                                                 "or unknown."),
+                                  QStringLiteral("What getKestinMode answers: basic or unknown (no company directory), "
+                                                 "or advanced."),
                                   QStringLiteral("mode"), STR_KESTIN_MODE_ADVANCED);
     parser.addOption(mode);
     parser.process(application);
