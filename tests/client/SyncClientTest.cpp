@@ -4,8 +4,6 @@
 #include <QDir>
 #include <QFile>
 
-#include <csignal>
-
 using namespace Qt::StringLiterals;
 
 /// The commands that have the directory read and write files, fetch photos and take over default contacts.
@@ -106,7 +104,7 @@ void SyncClientTest::nothingIsExportedTwice()
 
 void SyncClientTest::aDirectoryThatEndsOrIsSilentHangsNobody()
 {
-    ::kill(pid_t(m_directory->processId()), SIGSTOP);
+    m_directory->freeze();
     const Outcome silent = client({u"sync"_s, u"import"_s, path(u"a.xml"_s), u"--timeout"_s, u"1"_s});
     QCOMPARE(silent.code, 5);
     QVERIFY2(silent.error.contains(u"did not tell the end within the limit"_s), qPrintable(silent.error));

@@ -8,6 +8,10 @@
 #include <QDeadlineTimer>
 #include <QProcessEnvironment>
 
+#include <sys/wait.h>
+
+#include <csignal>
+
 Program::Program(const QString &name, const QStringList &arguments)
 {
     m_process.setProgram(QCoreApplication::applicationDirPath() + QLatin1Char('/') + name);
@@ -72,6 +76,18 @@ void Program::kill()
 {
     m_process.kill();
     m_process.waitForFinished(limitMs);
+}
+
+void Program::freeze()
+{
+    siginfo_t state;
+    ::kill(pid_t(processId()), SIGSTOP);
+    waitid(P_PID, id_t(processId()), &state, WSTOPPED);
+}
+
+void Program::thaw()
+{
+    ::kill(pid_t(processId()), SIGCONT);
 }
 
 void Program::read()

@@ -28,6 +28,9 @@ public:
     int terminate();
     /// SIGKILL, then waits.
     void kill();
+    /// Stops it as it is, and waits until none of its threads goes on; and lets it go on.
+    void freeze();
+    void thaw();
 
     /// Everything written so far.
     QString output();

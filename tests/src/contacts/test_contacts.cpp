@@ -15,8 +15,6 @@
 #include <QFile>
 #include <QTest>
 
-#include <csignal>
-
 namespace {
 
 const QString request = "r";
@@ -591,7 +589,7 @@ void TestContacts::aSilenceCountsForTheListInWhichItCame()
     const QDBusConnection caller = bus.connection("caller");
     Program telephony("kestin-telephony");
     QVERIFY(telephony.startAndWaitForName("Telephony", caller));
-    ::kill(pid_t(telephony.processId()), SIGSTOP);
+    telephony.freeze();
     const QString name = KestinBus::serviceName("Telephony");
     const QDBusPendingCall call =
         caller.asyncCall(QDBusMessage::createMethodCall(name, KestinBus::objectPath("Telephony"), QString(), "a"));
