@@ -5,7 +5,7 @@
 #include "bench/Samples.h"
 #include "bench/Stand.h"
 #include "platform/records/RecordMaps.h"
-#include "src/photo/PhotoResizing.h"
+#include "src/photofiles/PictureProgram.h"
 
 #include <QElapsedTimer>
 #include <QImage>
@@ -51,7 +51,7 @@ void PhotoRun::measureLargePhoto(FigureTable &table) const
     for (int i = 0; i < times; ++i) {
         QElapsedTimer timer;
         timer.start();
-        if (!PhotoResizing::resizeAndCropToSquare(source, side, source + QLatin1String("_small")))
+        if (PictureProgram().squareOf({source, std::nullopt, side}).isNull())
             throw BenchError(QStringLiteral("a photo could not be resized"));
         samples.add(timer.nsecsElapsed());
     }

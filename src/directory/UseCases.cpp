@@ -1,7 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "src/directory/UseCases.h"
 
+#include "src/dao/Connection.h"
 #include "src/search/ContactOrdering.h"
+
+#include <QFileInfo>
+
+namespace {
+
+QString besideDatabase(const Connection &connection, const char *name)
+{
+    return QFileInfo(connection.handle().databaseName()).path() + QLatin1Char('/') + QLatin1String(name);
+}
+
+} // namespace
 
 UseCases::UseCases(Connection &connection, RemoteCaller &caller, DirectoryFields &fields, const QString &moduleName)
     : dao(connection)
@@ -22,9 +34,9 @@ UseCases::UseCases(Connection &connection, RemoteCaller &caller, DirectoryFields
     , searchCalls(caller)
     , serviceRight(caller, fields)
     , photoFiles(dao, fields)
-    , photoResizing(dao, photoFiles)
-    , contactPhotos(network, dao, photoFiles)
-    , userPhoto(network, photoFiles, fields)
+    , photoResizing(dao, photoFiles, pictures, besideDatabase(connection, "photos-to-resize"))
+    , contactPhotos(network, pictures, dao, photoFiles)
+    , userPhoto(network, pictures, photoFiles, fields)
     , photoDownloads(contactPhotos, userPhoto)
     , contactExport(dao, fields, moduleName)
     , contactImport(

@@ -22,6 +22,7 @@
 #include "src/photo/PhotoFiles.h"
 #include "src/photo/PhotoResizing.h"
 #include "src/photo/UserPhoto.h"
+#include "src/photofiles/PictureProgram.h"
 #include "src/remote/RemoteContacts.h"
 #include "src/remote/RemoteDirectory.h"
 #include "src/remote/SearchCalls.h"
@@ -55,6 +56,7 @@ struct UseCases
     ServiceRight serviceRight;
     WebServiceEvents webServiceEvents;
     KestinDirectoryNetwork network;
+    PictureProgram pictures;
     PhotoFiles photoFiles;
     PhotoResizing photoResizing;
     ContactPhotos contactPhotos;

@@ -5,10 +5,12 @@
 #include "src/photo/KestinDirectoryNetwork.h"
 #include "src/photo/PhotoAddress.h"
 #include "src/photo/PhotoFiles.h"
-#include "src/photo/SquarePicture.h"
+#include "src/photofiles/PictureProgram.h"
+#include "src/photofiles/SquarePicture.h"
 
-#include <QBuffer>
 #include <QUrl>
+
+#include <algorithm>
 
 namespace {
 
@@ -18,11 +20,14 @@ constexpr char numberProperty[] = "photoRequestNumber";
 
 } // namespace
 
-ContactPhotos::ContactPhotos(KestinDirectoryNetwork &network, DaoContact &dao, PhotoFiles &files)
+ContactPhotos::ContactPhotos(KestinDirectoryNetwork &network, PictureProgram &pictures, DaoContact &dao,
+                             PhotoFiles &files)
     : m_network(network)
+    , m_pictures(pictures)
     , m_dao(dao)
     , m_files(files)
 {
+    connect(&m_pictures, &PictureProgram::answered, this, &ContactPhotos::madeSquare);
 }
 
 quint32 ContactPhotos::want(const QString &contactId, const QString &photo)
@@ -33,7 +38,7 @@ quint32 ContactPhotos::want(const QString &contactId, const QString &photo)
     if (++m_lastNumber == 0)
         ++m_lastNumber;
     const quint32 number = m_lastNumber;
-    m_downloads[number] = {contactId, photo, nullptr};
+    m_downloads[number] = {contactId, photo, nullptr, 0};
     m_numbers[contactId] = number;
     startWaiting();
     return number;
@@ -47,11 +52,13 @@ void ContactPhotos::forget(const QStringList &contactIds)
 
 void ContactPhotos::startWaiting()
 {
-    for (auto &[number, download] : m_downloads) {
-        if (m_running >= maxRunning)
-            return;
-        if (!download.reply)
-            start(number, download);
+    const auto isRunning = [](const auto &entry) { return entry.second.reply || entry.second.picture != 0; };
+    auto running = std::count_if(m_downloads.cbegin(), m_downloads.cend(), isRunning);
+    for (auto entry = m_downloads.begin(); entry != m_downloads.end() && running < maxRunning; ++entry) {
+        if (isRunning(*entry))
+            continue;
+        start(entry->first, entry->second);
+        ++running;
     }
 }
 
@@ -61,13 +68,11 @@ void ContactPhotos::start(quint32 number, Download &download)
     download.reply->setProperty(numberProperty, number);
     // A download that fails tells nobody: the end of its reply is the one thing that always comes.
     connect(download.reply, &QObject::destroyed, this, [this, number] { ended(number); });
-    ++m_running;
 }
 
 void ContactPhotos::ended(quint32 number)
 {
-    --m_running;
-    if (const auto position = m_downloads.find(number); position != m_downloads.end())
+    if (const auto position = m_downloads.find(number); position != m_downloads.end() && position->second.picture == 0)
         take(position);
     startWaiting();
 }
@@ -85,7 +90,9 @@ void ContactPhotos::giveUp(const QString &contactId)
     const auto position = m_downloads.find(m_numbers.value(contactId));
     if (position == m_downloads.end())
         return;
-    if (const Download download = take(position); download.reply)
+    const Download download = take(position);
+    m_pictures.drop(download.picture);
+    if (download.reply)
         download.reply->abort();
 }
 
@@ -93,19 +100,25 @@ bool ContactPhotos::requestFinished(QNetworkReply *reply)
 {
     const quint32 number = reply->property(numberProperty).toUInt();
     if (const auto position = m_downloads.find(number); position != m_downloads.end())
-        apply(take(position), reply->readAll());
+        position->second.picture = m_pictures.ask({position->second.address, reply->readAll(), SquarePicture::side});
     return number != 0;
 }
 
-void ContactPhotos::apply(const Download &download, const QByteArray &picture)
+void ContactPhotos::madeSquare(quint32 picture, const QByteArray &square)
+{
+    const auto isIt = [picture](const auto &entry) { return entry.second.picture == picture; };
+    const auto position = std::find_if(m_downloads.begin(), m_downloads.end(), isIt);
+    if (position == m_downloads.end())
+        return; // somebody else has asked
+    apply(take(position), square);
+    startWaiting();
+}
+
+void ContactPhotos::apply(const Download &download, const QByteArray &square)
 {
     const ListContact stored = m_dao.getContact(download.contactId);
     if (stored.isEmpty() || stored.first().photo != download.address)
         return;
-    QBuffer buffer;
-    buffer.setData(picture);
-    buffer.open(QIODevice::ReadOnly);
-    const QByteArray square = SquarePicture::make(&buffer, download.address, SquarePicture::side);
     const QString path = square.isNull() ? QString() : m_files.keep(square);
     if (path.isNull())
         return;

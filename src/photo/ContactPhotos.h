@@ -13,6 +13,7 @@
 class DaoContact;
 class KestinDirectoryNetwork;
 class PhotoFiles;
+class PictureProgram;
 class QNetworkReply;
 
 /// Downloads the photos of contacts that are given as web addresses: the picture becomes a file, and the contact names
@@ -23,7 +24,7 @@ class ContactPhotos : public QObject
     Q_OBJECT
 
 public:
-    ContactPhotos(KestinDirectoryNetwork &network, DaoContact &dao, PhotoFiles &files);
+    ContactPhotos(KestinDirectoryNetwork &network, PictureProgram &pictures, DaoContact &dao, PhotoFiles &files);
 
     /// Downloads the photo of a contact that has just been stored with it, and gives up one that was under way for that
     /// contact. The number of the request; 0 when `photo` is not an address to download from.
@@ -35,7 +36,7 @@ public:
     /// Takes a finished reply. False when it is not one that was started here.
     bool requestFinished(QNetworkReply *reply);
 
-    /// Downloads that wait or run.
+    /// Photos that wait, are downloaded or made square.
     qsizetype pendingCount() const { return qsizetype(m_downloads.size()); }
 
 Q_SIGNALS:
@@ -47,7 +48,8 @@ private:
     {
         QString contactId;
         QString address;
-        QPointer<QNetworkReply> reply; ///< null while it waits
+        QPointer<QNetworkReply> reply; ///< null while it waits and at the end
+        quint32 picture = 0;           ///< the request to make square what came
     };
 
     void startWaiting();
@@ -55,13 +57,14 @@ private:
     void ended(quint32 number);
     Download take(std::map<quint32, Download>::iterator position);
     void giveUp(const QString &contactId);
-    void apply(const Download &download, const QByteArray &picture);
+    void madeSquare(quint32 picture, const QByteArray &square);
+    void apply(const Download &download, const QByteArray &square);
 
     KestinDirectoryNetwork &m_network;
+    PictureProgram &m_pictures;
     DaoContact &m_dao;
     PhotoFiles &m_files;
     std::map<quint32, Download> m_downloads; ///< by request number
     QHash<QString, quint32> m_numbers;       ///< by contact id
     quint32 m_lastNumber = 0;
-    int m_running = 0;
 };

@@ -4,7 +4,7 @@
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/DurableFile.h"
 #include "src/dao/DaoContact.h"
-#include "src/photo/SquarePicture.h"
+#include "src/photofiles/SquarePicture.h"
 
 #include <QDir>
 #include <QDirIterator>

@@ -4,39 +4,71 @@
 #include "platform/framework/KestinLogger.h"
 #include "src/dao/DaoContact.h"
 #include "src/photo/PhotoFiles.h"
-#include "src/photo/SquarePicture.h"
+#include "src/photofiles/PictureProgram.h"
+#include "src/photofiles/SquarePicture.h"
 
+#include <QDeadlineTimer>
 #include <QFile>
-#include <QFileInfo>
 
-PhotoResizing::PhotoResizing(DaoContact &dao, PhotoFiles &files)
+#include <algorithm>
+
+PhotoResizing::PhotoResizing(DaoContact &dao, PhotoFiles &files, const PictureProgram &pictures, const QString &mark,
+                             std::chrono::milliseconds limit)
     : m_dao(dao)
     , m_files(files)
+    , m_pictures(pictures)
+    , m_mark(mark)
+    , m_limit(limit)
 {
 }
 
-bool PhotoResizing::resizeAndCropToSquare(const QString &source, int side, const QString &destination)
+bool PhotoResizing::resizeAndCropToSquare(const QString &source, int side, const QString &destination) const
 {
-    const QFileInfo info(source);
-    QFile file(source);
-    const bool isOpen = info.isAbsolute() && info.isFile() && file.open(QIODevice::ReadOnly);
-    const QByteArray square = SquarePicture::make(isOpen ? &file : nullptr, source, side);
+    const QByteArray square = m_pictures.squareOf({source, std::nullopt, side});
     return !square.isNull() && PhotoFiles::write(destination.isNull() ? source : destination, square);
 }
 
 void PhotoResizing::resizeContactPhotosIfNeeded()
 {
     KestinLogger::debug("KestinDirectory::resizeContactPhotosIfNeeded()");
-    // Thousands of contacts are read for their lines in the log only when these are wanted.
-    const ListContact contacts = KestinLogger::isOn(KestinLogger::Debug)
-                                     ? m_dao.getAllContact()
-                                     : m_dao.getContactsWithUnresizedPhoto(SquarePicture::suffix());
-    for (const Contact &contact : contacts) {
-        if (needsResizing(contact))
-            resizePhoto(contact);
-    }
+    // A picture that is begun has its whole time.
+    const QDeadlineTimer lastBegin(m_limit - m_pictures.limit());
+    const ListContact contacts = candidates();
+    const auto isLate = [this, &lastBegin](const Contact &contact) {
+        if (!needsResizing(contact))
+            return false;
+        if (lastBegin.hasExpired())
+            return true;
+        resizePhoto(contact);
+        return false;
+    };
+    if (const auto late = std::find_if(contacts.cbegin(), contacts.cend(), isLate); late != contacts.cend())
+        stopBefore(late->contactId);
+    else
+        QFile::remove(m_mark);
     m_resized.clear();
     m_files.recount();
+}
+
+/// Beginning where the last pass was stopped, if it was.
+ListContact PhotoResizing::candidates() const
+{
+    // Thousands of contacts are read for their lines in the log only when these are wanted.
+    ListContact contacts = KestinLogger::isOn(KestinLogger::Debug)
+                               ? m_dao.getAllContact()
+                               : m_dao.getContactsWithUnresizedPhoto(SquarePicture::suffix());
+    QFile mark(m_mark);
+    const QString id = mark.open(QIODevice::ReadOnly) ? QString::fromUtf8(mark.readAll()) : QString();
+    const auto isMarked = [&id](const Contact &contact) { return contact.contactId == id; };
+    if (const auto first = std::find_if(contacts.begin(), contacts.end(), isMarked); first != contacts.end())
+        std::rotate(contacts.begin(), first, contacts.end());
+    return contacts;
+}
+
+void PhotoResizing::stopBefore(const QString &contactId) const
+{
+    KestinLogger::warning("Making photos square takes too long; the next start goes on with contact %1", contactId);
+    PhotoFiles::write(m_mark, contactId.toUtf8()); // logged; without it the next start begins at the beginning
 }
 
 bool PhotoResizing::needsResizing(const Contact &contact)

@@ -6,8 +6,11 @@
 #include <QHash>
 #include <QObject>
 
+#include <chrono>
+
 class DaoContact;
 class PhotoFiles;
+class PictureProgram;
 
 /// Brings the photos that contacts have as files to the form in which the phone shows them. Main thread only.
 class PhotoResizing : public QObject
@@ -15,16 +18,22 @@ class PhotoResizing : public QObject
     Q_OBJECT
 
 public:
-    PhotoResizing(DaoContact &dao, PhotoFiles &files);
+    /// Of the pass; each picture in it may take as long as PictureProgram lets it.
+    static constexpr std::chrono::milliseconds longest = std::chrono::seconds(20);
+
+    /// `mark` is the file that keeps where a pass of `limit` was stopped.
+    PhotoResizing(DaoContact &dao, PhotoFiles &files, const PictureProgram &pictures, const QString &mark,
+                  std::chrono::milliseconds limit = longest);
 
     /// Writes the centred square of the picture in `source`, scaled to `side`, as JPEG to `destination`; a null one
     /// means `source` itself. False, with an error line, when `source` is not the absolute path of a regular file that
-    /// holds a picture (SquarePicture::make), or when the result cannot be written; the destination is then as before.
-    static bool resizeAndCropToSquare(const QString &source, int side, const QString &destination);
+    /// holds a picture (PictureProgram), or when the result cannot be written; the destination is then as before.
+    bool resizeAndCropToSquare(const QString &source, int side, const QString &destination) const;
 
     /// The pass at start: every photo file of a contact whose name does not say that it has the form already is
     /// replaced by one that has it, named after it. Addresses and contacts of device management are left alone. A file
-    /// that several contacts name is resized once and removed when none of them names it any more.
+    /// that several contacts name is resized once and removed when none of them names it any more. When its time is
+    /// over it stops, and the next start goes on where it stopped, so that pictures that fail hold up no others.
     void resizeContactPhotosIfNeeded();
 
 Q_SIGNALS:
@@ -32,10 +41,15 @@ Q_SIGNALS:
 
 private:
     static bool needsResizing(const Contact &contact);
+    ListContact candidates() const;
+    void stopBefore(const QString &contactId) const;
     QString resized(const QString &photo);
     void resizePhoto(const Contact &contact);
 
     DaoContact &m_dao;
     PhotoFiles &m_files;
+    const PictureProgram &m_pictures;
+    QString m_mark; ///< path of a file with the id of a contact; none when the last pass came to its end
+    std::chrono::milliseconds m_limit;
     QHash<QString, QString> m_resized; ///< by old path, during the pass; null where it failed
 };

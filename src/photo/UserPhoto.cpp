@@ -5,13 +5,15 @@
 #include "src/photo/KestinDirectoryNetwork.h"
 #include "src/photo/PhotoAddress.h"
 #include "src/photo/PhotoFiles.h"
-#include "src/photo/SquarePicture.h"
+#include "src/photofiles/PictureProgram.h"
+#include "src/photofiles/SquarePicture.h"
 
-#include <QBuffer>
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
 #include <QUrl>
+
+#include <utility>
 
 namespace {
 
@@ -26,38 +28,31 @@ QString fingerprint(const QByteArray &content)
 
 } // namespace
 
-UserPhoto::UserPhoto(KestinDirectoryNetwork &network, PhotoFiles &files, const DirectoryFields &fields)
+UserPhoto::UserPhoto(KestinDirectoryNetwork &network, PictureProgram &pictures, PhotoFiles &files,
+                     const DirectoryFields &fields)
     : m_network(network)
+    , m_pictures(pictures)
     , m_files(files)
     , m_fields(fields)
 {
+    connect(&m_pictures, &PictureProgram::answered, this, &UserPhoto::madeSquare);
 }
 
 void UserPhoto::setUserPhoto(const QString &value)
 {
     ++m_request; // an answer that is still to come is not for this one
+    m_pictures.drop(std::exchange(m_picture, 0));
     if (m_reply)
         m_reply->abort();
+    m_source = value;
     if (value.isEmpty()) {
         removeAllBut(QString());
         Q_EMIT userPhotoChanged(QString());
     } else if (PhotoAddress::isWeb(QUrl(value))) {
         download(value);
     } else {
-        takeFile(value);
+        m_picture = m_pictures.ask({value, std::nullopt, SquarePicture::side});
     }
-}
-
-void UserPhoto::takeFile(const QString &path)
-{
-    const QFileInfo info(path);
-    QFile file(path);
-    const bool isOpen = info.isAbsolute() && info.isFile() && file.open(QIODevice::ReadOnly);
-    QString photo = store(path, isOpen ? &file : nullptr);
-    if (photo.isNull())
-        photo = storedFrom(path); // a stick that was pulled out, for one
-    if (!photo.isNull())
-        Q_EMIT userPhotoChanged(photo);
 }
 
 void UserPhoto::download(const QString &address)
@@ -69,7 +64,6 @@ void UserPhoto::download(const QString &address)
     const QString stored = storedFrom(address);
     if (!stored.isNull())
         Q_EMIT userPhotoChanged(stored);
-    m_address = address;
     m_reply = m_network.get(QUrl(address)); // never null: the scheme was looked at
     m_reply->setProperty(requestProperty, m_request);
 }
@@ -77,25 +71,29 @@ void UserPhoto::download(const QString &address)
 bool UserPhoto::requestFinished(QNetworkReply *reply)
 {
     const QVariant request = reply->property(requestProperty);
-    if (request != QVariant(m_request))
-        return request.isValid();
-    QBuffer buffer;
-    buffer.setData(reply->readAll());
-    buffer.open(QIODevice::ReadOnly);
-    const QString announced = storedFrom(m_address);
-    const QString photo = store(m_address, &buffer);
-    if (!photo.isNull() && photo != announced)
-        Q_EMIT userPhotoChanged(photo);
-    return true;
+    if (request == QVariant(m_request))
+        m_picture = m_pictures.ask({m_source, reply->readAll(), SquarePicture::side});
+    return request.isValid();
 }
 
-/// Path of the photo, which is the only one then; null, with the previous one as it was, when it cannot be had.
-QString UserPhoto::store(const QString &source, QIODevice *picture)
+void UserPhoto::madeSquare(quint32 picture, const QByteArray &square)
 {
-    const QByteArray square = SquarePicture::make(picture, source, SquarePicture::side);
-    if (square.isNull())
-        return {};
-    const QString name = fingerprint(source.toUtf8()) + QLatin1Char('-') + fingerprint(square);
+    if (picture != m_picture)
+        return; // somebody else has asked
+    m_picture = 0;
+    const QString before = storedFrom(m_source);
+    const bool isAnnounced = PhotoAddress::isWeb(QUrl(m_source)); // if it was there
+    QString photo = square.isNull() ? QString() : store(square);
+    if (photo.isNull())
+        photo = before; // a stick that was pulled out, for one
+    if (!photo.isNull() && !(isAnnounced && photo == before))
+        Q_EMIT userPhotoChanged(photo);
+}
+
+/// Path of the photo, which is the only one then; null, with the previous one as it was, when it cannot be written.
+QString UserPhoto::store(const QByteArray &square)
+{
+    const QString name = fingerprint(m_source.toUtf8()) + QLatin1Char('-') + fingerprint(square);
     const QString path = m_fields.photoDirectory + prefix + name + SquarePicture::suffix();
     if (!QFileInfo::exists(path) && !PhotoFiles::write(path, square))
         return {};

@@ -9,7 +9,7 @@
 
 class KestinDirectoryNetwork;
 class PhotoFiles;
-class QIODevice;
+class PictureProgram;
 class QNetworkReply;
 
 /// The user's own photo: one file "UserPhoto_*" in the photo directory, in the form of SquarePicture. Main thread only;
@@ -19,7 +19,8 @@ class UserPhoto : public QObject
     Q_OBJECT
 
 public:
-    UserPhoto(KestinDirectoryNetwork &network, PhotoFiles &files, const DirectoryFields &fields);
+    UserPhoto(KestinDirectoryNetwork &network, PictureProgram &pictures, PhotoFiles &files,
+              const DirectoryFields &fields);
 
     /// Takes the setting: the path of a picture, an http or https address, or nothing, which removes the photo. The
     /// photo that is there stays until the new one is; when that cannot be had (logged) it stays for good, and is
@@ -34,16 +35,19 @@ Q_SIGNALS:
     void userPhotoChanged(const QString &fileName);
 
 private:
-    void takeFile(const QString &path);
     void download(const QString &address);
-    QString store(const QString &source, QIODevice *picture);
+    void ask(const QString &source, const QByteArray &picture);
+    void madeSquare(quint32 picture, const QByteArray &square);
+    QString store(const QByteArray &square);
     QString storedFrom(const QString &source) const;
     void removeAllBut(const QString &path);
 
     KestinDirectoryNetwork &m_network;
+    PictureProgram &m_pictures;
     PhotoFiles &m_files;
     const DirectoryFields &m_fields;
     quint32 m_request = 0;           ///< counts the settings taken
     QPointer<QNetworkReply> m_reply; ///< the download under way
-    QString m_address;               ///< of that
+    quint32 m_picture = 0;           ///< the request to make the photo square
+    QString m_source;                ///< the setting taken: a path or an address
 };

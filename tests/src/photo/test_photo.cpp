@@ -8,11 +8,13 @@
 #include "src/photo/PhotoFiles.h"
 #include "src/photo/PhotoResizing.h"
 #include "src/photo/UserPhoto.h"
+#include "src/photofiles/PictureProgram.h"
 #include "tests/support/LogCapture.h"
 
 #include <QBuffer>
 #include <QDir>
 #include <QImage>
+#include <QImageWriter>
 #include <QPainter>
 #include <QProcess>
 #include <QSignalSpy>
@@ -51,6 +53,28 @@ QByteArray onItsSide(const QImage &image)
 {
     const char *mark = "ffe100224578696600004d4d002a00000008000101120003000000010006000000000000";
     return encoded(image, "jpg").insert(2, QByteArray::fromHex(mark));
+}
+
+QByteArray progressiveJpeg(const QImage &image)
+{
+    QBuffer buffer;
+    QImageWriter writer(&buffer, "jpg");
+    writer.setProgressiveScanWrite(true);
+    return writer.write(image) ? buffer.data() : QByteArray();
+}
+
+/// With its last scan so many times.
+QByteArray withScans(const QByteArray &jpeg, int count)
+{
+    const qsizetype last = jpeg.lastIndexOf("\xff\xda");
+    return jpeg.left(last) + jpeg.mid(last).chopped(2).repeated(count) + jpeg.right(2);
+}
+
+/// Says that it has 7000 x 7000 pixels, and no less of colour than of brightness.
+QByteArray inflated(QByteArray jpeg)
+{
+    const qsizetype frame = jpeg.indexOf("\xff\xc2");
+    return jpeg.replace(frame + 5, 4, "\x1b\x58\x1b\x58").replace(frame + 11, 1, "\x11");
 }
 
 /// Red; a centred square over the shorter side is blue in its left half and green in the right.
@@ -124,8 +148,10 @@ struct Stand
     DaoContact dao{database.connection()};
     PhotoFiles files{dao, fields};
     KestinDirectoryNetwork network;
-    ContactPhotos contacts{network, dao, files};
-    UserPhoto user{network, files, fields};
+    PictureProgram pictures;
+    PhotoResizing resizing{dao, files, pictures, folder.filePath("mark")};
+    ContactPhotos contacts{network, pictures, dao, files};
+    UserPhoto user{network, pictures, files, fields};
     PhotoDownloads downloads{contacts, user};
     QStringList told;
 };
@@ -199,6 +225,16 @@ private Q_SLOTS:
                              << "bgg";
         QTest::newRow("jpeg, tall") << encoded(colored(200, 301), "jpg") << "200 x 301"
                                     << "bgg";
+        for (const int side : {99, 100, 101}) {
+            QTest::addRow("%d wide", side)
+                << encoded(colored(side, 140), "png") << QString("%1 x 140").arg(side) << "bgg";
+            QTest::addRow("%d high", side)
+                << encoded(colored(140, side), "jpg") << QString("140 x %1").arg(side) << "bgg";
+        }
+        QTest::newRow("100 x 100") << encoded(colored(100, 100), "jpg") << "100 x 100"
+                                   << "bgg";
+        QTest::newRow("webp") << encoded(colored(300, 200), "webp") << "300 x 200"
+                              << "bgg";
         QTest::newRow("one pixel") << encoded(colored(1, 1), "bmp") << "1 x 1"
                                    << "ggg";
         QTest::newRow("very wide") << encoded(colored(9000, 50), "png") << "9000 x 50"
@@ -215,6 +251,20 @@ private Q_SLOTS:
                                      << "www";
         QTest::newRow("gif") << QByteArray::fromHex(gif) << "1 x 1"
                              << "ggg";
+        for (const char *format : {"ico", "pbm", "xpm", "xbm"})
+            QTest::addRow("%s", format) << encoded(colored(30, 20), format) << "0 x 0"
+                                        << "";
+        QTest::newRow("svg") << QByteArray("<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>") << "0 x 0"
+                             << "";
+        const QByteArray progressive = progressiveJpeg(colored(300, 200));
+        QTest::newRow("progressive") << progressive << "300 x 200"
+                                     << "bgg";
+        QTest::newRow("thousands of scans") << withScans(progressive, 5000) << "0 x 0"
+                                            << "";
+#ifndef __SANITIZE_ADDRESS__ // which takes any memory that it wants
+        QTest::newRow("legal, but 300 MB of memory") << inflated(progressive) << "0 x 0"
+                                                     << "";
+#endif
         QTest::newRow("text") << QByteArray("<html>photo</html>") << "0 x 0"
                               << "";
         QTest::newRow("half a png") << png.left(png.size() / 2) << "0 x 0"
@@ -243,7 +293,7 @@ private Q_SLOTS:
         else if (tag != "missing")
             put(full, picture);
         const QString source = tag == "relative" ? QDir().relativeFilePath(full) : full;
-        QCOMPARE(PhotoResizing::resizeAndCropToSquare(source, 100, target), !colors.isEmpty());
+        QCOMPARE(stand.resizing.resizeAndCropToSquare(source, 100, target), !colors.isEmpty());
         const QString begin = "KestinDirectory::resizeAndCropToSquare, ";
         QVERIFY(stand.log.contains("<7>" + begin + "size of image is: " + size));
         if (colors.isEmpty()) {
@@ -252,7 +302,7 @@ private Q_SLOTS:
         } else {
             QVERIFY(stand.log.contains("<7>" + begin + "about to write new image with size: 100 x 100"));
             QCOMPARE(colorsOf(target), colors);
-            QVERIFY(PhotoResizing::resizeAndCropToSquare(source, 100, QString())); // onto itself
+            QVERIFY(stand.resizing.resizeAndCropToSquare(source, 100, QString())); // onto itself
             QCOMPARE(colorsOf(source), colors);
         }
     }
@@ -269,7 +319,7 @@ private Q_SLOTS:
             int id = 'a';
             for (const QString &photo : {own, shared, shared, managed, QString("/no"), site, "/x" + suffix, QString()})
                 stand.add(QChar(id++), photo);
-            PhotoResizing pass(stand.dao, stand.files);
+            PhotoResizing &pass = stand.resizing;
             connect(&pass, &PhotoResizing::contactsUpdated, this,
                     [&](auto &list, bool only) { stand.tell(list, only); });
             for (int start = 0; start < 2; ++start) // the second finds nothing more to do
@@ -294,6 +344,72 @@ private Q_SLOTS:
             QVERIFY(stand.log.contains("<3>" + begin + " : local contact id z could NOT be updated. Res=-1"));
             QVERIFY(QFile::exists(own) && stand.photoOf("z") == own);
         }
+    }
+
+    void aProgramThatFailsCostsThePictureOnly_data()
+    {
+        QTest::addColumn<QByteArray>("program");
+        QTest::addColumn<QString>("line");
+        const QString unusable = "<4>Picture %1 cannot be used: ";
+        QTest::newRow("hangs") << QByteArray("exec sleep 99") << unusable + "it takes too long";
+        QTest::newRow("crashes") << QByteArray("kill -SEGV $$")
+                                 << unusable + "the program for pictures ended by signal 11";
+        QTest::newRow("floods") << QByteArray("exec cat /dev/zero") << unusable + "the answer is too large";
+        QTest::newRow("answers something else")
+            << QByteArray("echo square") << unusable + "the program for pictures answers something else";
+        QTest::newRow("says why not") << QByteArray("echo reason >&2; exit 1") << unusable + "reason";
+        QTest::newRow("missing") << QByteArray() << "<3>The program for pictures cannot be started: %2: ";
+    }
+
+    void aProgramThatFailsCostsThePictureOnly()
+    {
+        QFETCH(QByteArray, program);
+        QFETCH(QString, line);
+        Stand stand;
+        const QString path = stand.folder.filePath("program");
+        if (!program.isEmpty())
+            put(path, "#!/bin/sh\n" + program + "\n");
+        QFile(path).setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+        const bool hangs = program.endsWith("99");
+        PictureProgram pictures(path, hangs ? 300ms : 10s);
+        const QByteArray content = encoded(colored(30, 20), "png");
+        const QString source = put(stand.photo("photo_1"), content);
+        const QString expected = line.contains("%2") ? line.replace("%2", path) : line.arg(source);
+        stand.add("a", source);
+        PhotoResizing(stand.dao, stand.files, pictures, stand.folder.filePath("mark")).resizeContactPhotosIfNeeded();
+        QVERIFY(!stand.log.lines.filter(expected).isEmpty());
+        QVERIFY(stand.photoOf("a") == source && stand.names() == QStringList{"photo_1"});
+
+        stand.log.lines.clear();
+        QSignalSpy answered(&pictures, &PictureProgram::answered);
+        for (int i = 0; i < 2; ++i)
+            pictures.ask({source, content, 100});
+        QTRY_COMPARE_WITH_TIMEOUT(answered.size(), 2, limitMs);
+        QVERIFY(!stand.log.lines.filter(expected).isEmpty() && answered.last().value(1).toByteArray().isNull());
+    }
+
+    void aPassThatTakesTooLongGoesOnAtTheNextStart()
+    {
+        Stand stand;
+        for (const char *name : {"a", "b", "c", "d"})
+            stand.add(name, put(stand.photo(QLatin1String("photo_") + name), encoded(colored(30, 20), "png")));
+        const QString hanging = stand.folder.filePath("hanging"), mark = stand.folder.filePath("mark");
+        put(hanging, "#!/bin/sh\nexec sleep 99\n");
+        QFile(hanging).setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+        const PictureProgram hangs(hanging, 400ms);
+        PhotoResizing hanged(stand.dao, stand.files, hangs, mark, 1s);
+        const auto tried = [&stand] {
+            QString ids;
+            for (const QString &line : std::exchange(stand.log.lines, {}).filter("failed to load image"))
+                ids += line.back();
+            return ids;
+        };
+        for (const char *ids : {"ab", "cd", "ab"}) {
+            hanged.resizeContactPhotosIfNeeded();
+            QCOMPARE(tried(), ids);
+        }
+        PhotoResizing(stand.dao, stand.files, stand.pictures, mark, 60s).resizeContactPhotosIfNeeded();
+        QVERIFY(stand.photoOf("a").endsWith(suffix) && stand.photoOf("d").endsWith(suffix) && !QFile::exists(mark));
     }
 
     void filesAreKeptUnderTheQuotaAndRemovedWhenUnused()
@@ -403,6 +519,10 @@ private Q_SLOTS:
         row(good, "", "contact gone", [](Stand &stand) { stand.dao.deleteContact("a"); });
         row(good, "", "other photo", [](Stand &stand) { stand.dao.updatePhotoContact("a", "/x"); });
         row(good, "", "id dropped", [](Stand &stand) { stand.contacts.forget({"a"}); });
+        row(good, "", "id dropped at the end", [](Stand &stand) {
+            QObject::connect(&stand.network, &KestinDirectoryNetwork::requestFinished,
+                             [&stand] { stand.contacts.forget({"a"}); });
+        });
         row(good, "", "no address", [](Stand &stand) { stand.contacts.want("a", "/x"); });
         row(good, "popup", "no room", [](Stand &stand) { stand.fields.fileDiskUserQuota = 0; });
         row(good, "", "cannot be stored", [](Stand &stand) { stand.refuseUpdates(); });
@@ -438,34 +558,46 @@ private Q_SLOTS:
                       local = put(stand.folder.filePath("local"), encoded(colored(20, 30), "png"));
         const QString served = put(m_served.filePath("changing"), encoded(colored(30, 20), "png"));
         const auto ended = [&stand] { return stand.log.lines.filter("GET request ").size(); };
+        const auto judged = [&stand] { return stand.log.lines.filter("loaded image: ").size(); };
 
         stand.user.setUserPhoto(local);
+        QTRY_COMPARE(judged(), 1);
         const QString first = stand.takeTold().value(0);
         QVERIFY(first.startsWith(stand.photo("UserPhoto_")) && first.endsWith(suffix) && colorsOf(first) == "bgg");
         QFile::remove(local);
         stand.user.setUserPhoto(local);
-        QCOMPARE(stand.takeTold(), QStringList{first}); // kept from when it could be read
-        for (const QString &bad : {QString("/nowhere"), QString("local"), m_http, site + "/once/404"})
+        QTRY_COMPARE(stand.told, QStringList{first}); // kept from when it could be read
+        stand.told.clear();
+        for (const QString &bad : {QString("/nowhere"), QString("local"), m_http, site + "/once/404"}) {
             stand.user.setUserPhoto(bad);
+            QTRY_VERIFY(stand.log.contains("<3>KestinDirectory::resizeAndCropToSquare, failed to load image: " + bad) ||
+                        bad.startsWith("http"));
+        }
         QTRY_COMPARE(ended(), 1);
         QVERIFY(stand.takeTold().isEmpty() && QFile::exists(first));
 
         stand.user.setUserPhoto(address);
-        QTRY_COMPARE(ended(), 2);
+        QTRY_COMPARE(judged(), 2);
         const QString second = stand.takeTold().value(0);
         QCOMPARE(stand.names(), QStringList{QFileInfo(second).fileName()});
         stand.user.setUserPhoto(address);
         QCOMPARE(stand.told, QStringList{second}); // at once
-        QTRY_COMPARE(ended(), 3);
+        QTRY_COMPARE(judged(), 3);
         QCOMPARE(stand.takeTold(), QStringList{second}); // and not again, being the same
         put(served, encoded(colored(300, 200).copy(0, 0, 99, 99), "png"));
         stand.user.setUserPhoto(address);
-        QTRY_COMPARE(ended(), 4);
+        QTRY_COMPARE(judged(), 4);
         QCOMPARE(stand.names(), QStringList{QFileInfo(stand.takeTold().value(1)).fileName()});
         stand.user.setUserPhoto(address);
         stand.user.setUserPhoto(QString()); // before the answer came
         QTRY_COMPARE(ended(), 5);
         QVERIFY(stand.takeTold().last().isEmpty() && stand.names().isEmpty());
+        stand.user.setUserPhoto(served);
+        stand.user.setUserPhoto(QString()); // before it was made square
+        QSignalSpy answered(&stand.pictures, &PictureProgram::answered);
+        stand.pictures.ask({served, std::nullopt, 100});
+        QVERIFY(answered.wait(limitMs) && answered.size() == 1);
+        QVERIFY(stand.takeTold() == QStringList{QString()} && stand.names().isEmpty());
     }
 };
 

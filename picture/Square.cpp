@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "src/photo/SquarePicture.h"
+#include "picture/Square.h"
 
-#include "platform/framework/KestinLogger.h"
+#include "picture/JpegSegments.h"
+#include "picture/PictureFormat.h"
 
 #include <QBuffer>
 #include <QImage>
@@ -15,7 +16,10 @@ namespace {
 
 constexpr qint64 maxPixels = 50'000'000;
 constexpr qint64 manyPixels = 1'000'000;
+constexpr int decodedMiB = 96; ///< of a decoded picture, 25 megapixels; most JPEG is decoded smaller than it is
 constexpr int quality = 75;
+/// A progressive JPEG takes ten or so. Each goes over the whole picture anew, and can take a few bytes only.
+constexpr int maxScans = 100;
 
 QRect centredSquare(const QSize &size)
 {
@@ -35,35 +39,47 @@ void decodeReduced(QImageReader &reader, const QSize &size, int sidePixels)
     reader.setScaledSize({part(size.width()), part(size.height())});
 }
 
-/// Null when it cannot be read; `size` is that of the upright picture.
-QImage load(QIODevice &picture, int sidePixels, QSize &size)
+bool hasTooManyScans(const QByteArray &jpeg)
 {
-    QImageReader reader(&picture);
-    reader.setDecideFormatFromContent(true);
-    reader.setAutoTransform(true);
+    int scans = 0;
+    JpegSegments segments(jpeg);
+    while (scans <= maxScans && segments.next())
+        scans += segments.marker() == JpegSegments::scan;
+    return scans > maxScans;
+}
+
+/// Null when it cannot be read, and the result says why; its size is set when it can.
+QImage load(QImageReader &reader, int sidePixels, Square &result)
+{
     const QSize stored = reader.size();
     const qint64 pixels = qint64(stored.width()) * stored.height();
-    if (stored.isEmpty() || pixels > maxPixels)
+    if (stored.isEmpty() || pixels > maxPixels) {
+        result.trouble = stored.isEmpty() ? reader.errorString() : QStringLiteral("more than 50 megapixels");
         return {};
+    }
     const bool isOnItsSide = reader.transformation() & QImageIOHandler::TransformationRotate90;
     if (pixels > manyPixels && reader.supportsOption(QImageIOHandler::ScaledSize))
         decodeReduced(reader, stored, sidePixels);
     QImage image = reader.read();
-    if (!image.isNull())
-        size = isOnItsSide ? stored.transposed() : stored;
+    if (image.isNull())
+        result.trouble = reader.errorString();
+    else
+        result.size = isOnItsSide ? stored.transposed() : stored;
     return image;
 }
 
 QImage scaledSquare(QImage image, int sidePixels)
 {
-    if (image.isNull())
-        return {};
     // In place where it can be, and the square is a view: a large picture is held in memory only once.
     image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
+    if (image.isNull())
+        return {};
     const QRect rect = centredSquare(image.size());
     const QImage square(image.constScanLine(rect.y()) + 4 * rect.x(), rect.width(), rect.height(), image.bytesPerLine(),
                         image.format());
-    return square.scaled(sidePixels, sidePixels, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    QImage scaled = square.scaled(sidePixels, sidePixels, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    scaled.detach(); // one that has the right size already is the view itself
+    return scaled;
 }
 
 QByteArray jpegOf(const QImage &image)
@@ -81,33 +97,22 @@ QByteArray jpegOf(const QImage &image)
 
 } // namespace
 
-QString SquarePicture::suffix()
+Square Square::of(QIODevice &picture, int sidePixels)
 {
-    return QStringLiteral("_%1x%1").arg(side);
-}
-
-bool SquarePicture::isSquareJpeg(const QByteArray &picture)
-{
-    QBuffer buffer;
-    buffer.setData(picture);
-    buffer.open(QIODevice::ReadOnly);
-    QImageReader reader(&buffer);
-    return reader.format() == "jpeg" && reader.size() == QSize(side, side) &&
-           reader.transformation() == QImageIOHandler::TransformationNone;
-}
-
-QByteArray SquarePicture::make(QIODevice *picture, const QString &name, int sidePixels)
-{
-    QSize size(0, 0);
-    QImage image = picture ? load(*picture, sidePixels, size) : QImage();
-    if (image.isNull())
-        KestinLogger::error("KestinDirectory::resizeAndCropToSquare, failed to load image: %1", name);
-    else
-        KestinLogger::debug("KestinDirectory::resizeAndCropToSquare, successfully loaded image: %1", name);
-    KestinLogger::debug("KestinDirectory::resizeAndCropToSquare, size of image is: %1 x %2", size.width(),
-                        size.height());
-    const QImage square = scaledSquare(std::move(image), sidePixels);
-    KestinLogger::debug("KestinDirectory::resizeAndCropToSquare, about to write new image with size: %1 x %2",
-                        square.width(), square.height());
-    return jpegOf(square);
+    const QByteArray format = PictureFormat::of(picture.peek(PictureFormat::headBytes));
+    if (format.isNull())
+        return {{}, {}, QStringLiteral("neither JPEG, PNG, GIF, BMP nor WebP")};
+    if (format == "jpeg" && hasTooManyScans(picture.readAll()))
+        return {{}, {}, QStringLiteral("more than %1 scans").arg(maxScans)};
+    picture.seek(0);
+    QImageReader::setAllocationLimit(decodedMiB);
+    QImageReader reader(&picture, format);
+    reader.setAutoDetectImageFormat(false);
+    reader.setAutoTransform(true);
+    Square result;
+    if (QImage image = load(reader, sidePixels, result); !image.isNull())
+        result.jpeg = jpegOf(scaledSquare(std::move(image), sidePixels));
+    if (result.jpeg.isNull() && result.trouble.isEmpty())
+        result.trouble = QStringLiteral("it takes too much memory");
+    return result;
 }

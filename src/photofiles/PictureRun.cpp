@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "src/photofiles/PictureRun.h"
+
+#include "picture/PictureFormat.h"
+#include "platform/framework/KestinLogger.h"
+#include "src/photofiles/SquarePicture.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcessEnvironment>
+
+#include <fcntl.h>
+
+#include <utility>
+
+namespace {
+
+constexpr qsizetype maxAnswerBytes = 1 << 20;
+
+/// Nothing of the bus, and no proxy with its password.
+QProcessEnvironment environment()
+{
+    QProcessEnvironment all = QProcessEnvironment::systemEnvironment(), some;
+    for (const char *name : {"LD_LIBRARY_PATH", "QT_PLUGIN_PATH"}) {
+        if (all.contains(QLatin1String(name)))
+            some.insert(QLatin1String(name), all.value(QLatin1String(name)));
+    }
+    // An empty one would mean that of this process.
+    some.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+    return some;
+}
+
+/// The first bytes of a regular file. Opening anything else, a pipe for one, must not wait.
+QByteArray headOf(const QString &path)
+{
+    QFile file;
+    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0 || !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+        return {};
+    return file.isSequential() ? QByteArray() : file.read(PictureFormat::headBytes);
+}
+
+} // namespace
+
+PictureRun::PictureRun(const QString &program, std::chrono::milliseconds limit, const Picture &picture)
+    : m_picture(picture)
+    , m_limit(limit)
+{
+    m_process.setProgram(program);
+    m_process.setArguments({QString::number(picture.side)});
+    if (!picture.content) {
+        m_process.setArguments(m_process.arguments() << picture.name);
+        m_process.setStandardInputFile(QProcess::nullDevice());
+    }
+    m_process.setProcessEnvironment(environment());
+    m_timer.setSingleShot(true);
+    connect(&m_timer, &QTimer::timeout, this, [this] { giveUp(QStringLiteral("it takes too long")); });
+    connect(&m_process, &QProcess::readyReadStandardOutput, this, &PictureRun::read);
+    connect(&m_process, &QProcess::readyReadStandardError, this, &PictureRun::read);
+    connect(&m_process, &QProcess::finished, this, &PictureRun::end);
+    connect(&m_process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            end();
+    });
+}
+
+PictureRun::~PictureRun()
+{
+    m_isEnded = true; // nobody wants to know any more
+    m_process.kill();
+    m_process.waitForFinished();
+}
+
+void PictureRun::start()
+{
+    m_trouble = whyNotToStart();
+    if (!m_trouble.isNull()) {
+        end();
+        return;
+    }
+    m_timer.start(m_limit);
+    m_process.start();
+    if (m_picture.content)
+        m_process.write(*std::exchange(m_picture.content, std::nullopt));
+    m_process.closeWriteChannel();
+}
+
+void PictureRun::run()
+{
+    start();
+    if (!m_isEnded && !m_process.waitForFinished(int(m_limit.count())) && !m_isEnded) {
+        giveUp(QStringLiteral("it takes too long"));
+        m_process.waitForFinished();
+    }
+}
+
+/// A program for what is no picture would be wasted: an import can bring thousands of them.
+QString PictureRun::whyNotToStart() const
+{
+    const auto &content = m_picture.content;
+    if (!content && !QDir::isAbsolutePath(m_picture.name))
+        return QStringLiteral("not an absolute path");
+    if (PictureFormat::of(content ? *content : headOf(m_picture.name)).isNull())
+        return QStringLiteral("neither JPEG, PNG, GIF, BMP nor WebP, or it cannot be read");
+    return {};
+}
+
+void PictureRun::read()
+{
+    m_output += m_process.readAllStandardOutput();
+    m_errors += m_process.readAllStandardError();
+    if (m_output.size() + m_errors.size() > maxAnswerBytes)
+        giveUp(QStringLiteral("the answer is too large"));
+}
+
+void PictureRun::giveUp(const QString &trouble)
+{
+    m_trouble = trouble;
+    m_process.kill();
+}
+
+void PictureRun::end()
+{
+    if (m_isEnded)
+        return;
+    m_isEnded = true;
+    m_timer.stop();
+    if (m_trouble.isNull())
+        judge();
+    log();
+    Q_EMIT ended();
+}
+
+void PictureRun::judge()
+{
+    read();
+    if (m_process.error() == QProcess::FailedToStart)
+        KestinLogger::error("The program for pictures cannot be started: %1: %2", m_process.program(),
+                            m_process.errorString());
+    else if (m_process.exitStatus() != QProcess::NormalExit)
+        m_trouble = QStringLiteral("the program for pictures ended by signal %1").arg(m_process.exitCode());
+    else if (m_process.exitCode() != 0)
+        m_trouble = QString::fromUtf8(m_errors.left(200)).trimmed();
+    else if (!SquarePicture::isSquareJpeg(m_output, m_picture.side))
+        m_trouble = QStringLiteral("the program for pictures answers something else");
+    else
+        m_square = m_output;
+}
+
+void PictureRun::log() const
+{
+    const QList<QByteArray> size = m_square.isNull() ? QList<QByteArray>() : m_errors.split(' ');
+    const int side = m_square.isNull() ? 0 : m_picture.side;
+    if (m_square.isNull())
+        KestinLogger::error("KestinDirectory::resizeAndCropToSquare, failed to load image: %1", m_picture.name);
+    else
+        KestinLogger::debug("KestinDirectory::resizeAndCropToSquare, successfully loaded image: %1", m_picture.name);
+    if (!m_trouble.isEmpty())
+        KestinLogger::warning("Picture %1 cannot be used: %2", m_picture.name, m_trouble);
+    KestinLogger::debug("KestinDirectory::resizeAndCropToSquare, size of image is: %1 x %2", size.value(0).toInt(),
+                        size.value(2).toInt());
+    KestinLogger::debug("KestinDirectory::resizeAndCropToSquare, about to write new image with size: %1 x %2", side,
+                        side);
+}
