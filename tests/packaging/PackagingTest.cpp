@@ -6,6 +6,7 @@
 #include <QDBusMessage>
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -45,6 +46,7 @@ private Q_SLOTS:
     void nobodyButTheServiceMayBeAModule();
     void eventsStayInTheGroup_data();
     void eventsStayInTheGroup();
+    void theServiceKnowsNoPictures();
 
 public Q_SLOTS:
     void noteSignal(const QDBusMessage &message) { m_received.append(message.member()); }
@@ -173,6 +175,18 @@ void PackagingTest::eventsStayInTheGroup()
 
     QTRY_VERIFY_WITH_TIMEOUT(m_received.contains(last), PrivateBus::limitMs); // in order: what was to come has come
     QTEST(m_received.contains(event), "arrives");
+}
+
+/// Decoders of pictures are loaded by a program of their own only, with their faults, their memory and their time.
+void PackagingTest::theServiceKnowsNoPictures()
+{
+    QProcess linker;
+    linker.start("ldd", {QCoreApplication::applicationDirPath() + "/kestin-directory"});
+    QVERIFY(linker.waitForFinished());
+    const QByteArray libraries = linker.readAll();
+    QVERIFY(libraries.contains("libQt6Core.so"));
+    for (const char *library : {"libQt6Gui", "libjpeg", "libpng", "libwebp"})
+        QVERIFY2(!libraries.contains(library), library);
 }
 
 QTEST_GUILESS_MAIN(PackagingTest)

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/framework/KestinException.h"
+#include "src/dao/DaoContact.h"
+#include "src/dao/Database.h"
 #include "src/dbus/KestinDirectoryAdaptor.h"
 #include "src/directory/KestinDirectory.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/ScriptedTransport.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QMetaMethod>
 #include <QTemporaryDir>
@@ -119,6 +122,7 @@ private Q_SLOTS:
     void theIntrospectionTextIsAsPublished();
     void aMissingSlotIsThrownAsPointer();
     void startsWithoutAnyPeer();
+    void photosMadeSquareAtStartAreTold();
     void settingsAreReadInOrderAndFollowed();
     void eventsCarryTheirArguments();
     void aFailedEventIsOnlyLogged();
@@ -274,6 +278,32 @@ void TestDirectory::startsWithoutAnyPeer()
     QCOMPARE(module.directory.createLocalContact("r", Contact()), 3); // no capacity is known
     QCOMPARE(module.transport.eventNames(), QStringList("DIR_CONTACT_DB_FULL"));
     QVERIFY(module.transport.events.first().arguments().isEmpty());
+}
+
+void TestDirectory::photosMadeSquareAtStartAreTold()
+{
+    Module module;
+    Contact contact;
+    contact.contactId = "c1";
+    contact.type = ContactType::Cached;
+    contact.photo = module.folder.filePath("photo");
+    const char *pixel =
+        "424d3a0000000000000036000000280000000100000001000000010018000000000004000000c40e0000c40e0000000000"
+        "000000000000ff0000";
+    QFile photo(contact.photo);
+    QVERIFY(photo.open(QIODevice::WriteOnly) && photo.write(QByteArray::fromHex(pixel)) == 58);
+    photo.close();
+    {
+        const QString folder = module.folder.filePath("KestinApplication/KestinDirectory");
+        Database database;
+        QVERIFY(QDir().mkpath(folder) && database.openDatabase(folder) && database.createTables());
+        QCOMPARE(DaoContact(database.connection()).insertContact(contact, false), 0);
+    }
+    module.start();
+    QCOMPARE(module.transport.eventNames(), QStringList("DIR_CONTACTS_UPDATED"));
+    const auto arguments = module.transport.events.first().arguments();
+    const auto told = arguments.value(1).value.value<ListContact>();
+    QVERIFY(told.size() == 1 && told.first().photo == contact.photo + "_100x100" && !arguments.value(2).value.toBool());
 }
 
 void TestDirectory::settingsAreReadInOrderAndFollowed()

@@ -10,6 +10,7 @@
 #include "src/photo/UserPhoto.h"
 #include "src/photofiles/PictureProgram.h"
 #include "tests/support/LogCapture.h"
+#include "tests/support/Program.h"
 
 #include <QBuffer>
 #include <QDir>
@@ -344,6 +345,23 @@ private Q_SLOTS:
             QVERIFY(stand.log.contains("<3>" + begin + " : local contact id z could NOT be updated. Res=-1"));
             QVERIFY(QFile::exists(own) && stand.photoOf("z") == own);
         }
+    }
+
+    void thePictureProgramBindsItselfBeforeItReads()
+    {
+        Program program("kestin-picture", {"100"});
+        program.start(); // nothing comes on its standard input
+        const auto shown = [&program](const char *name) {
+            QFile file(QString("/proc/%1/%2").arg(program.processId()).arg(name));
+            return file.open(QIODevice::ReadOnly) ? QString::fromLatin1(file.readAll().simplified()) : QString();
+        };
+        QTRY_VERIFY(shown("status").contains("NoNewPrivs: 1"));
+        for (const char *limit : {"Max cpu time 5 5 ", "Max open files 16 16 ", "Max core file size 0 0 ",
+#ifndef __SANITIZE_ADDRESS__
+                                  "Max data size 134217728 134217728 ",
+#endif
+                                  "Max file size 1048576 1048576 "})
+            QVERIFY2(shown("limits").contains(limit), limit);
     }
 
     void aProgramThatFailsCostsThePictureOnly_data()
