@@ -86,7 +86,6 @@ bool ImportRun::readIds(const QString &path)
             return false;
         m_listed.insert(item.getAttribute(ImpExp_Format::duid));
     }
-    m_listed.remove({});
     return m_itemCount <= capacity;
 }
 
@@ -124,7 +123,7 @@ void ImportRun::readContacts(const QString &path)
     while (takeNext(parser, item)) {
     }
     m_writer.flush();
-    if (m_itemCount != 0 || !m_listed.isEmpty())
+    if (m_itemCount != 0 || m_taken != m_listed)
         throw ImpExp_FatalException(QStringLiteral("the file has changed while it was read"));
 }
 
@@ -135,13 +134,13 @@ bool ImportRun::takeNext(ImpExp_XMLParser &parser, ImpExp_Item &item)
         if (!parser.getItem(item, true))
             return false;
         const QString duid = item.getAttribute(ImpExp_Format::duid);
-        if (!duid.isEmpty() && !m_listed.contains(duid))
+        if (!duid.isEmpty() && m_taken.contains(duid))
             throw ImpExp_ErrorException(QStringLiteral("it is in the file twice"));
         take(item, duid);
     } catch (const ImpExp_ErrorException &exception) {
         m_errors.cannotImport(item.getAttribute(ImpExp_Format::duid), exception.message());
     }
-    m_listed.remove(item.getAttribute(ImpExp_Format::duid));
+    m_taken.insert(item.getAttribute(ImpExp_Format::duid));
     --m_itemCount;
     return true;
 }

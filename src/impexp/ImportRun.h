@@ -56,7 +56,8 @@ private:
     ImportWriter m_writer;
 
     QHash<QString, QString> m_puids; ///< of the local contacts when the import began
-    QSet<QString> m_listed;          ///< ids in the file; in the second pass those still to come
+    QSet<QString> m_listed;          ///< ids in the file
+    QSet<QString> m_taken;           ///< of these, those that the second pass has met
     qint64 m_itemCount = 0;          ///< in the file; in the second pass those still to come
     QStringList m_deletedIds;
     bool m_isMapped = false;

@@ -84,6 +84,7 @@ private Q_SLOTS:
     void anIdThatComesBackIsNoContactOfTheFile();
     void aFailureLeavesAllAsItWas_data();
     void aFailureLeavesAllAsItWas();
+    void aFileThatChangesWhileItIsReadChangesNothing();
     void aRefusedContactIsOneError();
     void oneImportAtATimeAlsoWhenReadOnly();
 };
@@ -331,6 +332,22 @@ void TestSync::aFailureLeavesAllAsItWas()
     QCOMPARE(stand.dao->nbContact(), 4);
     QCOMPARE(stand.photoFiles(), QStringList{"photo_two"});
     QVERIFY(!stand.fields.importOngoing);
+}
+
+void TestSync::aFileThatChangesWhileItIsReadChangesNothing()
+{
+    const QByteArray first = "<contact duid='#CONTACT_1#'/>";
+    const QByteArray fresh = "<contact><lastName>N</lastName></contact>";
+    for (const auto &[then, later] :
+         {std::pair(first + first, both), {both, first + first}, {both, first}, {first, first + fresh}}) {
+        FilledStand stand;
+        KestinLogger::setSink([&stand, content = later](const QByteArray &line) {
+            if (line.contains(":parse each contact"))
+                stand.write(stand.path(), "<directory>" + content + "</directory>");
+        });
+        QCOMPARE(stand.import(then), QStringList{"imported Failure the file has changed while it was read"});
+        QCOMPARE(stand.content(), before);
+    }
 }
 
 void TestSync::aRefusedContactIsOneError()
