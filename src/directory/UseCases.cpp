@@ -39,14 +39,13 @@ UseCases::UseCases(Connection &connection, RemoteCaller &caller, DirectoryFields
     , userPhoto(network, pictures, photoFiles, fields)
     , photoDownloads(contactPhotos, userPhoto)
     , contactExport(dao, fields, moduleName)
-    , contactImport(
-          dao, fields,
-          [this] {
-              return [this, ofImport = std::make_shared<NumbersOfMany>(numbers)](const ListContact &contacts) {
-                  return numbers.askForCanonicalNumbers(contacts);
-              };
-          },
-          [this](const QByteArray &image) { return photoFiles.keep(image); })
+    , contactImport(dao, fields,
+                    [this] {
+                        return [this, ofImport = std::make_shared<NumbersOfMany>(numbers)](
+                                   const ListContact &contacts) { return numbers.askForCanonicalNumbers(contacts); };
+                    },
+                    {[this] { return photoFiles.room(); },
+                     [this](const QByteArray &image, qint64 leaving) { return photoFiles.keep(image, leaving); }})
 {
     connectCompanyDirectory();
     connectPhotos();

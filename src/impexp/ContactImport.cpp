@@ -4,11 +4,12 @@
 #include "platform/framework/KestinLogger.h"
 #include "src/impexp/ImportRun.h"
 
-ContactImport::ContactImport(DaoContact &dao, DirectoryFields &fields, BeginCanonize beginCanonize, KeepPhoto keepPhoto)
+ContactImport::ContactImport(DaoContact &dao, DirectoryFields &fields, BeginCanonize beginCanonize,
+                             PhotoKeeping photoKeeping)
     : m_dao(dao)
     , m_fields(fields)
     , m_beginCanonize(std::move(beginCanonize))
-    , m_keepPhoto(std::move(keepPhoto))
+    , m_photoKeeping(std::move(photoKeeping))
 {
 }
 
@@ -20,7 +21,7 @@ void ContactImport::importFromXml(const QString &path)
         return;
     }
     m_fields.importOngoing = true;
-    const ImportRun::Outcome outcome = ImportRun(m_dao, m_fields, m_beginCanonize(), m_keepPhoto).execute(path);
+    const ImportRun::Outcome outcome = ImportRun(m_dao, m_fields, m_beginCanonize(), m_photoKeeping).execute(path);
     m_fields.importOngoing = false;
 
     for (const QString &photo : outcome.droppedPhotos)

@@ -18,7 +18,7 @@ class ContactImport : public QObject
     Q_OBJECT
 
 public:
-    ContactImport(DaoContact &dao, DirectoryFields &fields, BeginCanonize beginCanonize, KeepPhoto keepPhoto);
+    ContactImport(DaoContact &dao, DirectoryFields &fields, BeginCanonize beginCanonize, PhotoKeeping photoKeeping);
 
     /// Refused (nothing is told) while another import runs.
     void importFromXml(const QString &path);
@@ -38,5 +38,5 @@ private:
     DaoContact &m_dao;
     DirectoryFields &m_fields;
     BeginCanonize m_beginCanonize;
-    KeepPhoto m_keepPhoto;
+    PhotoKeeping m_photoKeeping;
 };

@@ -16,5 +16,12 @@ using FillNumbers = std::function<void(ListContact &contacts)>;
 using Canonize = std::function<FillNumbers(const ListContact &contacts)>;
 /// Makes what one import asks with: when telephony stays silent, the rest of this import is not asked for.
 using BeginCanonize = std::function<Canonize()>;
-/// Writes an image into a new photo file. Returns its path, a null text when it cannot be kept.
-using KeepPhoto = std::function<QString(const QByteArray &image)>;
+/// The photo files that an import adds to.
+struct PhotoKeeping
+{
+    /// Bytes that they may still take; negative when they take too much.
+    std::function<qint64()> room;
+    /// Writes an image into a new file, as if `leaving` more bytes were free. Returns its path, a null text when it
+    /// cannot be kept.
+    std::function<QString(const QByteArray &image, qint64 leaving)> keep;
+};

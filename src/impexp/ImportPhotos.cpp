@@ -7,10 +7,23 @@
 
 #include <algorithm>
 
-ImportPhotos::ImportPhotos(const KeepPhoto &keep, const QString &directory)
-    : m_keep(keep)
+ImportPhotos::ImportPhotos(const PhotoKeeping &keeping, DaoContact &dao, const QString &directory)
+    : m_keeping(keeping)
     , m_prefix(directory + QLatin1String("photo_"))
+    , m_room(dao)
 {
+}
+
+void ImportPhotos::expect(const ImpExp_Item &item, const QString &photo)
+{
+    if (const auto image = imageOf(item))
+        m_room.expect(image->size(), isExported(photo) ? photo : QString());
+}
+
+void ImportPhotos::settle()
+{
+    m_room.addUnnamed(m_dropped);
+    m_room.settle(m_keeping.room());
 }
 
 /// Empty when the item has none, nothing when it cannot be used.
@@ -40,19 +53,22 @@ ImportPhotos::Result ImportPhotos::apply(const ImpExp_Item &item, Contact &conta
         else if (*stored == *image)
             return Same;
     }
-    const QString path = m_keep(*image);
+    const qint64 gain = isOwn(contact.photo) ? m_room.gainOf(contact.photo) : 0;
+    const QString path = m_keeping.keep(*image, m_room.leaving() + gain);
     if (path.isEmpty())
         return NotKept;
+    m_room.add(gain);
     m_written.append(path);
     contact.photo = path;
     return Replaced;
 }
 
 /// That the file has no photo means nothing where an export could not have put it there.
-ImportPhotos::Result ImportPhotos::clear(Contact &contact) const
+ImportPhotos::Result ImportPhotos::clear(Contact &contact)
 {
-    if (!isOwn(contact.photo) || !LocalPhoto::read(contact.photo))
+    if (!isExported(contact.photo))
         return Same;
+    m_room.add(m_room.gainOf(contact.photo));
     contact.photo.clear();
     return Replaced;
 }
@@ -66,4 +82,10 @@ void ImportPhotos::drop(const QString &photo)
 bool ImportPhotos::isOwn(const QString &photo) const
 {
     return photo.startsWith(m_prefix) && photo.indexOf(QLatin1Char('/'), m_prefix.size()) < 0;
+}
+
+/// Whether it is a file of our own that an export writes into its file.
+bool ImportPhotos::isExported(const QString &photo) const
+{
+    return isOwn(photo) && LocalPhoto::read(photo);
 }

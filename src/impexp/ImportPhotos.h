@@ -4,6 +4,7 @@
 #include "platform/impexp/ImpExp_Item.h"
 #include "platform/records/Contact.h"
 #include "src/impexp/ImportCalls.h"
+#include "src/impexp/ImportRoom.h"
 
 #include <QStringList>
 
@@ -14,7 +15,13 @@
 class ImportPhotos
 {
 public:
-    ImportPhotos(const KeepPhoto &keep, const QString &directory);
+    ImportPhotos(const PhotoKeeping &keeping, DaoContact &dao, const QString &directory);
+
+    /// False when it depends on what goes whether all is kept. Then apply() has to wait until each item with its
+    /// contact's photo has been told to expect(), and settle() has been called after the last one.
+    bool haveRoomFor(qint64 bytes) const { return bytes <= m_keeping.room(); }
+    void expect(const ImpExp_Item &item, const QString &photo);
+    void settle();
 
     enum Result { Same, Replaced, NotKept, NoImage };
     /// Makes the contact's photo the image of the item. Same: it was, or there is neither, or the photo is one that no
@@ -30,11 +37,13 @@ public:
 
 private:
     static std::optional<QByteArray> imageOf(const ImpExp_Item &item);
-    Result clear(Contact &contact) const;
+    Result clear(Contact &contact);
     bool isOwn(const QString &photo) const;
+    bool isExported(const QString &photo) const;
 
-    const KeepPhoto &m_keep;
+    const PhotoKeeping &m_keeping;
     QString m_prefix;
+    ImportRoom m_room;
     QStringList m_dropped;
     QStringList m_written;
 };

@@ -11,6 +11,8 @@
 #include "src/dao/Transaction.h"
 #include "src/impexp/SyncElements.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 
 namespace {
@@ -35,10 +37,10 @@ QStringList sortedIds(const QHash<QString, QString> &puids)
 } // namespace
 
 ImportRun::ImportRun(DaoContact &dao, const DirectoryFields &fields, const Canonize &canonize,
-                     const KeepPhoto &keepPhoto)
+                     const PhotoKeeping &photoKeeping)
     : m_dao(dao)
     , m_fields(fields)
-    , m_photos(keepPhoto, fields.photoDirectory)
+    , m_photos(photoKeeping, dao, fields.photoDirectory)
     , m_writer(dao, canonize, m_photos, m_errors)
 {
 }
@@ -56,6 +58,7 @@ ImportRun::Outcome ImportRun::execute(const QString &path)
         m_puids = m_dao.getLocalPuids();
         if (readIds(path)) {
             removeUnlisted();
+            weighPhotos(path);
             readContacts(path);
             outcome = success();
         } else {
@@ -113,6 +116,30 @@ void ImportRun::remove(const QString &contactId)
     m_deletedIds.append(contactId);
     for (const Contact &contact : found)
         m_photos.drop(contact.photo);
+}
+
+/// Photos that fit once the old ones are gone are kept, in whatever order the file has them.
+void ImportRun::weighPhotos(const QString &path)
+{
+    if (m_photos.haveRoomFor(QFileInfo(path).size()))
+        return; // the file is larger than what is in it, so it need not be read for this
+    ImpExp_XMLParser parser(path);
+    ImpExp_Item item(ImpExp_Format::contact);
+    for (bool isMore = true; isMore;) {
+        try {
+            isMore = parser.getItem(item, true);
+            if (isMore && item.hasElements())
+                m_photos.expect(item, storedContact(item.getAttribute(ImpExp_Format::duid)).photo);
+        } catch (const ImpExp_ErrorException &) { // is told when the contact is taken
+        }
+    }
+    m_photos.settle();
+}
+
+/// Without an id when there is none.
+Contact ImportRun::storedContact(const QString &duid)
+{
+    return duid.isEmpty() ? Contact() : m_dao.getContact(duid).value(0);
 }
 
 void ImportRun::readContacts(const QString &path)
@@ -186,7 +213,7 @@ void ImportRun::create(const ImpExp_Item &item)
 
 void ImportRun::update(const ImpExp_Item &item, const QString &duid)
 {
-    const Contact stored = m_dao.getContact(duid).value(0);
+    const Contact stored = storedContact(duid);
     // One that only this import has made may have got the id of a contact that is gone.
     if (stored.contactId.isEmpty() || (stored.type == ContactType::Local && !m_puids.contains(duid))) {
         m_errors.notStored(duid);

@@ -31,7 +31,8 @@ public:
         bool isChanged = false;
     };
 
-    ImportRun(DaoContact &dao, const DirectoryFields &fields, const Canonize &canonize, const KeepPhoto &keepPhoto);
+    ImportRun(DaoContact &dao, const DirectoryFields &fields, const Canonize &canonize,
+              const PhotoKeeping &photoKeeping);
 
     /// Once. With status Failure the store is as it was.
     Outcome execute(const QString &path);
@@ -40,6 +41,8 @@ private:
     bool readIds(const QString &path);
     void removeUnlisted();
     void remove(const QString &contactId);
+    void weighPhotos(const QString &path);
+    Contact storedContact(const QString &duid);
     void readContacts(const QString &path);
     bool takeNext(ImpExp_XMLParser &parser, ImpExp_Item &item);
     void take(const ImpExp_Item &item, const QString &duid);

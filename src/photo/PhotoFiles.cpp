@@ -24,9 +24,9 @@ PhotoFiles::PhotoFiles(DaoContact &dao, const DirectoryFields &fields)
 {
 }
 
-QString PhotoFiles::keep(const QByteArray &picture)
+QString PhotoFiles::keep(const QByteArray &picture, qint64 leaving)
 {
-    if (total() + picture.size() > m_fields.fileDiskUserQuota) {
+    if (picture.size() > room() + leaving) {
         Q_EMIT quotaExceeded();
         return {};
     }

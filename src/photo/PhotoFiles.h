@@ -21,9 +21,12 @@ public:
     PhotoFiles(DaoContact &dao, const DirectoryFields &fields);
 
     /// Writes the picture to a new file as it is and returns its path. Null when it cannot be written (error line), or
-    /// when all files of the directory would take more than `fileDiskUserQuota` with it (quotaExceeded). The name of
-    /// one that has the form of SquarePicture says so.
-    QString keep(const QByteArray &picture);
+    /// when all files of the directory would take more than `fileDiskUserQuota` with it (quotaExceeded); `leaving`
+    /// bytes, of files that are about to be removed, do not count. The name of one that has the form of SquarePicture
+    /// says so.
+    QString keep(const QByteArray &picture, qint64 leaving = 0);
+    /// Bytes that the files may still take; negative when they take more than the quota.
+    qint64 room() { return m_fields.fileDiskUserQuota - total(); }
 
     /// Removes the file when it is one of these and no contact names it. To be called after the commit that made it so.
     void removeIfUnused(const QString &path);

@@ -3,13 +3,15 @@
 
 #include "src/impexp/ContactExport.h"
 #include "src/impexp/ContactImport.h"
+#include "src/photo/PhotoFiles.h"
 #include "tests/src/dao/TemporaryStore.h"
 
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 
-/// Import and export on a database of their own. Canonical numbers are the raw ones behind a "+"; photo files are
-/// numbered from 1 in a folder of their own, and removed when they are dropped.
+/// Import and export on a database of their own. Canonical numbers are the raw ones behind a "+"; photo files
+/// lie in a folder of their own.
 struct SyncStand : TemporaryStore
 {
     SyncStand()
@@ -17,6 +19,7 @@ struct SyncStand : TemporaryStore
         QDir(folder.path()).mkdir("photos");
         fields.maxContacts = 1000;
         fields.photoDirectory = folder.filePath("photos/");
+        fields.fileDiskUserQuota = 100 << 20;
         const auto note = [this](const char *what) {
             return [this, what](auto &&...texts) {
                 QStringList line{what};
@@ -25,7 +28,7 @@ struct SyncStand : TemporaryStore
             };
         };
         QObject::connect(&importing, &ContactImport::photoDropped, note("dropped"));
-        QObject::connect(&importing, &ContactImport::photoDropped, [](const QString &path) { QFile::remove(path); });
+        QObject::connect(&importing, &ContactImport::photoDropped, &photos, &PhotoFiles::removeIfUnused);
         QObject::connect(&importing, &ContactImport::importFinished, note("imported"));
         QObject::connect(&importing, &ContactImport::contactsDeleted, note("deleted"));
         QObject::connect(&importing, &ContactImport::contactNotImported, note("not imported"));
@@ -36,7 +39,12 @@ struct SyncStand : TemporaryStore
 
     static QString shown(const ImpExpStatus &status) { return status.toString(); }
     static QString shown(const QStringList &texts) { return texts.join(u','); }
-    QString shown(const QString &text) const { return QString(text).remove(fields.photoDirectory); }
+    /// New photo files are all called "photo_new".
+    QString shown(const QString &text) const
+    {
+        static const QRegularExpression made("photo_[0-9a-f]{32}");
+        return QString(text).remove(fields.photoDirectory).replace(made, "photo_new");
+    }
 
     QString path() const { return folder.filePath("sync.xml"); }
     QByteArray read(const QString &name) const
@@ -70,9 +78,9 @@ struct SyncStand : TemporaryStore
     DirectoryFields fields;
     QStringList news;
     QList<qsizetype> canonized; ///< contacts of each call
-    bool keepsPhotos = true;
-    int photoCount = 0;
-    ContactImport importing{*dao, fields,
+    PhotoFiles photos{*dao, fields};
+    ContactImport importing{*dao,
+                            fields,
                             [this] {
                                 return [this](const ListContact &asked) {
                                     canonized.append(asked.size());
@@ -82,12 +90,7 @@ struct SyncStand : TemporaryStore
                                     };
                                 };
                             },
-                            [this](const QByteArray &image) {
-                                if (!keepsPhotos)
-                                    return QString();
-                                const QString name = fields.photoDirectory + "photo_" + QString::number(++photoCount);
-                                write(name, image);
-                                return name;
-                            }};
+                            {[this] { return photos.room(); },
+                             [this](const QByteArray &image, qint64 leaving) { return photos.keep(image, leaving); }}};
     ContactExport exporting{*dao, fields, "KestinDirectory"};
 };

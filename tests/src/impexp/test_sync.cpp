@@ -4,7 +4,6 @@
 #include "src/dao/LatinText.h"
 
 #include <QProcess>
-#include <QRegularExpression>
 #include <QTest>
 
 namespace {
@@ -80,6 +79,8 @@ private Q_SLOTS:
     void anUpdateTakesWhatTheFileSaysAndLeavesTheRest();
     void whatDidNotChangeIsNotWritten();
     void photosThatCannotBeReadOrKept();
+    void whatGoesLeavesItsRoomToOtherPhotos_data();
+    void whatGoesLeavesItsRoomToOtherPhotos();
     void numbersAreMadeForManyAtOnce();
     void anIdThatComesBackIsNoContactOfTheFile();
     void aFailureLeavesAllAsItWas_data();
@@ -194,7 +195,7 @@ void TestSync::theFileRulesTheStore_data()
     row("a new contact",
         both + "<contact duid='' puid='n'><lastName>New</lastName><photo> aW1h\nZ2U= </photo><company>C</company>"
                "</contact>",
-        changed, before + "|#CONTACT_5# n New photo_1 C");
+        changed, before + "|#CONTACT_5# n New photo_new C");
     const QString notStored = "The imported contact with duid=\"7\\n8\" is not stored into the local database.";
     row("unknown id", both + "<contact duid='7&#10;8' puid='x'/>", refused(notStored), before);
     row("unknown contact", both + "<contact duid='7&#10;8'><email>e</email></contact>", refused(notStored), before);
@@ -216,7 +217,7 @@ void TestSync::theFileRulesTheStore_data()
         one + "|#CONTACT_2# p2 Two  ");
     row("the same photo", update("<photo>aW1hZ2U=</photo>"), quiet, before);
     row("another photo", update("<photo>aW1hZ2Uy</photo>"), {"dropped photo_two", "imported Success ", "changed"},
-        one + "|#CONTACT_2# p2 Two photo_1 ");
+        one + "|#CONTACT_2# p2 Two photo_new ");
     row("too many", both + QByteArray("<contact/>").repeated(998),
         {"imported Failure The number of contacts to import is higher than the maximum one allowed."}, before);
     row("not well formed at its end", "<contact puid='n'><lastName>New</lastName></contact><a>",
@@ -268,13 +269,50 @@ void TestSync::whatDidNotChangeIsNotWritten()
 void TestSync::photosThatCannotBeReadOrKept()
 {
     FilledStand stand;
-    stand.keepsPhotos = false;
+    stand.fields.fileDiskUserQuota = 0;
     QFile::remove(stand.ownPhoto());
     stand.import(update("<photo>aW1hZ2U=</photo>") + "<contact><photo>aW1hZ2U=</photo></contact>");
     QVERIFY(stand.log.contains("<4>Can't read the local photo file for contact : #CONTACT_2#"));
     QVERIFY(stand.log.contains("<4>Can't create the photo file for contact : #CONTACT_2#"));
     QVERIFY(stand.log.contains("<4>Can't create the photo file for contact : #CONTACT_5#"));
     QCOMPARE(stand.content(), before + "|#CONTACT_5#    ");
+}
+
+void TestSync::whatGoesLeavesItsRoomToOtherPhotos_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QString>("photos");
+    const QByteArray fresh = "<contact puid='n'><photo>aW1hZ2Uy</photo></contact>";
+    const QByteArray small = "<contact puid='n'><photo>aW1h</photo></contact>";
+    const QByteArray two = "<contact duid='#CONTACT_2#'>";
+    QTest::newRow("of a contact that goes") << fresh << "photo_new";
+    QTest::newRow("of one that comes later") << fresh + two + "<email>e</email></contact>"
+                                             << ",photo_new";
+    QTest::newRow("of the contact itself") << two + "<photo>aW1hZ2Uy</photo></contact>"
+                                           << "photo_new";
+    QTest::newRow("one that stays") << fresh + two + "</contact>"
+                                    << "photo_two,";
+    QTest::newRow("one that stays the same") << fresh + two + "<photo>aW1hZ2U=</photo></contact>"
+                                             << "photo_two,";
+    QTest::newRow("as many as fit") << small + two + "<photo>aW1h</photo></contact>" + small << "photo_new,,photo_new";
+    QTest::newRow("one that a contact names still") << "<contact duid='#CONTACT_1#'/>" + fresh << "photo_two,";
+}
+
+/// There is room for 6 bytes, and a photo of 5.
+void TestSync::whatGoesLeavesItsRoomToOtherPhotos()
+{
+    QFETCH(const QByteArray, file);
+    FilledStand stand;
+    stand.fields.fileDiskUserQuota = 6;
+    stand.dao->updatePhotoContact("#CONTACT_1#", file.contains("CONTACT_1") ? stand.ownPhoto() : QString());
+    stand.import(file);
+    QStringList photos;
+    for (const Contact &contact : stand.dao->getContactByType(ContactType::Local))
+        photos.append(stand.shown(contact.photo));
+    QTEST(photos.join(u','), "photos");
+    QVERIFY(stand.photos.room() >= 0);
+    stand.photos.recount();
+    QVERIFY(stand.photos.room() >= 0);
 }
 
 void TestSync::numbersAreMadeForManyAtOnce()
@@ -358,7 +396,7 @@ void TestSync::aRefusedContactIsOneError()
     const QStringList news = stand.import(both + "<contact><company>bad</company><photo>aW1hZ2U=</photo></contact>"
                                                  "<contact puid='g'><company>good</company></contact>");
     const QString text = "Can't import contact with duid=\"\" because the database refused it";
-    QCOMPARE(news, (QStringList{"dropped photo_1", "imported Success " + text, "not imported " + text, "changed"}));
+    QCOMPARE(news, (QStringList{"dropped photo_new", "imported Success " + text, "not imported " + text, "changed"}));
     QCOMPARE(stand.content(), before + "|#CONTACT_5# g   good");
 }
 
