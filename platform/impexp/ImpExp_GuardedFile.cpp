@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/impexp/ImpExp_GuardedFile.h"
 
+#include "platform/impexp/ImpExp_Format.h"
+
 #include <QFileInfo>
 
 ImpExp_GuardedFile::ImpExp_GuardedFile(const QString &path, qint64 limit)
     : m_file(path)
     , m_limit(limit)
     , m_left(limit)
+    , m_scanner(ImpExp_Format::textBytes(limit))
 {
 }
 
@@ -32,14 +35,17 @@ qint64 ImpExp_GuardedFile::readData(char *data, qint64 maxSize)
         m_refusal = QStringLiteral("a contact, a text or a comment is larger than %1 bytes").arg(m_limit);
         return -1;
     }
-    const qint64 size = m_file.read(data, qMin(maxSize, m_left));
-    if (size < 0)
-        m_refusal = m_file.errorString();
-    if (size <= 0)
-        return size;
-    m_left -= size;
-    const qint64 accepted = m_scanner.scan(data, size);
-    m_refusal = m_scanner.refusal();
+    qint64 accepted = 0;
+    while (accepted == 0 && m_refusal.isEmpty()) {
+        const qint64 size = m_file.read(data, qMin(maxSize, m_left));
+        if (size < 0)
+            m_refusal = m_file.errorString();
+        if (size <= 0)
+            return size;
+        accepted = m_scanner.scan(data, size);
+        m_refusal = m_scanner.refusal();
+    }
+    m_left -= accepted;
     return accepted;
 }
 

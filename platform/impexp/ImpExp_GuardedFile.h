@@ -21,6 +21,8 @@ public:
     void beginStretch() { m_left = m_limit; }
     /// Why it ended early; empty when it did not.
     QString refusal() const { return m_refusal; }
+    /// Whether a text that was too long for its stretch has been cut off since this was asked last.
+    bool takeCut() { return m_scanner.takeCut(); }
 
     bool isSequential() const override { return true; }
 

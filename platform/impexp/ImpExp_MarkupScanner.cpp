@@ -3,13 +3,22 @@
 
 #include "platform/impexp/ImpExp_Format.h"
 
-qsizetype ImpExp_MarkupScanner::scan(const char *bytes, qsizetype count)
+ImpExp_MarkupScanner::ImpExp_MarkupScanner(qint64 textLimit)
+    : m_textLimit(textLimit)
 {
+}
+
+qsizetype ImpExp_MarkupScanner::scan(char *bytes, qsizetype count)
+{
+    qsizetype kept = 0;
     for (qsizetype i = 0; i < count; ++i) {
-        if (!take(bytes[i]) || isTooLong())
-            return i;
+        const char byte = bytes[i];
+        if (!take(byte) || isTooLong())
+            break;
+        if (!m_isCutting || byte == '\n')
+            bytes[kept++] = byte;
     }
-    return count;
+    return kept;
 }
 
 /// False when the byte is refused.
@@ -21,8 +30,7 @@ bool ImpExp_MarkupScanner::take(char byte)
     }
     switch (m_state) {
     case State::Content:
-        if (byte == '<')
-            m_state = State::Opened;
+        takeInText(byte);
         break;
     case State::Opened:
         m_length = m_attributes = m_run = 0;
@@ -60,6 +68,21 @@ bool ImpExp_MarkupScanner::take(char byte)
         break;
     }
     return true;
+}
+
+/// Cuts between two characters, of which a reference is one too.
+void ImpExp_MarkupScanner::takeInText(char byte)
+{
+    if (byte == '<') {
+        m_state = State::Opened;
+        m_textLength = 0;
+        m_isInReference = m_isCutting = false;
+        return;
+    }
+    const bool isInsideCharacter = (byte & 0xc0) == 0x80 || m_isInReference;
+    if (++m_textLength > m_textLimit && !isInsideCharacter)
+        m_isCutting = m_hasCut = true;
+    m_isInReference = byte == '&' || (m_isInReference && byte != ';');
 }
 
 void ImpExp_MarkupScanner::takeInTag(char byte)

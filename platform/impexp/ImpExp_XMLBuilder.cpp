@@ -12,7 +12,7 @@ namespace {
 
 constexpr qint64 perTag = 64; // names, brackets and blanks around the values
 
-/// The bytes of the texts with their tags; ImpExp_ErrorException for one that XML cannot carry.
+/// The bytes of the texts with their tags; ImpExp_ErrorException for one that a file cannot carry.
 qint64 sizeOf(const ImpExp_Item::Texts &texts)
 {
     qint64 size = perTag;
@@ -20,6 +20,8 @@ qint64 sizeOf(const ImpExp_Item::Texts &texts)
         const qint64 encoded = ImpExp_Text::encodedSize(value);
         if (encoded < 0)
             throw ImpExp_ErrorException(QStringLiteral("its \"%1\" holds a character that XML cannot carry").arg(name));
+        if (encoded > ImpExp_Format::textBytes(ImpExp_Format::contactBytes))
+            throw ImpExp_ErrorException(QStringLiteral("its \"%1\" is too large").arg(name));
         size += encoded + perTag;
     }
     return size;

@@ -148,7 +148,13 @@ QString ImpExp_XMLParser::readElement(ImpExp_Item &item, const QString &name)
 {
     const bool isRepeated = item.hasElement(name);
     QString problem;
-    const QString text = readText(problem);
+    m_file.takeCut();
+    QString text = readText(problem);
+    if (m_file.takeCut()) {
+        text = QChar(0x2026);
+        if (name != photo)
+            problem = QStringLiteral("its element \"%1\" is too large");
+    }
     if (isRepeated)
         return QStringLiteral("its element \"%1\" is repeated").arg(name);
     item.setElement(name, text);

@@ -18,6 +18,8 @@ public:
     /// The next item of the item's name, wherever it stands in a page or directly under the root; false at the end of
     /// the file, which has been found well formed by then. An id that only an element names is an attribute too.
     ///
+    /// Of a photo that takes nearly the limit or more an ellipsis is left.
+    ///
     /// ImpExp_ErrorException: this one is no good; its attributes are set, and the next call goes on behind it. Never
     /// without elements: then only the ids are kept, and nothing else is looked at. ImpExp_FatalException: the file is
     /// not well formed, no synchronisation file, or beyond the limits.

@@ -144,6 +144,11 @@ void ImpExpTest::contactsAreReadOneByOne_data()
                                                "<contact><email>a<!-- -> <!b '> --><![CDATA[]><!c>\">]]]>&#x20AC;"
                                                "<?x ? > <!d> ?></email></contact>")
                                         << true << QStringList{u"/ email=a]><!c>\">]\u20ac"_s};
+    const QByteArray wide = "x" + QByteArray("\xc3\xa9").repeated(9999) + "</email></contact>";
+    QTest::newRow("texts that are too large")
+        << "<contact duid='1'><photo>" + QByteArray("AA&#10;").repeated(3000) + "</photo><email>e</email></contact>" +
+               "<contact duid='2'><email>" + wide + "<contact duid='3'/>"
+        << true << QStringList{u"1/ photo=\u2026 email=e"_s, "2!its element \"email\" is too large", "3/ map"};
     QByteArray attributes;
     for (char i = 0; i < 32; ++i)
         attributes += " a" + QByteArray::number(i) + "='>'";
@@ -175,7 +180,7 @@ void ImpExpTest::hostileFilesAreRefused_data()
     row("external entity", "<!DOCTYPE d [<!ENTITY a SYSTEM 'file:///etc/passwd'>]>" + inRoot("&a;"), doctype);
     row("undeclared entity", inRoot("<contact><email>&a;</email></contact>"), "Entity 'a' not declared");
     row("endless nesting", inRoot(QByteArray("<a>").repeated(32)), "more than 32 elements");
-    row("text without end", inRoot(contact + "<email>" + QByteArray(20000, 'x')), "larger than 4096 bytes");
+    row("text without end", inRoot(contact + "<email>" + QByteArray(20000, '\n')), "larger than 4096 bytes");
     row("comment without end", inRoot("<!--" + QByteArray(20000, 'x')), "larger than 4096 bytes");
     row("a text in many pieces", inRoot(contact + "<x>" + QByteArray("a<!---->").repeated(3000)), "larger than 4096");
     row("many attributes", inRoot("<contact " + QByteArray("a='\">' ").repeated(33)), "more than 32 attributes");
