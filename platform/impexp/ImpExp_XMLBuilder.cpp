@@ -5,6 +5,7 @@
 #include "platform/impexp/ImpExp_FatalException.h"
 #include "platform/impexp/ImpExp_Format.h"
 #include "platform/impexp/ImpExp_Text.h"
+#include "platform/records/DurableFile.h"
 
 #include <QFileInfo>
 
@@ -156,8 +157,8 @@ void ImpExp_XMLBuilder::finish()
 {
     m_writer.writeEndDocument();
     checkWritten();
-    if (!m_file.commit())
-        fail(m_file.errorString());
+    if (const QString failure = DurableFile::commit(m_file); !failure.isEmpty())
+        fail(failure);
 }
 
 void ImpExp_XMLBuilder::fail(const QString &reason)

@@ -26,7 +26,8 @@ public:
     /// ImpExp_FatalException when the file cannot be written any further.
     void putItem(const ImpExp_Item &item);
 
-    /// Completes the file on disk and puts it in place of the target. ImpExp_FatalException when that fails.
+    /// Completes the file and puts it in place of the target; file and folder are on disk then. ImpExp_FatalException
+    /// when that fails.
     void finish();
 
 private:

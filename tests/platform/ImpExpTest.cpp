@@ -13,10 +13,15 @@
 
 #include <csignal>
 #include <sys/resource.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+QStringList synced; ///< in this order
+bool isDiskBroken = false;
 
 Contact_Item contact(const QString &duid, const QString &name)
 {
@@ -62,6 +67,13 @@ QStringList readAll(const QString &path, bool withElements)
 
 } // namespace
 
+/// Takes the place of the C library's.
+extern "C" int fsync(int descriptor)
+{
+    synced.append(QFile::symLinkTarget(QString("/proc/self/fd/%1").arg(descriptor)));
+    return isDiskBroken ? -1 : int(::syscall(SYS_fsync, descriptor));
+}
+
 class ImpExpTest : public QObject
 {
     Q_OBJECT
@@ -106,6 +118,8 @@ void ImpExpTest::whatIsPutIsRead()
         QVERIFY(written.open(QIODevice::ReadOnly));
         QCOMPARE(written.readAll().count("<page "), pages);
     }
+    QVERIFY(synced.value(0).startsWith(m_folder.path() + u'/')); // the file, before its folder
+    QCOMPARE(synced.last(), m_folder.path());
     ImpExp_XMLParser parser(target());
     ImpExp_Item item(u"contact"_s);
     for (const ImpExp_Item &put : items) {
@@ -239,6 +253,9 @@ void ImpExpTest::aFileThatCannotBeWrittenLeavesTheTarget()
     setrlimit(RLIMIT_FSIZE, &small); // as good as a full disk
     QVERIFY_EXCEPTION_THROWN(builder().putItem(contact("1", QString(50000, u'x'))), ImpExp_FatalException);
     setrlimit(RLIMIT_FSIZE, &any);
+    isDiskBroken = true;
+    QVERIFY_EXCEPTION_THROWN(builder().finish(), ImpExp_FatalException);
+    isDiskBroken = false;
     QFile earlier(target());
     QVERIFY(earlier.open(QIODevice::ReadOnly));
     QVERIFY(earlier.readAll().endsWith("<earlier"));
