@@ -136,8 +136,8 @@ ExitCode SyncCommand::importFrom(const QString &path, const QCommandLineParser &
     SyncRun run(context.bus, arguments.isSet(QStringLiteral("timeout")) ? least : importLimit(path, least));
     const SyncRun::Outcome outcome = outcomeOf(run, [&] { return run.importFrom(path); });
     const bool isDone = outcome.status.value() != ImpExpStatus::Failure;
-    const qsizetype leftOut = outcome.cause.split(QLatin1Char('\n'), Qt::SkipEmptyParts).size();
-    const QString exceptions = leftOut > 0 ? QStringLiteral(", but for %1 contacts").arg(leftOut) : QString();
+    const qsizetype problems = outcome.cause.split(QLatin1Char('\n'), Qt::SkipEmptyParts).size();
+    const QString exceptions = problems > 0 ? QStringLiteral(", with %1 problems").arg(problems) : QString();
     if (context.json)
         Report::json(context.out, jsonOf(outcome, path));
     else if (isDone)
