@@ -127,16 +127,16 @@ void TestSync::anExportIsSkippedOnlyWhenNothingChanged()
     FilledStand stand;
     const QStringList done{"exported Success "};
     const QStringList skipped{"exported NothingToDo "};
-    const QDateTime now = QDateTime::currentDateTimeUtc().addSecs(10);
-    stand.fields.lastLocalChangeDate = now.addSecs(-5);
-    QCOMPARE(stand.exportAll(true, now.addDays(-1)), done); // a newer row
+    const QDateTime now = stand.stored("c6").getLastModificationDate(); // the newest
+    stand.fields.lastLocalChangeDate = now;
+    QCOMPARE(stand.exportAll(true, now.addMSecs(-1)), done);
     QFile::remove(stand.path());
     QCOMPARE(stand.exportAll(true, now), skipped);
     QVERIFY(!QFile::exists(stand.path()));
     stand.fields.maxContactsChanged = true;
     QCOMPARE(stand.exportAll(true, now), done);
     QCOMPARE(stand.exportAll(true, now), skipped);
-    stand.fields.lastLocalChangeDate = now.addSecs(1); // a deletion leaves no row
+    stand.fields.lastLocalChangeDate = now.addMSecs(1); // a deletion leaves no row
     QCOMPARE(stand.exportAll(true, now), done);
     stand.fields.lastLocalChangeDate = {};
     QCOMPARE(stand.import({}).last(), "changed");
@@ -325,6 +325,14 @@ void TestSync::numbersAreMadeForManyAtOnce()
     stand.import(many);
     QCOMPARE(stand.canonized, (QList<qsizetype>{100, 100, 100, 100, 100, 100}));
     QCOMPARE(stand.run("SELECT COUNT(*) FROM CONTACT WHERE officePhoneCan='+' || officePhone"), "600");
+    stand.exportAll();
+    QStringList ids;
+    const QByteArray file = stand.read(stand.path());
+    for (int i = 1; i <= 600; ++i) {
+        ids.append("#CONTACT_" + QString::number(i) + '#');
+        QVERIFY(file.contains("<duid>" + ids.last().toUtf8() + "</duid>"));
+    }
+    QCOMPARE(stand.import({}).value(1), "deleted pcSyncDeleteContactReqId " + ids.join(u','));
 }
 
 void TestSync::anIdThatComesBackIsNoContactOfTheFile()
