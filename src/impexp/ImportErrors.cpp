@@ -31,3 +31,17 @@ void ImportErrors::noImage(const QString &contactId)
 {
     add(noPhotoFile, contactId);
 }
+
+QString ImportErrors::lines() const
+{
+    constexpr qsizetype largest = 1024 * 1024; // characters
+    QStringList first;
+    qsizetype size = 0;
+    for (const QString &text : m_texts) {
+        size += text.size();
+        if (size > largest)
+            return (first << QStringLiteral("and %1 more").arg(m_texts.size() - first.size())).join(QLatin1Char('\n'));
+        first.append(text);
+    }
+    return first.join(QLatin1Char('\n'));
+}

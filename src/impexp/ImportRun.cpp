@@ -235,7 +235,7 @@ void ImportRun::update(const ImpExp_Item &item, const QString &duid)
 ImportRun::Outcome ImportRun::success() const
 {
     return {.status = ImpExpStatus::Success,
-            .cause = m_errors.texts().join(QLatin1Char('\n')),
+            .cause = m_errors.lines(),
             .deletedIds = m_deletedIds,
             .errors = m_errors.texts(),
             .droppedPhotos = m_photos.dropped(),

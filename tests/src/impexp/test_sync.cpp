@@ -406,6 +406,12 @@ void TestSync::aRefusedContactIsOneError()
     const QString text = "Can't import contact with duid=\"\" because the database refused it";
     QCOMPARE(news, (QStringList{"dropped photo_new", "imported Success " + text, "not imported " + text, "changed"}));
     QCOMPARE(stand.content(), before + "|#CONTACT_5# g   good");
+
+    stand.fields.maxContacts = 9000;
+    const QStringList many = stand.import(("<contact duid='" + QByteArray(999, 'x') + "'/>").repeated(5000));
+    QCOMPARE(many.filter("not imported").size(), 5000);
+    const QString cause = many.filter("imported Success").value(0);
+    QVERIFY2(cause.endsWith(" more") && cause.size() < 1100000, qPrintable(cause.right(100)));
 }
 
 void TestSync::oneImportAtATimeAlsoWhenReadOnly()
