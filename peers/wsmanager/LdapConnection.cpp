@@ -28,7 +28,38 @@ QByteArray optionOf(LDAP *ldap, int option)
     return result;
 }
 
+/// A context of the connection's own, or, without one, for all connections. It is made when the options are set: those
+/// that come later do not count in it.
+bool makeTlsContext(LDAP *ldap, int certificates, const QByteArray &ciphers)
+{
+    const int oldest = LDAP_OPT_X_TLS_PROTOCOL_TLS1_2;
+    const int isServer = 0;
+    ldap_set_option(ldap, LDAP_OPT_X_TLS_REQUIRE_CERT, &certificates);
+    ldap_set_option(ldap, LDAP_OPT_X_TLS_PROTOCOL_MIN, &oldest);
+    if (!ciphers.isEmpty())
+        ldap_set_option(ldap, LDAP_OPT_X_TLS_CIPHER_SUITE, ciphers.constData());
+    return ldap_set_option(ldap, LDAP_OPT_X_TLS_NEWCTX, &isServer) == LDAP_OPT_SUCCESS;
+}
+
+QString trustedFile()
+{
+    return QFile::decodeName(optionOf(nullptr, LDAP_OPT_X_TLS_CACERTFILE));
+}
+
 } // namespace
+
+QString LdapConnection::setUpTls(const LdapServer &server)
+{
+    QByteArray ciphers = optionOf(nullptr, LDAP_OPT_X_TLS_CIPHER_SUITE);
+    // GnuTLS does not look at the oldest protocol.
+    if (optionOf(nullptr, LDAP_OPT_X_TLS_PACKAGE) == "GnuTLS")
+        ciphers = (ciphers.isEmpty() ? QByteArray("NORMAL") : ciphers) + ":-VERS-SSL3.0:-VERS-TLS1.0:-VERS-TLS1.1";
+    if (!server.caFile.isEmpty())
+        ldap_set_option(nullptr, LDAP_OPT_X_TLS_CACERTFILE, QFile::encodeName(server.caFile).constData());
+    if (makeTlsContext(nullptr, LDAP_OPT_X_TLS_DEMAND, ciphers))
+        return QString();
+    return QStringLiteral("the certificates in \"%1\" cannot be used").arg(trustedFile());
+}
 
 LdapConnection::LdapConnection(const LdapServer &server, const Wakeup &wakeup)
     : m_server(server)
@@ -38,7 +69,7 @@ LdapConnection::LdapConnection(const LdapServer &server, const Wakeup &wakeup)
 
 void LdapConnection::open()
 {
-    prepare(LDAP_OPT_X_TLS_DEMAND);
+    prepare();
     const QDeadlineTimer limit(m_server.connectSeconds * 1000);
     try {
         connect(limit);
@@ -54,7 +85,7 @@ void LdapConnection::open()
     fcntl(descriptor(), F_SETFL, fcntl(descriptor(), F_GETFL) | O_NONBLOCK);
 }
 
-void LdapConnection::prepare(int certificates)
+void LdapConnection::prepare()
 {
     LDAP *ldap = nullptr;
     const int rc = ldap_initialize(&ldap, m_server.url.toUtf8().constData());
@@ -69,30 +100,6 @@ void LdapConnection::prepare(int certificates)
     ldap_set_option(ldap, LDAP_OPT_TCP_USER_TIMEOUT, &userTimeout);
     // Following a referral would bind anew to a server nobody named, and wait for it.
     ldap_set_option(ldap, LDAP_OPT_REFERRALS, LDAP_OPT_OFF);
-    if (m_server.usesTls())
-        setTlsOptions(certificates);
-}
-
-void LdapConnection::setTlsOptions(int certificates)
-{
-    LDAP *ldap = m_ldap.get();
-    const int oldest = LDAP_OPT_X_TLS_PROTOCOL_TLS1_2;
-    const int isServer = 0;
-    ldap_set_option(ldap, LDAP_OPT_X_TLS_REQUIRE_CERT, &certificates);
-    ldap_set_option(ldap, LDAP_OPT_X_TLS_PROTOCOL_MIN, &oldest);
-    // GnuTLS does not look at the oldest protocol.
-    if (optionOf(ldap, LDAP_OPT_X_TLS_PACKAGE) == "GnuTLS") {
-        const QByteArray ciphers = optionOf(ldap, LDAP_OPT_X_TLS_CIPHER_SUITE);
-        const QByteArray priority =
-            (ciphers.isEmpty() ? QByteArray("NORMAL") : ciphers) + ":-VERS-SSL3.0:-VERS-TLS1.0:-VERS-TLS1.1";
-        ldap_set_option(ldap, LDAP_OPT_X_TLS_CIPHER_SUITE, priority.constData());
-    }
-    if (!m_server.caFile.isEmpty())
-        ldap_set_option(ldap, LDAP_OPT_X_TLS_CACERTFILE, QFile::encodeName(m_server.caFile).constData());
-    // The options count in a context that is made after them; without it the library's own is used, whatever they are.
-    if (ldap_set_option(ldap, LDAP_OPT_X_TLS_NEWCTX, &isServer) != LDAP_OPT_SUCCESS)
-        throw LdapFailure(QStringLiteral("the certificates in \"%1\" cannot be used")
-                              .arg(QFile::decodeName(optionOf(ldap, LDAP_OPT_X_TLS_CACERTFILE))));
 }
 
 void LdapConnection::connect(const QDeadlineTimer &limit)
@@ -108,14 +115,15 @@ void LdapConnection::connect(const QDeadlineTimer &limit)
 QString LdapConnection::refusedCertificate()
 {
     try {
-        prepare(LDAP_OPT_X_TLS_NEVER);
+        prepare();
+        makeTlsContext(m_ldap.get(), LDAP_OPT_X_TLS_NEVER, optionOf(nullptr, LDAP_OPT_X_TLS_CIPHER_SUITE));
         connect(QDeadlineTimer(m_server.connectSeconds * 1000));
     } catch (const LdapFailure &) {
         return QString();
     }
     return QStringLiteral("the certificate of %1 is refused: it is out of date, or for another host, or nobody in "
                           "\"%2\" has signed it")
-        .arg(m_server.url, QFile::decodeName(optionOf(m_ldap.get(), LDAP_OPT_X_TLS_CACERTFILE)));
+        .arg(m_server.url, trustedFile());
 }
 
 void LdapConnection::startTls(const QDeadlineTimer &limit)

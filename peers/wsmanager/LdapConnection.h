@@ -54,6 +54,10 @@ struct LdapRequest
 class LdapConnection
 {
 public:
+    /// Says once, before the first connection to a server with TLS, how all of them are secured: which certificates are
+    /// trusted costs time to read. Main thread. Empty on success, otherwise what is wrong.
+    static QString setUpTls(const LdapServer &server);
+
     LdapConnection(const LdapServer &server, const Wakeup &wakeup);
 
     /// Connects, secures the connection and binds.
@@ -75,8 +79,7 @@ private:
         void operator()(LDAP *ldap) const { ldap_unbind_ext(ldap, nullptr, nullptr); }
     };
 
-    void prepare(int certificates);
-    void setTlsOptions(int certificates);
+    void prepare();
     void connect(const QDeadlineTimer &limit);
     void startTls(const QDeadlineTimer &limit);
     QString refusedCertificate();

@@ -361,6 +361,7 @@ void WSManagerTest::tlsDecides_data()
     const QString refused = "cannot be used: the certificate of %1 is refused";
     QTest::newRow("trusted") << QByteArray() << tls + trusted << QString();
     QTest::newRow("trusted, secured later") << QByteArray() << startTls + trusted << QString();
+    QTest::newRow("trusted by the library's configuration") << QByteArray() << tls << QString();
     QTest::newRow("unknown") << QByteArray() << tls << refused.arg("TLS");
     QTest::newRow("unknown, secured later") << QByteArray() << startTls << refused.arg("PLAIN");
     QTest::newRow("signed by others") << QByteArray() << tls + "caFile=" + others.toUtf8()
@@ -385,9 +386,12 @@ void WSManagerTest::tlsDecides()
     config.replace("=TLS", '=' + server.tlsUrl().toUtf8()).replace("=PLAIN", '=' + server.plainUrl().toUtf8());
     refusal.replace("TLS", server.tlsUrl()).replace("PLAIN", server.plainUrl());
     qputenv("LDAPTLS_REQCERT", "never"); // the library's configuration does not weaken ours
+    if (refusal.isEmpty() && !config.contains("caFile"))
+        qputenv("LDAPTLS_CACERT", server.file("cert.pem").toUtf8());
     const Config file(config);
     Peer peer(*m_bus, file.arguments());
     qunsetenv("LDAPTLS_REQCERT");
+    qunsetenv("LDAPTLS_CACERT");
     if (refusal.isEmpty())
         QVERIFY(peer.waitForAvailability(true));
     else
@@ -571,6 +575,7 @@ void WSManagerTest::mistakesInTheConfiguration_data()
     QTest::newRow("base") << QByteArray("url=ldap://x\nbase=example.org") << u"is no DN"_s;
     QTest::newRow("filter") << QByteArray("url=ldap://x\nfilter=a=b") << u"in parentheses"_s;
     QTest::newRow("two filters") << QByteArray("url=ldap://x\nfilter=(a=b)(c=d)") << u"no filter"_s;
+    QTest::newRow("no certificates") << QByteArray("url=ldaps://x\ncaFile=/nowhere/at/all") << u"cannot be used"_s;
     QTest::newRow("no file") << QByteArray("ldif=/nowhere/at/all.ldif") << u"cannot be opened"_s;
     QTest::newRow("no LDIF") << QByteArray("ldif=" KESTIN_SAMPLES "/phone-book.vcf") << u"no well-formed LDIF"_s;
 }
