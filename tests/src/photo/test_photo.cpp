@@ -24,6 +24,8 @@
 #include <QTest>
 
 #include <sys/stat.h>
+
+#include <csignal>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -404,6 +406,25 @@ private Q_SLOTS:
             pictures.ask({source, content, 100});
         QTRY_COMPARE_WITH_TIMEOUT(answered.size(), 2, limitMs);
         QVERIFY(!stand.log.lines.filter(expected).isEmpty() && answered.last().value(1).toByteArray().isNull());
+    }
+
+    void theProgramEndsWithWhoAskedIt()
+    {
+        QTemporaryDir folder;
+        const QString path = put(folder.filePath("program"), "#!/bin/sh\necho $$ > \"$0.pid\"\nexec sleep 99\n");
+        QFile(path).setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+        QFile pid(path + ".pid");
+        QByteArray number;
+        {
+            PictureProgram pictures(path, 60s);
+            pictures.ask({"a", "BM", 100});
+            const auto hasBegun = [&] {
+                pid.close();
+                return pid.open(QIODevice::ReadOnly) && (number = pid.readLine()).endsWith('\n');
+            };
+            QVERIFY(QTest::qWaitFor(hasBegun, limitMs));
+        }
+        QVERIFY(::kill(number.trimmed().toInt(), 0) != 0 && errno == ESRCH);
     }
 
     void aPassThatTakesTooLongGoesOnAtTheNextStart()
