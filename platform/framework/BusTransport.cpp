@@ -8,6 +8,7 @@
 
 #include <QDBusConnectionInterface>
 #include <QDBusError>
+#include <QDBusServiceWatcher>
 
 namespace {
 
@@ -99,6 +100,21 @@ bool BusTransport::subscribe(const QString &eventName, QObject *receiver, const 
     }
     m_subscriptions.insert(eventName, {receiver, method});
     return true;
+}
+
+std::unique_ptr<ModuleWatch> BusTransport::watch(const QString &module)
+{
+    auto watch = std::make_unique<ModuleWatch>();
+    auto *watcher = new QDBusServiceWatcher(KestinBus::serviceName(module), m_connection,
+                                            QDBusServiceWatcher::WatchForOwnerChange, watch.get());
+    const auto tell = [watch = watch.get()](const QString &, const QString &before, const QString &now) {
+        if (!before.isEmpty())
+            Q_EMIT watch->left();
+        if (!now.isEmpty())
+            Q_EMIT watch->came();
+    };
+    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, watch.get(), tell);
+    return watch;
 }
 
 void BusTransport::deliver(const QString &eventName, const ListEventArgument &arguments)

@@ -26,6 +26,7 @@ public:
     void send(const QString &module, const QString &method, const QVariantList &arguments) override;
     bool sendEvent(const QString &module, const KestinEvent &event) override;
     bool subscribe(const QString &eventName, QObject *receiver, const QByteArray &slotSignature) override;
+    std::unique_ptr<ModuleWatch> watch(const QString &module) override;
 
     /// Registers the module's object and claims its name, in this order, so that whoever sees the name can call.
     /// Empty on success, otherwise why not (the name is taken, say).

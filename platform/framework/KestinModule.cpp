@@ -95,6 +95,11 @@ bool KestinModule::subscribeEvent(const QString &eventName, QObject *receiver, c
     return m_transport && m_transport->subscribe(eventName, receiver, slotSignature);
 }
 
+std::unique_ptr<ModuleWatch> KestinModule::watchModule(const QString &module)
+{
+    return transport().watch(module);
+}
+
 bool KestinModule::notifyEvent(const KestinEvent &event)
 {
     return m_transport && m_transport->sendEvent(m_name, event);

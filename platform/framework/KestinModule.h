@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/framework/KestinEvent.h"
+#include "platform/framework/ModuleWatch.h"
 #include "platform/framework/RemoteCaller.h"
 #include "platform/records/Capability.h"
 
@@ -9,6 +10,8 @@
 #include <QMap>
 #include <QObject>
 #include <QStringList>
+
+#include <memory>
 
 class KestinTransport;
 
@@ -54,6 +57,8 @@ public:
 
     /// Calls the slot (its signature, taking one KestinEvent) for every event of this name. False when it cannot.
     bool subscribeEvent(const QString &eventName, QObject *receiver, const char *slotSignature);
+    /// Tells when the other module leaves the bus or comes to it, until the watch is destroyed.
+    std::unique_ptr<ModuleWatch> watchModule(const QString &module);
     /// Whether the event was handed to the bus. An event of more than 24 MiB is not.
     bool notifyEvent(const KestinEvent &event);
     /// Asks the module "Presentation" for a popup; nobody there is no failure.

@@ -2,9 +2,12 @@
 #pragma once
 
 #include "platform/framework/KestinEvent.h"
+#include "platform/framework/ModuleWatch.h"
 #include "platform/framework/RemoteCaller.h"
 
 #include <QByteArray>
+
+#include <memory>
 
 class QObject;
 
@@ -19,4 +22,7 @@ public:
     /// given by its signature ("slot_changed(KestinEvent)", by value or by reference). False when the receiver has no
     /// such slot or the subscription cannot be made. Ends with the receiver.
     virtual bool subscribe(const QString &eventName, QObject *receiver, const QByteArray &slotSignature) = 0;
+
+    /// Watches the module from now on, until the watch is destroyed.
+    virtual std::unique_ptr<ModuleWatch> watch(const QString &module) = 0;
 };

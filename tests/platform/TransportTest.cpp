@@ -113,6 +113,7 @@ private Q_SLOTS:
     void aPeerThatDiedIsAskedAgainWhenItIsBack();
     void eventsReachOnlyThoseWhoWantThem();
     void whatCannotWorkIsRefused();
+    void aModuleIsWatched();
     void aTakenNameIsRefused();
     void aPopupIsAskedOfThePresentation();
     void failuresOfASlotAreErrorReplies_data();
@@ -223,6 +224,21 @@ void TransportTest::whatCannotWorkIsRefused()
     event.addArgument(QStringList(2, QString(tooLarge / 2, u'a')), u"contactIds"_s, true);
     QVERIFY(!m_module->notifyEvent(event));
     QVERIFY(m_module->notifyEvent({u"small"_s, {}}));
+}
+
+void TransportTest::aModuleIsWatched()
+{
+    const std::unique_ptr<ModuleWatch> watch = m_module->watchModule(u"Peer"_s);
+    QSignalSpy came(watch.get(), &ModuleWatch::came);
+    QSignalSpy left(watch.get(), &ModuleWatch::left);
+    Peer peer;
+    for (int times = 1; times < 3; ++times) {
+        publishPeer(u"Peer"_s, peer);
+        QTRY_COMPARE(came.size(), times);
+        QCOMPARE(left.size(), times - 1);
+        QDBusConnection::disconnectFromBus(u"peer"_s);
+        QTRY_COMPARE(left.size(), times);
+    }
 }
 
 void TransportTest::aTakenNameIsRefused()

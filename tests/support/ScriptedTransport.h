@@ -4,6 +4,7 @@
 #include "platform/framework/KestinTransport.h"
 
 #include <QDBusError>
+#include <QHash>
 
 #include <functional>
 
@@ -25,6 +26,7 @@ public:
     QList<Call> calls;
     QList<KestinEvent> events;
     QStringList subscriptions;
+    QHash<QString, ModuleWatch *> watches; ///< by module, the latest
     bool eventsAreDelivered = true;
     bool subscriptionsWork = true;
 
@@ -55,6 +57,12 @@ public:
     {
         subscriptions.append(eventName);
         return subscriptionsWork;
+    }
+    std::unique_ptr<ModuleWatch> watch(const QString &module) override
+    {
+        auto watch = std::make_unique<ModuleWatch>();
+        watches.insert(module, watch.get());
+        return watch;
     }
 
     QStringList eventNames() const
