@@ -94,8 +94,7 @@ bool KestinDirectory::run()
     m_fields.icsLogin = false;
     const bool isAllowed = m_telephonyMode.getKestinMode();
     KestinLogger::debug("KestinDir run; ICS login  : %1", int(isAllowed));
-    if (isAllowed)
-        m_useCases->serviceRight.check();
+    m_useCases->serviceRight.start(isAllowed);
     return true;
 }
 
@@ -170,6 +169,8 @@ void KestinDirectory::subscribeToWebService()
     };
     for (const auto &[event, slot] : handlers)
         subscribeEvent(QLatin1String(event), this, slot); // without them the company directory stays silent
+    m_webServiceWatch = watchModule(QStringLiteral("WSManager"));
+    m_useCases->followCompanyDirectory(*m_webServiceWatch);
 }
 
 void KestinDirectory::eventsSyncSubscription()

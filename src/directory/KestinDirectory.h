@@ -138,6 +138,7 @@ private:
     TelephonyMode m_telephonyMode;
     ReadOnlyMode m_readOnlyMode;
     std::unique_ptr<UseCases> m_useCases;
+    std::unique_ptr<ModuleWatch> m_webServiceWatch;
     std::unique_ptr<NewsPublication> m_news;
     AdaptorFactory m_makeAdaptor;
     QDBusAbstractAdaptor *m_adaptor = nullptr; ///< a child of this object

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "src/directory/UseCases.h"
 
+#include "platform/framework/ModuleWatch.h"
 #include "src/dao/Connection.h"
 #include "src/search/ContactOrdering.h"
 
@@ -84,4 +85,13 @@ void UseCases::connectCompanyDirectory()
                      [this](const QString &reqId, const Contact &contact) {
                          creation.createLocalContact(reqId, contact); // refused like any other
                      });
+}
+
+void UseCases::followCompanyDirectory(const ModuleWatch &manager)
+{
+    QObject::connect(&manager, &ModuleWatch::left, &search, [this] {
+        serviceRight.managerLeft();
+        search.mailbox().abandon();
+    });
+    QObject::connect(&manager, &ModuleWatch::came, &search, [this] { serviceRight.managerCame(); });
 }

@@ -31,6 +31,7 @@
 #include "src/search/ContactSearch.h"
 
 class Connection;
+class ModuleWatch;
 
 /// The collaborators that work on the open store, each made with exactly what it needs, and what one tells another.
 /// Made at init, when the tables are there; destroyed before the database.
@@ -64,6 +65,9 @@ struct UseCases
     PhotoDownloads photoDownloads;
     ContactExport contactExport;
     ContactImport contactImport;
+
+    /// What the company directory's leaving and coming means; the watch must not outlive this object.
+    void followCompanyDirectory(const ModuleWatch &manager);
 
 private:
     void connectPhotos();

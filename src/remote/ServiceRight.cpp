@@ -6,6 +6,8 @@
 
 #include <QDBusReply>
 
+#include <utility>
+
 namespace {
 const QString webServiceManager = QStringLiteral("WSManager");
 }
@@ -14,6 +16,25 @@ ServiceRight::ServiceRight(RemoteCaller &caller, DirectoryFields &fields)
     : m_caller(caller)
     , m_fields(fields)
 {
+}
+
+void ServiceRight::start(bool isAllowed)
+{
+    m_isAllowed = isAllowed;
+    managerCame();
+}
+
+void ServiceRight::managerLeft()
+{
+    if (std::exchange(m_fields.icsLogin, false))
+        KestinLogger::warning("The company directory has left the bus: searches find what the phone has");
+    m_attributesInitialised = false;
+}
+
+void ServiceRight::managerCame()
+{
+    if (m_isAllowed)
+        check();
 }
 
 bool ServiceRight::check()

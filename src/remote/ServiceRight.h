@@ -10,6 +10,13 @@ class ServiceRight
 public:
     ServiceRight(RemoteCaller &caller, DirectoryFields &fields);
 
+    /// At the start: `isAllowed` by the phone's mode, which says whether the right is asked for.
+    void start(bool isAllowed);
+    /// The web-service manager has left the bus: there is no right until it is given again.
+    void managerLeft();
+    /// It is back on the bus: the right is asked for again if the mode allowed it at the start.
+    void managerCame();
+
     /// Asks the web-service manager (5 s at most). A valid answer becomes `icsLogin`, an error leaves it as it was.
     /// When it is true the attributes of the directory are asked for. The answer is whether these are initialised: not
     /// yet.
@@ -21,5 +28,6 @@ public:
 private:
     RemoteCaller &m_caller;
     DirectoryFields &m_fields;
+    bool m_isAllowed = false;
     bool m_attributesInitialised = false;
 };

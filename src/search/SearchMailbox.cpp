@@ -54,6 +54,14 @@ bool SearchMailbox::isReplaced() const
     return m_isReplaced;
 }
 
+void SearchMailbox::abandon()
+{
+    const std::lock_guard lock(m_mutex);
+    for (Box &box : m_boxes)
+        box.isAbandoned = true;
+    m_changed.notify_all();
+}
+
 void SearchMailbox::end()
 {
     const std::lock_guard lock(m_mutex);
@@ -65,15 +73,17 @@ void SearchMailbox::end()
 bool SearchMailbox::waitUntilStarted(const QString &searchId)
 {
     std::unique_lock lock(m_mutex);
-    const auto isStarted = [&] { return m_boxes.value(searchId).isStarted; };
-    m_changed.wait_for(lock, waitLimit, [&] { return m_hasEnded || isStarted(); });
-    return isStarted();
+    const auto box = [&] { return m_boxes.value(searchId); };
+    m_changed.wait_for(lock, waitLimit, [&] { return m_hasEnded || box().isAbandoned || box().isStarted; });
+    return box().isStarted;
 }
 
 bool SearchMailbox::waitForAnswer(const QString &searchId)
 {
     std::unique_lock lock(m_mutex);
-    return m_changed.wait_for(lock, waitLimit, [&] { return m_isReplaced || m_boxes.value(searchId).isReady; });
+    const auto box = [&] { return m_boxes.value(searchId); };
+    m_changed.wait_for(lock, waitLimit, [&] { return m_isReplaced || box().isAbandoned || box().isReady; });
+    return m_isReplaced || box().isReady;
 }
 
 SearchMailbox::Answer SearchMailbox::take(const QString &searchId)

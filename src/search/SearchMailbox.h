@@ -37,6 +37,8 @@ public:
     void setReplaced(bool isReplaced);
     bool isReplaced() const;
 
+    /// The company directory has gone: the waits of the searches that run are over at once, and count as in vain.
+    void abandon();
     /// The service ends: every wait is over at once, and counts as one in vain.
     void end();
 
@@ -52,6 +54,7 @@ private:
     {
         bool isStarted = false;
         bool isReady = false;
+        bool isAbandoned = false;
         Answer answer;
     };
 

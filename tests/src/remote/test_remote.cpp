@@ -61,6 +61,18 @@ void TestRemote::theRightDecides()
     right.check();
     QVERIFY(!fields.icsLogin); // withdrawn
     QCOMPARE(transport.calls.size(), 1);
+    for (const bool isAllowed : {false, true}) {
+        transport.answer = [](const ScriptedTransport::Call &, const QDBusMessage &message) {
+            return message.createReply(QVariant(true));
+        };
+        right.start(isAllowed);
+        QCOMPARE(fields.icsLogin, isAllowed);
+        fields.icsLogin = true; // an availability event has said so
+        right.managerLeft();
+        QVERIFY(!fields.icsLogin);
+        right.managerCame();
+        QCOMPARE(fields.icsLogin, isAllowed);
+    }
     right.setAttributesInitialised(false);
     QVERIFY(log.contains("<4>Attributes have not been correctly initialized"));
 }
