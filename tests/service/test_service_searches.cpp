@@ -2,7 +2,6 @@
 #include "tests/service/PhoneUnderTest.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QRandomGenerator>
 #include <QTest>
@@ -69,8 +68,7 @@ private Q_SLOTS:
 
     void bothSidesAreFound();
     void aRemoteContactIsCopied();
-    void aHangingDirectoryDelaysNobody();
-    void aDirectoryThatDiesDelaysNobody();
+    void aDirectoryThatHangsAndDiesDelaysNobody();
     void searchesAtRandomLeaveNothingBehind();
 
 private:
@@ -135,26 +133,13 @@ void TestServiceSearches::aRemoteContactIsCopied()
     }));
 }
 
-void TestServiceSearches::aHangingDirectoryDelaysNobody()
-{
-    phone->company.freeze();
-    QElapsedTimer timer;
-    timer.start();
-    phone->call("startSearchContactByName", byName("s", "mar"));
-    QTRY_VERIFY(!phone->firstResults.value("s").isEmpty());
-    QVERIFY2(timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
-    QCOMPARE(phone->code("getContactTypeById", {"##"}), 1);
-    QVERIFY(complete("s"));
-    phone->company.thaw();
-    QCOMPARE(results("s").size(), 1);
-}
-
-void TestServiceSearches::aDirectoryThatDiesDelaysNobody()
+void TestServiceSearches::aDirectoryThatHangsAndDiesDelaysNobody()
 {
     constexpr int soonMs = 3000;
     phone->company.freeze();
     phone->call("startSearchContactByName", byName("s", "mar"));
-    QTRY_VERIFY(!phone->firstResults.value("s").isEmpty());
+    QTRY_VERIFY_WITH_TIMEOUT(!phone->firstResults.value("s").isEmpty(), soonMs);
+    QCOMPARE(phone->code("getContactTypeById", {"##"}), 1);
     phone->company.kill();
     QVERIFY(complete("s", soonMs));
     QCOMPARE(results("s").value(0).name, "Martin");
