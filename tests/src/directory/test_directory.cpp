@@ -127,6 +127,7 @@ private Q_SLOTS:
     void eventsCarryTheirArguments();
     void aFailedEventIsOnlyLogged();
     void anAnonymousContactShowsThePopup();
+    void anImportShowsWhatFailed_data();
     void anImportShowsWhatFailed();
     void restoringEmptiesTheStore();
 };
@@ -278,6 +279,9 @@ void TestDirectory::startsWithoutAnyPeer()
     QCOMPARE(module.directory.createLocalContact("r", Contact()), 3); // no capacity is known
     QCOMPARE(module.transport.eventNames(), QStringList("DIR_CONTACT_DB_FULL"));
     QVERIFY(module.transport.events.first().arguments().isEmpty());
+    QCOMPARE(module.directory.createLocalContact("CACHED_REQID", Contact()), 0);
+    QVERIFY(module.log.contains("<7>createLocalContact: contact type is CACHED, maxCachedContacts=40, "
+                                "currentNbCachedContacts=0"));
 }
 
 void TestDirectory::photosMadeSquareAtStartAreTold()
@@ -323,7 +327,14 @@ void TestDirectory::settingsAreReadInOrderAndFollowed()
 
     QCOMPARE(module.directory.createLocalContact("r", Contact()), 0);
     QCOMPARE(module.directory.createLocalContact("r", Contact()), 3);
+    const auto exported = [&module, later = QDateTime::currentDateTimeUtc().addDays(1)] {
+        module.directory.exportToXml(module.folder.filePath("contacts.xml"), 0, true, "id", "device", later, later);
+        return module.transport.events.last().argument<ImpExpStatus>("status").toString();
+    };
+    QCOMPARE(exported(), "Success"); // whoever synchronises is told of the capacity
+    QCOMPARE(exported(), "NothingToDo");
     module.change("dirMaxContactChanged", "2");
+    QCOMPARE(exported(), "Success");
     QVERIFY(module.log.contains("<6>KestinDIR::dirMaxContactChanged to 2"));
     QCOMPARE(module.directory.createLocalContact("r", Contact()), 0);
     module.change("dirMaxContactChanged", "12abc");
@@ -406,10 +417,18 @@ void TestDirectory::anAnonymousContactShowsThePopup()
                                 "text:Impossible to create anonymous contact."));
 }
 
+void TestDirectory::anImportShowsWhatFailed_data()
+{
+    QTest::addColumn<QString>("quota");
+    QTest::newRow("no room for photos") << "0";
+    QTest::newRow("room beyond what a number holds") << "4096";
+}
+
 void TestDirectory::anImportShowsWhatFailed()
 {
+    QFETCH(QString, quota);
     Module module;
-    module.settings = {{"DirMaxContact", "10"}}; // and no room for photos
+    module.settings = {{"DirMaxContact", "10"}, {"FileDiskUserQuota", quota}};
     module.start();
     QFile file(module.folder.filePath("contacts.xml"));
     QVERIFY(file.open(QIODevice::WriteOnly));
@@ -427,7 +446,7 @@ void TestDirectory::anImportShowsWhatFailed()
                                "removing contacts with photos.",
                                R"(The imported contact with duid="one" is not stored into the local database.)",
                                R"(The imported contact with duid="two" is not stored into the local database.)"};
-    QCOMPARE(popups, expected);
+    QCOMPARE(popups, expected.mid(quota == "0" ? 0 : 1));
     QVERIFY(module.log.contains("<6>KestinDirectory::showPopupContactFailureDuringSynchronization : ### Popup ### "
                                 "text:" +
                                 expected.last()));
