@@ -3,11 +3,8 @@
 
 #include "platform/framework/KestinException.h"
 #include "platform/framework/KestinLogger.h"
-#include "src/dao/DaoContact.h"
-#include "src/dao/Transaction.h"
 
 #include <QDBusReply>
-#include <QHash>
 
 #include <array>
 #include <type_traits>
@@ -35,14 +32,6 @@ constexpr std::array numbers{
 bool isComplete(const QStringList &answer)
 {
     return answer.size() >= qsizetype(numbers.size());
-}
-
-QStringList rawNumbers(const Contact &contact)
-{
-    QStringList result;
-    for (const Number &number : numbers)
-        result.append(contact.*number.raw);
-    return result;
 }
 
 void setNumbers(Contact &contact, QString Contact::*Number::*kind, const QStringList &values)
@@ -74,12 +63,6 @@ std::optional<std::invoke_result_t<Call>> attempted(Call call)
 }
 
 } // namespace
-
-CanonicalNumbers::CanonicalNumbers(RemoteCaller &caller, DaoContact &dao)
-    : m_caller(caller)
-    , m_dao(dao)
-{
-}
 
 NumbersOfMany::NumbersOfMany(CanonicalNumbers &numbers)
     : m_numbers(numbers)
@@ -135,15 +118,42 @@ void CanonicalNumbers::makeCanonicalNumberListWithoutPrefix(Contact &contact)
     }
 }
 
-/// The numbers of many; none when there is no answer.
-CanonicalNumbers::NumbersById CanonicalNumbers::answerOf(const QDBusMessage &message)
+/// Nothing when there is no answer.
+std::optional<CanonicalNumbers::NumbersById> CanonicalNumbers::answerOf(const QDBusMessage &message)
 {
     const QDBusReply<NumbersById> reply = message;
     if (reply.isValid())
         return reply.value();
     noteSilence(message);
     KestinLogger::error("fillContactsCanonicalNumbers failed to call Telephony %1", reply.error().message());
-    return {};
+    return std::nullopt;
+}
+
+std::optional<CanonicalNumbers::NumbersById>
+CanonicalNumbers::makeCanonicalNumberMapWithoutPrefix(const ListContact &contacts)
+{
+    if (contacts.isEmpty())
+        return NumbersById();
+    NumbersById request;
+    for (const Contact &contact : contacts)
+        request.insert(contact.contactId, rawNumbers(contact));
+    const auto reply = attempted([&] { return call(manyNumbers, QVariant::fromValue(request)); });
+    return reply ? answerOf(*reply) : std::nullopt;
+}
+
+QStringList CanonicalNumbers::rawNumbers(const Contact &contact)
+{
+    QStringList result;
+    for (const Number &number : numbers)
+        result.append(contact.*number.raw);
+    return result;
+}
+
+bool CanonicalNumbers::setCanonicalNumbers(Contact &contact, const QStringList &answer)
+{
+    if (isComplete(answer))
+        setNumbers(contact, &Number::canonical, answer);
+    return isComplete(answer);
 }
 
 CanonicalNumbers::FillNumbers CanonicalNumbers::askForCanonicalNumbers(const ListContact &contacts)
@@ -159,48 +169,11 @@ CanonicalNumbers::FillNumbers CanonicalNumbers::askForCanonicalNumbers(const Lis
         NumbersById answer;
         if (call && !m_isSilent) {
             call->waitForFinished();
-            answer = answerOf(call->reply());
+            answer = answerOf(call->reply()).value_or(NumbersById());
         }
         for (qsizetype i = 0; i < asked.size(); ++i) {
             const QStringList canonical = answer.value(QString::number(i));
             setNumbers(asked[i], &Number::canonical, isComplete(canonical) ? canonical : rawNumbers(asked.at(i)));
         }
     };
-}
-
-void CanonicalNumbers::fillContactsCanonicalNumbers()
-{
-    const ListContact all = m_dao.getAllContact();
-    if (all.isEmpty()) {
-        KestinLogger::debug("fillContactsCanonicalNumbers No contact to canonize");
-        return;
-    }
-    QHash<QString, Contact> contacts;
-    NumbersById request;
-    for (const Contact &contact : all) {
-        contacts.insert(contact.contactId, contact);
-        request.insert(contact.contactId, rawNumbers(contact));
-    }
-    const auto reply = attempted([&] { return call(manyNumbers, QVariant::fromValue(request)); });
-    const NumbersById answer = reply ? answerOf(*reply) : NumbersById();
-    if (answer.isEmpty())
-        return;
-    Transaction transaction(m_dao.connection());
-    for (auto entry = answer.cbegin(); entry != answer.cend(); ++entry) {
-        const auto contact = contacts.constFind(entry.key());
-        if (contact == contacts.cend())
-            KestinLogger::error("fillContactsCanonicalNumbers Unknown contactID %1", entry.key());
-        else if (isComplete(entry.value()) && !store(*contact, entry.value()))
-            return;
-    }
-    transaction.commit();
-}
-
-bool CanonicalNumbers::store(Contact contact, const QStringList &canonicalNumbers)
-{
-    const Contact before = contact;
-    setNumbers(contact, &Number::canonical, canonicalNumbers);
-    if (contact == before)
-        return true; // nothing to write, and flash wears
-    return m_dao.updateContact(contact) == 0 && m_dao.misc().replacePairs(contact.contactId, contact.misc) == 0;
 }

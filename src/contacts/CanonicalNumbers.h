@@ -8,15 +8,17 @@
 #include <QStringList>
 
 #include <functional>
-
-class DaoContact;
+#include <optional>
 
 /// Has the telephony service make the numbers of contacts dialable and canonical. Every failure of it is absorbed: it
 /// is logged, and the numbers stay as told below. Main thread only.
 class CanonicalNumbers
 {
 public:
-    CanonicalNumbers(RemoteCaller &caller, DaoContact &dao);
+    explicit CanonicalNumbers(RemoteCaller &caller)
+        : m_caller(caller)
+    {
+    }
 
     /// Replaces the five raw numbers with what can be dialled; left as they are on failure.
     void extractDialableNumberList(Contact &contact);
@@ -28,23 +30,26 @@ public:
     using FillNumbers = std::function<void(ListContact &contacts)>;
     FillNumbers askForCanonicalNumbers(const ListContact &contacts);
 
-    /// Makes the canonical numbers of every stored contact anew, in one transaction; on failure all keep their old
-    /// ones. No news are told.
-    void fillContactsCanonicalNumbers();
+    /// What telephony answers, five numbers by contact id, as a rule; nothing when it does not (logged).
+    using NumbersById = QMapQStringQStringList;
+    std::optional<NumbersById> makeCanonicalNumberMapWithoutPrefix(const ListContact &contacts);
+    static QStringList rawNumbers(const Contact &contact);
+    /// Takes the five from such an answer. False, and the contact is as it was, when there are fewer.
+    static bool setCanonicalNumbers(Contact &contact, const QStringList &answer);
+
+    /// Whether telephony has let a call run into its time limit under the NumbersOfMany that live.
+    bool isSilent() const { return m_isSilent; }
 
 private:
     friend class NumbersOfMany;
-    using NumbersById = QMapQStringQStringList;
 
     QDBusMessage call(const QString &method, const QVariant &argument);
     void noteSilence(const QDBusMessage &reply);
-    NumbersById answerOf(const QDBusMessage &message);
-    bool store(Contact contact, const QStringList &canonicalNumbers);
+    std::optional<NumbersById> answerOf(const QDBusMessage &message);
 
     RemoteCaller &m_caller;
-    DaoContact &m_dao;
-    int m_lists = 0;         ///< NumbersOfMany that live
-    bool m_isSilent = false; ///< telephony has let a call of theirs run into its time limit
+    int m_lists = 0; ///< NumbersOfMany that live
+    bool m_isSilent = false;
 };
 
 /// While it lives, what is asked for are the numbers of one list, import or pass at start: when telephony has let one

@@ -37,6 +37,8 @@ bool DialingRules::dialingRulesChanged()
         copies.append(calls.getSetting(copyOf(key)));
     if (rules == copies)
         return false;
+    if (!m_numbers.markStale())
+        return true;
     for (qsizetype i = 0; i < rules.size(); ++i)
         calls.setSettingConfirmed(copyOf(ruleKeys().at(i)), rules.at(i)); // logged there when it fails
     return true;

@@ -27,3 +27,14 @@ QSqlQuery Connection::executeQuery(const QString &sql)
         KestinLogger::error("Error while executing query %1 : %2", query.lastQuery(), query.lastError().text());
     return query;
 }
+
+int Connection::userVersion()
+{
+    QSqlQuery query = executeQuery(QStringLiteral("PRAGMA user_version"));
+    return query.next() ? query.value(0).toInt() : -1;
+}
+
+bool Connection::setUserVersion(int version)
+{
+    return executeQuery(QStringLiteral("PRAGMA user_version=%1").arg(version)).isActive();
+}

@@ -22,6 +22,11 @@ public:
     quint64 epoch() const { return m_epoch; }
     void beginEpoch() { ++m_epoch; }
 
+    /// A number that the file keeps for its user, 0 in a new one; -1 when it cannot be read (logged). Setting it is
+    /// part of the transaction that is going on; false when it fails (logged).
+    int userVersion();
+    bool setUserVersion(int version);
+
     /// Executes one statement; a failure is logged and shows in the query's state. Never throws.
     QSqlQuery executeQuery(const QString &sql);
 

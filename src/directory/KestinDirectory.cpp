@@ -202,8 +202,8 @@ void KestinDirectory::preparePhotoDirectory()
 void KestinDirectory::updateCanonicalNumbers()
 {
     KestinLogger::debug("KestinDirectory::init() : updating canonical numbers...");
-    if (m_useCases->dialingRules.dialingRulesChanged()) {
-        m_useCases->numbers.fillContactsCanonicalNumbers();
+    if (m_useCases->dialingRules.dialingRulesChanged() || m_useCases->storedNumbers.areStale()) {
+        m_useCases->storedNumbers.fillContactsCanonicalNumbers();
         KestinLogger::debug("KestinDirectory::init() : updating canonical numbers... done.");
     } else {
         KestinLogger::debug("KestinDirectory::init() : updating canonical numbers... dialingRules dont have change, "

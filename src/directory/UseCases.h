@@ -12,6 +12,7 @@
 #include "src/contacts/DefaultContacts.h"
 #include "src/contacts/DialingRules.h"
 #include "src/contacts/LatinNames.h"
+#include "src/contacts/StoredNumbers.h"
 #include "src/dao/DaoContact.h"
 #include "src/fields/DirectoryFields.h"
 #include "src/impexp/ContactExport.h"
@@ -42,6 +43,7 @@ struct UseCases
     DaoContact dao;
     ContactNews news;
     CanonicalNumbers numbers;
+    StoredNumbers storedNumbers;
     DialingRules dialingRules;
     LatinNames latinNames;
     ContactDeletion deletion;
