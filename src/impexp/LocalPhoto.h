@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "src/fields/PhotoRules.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -9,7 +11,7 @@
 /// The image that the photo field of a contact names on this phone.
 namespace LocalPhoto {
 
-constexpr qint64 maxBytes = 10 * 1024 * 1024;
+constexpr qint64 maxBytes = PhotoRules::maxBytes;
 
 /// False for no photo and for one on the web.
 bool isLocal(const QString &photo);

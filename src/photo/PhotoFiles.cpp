@@ -4,6 +4,7 @@
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/DurableFile.h"
 #include "src/dao/DaoContact.h"
+#include "src/fields/PhotoRules.h"
 #include "src/photofiles/SquarePicture.h"
 
 #include <QDir>
@@ -11,12 +12,6 @@
 #include <QFileInfo>
 #include <QSaveFile>
 #include <QUuid>
-
-namespace {
-
-constexpr QLatin1String prefix("photo_");
-
-} // namespace
 
 PhotoFiles::PhotoFiles(DaoContact &dao, const DirectoryFields &fields)
     : m_dao(dao)
@@ -26,11 +21,15 @@ PhotoFiles::PhotoFiles(DaoContact &dao, const DirectoryFields &fields)
 
 QString PhotoFiles::keep(const QByteArray &picture, qint64 leaving)
 {
+    if (picture.size() > PhotoRules::maxBytes) {
+        KestinLogger::error("A photo of %1 bytes is not kept, it is too large", picture.size());
+        return {};
+    }
     if (picture.size() > room() + leaving) {
         Q_EMIT quotaExceeded();
         return {};
     }
-    QString path = m_fields.photoDirectory + prefix + QUuid::createUuid().toString(QUuid::Id128);
+    QString path = m_fields.photoDirectory + PhotoRules::prefix + QUuid::createUuid().toString(QUuid::Id128);
     if (SquarePicture::isSquareJpeg(picture))
         path += SquarePicture::suffix();
     if (!write(path, picture))
@@ -41,7 +40,7 @@ QString PhotoFiles::keep(const QByteArray &picture, qint64 leaving)
 
 void PhotoFiles::removeIfUnused(const QString &path)
 {
-    if (isOurs(path) && m_dao._nbContactsUsingThisPhotoQuery(path) == 0)
+    if (PhotoRules::isOurs(path, m_fields.photoDirectory) && m_dao._nbContactsUsingThisPhotoQuery(path) == 0)
         remove(path);
 }
 
@@ -54,7 +53,7 @@ void PhotoFiles::sweep()
     for (const QString &photo : *photos)
         names.insert(QFileInfo(photo).fileName());
     const QDir directory(m_fields.photoDirectory);
-    const QStringList ours = directory.entryList({prefix + QLatin1Char('*')}, QDir::Files | QDir::System);
+    const QStringList ours = directory.entryList({PhotoRules::prefix + QLatin1Char('*')}, QDir::Files | QDir::System);
     for (const QString &name : ours) {
         if (!names.contains(name))
             remove(directory.filePath(name));
@@ -78,13 +77,6 @@ bool PhotoFiles::write(const QString &path, const QByteArray &content)
     return failure.isEmpty();
 }
 
-bool PhotoFiles::isOurs(const QString &path) const
-{
-    const qsizetype start = m_fields.photoDirectory.size();
-    return path.startsWith(m_fields.photoDirectory) && QStringView(path).mid(start).startsWith(prefix) &&
-           path.indexOf(QLatin1Char('/'), start) < 0;
-}
-
 qint64 PhotoFiles::total()
 {
     if (!m_total) {
@@ -98,9 +90,7 @@ qint64 PhotoFiles::total()
 
 void PhotoFiles::remove(const QString &path)
 {
-    const qint64 size = QFileInfo(path).size();
     if (!QFile::remove(path))
         KestinLogger::warning("Photo file %1 could not be removed", path);
-    else if (m_total)
-        *m_total -= size;
+    recount(); // it may be one that was never counted
 }

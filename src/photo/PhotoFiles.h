@@ -20,10 +20,10 @@ class PhotoFiles : public QObject
 public:
     PhotoFiles(DaoContact &dao, const DirectoryFields &fields);
 
-    /// Writes the picture to a new file as it is and returns its path. Null when it cannot be written (error line), or
-    /// when all files of the directory would take more than `fileDiskUserQuota` with it (quotaExceeded); `leaving`
-    /// bytes, of files that are about to be removed, do not count. The name of one that has the form of SquarePicture
-    /// says so.
+    /// Writes the picture to a new file as it is and returns its path. Null when it cannot be written or is larger than
+    /// PhotoRules::maxBytes (error line), or when all files of the directory would take more than `fileDiskUserQuota`
+    /// with it (quotaExceeded); `leaving` bytes, of files that are about to be removed, do not count. The name of one
+    /// that has the form of SquarePicture says so.
     QString keep(const QByteArray &picture, qint64 leaving = 0);
     /// Bytes that the files may still take; negative when they take more than the quota.
     qint64 room() { return m_fields.fileDiskUserQuota - total(); }
@@ -32,7 +32,7 @@ public:
     void removeIfUnused(const QString &path);
 
     /// Removes what an interrupted write or a lost answer left behind: files that no contact names, and unfinished
-    /// ones. At start, while nothing is under way.
+    /// ones. While nothing is under way, and no other database names any.
     void sweep();
 
     /// To be called after others have written or removed files in the photo directory.
@@ -46,7 +46,6 @@ Q_SIGNALS:
     void quotaExceeded();
 
 private:
-    bool isOurs(const QString &path) const;
     qint64 total();
     void remove(const QString &path);
 

@@ -461,6 +461,11 @@ private Q_SLOTS:
         QVERIFY(used.startsWith(stand.photo("photo_")) && !unused.isNull() && stand.takeTold().isEmpty());
         QVERIFY(synced.size() == 4 && synced[1] == "photos" && synced[3] == "photos");
         QVERIFY(stand.files.keep("x").isNull() && stand.takeTold() == QStringList{"popup"});
+        stand.files.removeIfUnused(put(stand.photo("photo_2"), QByteArray(500, 'x'))); // was never counted
+        QVERIFY(stand.files.keep("x").isNull() && stand.files.keep("xx", 1).isNull());
+        stand.files.removeIfUnused(stand.files.keep("x", 1));
+        QCOMPARE(stand.takeTold().size(), 2);
+        QDir().mkpath(stand.photo("photo_"));
         stand.add("a", used);
         put(stand.folder.filePath("photo_1"), "x");
         for (const QString &path : {used, unused, stand.folder.filePath("photo_1"), stand.photo("../photo_1"),
@@ -479,7 +484,9 @@ private Q_SLOTS:
         stand.files.sweep();
         QCOMPARE(stand.names(), kept);
 
-        stand.fields.fileDiskUserQuota = 1 << 20;
+        stand.fields.fileDiskUserQuota = 100 << 20;
+        const QByteArray largest(10 << 20, 'x');
+        QVERIFY(!stand.files.keep(largest).isNull() && stand.files.keep(largest + 'x').isNull());
         QVERIFY(stand.files.keep(encoded(colored(100, 100), "jpg")).endsWith(suffix));
         for (const QByteArray &other :
              {encoded(colored(100, 100), "png"), encoded(colored(100, 99), "jpg"), onItsSide(colored(100, 100))})
