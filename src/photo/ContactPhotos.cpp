@@ -92,8 +92,7 @@ void ContactPhotos::giveUp(const QString &contactId)
         return;
     const Download download = take(position);
     m_pictures.drop(download.picture);
-    if (download.reply)
-        download.reply->abort();
+    m_network.giveUp(download.reply);
 }
 
 bool ContactPhotos::requestFinished(QNetworkReply *reply)

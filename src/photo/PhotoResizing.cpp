@@ -3,6 +3,7 @@
 
 #include "platform/framework/KestinLogger.h"
 #include "src/dao/DaoContact.h"
+#include "src/fields/PhotoRules.h"
 #include "src/photo/PhotoFiles.h"
 #include "src/photofiles/PictureProgram.h"
 #include "src/photofiles/SquarePicture.h"
@@ -113,7 +114,7 @@ void PhotoResizing::resizePhoto(const Contact &contact)
     if (path.isNull()) {
         KestinLogger::error("KestinDirectory::resizeContactPhotosIfNeeded: failed while trying to resize photo: %1 to "
                             "%2",
-                            photo, photo + SquarePicture::suffix());
+                            PhotoRules::shown(photo), PhotoRules::shown(photo + SquarePicture::suffix()));
         return;
     }
     KestinLogger::debug("KestinDirectory::resizeContactPhotosIfNeeded: successfully resized photo: %1 to %2", photo,

@@ -2,6 +2,7 @@
 #include "src/photo/UserPhoto.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "src/fields/PhotoRules.h"
 #include "src/photo/KestinDirectoryNetwork.h"
 #include "src/photo/PhotoAddress.h"
 #include "src/photo/PhotoFiles.h"
@@ -42,8 +43,7 @@ void UserPhoto::setUserPhoto(const QString &value)
 {
     ++m_request; // an answer that is still to come is not for this one
     m_pictures.drop(std::exchange(m_picture, 0));
-    if (m_reply)
-        m_reply->abort();
+    m_network.giveUp(m_reply);
     m_source = value;
     if (value.isEmpty()) {
         removeAllBut(QString());
@@ -58,7 +58,7 @@ void UserPhoto::setUserPhoto(const QString &value)
 void UserPhoto::download(const QString &address)
 {
     if (!PhotoAddress::isToDownload(address)) {
-        KestinLogger::warning("The user's photo is not taken from the phone itself: %1", address);
+        KestinLogger::warning("The user's photo is not taken from the phone itself: %1", PhotoRules::shown(address));
         return;
     }
     const QString stored = storedFrom(address);

@@ -3,6 +3,7 @@
 
 #include "picture/PictureFormat.h"
 #include "platform/framework/KestinLogger.h"
+#include "src/fields/PhotoRules.h"
 #include "src/photofiles/SquarePicture.h"
 
 #include <QDir>
@@ -151,12 +152,13 @@ void PictureRun::log() const
 {
     const QList<QByteArray> size = m_square.isNull() ? QList<QByteArray>() : m_errors.split(' ');
     const int side = m_square.isNull() ? 0 : m_picture.side;
+    const QString name = PhotoRules::shown(m_picture.name);
     if (m_square.isNull())
-        KestinLogger::error("KestinDirectory::resizeAndCropToSquare, failed to load image: %1", m_picture.name);
+        KestinLogger::error("KestinDirectory::resizeAndCropToSquare, failed to load image: %1", name);
     else
-        KestinLogger::debug("KestinDirectory::resizeAndCropToSquare, successfully loaded image: %1", m_picture.name);
+        KestinLogger::debug("KestinDirectory::resizeAndCropToSquare, successfully loaded image: %1", name);
     if (!m_trouble.isEmpty())
-        KestinLogger::warning("Picture %1 cannot be used: %2", m_picture.name, m_trouble);
+        KestinLogger::warning("Picture %1 cannot be used: %2", name, m_trouble);
     KestinLogger::debug("KestinDirectory::resizeAndCropToSquare, size of image is: %1 x %2", size.value(0).toInt(),
                         size.value(2).toInt());
     KestinLogger::debug("KestinDirectory::resizeAndCropToSquare, about to write new image with size: %1 x %2", side,

@@ -2,6 +2,7 @@
 #include "src/search/ContactSearch.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "src/fields/PhotoRules.h"
 #include "src/search/ContactOrdering.h"
 #include "src/search/LocalSearchByNameThread.h"
 #include "src/search/LocalSearchByPhoneNumberThread.h"
@@ -219,11 +220,11 @@ void ContactSearch::rewritePhotoAddresses(ListContact &contacts) const
         return;
     KestinLogger::info("RemoveHttpsFromPhotoUrl: true!");
     for (Contact &contact : contacts) {
-        KestinLogger::debug("Photo URL: %1", contact.photo);
+        KestinLogger::debug("Photo URL: %1", PhotoRules::shown(contact.photo));
         if (!contact.photo.startsWith(QLatin1String("https://")))
             continue;
         contact.photo.replace(0, 5, QLatin1String("http"));
-        KestinLogger::debug("New photo URL: %1", contact.photo);
+        KestinLogger::debug("New photo URL: %1", PhotoRules::shown(contact.photo));
     }
 }
 

@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
 """Serves on 127.0.0.1 what is in the folder that is its argument ("/file/NAME"), and any answer that a path asks for:
-"/once/STATUS/HEADER:VALUE"; "/hold/..." does not close the connection, "/endless/..." does not end. Puts a certificate
+"/once/STATUS/HEADER:VALUE"; "/slow/..." comes after a while, "/hold/..." does not close the connection, "/endless/..."
+does not end, and "/raw/FIRST/MORE" is FIRST and then MORE, again and again unless it is empty. Puts a certificate
 authority (ca.pem) into the folder, writes the paths it sees to "seen", and prints the ports of three servers: HTTP, as
 a proxy too; HTTPS for localhost; the same with an expired certificate."""
 import contextlib
@@ -9,6 +10,7 @@ import ssl
 import subprocess
 import sys
 import threading
+import time
 import urllib.parse
 
 
@@ -20,10 +22,20 @@ def openssl(arguments, data=None):
 class Handler(http.server.BaseHTTPRequestHandler):
     def log_message(self, *_):
         with open(sys.argv[1] + "/seen", "a") as seen:
-            seen.write(self.path + "\n")
+            seen.write(f"{self.path} {self.headers.get('Authorization')}\n")
+
+    def raw(self, first, more):
+        with contextlib.suppress(OSError):
+            self.wfile.write(first)
+            while more:
+                self.wfile.write(more * 4096)
 
     def do_GET(self):
         verb, what, header, *_ = *urllib.parse.urlsplit(self.path).path[1:].split("/", 2), "X:"
+        if verb == "raw":
+            return self.raw(*(urllib.parse.unquote_plus(part).encode() for part in (what, header)))
+        if verb == "slow":
+            time.sleep(0.2)
         self.send_response(200 if verb == "file" else int(what))
         self.send_header(*header.split(":", 1))
         self.end_headers()
