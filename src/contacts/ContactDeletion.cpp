@@ -43,7 +43,7 @@ int ContactDeletion::deleteLocalContact(const QString &reqId, const QString &idC
         write.noteChange(m_fields);
         write.announce(&ContactNews::contactsDeleted, reqId, QStringList{idContact});
     }
-    write.announcePhotoDropped(stored.first().photo);
+    write.announcePhotoDropped(stored.first());
     return write.commit() ? ResultCode::done : ResultCode::writeFailed;
 }
 

@@ -49,7 +49,7 @@ int ContactModification::modifyLocalContact(const QString &reqId, Contact contac
     write.noteChange(m_fields);
     write.announce(&ContactNews::contactsUpdated, reqId, ListContact{contact}, false);
     if (contact.photo != stored.first().photo)
-        write.announcePhotoDropped(stored.first().photo);
+        write.announcePhotoDropped(stored.first());
     write.announcePhotoWanted(contact);
     return isStored && commit(write, contact.contactId) ? ResultCode::done : ResultCode::writeFailed;
 }
@@ -120,7 +120,7 @@ bool ContactModification::replaceInList(Contact &contact, QMapQStringQString &ad
     m_numbers.makeCanonicalNumberListWithoutPrefix(contact);
     ContactWrite one(m_dao, m_news);
     if (contact.photo != stored.first().photo)
-        one.announcePhotoDropped(stored.first().photo);
+        one.announcePhotoDropped(stored.first());
     if (!store(contact, one) || !commit(one, contact.contactId))
         return false;
     addresses.insert(stored.first().contactId, stored.first().collaborationId);

@@ -22,8 +22,8 @@ Q_SIGNALS:
     void previewDeleted(const QString &reqId, const ListContact &contacts, bool requestedByUser);
     /// A contact has this photo now: if it is an address it is to be fetched.
     void photoWanted(const QString &contactId, const QString &photo);
-    /// A contact no longer has this photo: if nobody else has it, its file may go.
-    void photoDropped(const QString &photo);
+    /// A contact no longer has this photo: what was under way for it ends, and if nobody else has it, its file may go.
+    void photoDropped(const QString &contactId, const QString &photo);
     void databaseFull();
     void anonymousContactRefused();
 

@@ -26,10 +26,10 @@ void ContactWrite::announcePhotoWanted(const Contact &contact)
         announce(&ContactNews::photoWanted, contact.contactId, contact.photo);
 }
 
-void ContactWrite::announcePhotoDropped(const QString &photo)
+void ContactWrite::announcePhotoDropped(const Contact &contact)
 {
-    if (!photo.isEmpty())
-        announce(&ContactNews::photoDropped, photo);
+    if (!contact.photo.isEmpty())
+        announce(&ContactNews::photoDropped, contact.contactId, contact.photo);
 }
 
 void ContactWrite::noteChange(DirectoryFields &fields)

@@ -38,7 +38,7 @@ public:
 
     /// Tells that a contact has, or had until now, this photo; nothing to tell when it is empty.
     void announcePhotoWanted(const Contact &contact);
-    void announcePhotoDropped(const QString &photo);
+    void announcePhotoDropped(const Contact &contact);
 
     /// Sets the time of the last change once the write is durable.
     void noteChange(DirectoryFields &fields);

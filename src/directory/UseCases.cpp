@@ -58,14 +58,15 @@ UseCases::UseCases(Connection &connection, RemoteCaller &caller, DirectoryFields
 
 void UseCases::connectPhotos()
 {
-    const auto forget = [this](const QString &, const QStringList &ids) { contactPhotos.forget(ids); };
-    QObject::connect(&news, &ContactNews::contactsDeleted, &contactPhotos, forget);
-    QObject::connect(&contactImport, &ContactImport::contactsDeleted, &contactPhotos, forget);
     QObject::connect(&news, &ContactNews::photoWanted, &contactPhotos, &ContactPhotos::want);
-    // Its file may be one that somebody else has put into the folder.
-    QObject::connect(&news, &ContactNews::photoWanted, &photoFiles, [this] { photoFiles.recount(); });
-    QObject::connect(&news, &ContactNews::photoDropped, &photoFiles, &PhotoFiles::removeIfUnused);
+    QObject::connect(&news, &ContactNews::photoDropped, &contactPhotos, &ContactPhotos::forget);
+    QObject::connect(&news, &ContactNews::photoDropped, &photoFiles,
+                     [this](const QString &, const QString &photo) { photoFiles.removeIfUnused(photo); });
+    // The file that a contact names may be one that somebody else has put into the folder.
+    QObject::connect(&news, &ContactNews::photoWanted, &photoFiles, &PhotoFiles::recount);
+    QObject::connect(&news, &ContactNews::contactsUpdated, &photoFiles, &PhotoFiles::recount);
     QObject::connect(&contactImport, &ContactImport::photoDropped, &photoFiles, &PhotoFiles::removeIfUnused);
+    QObject::connect(&contactImport, &ContactImport::contentChanged, &contactPhotos, &ContactPhotos::giveUpUnfitting);
 }
 
 void UseCases::connectCompanyDirectory()

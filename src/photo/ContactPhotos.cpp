@@ -32,7 +32,7 @@ ContactPhotos::ContactPhotos(KestinDirectoryNetwork &network, PictureProgram &pi
 
 quint32 ContactPhotos::want(const QString &contactId, const QString &photo)
 {
-    giveUp(contactId);
+    forget(contactId);
     if (!PhotoAddress::isToDownload(photo))
         return 0;
     if (++m_lastNumber == 0)
@@ -44,10 +44,30 @@ quint32 ContactPhotos::want(const QString &contactId, const QString &photo)
     return number;
 }
 
-void ContactPhotos::forget(const QStringList &contactIds)
+void ContactPhotos::forget(const QString &contactId)
 {
-    for (const QString &contactId : contactIds)
-        giveUp(contactId);
+    const auto position = m_downloads.find(m_numbers.value(contactId));
+    if (position == m_downloads.end())
+        return;
+    const Download download = take(position);
+    m_pictures.drop(download.picture);
+    m_network.giveUp(download.reply);
+    startWaiting();
+}
+
+void ContactPhotos::giveUpUnfitting()
+{
+    const QStringList contactIds = m_numbers.keys();
+    for (const QString &contactId : contactIds) {
+        if (!stillFits(m_downloads.at(m_numbers.value(contactId))))
+            forget(contactId);
+    }
+}
+
+bool ContactPhotos::stillFits(const Download &download) const
+{
+    const ListContact stored = m_dao.getContact(download.contactId);
+    return !stored.isEmpty() && stored.first().photo == download.address;
 }
 
 void ContactPhotos::startWaiting()
@@ -85,16 +105,6 @@ ContactPhotos::Download ContactPhotos::take(std::map<quint32, Download>::iterato
     return download;
 }
 
-void ContactPhotos::giveUp(const QString &contactId)
-{
-    const auto position = m_downloads.find(m_numbers.value(contactId));
-    if (position == m_downloads.end())
-        return;
-    const Download download = take(position);
-    m_pictures.drop(download.picture);
-    m_network.giveUp(download.reply);
-}
-
 bool ContactPhotos::requestFinished(QNetworkReply *reply)
 {
     const quint32 number = reply->property(numberProperty).toUInt();
@@ -115,8 +125,7 @@ void ContactPhotos::madeSquare(quint32 picture, const QByteArray &square)
 
 void ContactPhotos::apply(const Download &download, const QByteArray &square)
 {
-    const ListContact stored = m_dao.getContact(download.contactId);
-    if (stored.isEmpty() || stored.first().photo != download.address)
+    if (!stillFits(download))
         return;
     const QString path = square.isNull() ? QString() : m_files.keep(square);
     if (path.isNull())

@@ -6,7 +6,6 @@
 #include <QHash>
 #include <QObject>
 #include <QPointer>
-#include <QStringList>
 
 #include <map>
 
@@ -30,8 +29,11 @@ public:
     /// contact. The number of the request; 0 when `photo` is not an address to download from.
     quint32 want(const QString &contactId, const QString &photo);
 
-    /// These contacts are gone, and their ids may come back as somebody else.
-    void forget(const QStringList &contactIds);
+    /// Gives up the download for a contact that is gone or has another photo: its id may come back as somebody else.
+    void forget(const QString &contactId);
+
+    /// The same for all of them: to be called after contacts were written without a word of each.
+    void giveUpUnfitting();
 
     /// Takes a finished reply. False when it is not one that was started here.
     bool requestFinished(QNetworkReply *reply);
@@ -56,7 +58,7 @@ private:
     void start(quint32 number, Download &download);
     void ended(quint32 number);
     Download take(std::map<quint32, Download>::iterator position);
-    void giveUp(const QString &contactId);
+    bool stillFits(const Download &download) const;
     void madeSquare(quint32 picture, const QByteArray &square);
     void apply(const Download &download, const QByteArray &square);
 

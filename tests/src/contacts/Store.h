@@ -78,7 +78,7 @@ struct Store
             news.append(QStringLiteral("wanted %1 %2").arg(id, photo));
         });
         QObject::connect(told, &ContactNews::photoDropped,
-                         [this](const QString &photo) { news.append(QStringLiteral("dropped ") + photo); });
+                         [this](const QString &, const QString &photo) { news.append("dropped " + photo); });
         QObject::connect(told, &ContactNews::databaseFull, [this] { news.append(QStringLiteral("full")); });
         QObject::connect(told, &ContactNews::anonymousContactRefused,
                          [this] { news.append(QStringLiteral("anonymous")); });

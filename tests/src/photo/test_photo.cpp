@@ -620,6 +620,19 @@ private Q_SLOTS:
         QVERIFY(stand.log.lines.filter("secret").isEmpty());
     }
 
+    void whatNobodyWantsGivesItsPlaceBack()
+    {
+        Stand stand;
+        for (const char *gone : {"0", "1", "2", "3"})
+            stand.contacts.want(gone, site + "/once/302/Location:/hold/200");
+        QTRY_COMPARE_WITH_TIMEOUT(stand.log.lines.filter("sent on to").size(), 4, limitMs);
+        stand.add("a", site + "/file/a.jpg");
+        stand.contacts.want("a", site + "/file/a.jpg");
+        stand.contacts.giveUpUnfitting();
+        QTRY_COMPARE_WITH_TIMEOUT(stand.told, QStringList{"a only " + stand.photoOf("a")}, limitMs);
+        QVERIFY(stand.log.lines.filter("<3>").isEmpty() && stand.contacts.pendingCount() == 0);
+    }
+
     void theUserPhotoFollowsTheSetting()
     {
         Stand stand;
