@@ -3,7 +3,6 @@
 
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/KestinPaths.h"
-#include "src/dao/SetAsideFiles.h"
 #include "src/dao/Transaction.h"
 
 #include <QDir>
@@ -201,7 +200,7 @@ bool Database::setAside()
         return true;
     m_connection.reset();
     QSqlDatabase::removeDatabase(QLatin1String(QSqlDatabase::defaultConnection));
-    const QString keptAs = SetAsideFiles(m_filePath).add();
+    const QString keptAs = setAsideFiles().add();
     if (keptAs.isEmpty()) {
         KestinLogger::error("The database %1 failed the check and cannot be set aside", m_filePath);
         return false;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "src/dao/Connection.h"
+#include "src/dao/SetAsideFiles.h"
 
 #include <QSqlError>
 #include <QString>
@@ -35,6 +36,9 @@ public:
     /// three newest of such files are kept. False, with the file left where it lies, when the check failed for another
     /// reason than its content (a full disk, a folder without permission) or when it cannot be moved.
     bool setAside();
+
+    /// The databases that are kept because they failed the check.
+    SetAsideFiles setAsideFiles() const { return SetAsideFiles(m_filePath); }
 
     /// Valid after openDatabase.
     Connection &connection() { return *m_connection; }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "src/dao/SetAsideFiles.h"
 
+#include "platform/framework/KestinLogger.h"
+
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -45,20 +47,28 @@ QString SetAsideFiles::add()
         }
     }
     QFile::remove(m_filePath + indexSuffix);
-    removeOldest();
+    removeBut(keptCount);
     return target;
 }
 
-void SetAsideFiles::removeOldest()
+/// Of the databases, the oldest first.
+QStringList SetAsideFiles::names() const
 {
     const QFileInfo file(m_filePath);
-    QDir folder = file.dir();
-    QStringList names = folder.entryList({file.fileName() + mark + QLatin1Char('*')}, QDir::Files, QDir::Name);
-    names.removeIf(isJournal);
-    while (names.size() > keptCount) {
-        const QString oldest = names.takeFirst();
-        folder.remove(oldest);
+    QStringList found = file.dir().entryList({file.fileName() + mark + QLatin1Char('*')}, QDir::Files, QDir::Name);
+    found.removeIf(isJournal);
+    return found;
+}
+
+void SetAsideFiles::removeBut(int kept)
+{
+    QDir folder = QFileInfo(m_filePath).dir();
+    QStringList oldest = names();
+    oldest.resize(std::max<qsizetype>(0, oldest.size() - kept));
+    for (const QString &name : oldest) {
         for (const QLatin1String suffix : journalSuffixes)
-            folder.remove(oldest + suffix);
+            folder.remove(name + suffix);
+        if (!folder.remove(name))
+            KestinLogger::warning("The database %1 could not be removed", folder.filePath(name));
     }
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 /// The databases that failed the check, kept beside the one in use under its name, a mark and a time stamp.
 class SetAsideFiles
@@ -13,8 +13,14 @@ public:
     /// Nobody may have the database open.
     QString add();
 
+    bool isEmpty() const { return names().isEmpty(); }
+
+    /// Removes all of them, with their journals.
+    void clear() { removeBut(0); }
+
 private:
-    void removeOldest();
+    QStringList names() const;
+    void removeBut(int kept);
 
     QString m_filePath;
 };

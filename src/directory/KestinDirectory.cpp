@@ -8,6 +8,7 @@
 #include "platform/records/UpdateReport.h"
 #include "src/directory/NewsPublication.h"
 #include "src/directory/UseCases.h"
+#include "src/fields/PhotoRules.h"
 #include "src/search/ContactOrdering.h"
 #include "src/search/RemoteSearchByNameThread.h"
 #include "src/search/RemoteSearchByPhoneNumberThread.h"
@@ -49,7 +50,6 @@ bool KestinDirectory::check()
 bool KestinDirectory::deploy()
 {
     KestinLogger::debug("KestinDirectory deploying...");
-    m_isDeployed = true;
     return m_database.setAside() && m_database.createTables();
 }
 
@@ -71,7 +71,8 @@ bool KestinDirectory::init()
     m_fields.readOnlyMode = false;
     m_fields.importOngoing = false;
     const QString defaultContacts = m_settings.getDefaultContactsSetting();
-    KestinLogger::debug("KestinDir run; Got Setting DIRECTORY_SETTING_DEFAULT_CONTACTS%1", defaultContacts);
+    KestinLogger::debug("KestinDir run; Got Setting DIRECTORY_SETTING_DEFAULT_CONTACTS%1",
+                        PhotoRules::shown(defaultContacts));
     m_useCases->defaultContacts.setDefaultContacts(defaultContacts);
     m_fields.lastLocalChangeDate = QDateTime(QDate(1980, 1, 1), QTime(0, 0), Qt::UTC);
     m_settings.readPhotoQuota();
@@ -79,8 +80,7 @@ bool KestinDirectory::init()
             &KestinDirectory::slot_requestFinished);
     updateCanonicalNumbers();
     m_useCases->latinNames.checkAndFillLatinName();
-    if (!m_isDeployed) // a database that has just been set aside names photos, and may be put back
-        m_useCases->photoFiles.sweep();
+    sweepPhotos();
     m_useCases->photoResizing.resizeContactPhotosIfNeeded();
     return true;
 }
@@ -101,8 +101,10 @@ bool KestinDirectory::run()
 bool KestinDirectory::restoreDataToDefault()
 {
     KestinLogger::debug("KestinDirectory restoreDataToDefault...");
-    emptyStore();
+    if (!emptyStore())
+        return false;
     m_useCases->defaultContacts.setDefaultContacts(m_settings.getDefaultContactsSetting());
+    sweepPhotos(); // behind them: they may name some
     m_publisher.publish(DirectoryEvent::contentChanged());
     return false;
 }
@@ -110,16 +112,28 @@ bool KestinDirectory::restoreDataToDefault()
 bool KestinDirectory::restoreDataToFactory()
 {
     KestinLogger::debug("KestinDirectory restoreDataToFactory...");
-    emptyStore();
+    if (!emptyStore())
+        return true;
+    m_database.setAsideFiles().clear();
+    m_useCases->photoFiles.sweep();
+    m_useCases->userPhoto.remove();
     m_publisher.publish(DirectoryEvent::contentChanged());
     return true;
 }
 
-void KestinDirectory::emptyStore()
+/// False, with error lines, when the database refuses.
+bool KestinDirectory::emptyStore()
 {
     // Statements are finished after each use, so none holds the tables.
-    m_database.createTables();
-    m_useCases->photoFiles.sweep();
+    const bool isEmptied = m_database.createTables();
+    m_useCases->contactPhotos.giveUpUnfitting();
+    return isEmptied;
+}
+
+void KestinDirectory::sweepPhotos()
+{
+    if (m_database.setAsideFiles().isEmpty()) // one of them may name photos, and be put back
+        m_useCases->photoFiles.sweep();
 }
 
 void KestinDirectory::registerRecords()
@@ -481,7 +495,7 @@ void KestinDirectory::slot_addContactsToMap(const QString &searchId, const ListC
 
 ListSetting KestinDirectory::defaultContactsChanged(const Setting &setting)
 {
-    KestinLogger::info("KestinDIR::defaultContactsChanged to %1", setting.getValue());
+    KestinLogger::info("KestinDIR::defaultContactsChanged to %1", PhotoRules::shown(setting.getValue()));
     m_useCases->defaultContacts.setDefaultContacts(setting.getValue());
     return {};
 }

@@ -47,9 +47,11 @@ public:
     bool deploy() override;
     bool init() override;
     bool run() override;
-    /// Empties the store and puts the default contacts in. The answer is always false; it does not mean failure.
+    /// Empties the store and puts the default contacts in. Set-aside databases and the user's photo stay. The answer is
+    /// always false; it does not mean failure.
     bool restoreDataToDefault() override;
-    /// Empties the store; true.
+    /// Empties the store and removes what is left of its owner: set-aside databases, all photos, the user's own too.
+    /// The answer is always true.
     bool restoreDataToFactory() override;
 
     // The order of the slots is their meta-call index, which the platform relies on; the adaptor calls them by name.
@@ -126,7 +128,8 @@ private:
     void subscribeToPresentationLoaded();
     void preparePhotoDirectory();
     void updateCanonicalNumbers();
-    void emptyStore();
+    bool emptyStore();
+    void sweepPhotos();
 
     static KestinDirectory *s_instance;
 
@@ -142,5 +145,4 @@ private:
     std::unique_ptr<NewsPublication> m_news;
     AdaptorFactory m_makeAdaptor;
     QDBusAbstractAdaptor *m_adaptor = nullptr; ///< a child of this object
-    bool m_isDeployed = false;                 ///< the store is new
 };

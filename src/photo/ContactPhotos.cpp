@@ -32,7 +32,7 @@ ContactPhotos::ContactPhotos(KestinDirectoryNetwork &network, PictureProgram &pi
 
 quint32 ContactPhotos::want(const QString &contactId, const QString &photo)
 {
-    forget(contactId);
+    giveUp(contactId);
     if (!PhotoAddress::isToDownload(photo))
         return 0;
     if (++m_lastNumber == 0)
@@ -46,12 +46,7 @@ quint32 ContactPhotos::want(const QString &contactId, const QString &photo)
 
 void ContactPhotos::forget(const QString &contactId)
 {
-    const auto position = m_downloads.find(m_numbers.value(contactId));
-    if (position == m_downloads.end())
-        return;
-    const Download download = take(position);
-    m_pictures.drop(download.picture);
-    m_network.giveUp(download.reply);
+    giveUp(contactId);
     startWaiting();
 }
 
@@ -60,8 +55,19 @@ void ContactPhotos::giveUpUnfitting()
     const QStringList contactIds = m_numbers.keys();
     for (const QString &contactId : contactIds) {
         if (!stillFits(m_downloads.at(m_numbers.value(contactId))))
-            forget(contactId);
+            giveUp(contactId);
     }
+    startWaiting();
+}
+
+void ContactPhotos::giveUp(const QString &contactId)
+{
+    const auto position = m_downloads.find(m_numbers.value(contactId));
+    if (position == m_downloads.end())
+        return;
+    const Download download = take(position);
+    m_pictures.drop(download.picture);
+    m_network.giveUp(download.reply);
 }
 
 bool ContactPhotos::stillFits(const Download &download) const

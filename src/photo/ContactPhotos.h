@@ -58,6 +58,7 @@ private:
     void start(quint32 number, Download &download);
     void ended(quint32 number);
     Download take(std::map<quint32, Download>::iterator position);
+    void giveUp(const QString &contactId);
     bool stillFits(const Download &download) const;
     void madeSquare(quint32 picture, const QByteArray &square);
     void apply(const Download &download, const QByteArray &square);

@@ -41,9 +41,7 @@ UserPhoto::UserPhoto(KestinDirectoryNetwork &network, PictureProgram &pictures, 
 
 void UserPhoto::setUserPhoto(const QString &value)
 {
-    ++m_request; // an answer that is still to come is not for this one
-    m_pictures.drop(std::exchange(m_picture, 0));
-    m_network.giveUp(m_reply);
+    giveUp();
     m_source = value;
     if (value.isEmpty()) {
         removeAllBut(QString());
@@ -53,6 +51,21 @@ void UserPhoto::setUserPhoto(const QString &value)
     } else {
         m_picture = m_pictures.ask({value, std::nullopt, SquarePicture::side});
     }
+}
+
+void UserPhoto::remove()
+{
+    giveUp();
+    m_source.clear();
+    if (removeAllBut(QString()))
+        Q_EMIT userPhotoChanged(QString());
+}
+
+void UserPhoto::giveUp()
+{
+    ++m_request; // an answer that is still to come is not for the next
+    m_pictures.drop(std::exchange(m_picture, 0));
+    m_network.giveUp(m_reply);
 }
 
 void UserPhoto::download(const QString &address)
@@ -108,13 +121,19 @@ QString UserPhoto::storedFrom(const QString &source) const
     return names.isEmpty() ? QString() : m_fields.photoDirectory + names.first();
 }
 
-void UserPhoto::removeAllBut(const QString &path)
+/// Whether there was anything to remove.
+bool UserPhoto::removeAllBut(const QString &path)
 {
     QDir directory(m_fields.photoDirectory);
     const QStringList names = directory.entryList({prefix + QLatin1Char('*')}, QDir::Files);
+    bool isAnyRemoved = false;
     for (const QString &name : names) {
-        if (directory.filePath(name) != path && !directory.remove(name))
+        if (directory.filePath(name) == path)
+            continue;
+        isAnyRemoved = true;
+        if (!directory.remove(name))
             KestinLogger::warning("Photo file %1 could not be removed", directory.filePath(name));
     }
     m_files.recount();
+    return isAnyRemoved;
 }

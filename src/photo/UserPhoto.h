@@ -27,6 +27,9 @@ public:
     /// announced if it came from this same source. One that is there from the same address is announced at once.
     void setUserPhoto(const QString &value);
 
+    /// Removes the photo, as an empty setting does; nothing is told when there is none.
+    void remove();
+
     /// Takes a finished reply. False when it is not one that was started here.
     bool requestFinished(QNetworkReply *reply);
 
@@ -35,12 +38,13 @@ Q_SIGNALS:
     void userPhotoChanged(const QString &fileName);
 
 private:
+    void giveUp();
     void download(const QString &address);
     void ask(const QString &source, const QByteArray &picture);
     void madeSquare(quint32 picture, const QByteArray &square);
     QString store(const QByteArray &square);
     QString storedFrom(const QString &source) const;
-    void removeAllBut(const QString &path);
+    bool removeAllBut(const QString &path);
 
     KestinDirectoryNetwork &m_network;
     PictureProgram &m_pictures;

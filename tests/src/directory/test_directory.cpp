@@ -4,12 +4,14 @@
 #include "src/dao/Database.h"
 #include "src/dbus/KestinDirectoryAdaptor.h"
 #include "src/directory/KestinDirectory.h"
+#include "src/directory/UseCases.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/ScriptedTransport.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QMetaMethod>
+#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QXmlStreamReader>
@@ -129,7 +131,11 @@ private Q_SLOTS:
     void anAnonymousContactShowsThePopup();
     void anImportShowsWhatFailed_data();
     void anImportShowsWhatFailed();
+    void restoringEmptiesTheStore_data();
     void restoringEmptiesTheStore();
+    void whatIsLeftBehindStaysForASetAsideDatabase();
+    void anUnreadableSettingLeavesTheUsersPhoto();
+    void photosFollowTheirContacts();
 };
 
 void TestDirectory::slotsStandInTheirOrder()
@@ -436,7 +442,8 @@ void TestDirectory::anImportShowsWhatFailed()
                R"(<contact duid="" puid="p"><photo>QUJD</photo></contact>)"
                R"(<contact duid="" puid="q"><photo>QUJD</photo></contact></directory>)");
     file.close();
-    module.directory.importFromXml(file.fileName());
+    for (int times = 0; times < 2; ++times)
+        module.directory.importFromXml(file.fileName());
     QStringList popups;
     for (const ScriptedTransport::Call &call : module.transport.calls) {
         if (call.method == "showPopup")
@@ -446,29 +453,107 @@ void TestDirectory::anImportShowsWhatFailed()
                                "removing contacts with photos.",
                                R"(The imported contact with duid="one" is not stored into the local database.)",
                                R"(The imported contact with duid="two" is not stored into the local database.)"};
-    QCOMPARE(popups, expected.mid(quota == "0" ? 0 : 1));
+    const QStringList once = expected.mid(quota == "0" ? 0 : 1);
+    QCOMPARE(popups, once + once);
     QVERIFY(module.log.contains("<6>KestinDirectory::showPopupContactFailureDuringSynchronization : ### Popup ### "
                                 "text:" +
                                 expected.last()));
     QVERIFY(module.log.contains("<7>" + expected.at(1) + "\\n" + expected.at(2)));
 }
 
+void TestDirectory::restoringEmptiesTheStore_data()
+{
+    QTest::addColumn<bool>("toFactory");
+    QTest::addColumn<QString>("statements");
+    QTest::addColumn<QString>("setAside");
+    QTest::addColumn<QString>("events");
+    QTest::addColumn<QString>("files");
+    const QString all = "UserPhoto_1 kestindirectory.data.set-aside-1 photo_default photo_other", none = "SELECT 1";
+    QTest::newRow("to default") << false << none << ""
+                                << "DIR_CONTACTS_CREATED DIR_CONTENT_CHANGED"
+                                << "UserPhoto_1 photo_default";
+    QTest::newRow("to default, beside a database set aside") << false << none << "1"
+                                                             << "DIR_CONTACTS_CREATED DIR_CONTENT_CHANGED" << all;
+    QTest::newRow("to factory") << true << none << "1"
+                                << "userPhotoChanged DIR_CONTENT_CHANGED"
+                                << "";
+    const QString refused = "ALTER TABLE MISC RENAME TO AWAY\nCREATE VIEW MISC AS SELECT * FROM AWAY";
+    QTest::newRow("refused") << true << refused << "1"
+                             << "" << all;
+}
+
 void TestDirectory::restoringEmptiesTheStore()
 {
+    QFETCH(bool, toFactory);
     Module module;
-    module.settings = {{"DirMaxContact", "10"}, {"DirectoryDefaultContacts", "1,,,A,,0,,"}};
+    const QString photos = module.folder.filePath("KestinDirectory/photos/"),
+                  data = module.folder.filePath("KestinApplication/KestinDirectory/");
+    module.settings = {{"DirMaxContact", "10"}, {"DirectoryDefaultContacts", "1,,,A,,0,," + photos + "photo_default"}};
     module.start();
-    for (const bool toFactory : {false, true}) {
-        QCOMPARE(module.directory.createLocalContact("r", Contact()), 0);
-        module.transport.events.clear();
-        QCOMPARE(toFactory ? module.directory.restoreDataToFactory() : module.directory.restoreDataToDefault(),
-                 toFactory);
-        QCOMPARE(module.transport.eventNames().join(' '),
-                 toFactory ? "DIR_CONTENT_CHANGED" : "DIR_CONTACTS_CREATED DIR_CONTENT_CHANGED");
+    QCOMPARE(module.directory.createLocalContact("r", Contact()), 0);
+    QFETCH(QString, setAside);
+    QStringList paths{photos + "photo_default", photos + "photo_other", photos + "UserPhoto_1"};
+    if (!setAside.isEmpty())
+        paths.append(data + "kestindirectory.data.set-aside-" + setAside);
+    for (const QString &path : paths)
+        QVERIFY(QFile(path).open(QIODevice::WriteOnly));
+    QFETCH(QString, statements);
+    for (const QString &statement : statements.split('\n'))
+        QVERIFY(QSqlQuery().exec(statement));
+    module.transport.events.clear();
+    QCOMPARE(toFactory ? module.directory.restoreDataToFactory() : module.directory.restoreDataToDefault(), toFactory);
+    QTEST(module.transport.eventNames().join(' '), "events");
+    if (!module.transport.events.isEmpty())
         QCOMPARE(module.directory.getLocalContacts(0, -1).size(), toFactory ? 0 : 1);
+    QStringList files = QDir(photos).entryList(QDir::Files) + QDir(data).entryList({"*set-aside*"});
+    files.sort();
+    QTEST(files.join(' '), "files");
+}
+
+void TestDirectory::whatIsLeftBehindStaysForASetAsideDatabase()
+{
+    Module module;
+    const QString photo = module.folder.filePath("KestinDirectory/photos/photo_1"),
+                  data = module.folder.filePath("KestinApplication/KestinDirectory/kestindirectory.data");
+    QVERIFY(QDir().mkpath(QFileInfo(photo).path()) && QDir().mkpath(QFileInfo(data).path()));
+    QFile file(data);
+    QVERIFY(QFile(photo).open(QIODevice::WriteOnly) && file.open(QIODevice::WriteOnly) && file.write("broken") > 0);
+    file.close();
+    for (int start = 0; start < 2; ++start) {
+        KestinDirectory directory("KestinDirectory");
+        directory.attach(module.transport);
+        QVERIFY((directory.check() || directory.deploy()) && directory.init() && QFile::exists(photo));
     }
-    const QDir data(module.folder.filePath("KestinApplication/KestinDirectory"));
-    QCOMPARE(data.entryList({"*set-aside*"}).size(), 0);
+}
+
+void TestDirectory::anUnreadableSettingLeavesTheUsersPhoto()
+{
+    Module module;
+    module.start();
+    const QString photo = module.folder.filePath("KestinDirectory/photos/UserPhoto_1");
+    QVERIFY(QFile(photo).open(QIODevice::WriteOnly));
+    module.directory.slot_presentationLoaded({});
+    QVERIFY(QFile::exists(photo) && module.transport.events.isEmpty());
+    module.settings = {{"UserPhoto", ""}};
+    module.directory.slot_presentationLoaded({});
+    QVERIFY(!QFile::exists(photo) && module.transport.events.size() == 1);
+}
+
+void TestDirectory::photosFollowTheirContacts()
+{
+    Module module;
+    Database database;
+    DirectoryFields fields;
+    QVERIFY(database.openDatabase(module.folder.path()) && database.createTables());
+    UseCases useCases(database.connection(), module.directory, fields, "KestinDirectory");
+    Q_EMIT useCases.contactPhotos.contactsUpdated({}, true);
+    QVERIFY(fields.lastLocalChangeDate.isValid()); // an export takes it up
+    ContactPhotos &photos = useCases.contactPhotos;
+    QVERIFY(photos.want("a", "http://photos.example/a") && photos.want("b", "http://photos.example/b"));
+    Q_EMIT useCases.news.photoDropped("a", "http://photos.example/a");
+    QCOMPARE(photos.pendingCount(), 1);
+    Q_EMIT useCases.contactImport.contentChanged(); // nobody of that id
+    QCOMPARE(photos.pendingCount(), 0);
 }
 
 QTEST_GUILESS_MAIN(TestDirectory)
