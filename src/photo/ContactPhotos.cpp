@@ -32,7 +32,7 @@ ContactPhotos::ContactPhotos(KestinDirectoryNetwork &network, PictureProgram &pi
 
 quint32 ContactPhotos::want(const QString &contactId, const QString &photo)
 {
-    giveUp(contactId);
+    forget(contactId);
     if (!PhotoAddress::isToDownload(photo))
         return 0;
     if (++m_lastNumber == 0)
