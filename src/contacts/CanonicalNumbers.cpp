@@ -21,7 +21,7 @@ struct Number
 };
 
 // In the order in which the telephony service is given them and answers.
-constexpr std::array numbers{
+constexpr std::array numberFields{
     Number{&Contact::officePhone, &Contact::officePhoneCan},
     Number{&Contact::fax, &Contact::faxCan},
     Number{&Contact::personalMobile, &Contact::personalMobileCan},
@@ -31,13 +31,13 @@ constexpr std::array numbers{
 
 bool isComplete(const QStringList &answer)
 {
-    return answer.size() >= qsizetype(numbers.size());
+    return answer.size() >= qsizetype(numberFields.size());
 }
 
 void setNumbers(Contact &contact, QString Contact::*Number::*kind, const QStringList &values)
 {
-    for (std::size_t i = 0; i < numbers.size(); ++i)
-        contact.*(numbers[i].*kind) = values.at(qsizetype(i));
+    for (std::size_t i = 0; i < numberFields.size(); ++i)
+        contact.*(numberFields[i].*kind) = values.at(qsizetype(i));
 }
 
 /// Whether nobody answered in time. One who left the bus during the call is reported by the bus itself, and at once.
@@ -144,7 +144,7 @@ CanonicalNumbers::makeCanonicalNumberMapWithoutPrefix(const ListContact &contact
 QStringList CanonicalNumbers::rawNumbers(const Contact &contact)
 {
     QStringList result;
-    for (const Number &number : numbers)
+    for (const Number &number : numberFields)
         result.append(contact.*number.raw);
     return result;
 }
