@@ -79,10 +79,12 @@ int ContactCreation::typeOf(const QString &reqId)
 
 bool ContactCreation::isFull()
 {
-    const int count = m_dao.nbContact();
+    const std::optional<int> count = m_dao.nbContact();
+    if (!count)
+        return false; // the failure has ended the write
     KestinLogger::debug("createLocalContact: contact type is LOCAL, maxContacts=%1, currentNbContacts=%2",
-                        m_fields.maxContacts, count);
-    if (m_fields.maxContacts > count)
+                        m_fields.maxContacts, *count);
+    if (m_fields.maxContacts > *count)
         return false;
     KestinLogger::debug("DataBase Full");
     Q_EMIT m_news.databaseFull();
@@ -95,7 +97,7 @@ bool ContactCreation::isIdTaken(const Contact &contact)
     const std::optional<QString> id = idToBe(contact);
     if (!id)
         return false;
-    const ListContact stored = m_dao.getContact(*id);
+    const ListContact stored = m_dao.getContact(*id).value_or(ListContact()); // a failure has ended the write
     const auto stays = [](const Contact &other) { return other.type != ContactType::Cached; };
     const bool isReserved = contact.type != ContactType::DeviceManagement && ContactIds::isOfDirectory(*id);
     const bool isTaken = isReserved || std::any_of(stored.cbegin(), stored.cend(), stays);
@@ -114,19 +116,21 @@ bool ContactCreation::makeWay(const Contact &contact)
 /// A cache that stays full refuses nothing. False only when the database refused.
 bool ContactCreation::makeRoomInCache()
 {
-    const int count = m_dao._nbCachedContactQuery();
+    const std::optional<int> count = m_dao._nbCachedContactQuery();
+    if (!count)
+        return false;
     KestinLogger::debug("createLocalContact: contact type is CACHED, maxCachedContacts=%1, "
                         "currentNbCachedContacts=%2",
-                        m_fields.comLogSize, count);
-    if (m_fields.comLogSize > count)
+                        m_fields.comLogSize, *count);
+    if (m_fields.comLogSize > *count)
         return true;
-    const QString oldest = m_dao.getOldestCachedContactId();
-    if (oldest.isEmpty())
-        return true;
+    const std::optional<QString> oldest = m_dao.getOldestCachedContactId();
+    if (!oldest || oldest->isEmpty())
+        return oldest.has_value();
     KestinLogger::debug("createLocalContact: about to delete oldest cached contact, id:%1 to make room for new cached "
                         "contact.",
-                        oldest);
-    return m_deletion.dropCachedCopy(oldest);
+                        *oldest);
+    return m_deletion.dropCachedCopy(*oldest);
 }
 
 /// Writes the row and the misc pairs, and drops the cached copies of a local contact.
@@ -142,7 +146,10 @@ int ContactCreation::store(Contact &contact)
 QMapQStringQString ContactCreation::createLocalContacts(const QString &reqId, const ListContact &contacts)
 {
     KestinLogger::debug("KestinDirectory::createLocalContacts called");
-    int count = m_dao.nbContact();
+    const std::optional<int> stored = m_dao.nbContact();
+    if (!stored)
+        return {};
+    int count = *stored;
     KestinLogger::debug("Setting:maxContacts=%1, current=%2", m_fields.maxContacts, count);
     QMapQStringQString ids;
     ListContact created;

@@ -24,12 +24,14 @@ int ContactDeletion::deleteLocalContact(const QString &reqId, const QString &idC
                               "synchronization mode (read only)");
         return ResultCode::readOnly;
     }
-    const ListContact stored = m_dao.getContact(idContact);
-    if (stored.isEmpty()) {
+    const std::optional<ListContact> stored = m_dao.getContact(idContact);
+    if (!stored)
+        return ResultCode::writeFailed;
+    if (stored->isEmpty()) {
         KestinLogger::debug("Local contact of id %1 does not exist", idContact);
         return ResultCode::noSuchContact;
     }
-    const int type = stored.first().type;
+    const int type = stored->first().type;
     if (type == 1 || type == 4 || type == ContactType::ManagerAssistant) {
         KestinLogger::debug("Contact is not local nor cached");
         return ResultCode::wrongType;
@@ -43,17 +45,19 @@ int ContactDeletion::deleteLocalContact(const QString &reqId, const QString &idC
         write.noteChange(m_fields);
         write.announce(&ContactNews::contactsDeleted, reqId, QStringList{idContact});
     }
-    write.announcePhotoDropped(stored.first());
+    write.announcePhotoDropped(stored->first());
     return write.commit() ? ResultCode::done : ResultCode::writeFailed;
 }
 
 bool ContactDeletion::dropCachedCopy(const QString &idContact)
 {
-    const ListContact stored = m_dao.getContact(idContact);
+    const std::optional<ListContact> stored = m_dao.getContact(idContact);
+    if (!stored)
+        return false;
     const auto isCached = [](const Contact &contact) { return contact.type == ContactType::Cached; };
-    if (std::none_of(stored.cbegin(), stored.cend(), isCached))
+    if (std::none_of(stored->cbegin(), stored->cend(), isCached))
         return true;
-    if (!std::all_of(stored.cbegin(), stored.cend(), isCached)) // some stores hold two of one id
+    if (!std::all_of(stored->cbegin(), stored->cend(), isCached)) // some stores hold two of one id
         return m_dao.deleteCachedContact(idContact) == 0;
     return deleteLocalContact(RequestId::cached, idContact) != ResultCode::writeFailed;
 }
@@ -61,6 +65,6 @@ bool ContactDeletion::dropCachedCopy(const QString &idContact)
 bool ContactDeletion::deleteCachedContactsWithMatchingOfficePhone(const Contact &contact)
 {
     KestinLogger::debug("deleteCachedContactsWithMatchingOfficePhone with contact %1", contact.contactId);
-    const QStringList ids = m_dao._getCachedContactsWithMatchingOfficePhone(contact);
-    return std::all_of(ids.cbegin(), ids.cend(), [this](const QString &id) { return dropCachedCopy(id); });
+    const std::optional<QStringList> ids = m_dao._getCachedContactsWithMatchingOfficePhone(contact);
+    return ids && std::all_of(ids->cbegin(), ids->cend(), [this](const QString &id) { return dropCachedCopy(id); });
 }

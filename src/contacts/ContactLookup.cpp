@@ -15,7 +15,8 @@ ContactLookup::ContactLookup(DaoContact &dao, Order order)
 ListContact ContactLookup::getContactById(const QString &idContact)
 {
     KestinLogger::debug("-- Method getContactById called with idContact=[%1] --", idContact);
-    const ListContact contacts = m_dao.getContact(idContact).mid(0, 1); // some stores hold two of one id
+    // Some stores hold two of one id.
+    const ListContact contacts = m_dao.getContact(idContact).value_or(ListContact()).mid(0, 1);
     if (contacts.isEmpty()) {
         KestinLogger::warning("The contact of specified ID has not been found");
         return {};
@@ -29,13 +30,13 @@ ListContact ContactLookup::getContactById(const QString &idContact)
 ListContact ContactLookup::getContactsByType(int type)
 {
     KestinLogger::debug("-- Method getContactsByType called with type=[%1] --", type);
-    return m_dao.getContactByType(type);
+    return m_dao.getContactByType(type).value_or(ListContact());
 }
 
 ListContact ContactLookup::getLocalContacts(const QString &contactPhoneNumber)
 {
     KestinLogger::debug("-- Method getLocalContacts called with contactPhoneNumber=[%1] --", contactPhoneNumber);
-    const ListContact contacts = m_dao.getContactByPhoneNumber(contactPhoneNumber);
+    const ListContact contacts = m_dao.getContactByPhoneNumber(contactPhoneNumber).value_or(ListContact());
     if (contacts.isEmpty())
         return {};
     KestinLogger::debug("Success: %1 local contacts returned with phone number [%2]", contacts.size(),
@@ -46,7 +47,7 @@ ListContact ContactLookup::getLocalContacts(const QString &contactPhoneNumber)
 ListContact ContactLookup::getLocalContacts(int startInd, int length)
 {
     KestinLogger::debug("-- Method getLocalContacts called with startInd=[%1] and length=[%2] --", startInd, length);
-    const ListContact contacts = m_dao.getAllContact(startInd, length);
+    const ListContact contacts = m_dao.getAllContact(startInd, length).value_or(ListContact());
     if (contacts.isEmpty())
         return {};
     KestinLogger::debug("Success: %1 local contacts returned", contacts.size());
@@ -57,7 +58,7 @@ ListContact ContactLookup::getAllContactsInPreview(int startInd, int length)
 {
     KestinLogger::debug("-- Method getAllContactsInPreview called with startInd=[%1] and length=[%2] --", startInd,
                         length);
-    const ListContact contacts = m_dao.getAllContactInPreview(startInd, length);
+    const ListContact contacts = m_dao.getAllContactInPreview(startInd, length).value_or(ListContact());
     if (contacts.isEmpty())
         return {};
     KestinLogger::debug("Success: %1 preview contacts returned", contacts.size());
@@ -67,13 +68,13 @@ ListContact ContactLookup::getAllContactsInPreview(int startInd, int length)
 ListContact ContactLookup::getLocalContactByEmailAddress(const QString &emailAddress)
 {
     KestinLogger::debug("-- Method getLocalContactByEmailAddress called with emailAddress=[%1] --", emailAddress);
-    return m_dao.getContactsByEmailAddress(emailAddress);
+    return m_dao.getContactsByEmailAddress(emailAddress).value_or(ListContact());
 }
 
 ListContact ContactLookup::getLocalContactByIMAddress(const QString &imAddress)
 {
     KestinLogger::debug("-- Method getLocalContactByIMAddress called with imAddress=[%1] --", imAddress);
-    return m_dao.getContactByIMAddress(imAddress);
+    return m_dao.getContactByIMAddress(imAddress).value_or(ListContact());
 }
 
 ListContact ContactLookup::getContactToMerge(const QString &imAddress, const QString &phoneNumber,
@@ -82,7 +83,7 @@ ListContact ContactLookup::getContactToMerge(const QString &imAddress, const QSt
     KestinLogger::debug("-- Method getContactToMerge called with imAddress=[%1], phoneNumber=[%2] and "
                         "extentionPhone=[%3] --",
                         imAddress, phoneNumber, extentionPhone);
-    return m_dao.getContactToMerge(imAddress, phoneNumber, extentionPhone);
+    return m_dao.getContactToMerge(imAddress, phoneNumber, extentionPhone).value_or(ListContact());
 }
 
 int ContactLookup::getContactTypeById(const QString &contactId)

@@ -26,12 +26,14 @@ int ContactModification::modifyLocalContact(const QString &reqId, Contact contac
                               "synchronization mode (read only)");
         return ResultCode::readOnly;
     }
-    const ListContact stored = m_dao.getContact(contact.contactId);
-    if (stored.isEmpty()) {
+    const std::optional<ListContact> stored = m_dao.getContact(contact.contactId);
+    if (!stored)
+        return ResultCode::writeFailed;
+    if (stored->isEmpty()) {
         KestinLogger::debug("Contact does not exist. Return 2");
         return ResultCode::noSuchContact;
     }
-    keepOwn(stored.first(), contact);
+    keepOwn(stored->first(), contact);
     if (contact.type != ContactType::Local && contact.type != ContactType::Cached) {
         KestinLogger::debug("Contact type is %1, only local contacts can be modified. Return 1", contact.type);
         return ResultCode::wrongType;
@@ -48,8 +50,8 @@ int ContactModification::modifyLocalContact(const QString &reqId, Contact contac
     const bool isStored = store(contact, write);
     write.noteChange(m_fields);
     write.announce(&ContactNews::contactsUpdated, reqId, ListContact{contact}, false);
-    if (contact.photo != stored.first().photo)
-        write.announcePhotoDropped(stored.first());
+    if (contact.photo != stored->first().photo)
+        write.announcePhotoDropped(stored->first());
     write.announcePhotoWanted(contact);
     return isStored && commit(write, contact.contactId) ? ResultCode::done : ResultCode::writeFailed;
 }
@@ -107,22 +109,24 @@ QMapQStringQString ContactModification::modifyLocalContacts(const QString &reqId
 
 bool ContactModification::replaceInList(Contact &contact, QMapQStringQString &addresses)
 {
-    const ListContact stored = m_dao.getContact(contact.contactId);
-    if (stored.isEmpty()) {
+    const std::optional<ListContact> stored = m_dao.getContact(contact.contactId);
+    if (!stored)
+        return false;
+    if (stored->isEmpty()) {
         KestinLogger::debug("Contact does not exist. Return 2");
         return false;
     }
-    keepOwn(stored.first(), contact);
+    keepOwn(stored->first(), contact);
     if (contact.type == ContactType::DeviceManagement || contact.type == 4 || contact.type == 1) {
         KestinLogger::debug("Contact type is %1, only local contacts can be modified. Return 1", contact.type);
         return false;
     }
     m_numbers.makeCanonicalNumberListWithoutPrefix(contact);
     ContactWrite one(m_dao, m_news);
-    if (contact.photo != stored.first().photo)
-        one.announcePhotoDropped(stored.first());
+    if (contact.photo != stored->first().photo)
+        one.announcePhotoDropped(stored->first());
     if (!store(contact, one) || !commit(one, contact.contactId))
         return false;
-    addresses.insert(stored.first().contactId, stored.first().collaborationId);
+    addresses.insert(stored->first().contactId, stored->first().collaborationId);
     return true;
 }

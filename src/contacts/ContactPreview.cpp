@@ -2,6 +2,7 @@
 #include "src/contacts/ContactPreview.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "src/contacts/ContactWrite.h"
 #include "src/contacts/RequestId.h"
 #include "src/contacts/ResultCode.h"
 #include "src/dao/DaoContact.h"
@@ -21,7 +22,7 @@ int ContactPreview::addContactToPreview(const QString &reqId, const QString &idC
                               "synchronization mode (read only)");
         return ResultCode::readOnly;
     }
-    ListContact contacts = m_dao.getContact(idContact);
+    ListContact contacts = m_dao.getContact(idContact).value_or(ListContact());
     if (contacts.isEmpty()) {
         KestinLogger::debug("Contact has not been found. Return -1");
         return ResultCode::notFound;
@@ -48,7 +49,7 @@ int ContactPreview::removeContactFromPreview(const QString &reqId, const QString
                               "preview during synchronization mode (read only)");
         return ResultCode::readOnly;
     }
-    ListContact contacts = m_dao.getContact(idContact);
+    ListContact contacts = m_dao.getContact(idContact).value_or(ListContact());
     if (contacts.isEmpty()) {
         KestinLogger::debug("Contact has not been found. Return -1");
         return ResultCode::notFound;
@@ -80,13 +81,19 @@ int ContactPreview::updateContactsPreview(const QString &reqId, const QStringLis
                               "during synchronization mode (read only)");
         return ResultCode::readOnly;
     }
-    const int code = m_dao.updateContactsPreview(contactsIds, isPreviewed);
-    if (code != 0 || reqId == RequestId::deviceManagement)
+    ContactWrite write(m_dao, m_news);
+    if (!write.isActive())
+        return ResultCode::writeFailed;
+    if (const int code = m_dao.updateContactsPreview(contactsIds, isPreviewed); code != 0)
         return code;
-    const ListContact contacts = m_dao.getContactsById(contactsIds);
-    if (isPreviewed)
-        Q_EMIT m_news.previewCreated(reqId, contacts);
-    else
-        Q_EMIT m_news.previewDeleted(reqId, contacts, false);
-    return code;
+    if (reqId != RequestId::deviceManagement) {
+        const std::optional<ListContact> contacts = m_dao.getContactsById(contactsIds);
+        if (!contacts)
+            return ResultCode::writeFailed; // undone: nobody could be told of whom
+        if (isPreviewed)
+            write.announce(&ContactNews::previewCreated, reqId, *contacts);
+        else
+            write.announce(&ContactNews::previewDeleted, reqId, *contacts, false);
+    }
+    return write.commit() ? ResultCode::done : ResultCode::writeFailed;
 }

@@ -27,10 +27,17 @@ void DefaultContacts::setDefaultContacts(const QString &value)
                             "during the import process on the database.");
     const ListContact wanted = DefaultContactsText::contacts(value);
     const QString reqId = RequestId::deviceManagement;
-    if (const QStringList removed = removeAll(); !removed.isEmpty())
+    const std::optional<ListContact> stored = m_dao.getContactByType(ContactType::DeviceManagement);
+    if (!stored)
+        return;
+    if (const QStringList removed = remove(*stored); !removed.isEmpty())
         write.announce(&ContactNews::contactsDeleted, reqId, removed);
-    if (create(wanted))
-        write.announce(&ContactNews::contactsCreated, reqId, m_dao.getContactByType(ContactType::DeviceManagement));
+    if (create(wanted)) {
+        const std::optional<ListContact> created = m_dao.getContactByType(ContactType::DeviceManagement);
+        if (!created)
+            return;
+        write.announce(&ContactNews::contactsCreated, reqId, *created);
+    }
     if (!write.isActive())
         write.tell(); // each of them was a write of its own
     else if (!write.commit())
@@ -39,10 +46,10 @@ void DefaultContacts::setDefaultContacts(const QString &value)
 }
 
 /// The ids of those that are gone.
-QStringList DefaultContacts::removeAll()
+QStringList DefaultContacts::remove(const ListContact &contacts)
 {
     QStringList removed;
-    for (const Contact &contact : m_dao.getContactByType(ContactType::DeviceManagement)) {
+    for (const Contact &contact : contacts) {
         if (m_deletion.deleteLocalContact(RequestId::deviceManagement, contact.contactId) == ResultCode::done)
             removed.append(contact.contactId);
     }

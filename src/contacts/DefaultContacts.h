@@ -20,7 +20,7 @@ public:
     void setDefaultContacts(const QString &value);
 
 private:
-    QStringList removeAll();
+    QStringList remove(const ListContact &contacts);
     bool create(const ListContact &contacts);
 
     DaoContact &m_dao;

@@ -9,11 +9,11 @@
 void LatinNames::checkAndFillLatinName()
 {
     KestinLogger::debug("KestinDirectory::checkAndFillLatinName()");
-    ListContact contacts = m_dao.getContactsWithNoLatinName();
-    if (contacts.isEmpty())
+    std::optional<ListContact> contacts = m_dao.getContactsWithNoLatinName();
+    if (!contacts || contacts->isEmpty())
         return;
     Transaction transaction(m_dao.connection());
-    for (Contact &contact : contacts) {
+    for (Contact &contact : *contacts) {
         KestinLogger::warning("KestinDirectory::checkAndFillLatinName() - contact %1 has no latin name!",
                               contact.contactId);
         fillLatinNames(contact);

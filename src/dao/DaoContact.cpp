@@ -59,8 +59,10 @@ int DaoContact::insertContact(Contact &contact, bool withPuid)
 int DaoContact::updateContact(Contact &contact)
 {
     KestinLogger::debug("DaoContact::updateContact : idContact:%1", contact.contactId);
-    const ListContact stored = getContact(contact.contactId);
-    const bool isChanged = isUpdateLastModificationDateNeeded(stored, contact);
+    const std::optional<ListContact> stored = getContact(contact.contactId);
+    if (!stored)
+        return -1;
+    const bool isChanged = isUpdateLastModificationDateNeeded(*stored, contact);
     if (isChanged)
         contact.setLastModificationDate(QDateTime::currentDateTimeUtc());
     Statement::Use use = m_statements.update.use();
@@ -69,7 +71,7 @@ int DaoContact::updateContact(Contact &contact)
     if (use.execute() != 0)
         return -1;
     // Setting the date, be it to the same one, has taken the pairs away. Those of a changed contact are the caller's.
-    return isChanged || stored.isEmpty() ? 0 : m_misc.replacePairs(contact.contactId, stored.first().misc);
+    return isChanged || stored->isEmpty() ? 0 : m_misc.replacePairs(contact.contactId, stored->first().misc);
 }
 
 bool DaoContact::isUpdateLastModificationDateNeeded(const ListContact &stored, const Contact &contact)
@@ -101,13 +103,15 @@ int DaoContact::deleteContact(const QString &contactId)
 
 int DaoContact::deleteCachedContact(const QString &contactId)
 {
-    const QMap<QString, QString> pairs = m_misc.pairs(contactId); // a trigger takes all of this id away
+    const auto pairs = m_misc.pairs(contactId); // a trigger takes all of this id away
+    if (!pairs)
+        return -1;
     Statement::Use use = m_statements.removeCached.use();
     const int code = use.bind(QStringLiteral(":contactId"), contactId).execute();
     if (code != 0)
         return code;
     adjustCount(-use.rowsAffected());
-    return m_misc.replacePairs(contactId, pairs);
+    return m_misc.replacePairs(contactId, *pairs);
 }
 
 int DaoContact::updateIdContact(const QString &newId)
@@ -154,13 +158,18 @@ int DaoContact::updateContactsPreview(const QStringList &contactIds, bool isPrev
     return use.bind(QStringLiteral(":isPreviewed"), isPreviewed).execute();
 }
 
-/// Nothing when it could not be counted.
+std::optional<int> DaoContact::readCount(Statement::Use &use)
+{
+    std::optional<int> count;
+    if (!use.eachRow([&count](const Statement::Use &row) { count = row.value(0).toInt(); }))
+        return std::nullopt;
+    return count;
+}
+
 std::optional<int> DaoContact::countOf(Statement &statement)
 {
     Statement::Use use = statement.use();
-    if (use.execute() != 0 || !use.next())
-        return std::nullopt;
-    return use.value(0).toInt();
+    return readCount(use);
 }
 
 void DaoContact::adjustCount(int difference)
@@ -169,119 +178,118 @@ void DaoContact::adjustCount(int difference)
         *m_count += difference;
 }
 
-int DaoContact::nbContact()
+std::optional<int> DaoContact::nbContact()
 {
     if (!m_count || m_countEpoch != m_connection.epoch())
         m_count = countOf(m_statements.count);
     m_countEpoch = m_connection.epoch();
-    const int count = m_count.value_or(0);
-    KestinLogger::debug("DaoContact::nbContact : total number of contacts = %1", count);
-    return count;
+    KestinLogger::debug("DaoContact::nbContact : total number of contacts = %1", m_count.value_or(0));
+    return m_count;
 }
 
-int DaoContact::nbDMContacts()
+std::optional<int> DaoContact::nbDMContacts()
 {
-    const int count = countOf(m_statements.countDM).value_or(0);
-    KestinLogger::debug("DaoContact::nbDMContacts : total number of DM contacts = %1", count);
+    const std::optional<int> count = countOf(m_statements.countDM);
+    KestinLogger::debug("DaoContact::nbDMContacts : total number of DM contacts = %1", count.value_or(0));
     return count;
 }
 
-int DaoContact::nbLocalUserContacts()
+std::optional<int> DaoContact::nbLocalUserContacts()
 {
-    const int count = countOf(m_statements.countLocal).value_or(0);
-    KestinLogger::debug("DaoContact::nbLocalUserContacts : total number of local contacts = %1", count);
+    const std::optional<int> count = countOf(m_statements.countLocal);
+    KestinLogger::debug("DaoContact::nbLocalUserContacts : total number of local contacts = %1", count.value_or(0));
     return count;
 }
 
-int DaoContact::_nbCachedContactQuery()
+std::optional<int> DaoContact::_nbCachedContactQuery()
 {
-    const int count = countOf(m_statements.countCached).value_or(0);
-    KestinLogger::debug("DaoContact::_nbCachedContactQuery : total number of cached contacts = %1", count);
+    const std::optional<int> count = countOf(m_statements.countCached);
+    KestinLogger::debug("DaoContact::_nbCachedContactQuery : total number of cached contacts = %1", count.value_or(0));
     return count;
 }
 
-int DaoContact::_nbContactsUsingThisPhotoQuery(const QString &photo)
+std::optional<int> DaoContact::_nbContactsUsingThisPhotoQuery(const QString &photo)
 {
     Statement::Use use = m_statements.countPhoto.use();
-    use.bind(QStringLiteral(":photo"), photo);
-    const int count = use.execute() == 0 && use.next() ? use.value(0).toInt() : 0;
+    const std::optional<int> count = readCount(use.bind(QStringLiteral(":photo"), photo));
     KestinLogger::debug("DaoContact::_nbContactsUsingThisPhotoQuery : number of contacts using photo %1 = %2", photo,
-                        count);
+                        count.value_or(0));
     return count;
 }
 
-ListContact DaoContact::readContacts(Statement::Use &use)
+std::optional<ListContact> DaoContact::readContacts(Statement::Use &use)
 {
     ListContact contacts;
-    if (use.execute() != 0)
-        return contacts;
-    while (use.next())
-        contacts.append(ContactRow::read(use));
-    m_misc.fill(contacts);
+    if (!use.eachRow([&contacts](const Statement::Use &row) { contacts.append(ContactRow::read(row)); }) ||
+        !m_misc.fill(contacts))
+        return std::nullopt;
     return contacts;
 }
 
-QString DaoContact::getOldestCachedContactId()
+std::optional<QString> DaoContact::getOldestCachedContactId()
 {
     KestinLogger::debug("DaoContact::getOldestCachedContactId");
+    QString id;
     Statement::Use use = m_statements.oldestCached.use();
-    return use.execute() == 0 && use.next() ? use.text(0) : QString();
+    if (!use.eachRow([&id](const Statement::Use &row) { id = row.text(0); }))
+        return std::nullopt;
+    return id;
 }
 
-ListContact DaoContact::getContact(const QString &contactId)
+std::optional<ListContact> DaoContact::getContact(const QString &contactId)
 {
     KestinLogger::debug("DaoContact::getContact : idContact:%1", contactId);
     Statement::Use use = m_statements.byId.use();
     return readContacts(use.bind(QStringLiteral(":contactId"), contactId));
 }
 
-ListContact DaoContact::getAllContact()
+std::optional<ListContact> DaoContact::getAllContact()
 {
     KestinLogger::debug("DaoContact::getAllContact");
     Statement::Use use = m_statements.all.use();
     return readContacts(use);
 }
 
-ListContact DaoContact::getAllContact(int start, int length)
+std::optional<ListContact> DaoContact::getAllContact(int start, int length)
 {
     KestinLogger::debug("DaoContact::getAllContact : start:%1 / length:%2", start, length);
     Statement::Use use = m_statements.page.use();
     return readContacts(use.bind(QStringLiteral(":startInd"), start).bind(QStringLiteral(":length"), length));
 }
 
-ListContact DaoContact::getAllContactInPreview(int start, int length)
+std::optional<ListContact> DaoContact::getAllContactInPreview(int start, int length)
 {
     KestinLogger::debug("DaoContact::getAllContactInPreview : start:%1 / length:%2", start, length);
     Statement::Use use = m_statements.previewPage.use();
     return readContacts(use.bind(QStringLiteral(":startInd"), start).bind(QStringLiteral(":length"), length));
 }
 
-ListContact DaoContact::getContactByType(int type)
+std::optional<ListContact> DaoContact::getContactByType(int type)
 {
     KestinLogger::debug("DaoContact::getContactByType : type:%1", type);
     Statement::Use use = m_statements.byType.use();
     return readContacts(use.bind(QStringLiteral(":type"), type));
 }
 
-ListContact DaoContact::getContactsByEmailAddress(const QString &emailAddress)
+std::optional<ListContact> DaoContact::getContactsByEmailAddress(const QString &emailAddress)
 {
     KestinLogger::debug("DaoContact::getContactsByEmailAddress: emailAddress:%1", emailAddress);
     Statement::Use use = m_statements.byEmail.use();
     return readContacts(use.bind(QStringLiteral(":email"), emailAddress));
 }
 
-ListContact DaoContact::getContactByIMAddress(const QString &imAddress)
+std::optional<ListContact> DaoContact::getContactByIMAddress(const QString &imAddress)
 {
     KestinLogger::debug("DaoContact::getContactByIMAddress: imAddress:%1", imAddress);
     Statement::Use use = m_statements.byIMAddress.use();
     return readContacts(use.bind(QStringLiteral(":collaborationId"), imAddress));
 }
 
-ListContact DaoContact::getContactByPhoneNumber(const QString &number)
+std::optional<ListContact> DaoContact::getContactByPhoneNumber(const QString &number)
 {
     if (number.isEmpty()) {
         KestinLogger::warning("getContactByPhoneNumber : empty phoneNumber, returns empty list");
-        return {};
+        return ListContact();
     }
     Statement::Use use = m_statements.byNumber.use();
     for (const char *column :
@@ -290,7 +298,7 @@ ListContact DaoContact::getContactByPhoneNumber(const QString &number)
     return readContacts(use);
 }
 
-QStringList DaoContact::_getCachedContactsWithMatchingOfficePhone(const Contact &contact)
+std::optional<QStringList> DaoContact::_getCachedContactsWithMatchingOfficePhone(const Contact &contact)
 {
     KestinLogger::debug("DaoContact::_getCachedContactsWithMatchingOfficePhone for contact: %1", contact.contactId);
     constexpr std::pair<const char *, QString Contact::*> numbers[] = {
@@ -307,9 +315,7 @@ QStringList DaoContact::_getCachedContactsWithMatchingOfficePhone(const Contact 
             use.bind(QLatin1String(placeholder), contact.*number);
     }
     QStringList ids;
-    if (use.execute() == 0) {
-        while (use.next())
-            ids.append(use.text(0));
-    }
+    if (!use.eachRow([&ids](const Statement::Use &row) { ids.append(row.text(0)); }))
+        return std::nullopt;
     return ids;
 }

@@ -17,9 +17,10 @@ class Connection;
 /// Reads and writes contacts: the one class that runs statements on the CONTACT table. On the thread of its connection,
 /// which must outlive it; the tables must exist when it is made.
 ///
-/// Nothing throws. A statement that fails is logged ("Error while executing query %1 : %2") and answered with -1 by
-/// writes, 0 by counts, an empty text or list by reads. Every read of whole contacts fills their misc pairs. Writes
-/// are grouped by a Transaction on the connection.
+/// Nothing throws. A statement that fails, or a row of it that cannot be read, is logged ("Error while executing query
+/// %1 : %2") and answered with -1 by writes, with nothing by counts and reads: what was read until then is not all, and
+/// whoever decides by it must change nothing. Every read of whole contacts fills their misc pairs. Writes are grouped
+/// by a Transaction on the connection.
 class DaoContact
 {
 public:
@@ -52,48 +53,49 @@ public:
 
     // Counts.
 
-    int nbContact();
-    int nbDMContacts();
-    int nbLocalUserContacts();
-    int _nbCachedContactQuery();
-    int _nbContactsUsingThisPhotoQuery(const QString &photo);
+    std::optional<int> nbContact();
+    std::optional<int> nbDMContacts();
+    std::optional<int> nbLocalUserContacts();
+    std::optional<int> _nbCachedContactQuery();
+    std::optional<int> _nbContactsUsingThisPhotoQuery(const QString &photo);
 
     // Reads by fixed statements.
 
     /// The cached contact with the earliest modification date; empty when there is none.
-    QString getOldestCachedContactId();
+    std::optional<QString> getOldestCachedContactId();
     /// None or one.
-    ListContact getContact(const QString &contactId);
+    std::optional<ListContact> getContact(const QString &contactId);
     /// By id. `length` -1 means to the end, a negative `start` the beginning.
-    ListContact getAllContact();
-    ListContact getAllContact(int start, int length);
-    ListContact getAllContactInPreview(int start, int length);
-    ListContact getContactByType(int type);
+    std::optional<ListContact> getAllContact();
+    std::optional<ListContact> getAllContact(int start, int length);
+    std::optional<ListContact> getAllContactInPreview(int start, int length);
+    std::optional<ListContact> getContactByType(int type);
     /// These two whatever the letter case, and no cached contacts.
-    ListContact getContactsByEmailAddress(const QString &emailAddress);
-    ListContact getContactByIMAddress(const QString &imAddress);
+    std::optional<ListContact> getContactsByEmailAddress(const QString &emailAddress);
+    std::optional<ListContact> getContactByIMAddress(const QString &imAddress);
     /// The number in canonical form, compared with the five canonical numbers. An empty one matches nobody.
-    ListContact getContactByPhoneNumber(const QString &number);
+    std::optional<ListContact> getContactByPhoneNumber(const QString &number);
     /// Ids of the cached contacts whose office number is one of the five canonical numbers of this contact.
-    QStringList _getCachedContactsWithMatchingOfficePhone(const Contact &contact);
+    std::optional<QStringList> _getCachedContactsWithMatchingOfficePhone(const Contact &contact);
 
-    /// The paths and addresses of all photos; nothing when they could not be read to the end, so that nobody takes a
-    /// photo for unused because of that.
+    /// The paths and addresses of all photos.
     std::optional<QSet<QString>> getPhotos();
     /// By id: contacts with a photo that is neither an address nor ends with this suffix, but for those of device
     /// management.
-    ListContact getContactsWithUnresizedPhoto(const QString &suffix);
+    std::optional<ListContact> getContactsWithUnresizedPhoto(const QString &suffix);
 
     // For synchronisation; local contacts only.
 
     /// The persistent ids by contact id.
-    QHash<QString, QString> getLocalPuids();
-    /// What an export takes of a contact. The misc pairs are filled, of the other fields those that it writes.
+    std::optional<QHash<QString, QString>> getLocalPuids();
+    /// What an export takes of a contact. The misc pairs are filled, of the other fields those that it writes. False
+    /// when not all could be read.
     using TakeContact = std::function<void(const Contact &contact)>;
-    void fullExport(const TakeContact &take);
-    /// The two ids of each, in a record that is otherwise empty.
-    void mappingExport(const TakeContact &take);
+    [[nodiscard]] bool fullExport(const TakeContact &take);
+    /// The two ids of each, in a record that is otherwise empty. False as above.
+    [[nodiscard]] bool mappingExport(const TakeContact &take);
     /// Whether no contact has changed since `previousExportDate`, which must not be earlier than the last local change.
+    /// No when that could not be read.
     bool isDirectorySynchronized(const QDateTime &previousExportDate, const QDateTime &lastLocalChangeDate);
 
     // Reads by statements put together at run time.
@@ -108,27 +110,30 @@ public:
         QString photo;
     };
     /// Exactly this first and last name.
-    QList<StrictMatch> findContactByNameStrict(const QString &firstName, const QString &lastName);
+    std::optional<QList<StrictMatch>> findContactByNameStrict(const QString &firstName, const QString &lastName);
     /// Contacts with the text anywhere in one of their fields (QueryText::allFieldsCondition).
-    ListContact getAllFieldsSearch(const QString &text);
+    std::optional<ListContact> getAllFieldsSearch(const QString &text);
     /// Prefix of the last name as stored (QueryText::namePattern).
-    ListContact getContactsByName(const QString &name);
+    std::optional<ListContact> getContactsByName(const QString &name);
     /// Prefix of its latin form. Of each contact only what its summary holds: one letter can hit thousands, of which
     /// hardly one is ever asked for whole.
-    ListContact getContactsByLatinName(const QString &name);
-    ListContact getContactsWithNoLatinName();
+    std::optional<ListContact> getContactsByLatinName(const QString &name);
+    std::optional<ListContact> getContactsWithNoLatinName();
     /// Contacts with this instant-messaging address, this canonical office number or this canonical extension; exact,
     /// an empty one is not compared. Cached contacts are among them.
-    ListContact getContactToMerge(const QString &imAddress, const QString &phoneNumber, const QString &extentionPhone);
-    ListContact getContactsById(const QStringList &contactIds);
+    std::optional<ListContact> getContactToMerge(const QString &imAddress, const QString &phoneNumber,
+                                                 const QString &extentionPhone);
+    std::optional<ListContact> getContactsById(const QStringList &contactIds);
 
 private:
     static bool isUpdateLastModificationDateNeeded(const ListContact &stored, const Contact &contact);
+    static std::optional<int> readCount(Statement::Use &use);
     static std::optional<int> countOf(Statement &statement);
     void adjustCount(int difference);
-    ListContact readContacts(Statement::Use &use);
-    ListContact selectContacts(const QString &text);
-    static ListContact readSummaries(Statement::Use &use);
+    std::optional<ListContact> readContacts(Statement::Use &use);
+    std::optional<ListContact> selectContacts(const QString &text);
+    static std::optional<ListContact> readSummaries(Statement::Use &use);
+    bool giveExported(ListContact &contacts, const TakeContact &take);
 
     Connection &m_connection;
     /// Rows of CONTACT, counted once and kept: a count reads them all, and each creation asks for it.

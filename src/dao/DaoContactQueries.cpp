@@ -9,24 +9,23 @@
 
 using ContactRow::selectText;
 
-ListContact DaoContact::selectContacts(const QString &text)
+std::optional<ListContact> DaoContact::selectContacts(const QString &text)
 {
     Statement statement(m_connection.handle(), text);
     Statement::Use use = statement.use();
     return readContacts(use);
 }
 
-ListContact DaoContact::readSummaries(Statement::Use &use)
+std::optional<ListContact> DaoContact::readSummaries(Statement::Use &use)
 {
     ListContact contacts;
-    if (use.execute() == 0) {
-        while (use.next())
-            contacts.append(ContactRow::readSummary(use));
-    }
+    if (!use.eachRow([&contacts](const Statement::Use &row) { contacts.append(ContactRow::readSummary(row)); }))
+        return std::nullopt;
     return contacts;
 }
 
-QList<DaoContact::StrictMatch> DaoContact::findContactByNameStrict(const QString &firstName, const QString &lastName)
+std::optional<QList<DaoContact::StrictMatch>> DaoContact::findContactByNameStrict(const QString &firstName,
+                                                                                  const QString &lastName)
 {
     QString conditions;
     int count = 0;
@@ -38,22 +37,22 @@ QList<DaoContact::StrictMatch> DaoContact::findContactByNameStrict(const QString
     Statement statement(m_connection.handle(), text);
     Statement::Use use = statement.use();
     QList<StrictMatch> matches;
-    if (use.execute() == 0) {
-        while (use.next())
-            matches.append(
-                {use.value(0).toLongLong(), use.text(1), use.text(2), use.text(3), use.text(4), use.text(5)});
-    }
+    const bool areAll = use.eachRow([&matches](const Statement::Use &row) {
+        matches.append({row.value(0).toLongLong(), row.text(1), row.text(2), row.text(3), row.text(4), row.text(5)});
+    });
     KestinLogger::debug("findContactByNameStrict :Retrieved %1 contact(s) from database. Query was%2", matches.size(),
                         text);
+    if (!areAll)
+        return std::nullopt;
     return matches;
 }
 
-ListContact DaoContact::getAllFieldsSearch(const QString &text)
+std::optional<ListContact> DaoContact::getAllFieldsSearch(const QString &text)
 {
     return selectContacts(selectText + QueryText::allFieldsCondition(text));
 }
 
-ListContact DaoContact::getContactsByName(const QString &name)
+std::optional<ListContact> DaoContact::getContactsByName(const QString &name)
 {
     KestinLogger::debug("DaoContact::getContactsByName [%1]", name);
     const QString pattern = QueryText::namePattern(name, QStringLiteral(" "));
@@ -63,7 +62,7 @@ ListContact DaoContact::getContactsByName(const QString &name)
     return readContacts(use.bind(QStringLiteral(":name"), pattern));
 }
 
-ListContact DaoContact::getContactsByLatinName(const QString &name)
+std::optional<ListContact> DaoContact::getContactsByLatinName(const QString &name)
 {
     KestinLogger::debug("DaoContact::getContactsByLatinName [%1]", name);
     // A blank stands twice in a latin form, like any other character.
@@ -72,12 +71,12 @@ ListContact DaoContact::getContactsByLatinName(const QString &name)
     const QString text = selectText + QLatin1String(" where latinName like :name");
     Statement statement(m_connection.handle(), ContactRow::summaryText.arg(text));
     Statement::Use use = statement.use();
-    const ListContact contacts = readSummaries(use.bind(QStringLiteral(":name"), pattern));
+    const std::optional<ListContact> contacts = readSummaries(use.bind(QStringLiteral(":name"), pattern));
     KestinLogger::debug("DaoContact::getContactsByLatinName : complete search query [%1]", text);
     return contacts;
 }
 
-ListContact DaoContact::getContactsWithNoLatinName()
+std::optional<ListContact> DaoContact::getContactsWithNoLatinName()
 {
     KestinLogger::debug("DaoContact::getContactsWithNoLatinName");
     const QString text = selectText + QLatin1String(" where latinName=''");
@@ -85,8 +84,8 @@ ListContact DaoContact::getContactsWithNoLatinName()
     return selectContacts(text);
 }
 
-ListContact DaoContact::getContactToMerge(const QString &imAddress, const QString &phoneNumber,
-                                          const QString &extentionPhone)
+std::optional<ListContact> DaoContact::getContactToMerge(const QString &imAddress, const QString &phoneNumber,
+                                                         const QString &extentionPhone)
 {
     KestinLogger::debug("DaoContact::getContactToMerge : imAddress=%1 - phoneNumber=%2 - extentionPhone=%3", imAddress,
                         phoneNumber, extentionPhone);
@@ -107,12 +106,12 @@ ListContact DaoContact::getContactToMerge(const QString &imAddress, const QStrin
     return selectContacts(text);
 }
 
-ListContact DaoContact::getContactsById(const QStringList &contactIds)
+std::optional<ListContact> DaoContact::getContactsById(const QStringList &contactIds)
 {
     KestinLogger::debug("DaoContact::getContactsById called");
     if (contactIds.isEmpty()) {
         KestinLogger::error("DaoContact::getContactsById : the list of contact IDs is empty !");
-        return {};
+        return ListContact();
     }
     return selectContacts(selectText + QLatin1String(" WHERE contactId IN (") + QueryText::idList(contactIds));
 }

@@ -9,70 +9,72 @@ std::optional<QSet<QString>> DaoContact::getPhotos()
 {
     QSet<QString> photos;
     Statement::Use use = m_statements.photos.use();
-    if (use.execute() != 0)
-        return std::nullopt;
-    while (use.next())
-        photos.insert(use.text(0));
-    if (use.hasFailed())
+    if (!use.eachRow([&photos](const Statement::Use &row) { photos.insert(row.text(0)); }))
         return std::nullopt;
     return photos;
 }
 
-ListContact DaoContact::getContactsWithUnresizedPhoto(const QString &suffix)
+std::optional<ListContact> DaoContact::getContactsWithUnresizedPhoto(const QString &suffix)
 {
     Statement::Use use = m_statements.unresizedPhotos.use();
     return readContacts(use.bind(QStringLiteral(":suffix"), suffix));
 }
 
-QHash<QString, QString> DaoContact::getLocalPuids()
+std::optional<QHash<QString, QString>> DaoContact::getLocalPuids()
 {
     QHash<QString, QString> puids;
     Statement::Use use = m_statements.puids.use();
-    if (use.execute() == 0) {
-        while (use.next())
-            puids.insert(use.text(0), use.text(1));
-    }
+    if (!use.eachRow([&puids](const Statement::Use &row) { puids.insert(row.text(0), row.text(1)); }))
+        return std::nullopt;
     return puids;
 }
 
-void DaoContact::fullExport(const TakeContact &take)
+bool DaoContact::fullExport(const TakeContact &take)
 {
     KestinLogger::debug("DaoContact::fullExport: export all user's contacts");
     constexpr qsizetype atATime = 250;
+    ListContact contacts;
+    bool areComplete = true;
     Statement::Use use = m_statements.fullExport.use();
-    if (use.execute() != 0)
-        return;
-    bool isMore = true;
-    while (isMore) {
-        ListContact contacts;
-        while (contacts.size() < atATime && (isMore = use.next()))
-            contacts.append(ContactRow::readExported(use));
-        m_misc.fill(contacts);
-        for (const Contact &contact : std::as_const(contacts))
-            take(contact);
-    }
+    const bool areAll = use.eachRow([&](const Statement::Use &row) {
+        contacts.append(ContactRow::readExported(row));
+        if (contacts.size() == atATime)
+            areComplete = areComplete && giveExported(contacts, take);
+    });
+    return areAll && areComplete && giveExported(contacts, take);
 }
 
-void DaoContact::mappingExport(const TakeContact &take)
+/// The list is empty afterwards.
+bool DaoContact::giveExported(ListContact &contacts, const TakeContact &take)
+{
+    ListContact filled = std::exchange(contacts, {});
+    if (!m_misc.fill(filled))
+        return false;
+    for (const Contact &contact : std::as_const(filled))
+        take(contact);
+    return true;
+}
+
+bool DaoContact::mappingExport(const TakeContact &take)
 {
     KestinLogger::debug("DaoContact::mappingExport: export list of <duid,puid>");
     Statement::Use use = m_statements.mappingExport.use();
-    if (use.execute() != 0)
-        return;
-    while (use.next()) {
+    return use.eachRow([&take](const Statement::Use &row) {
         Contact contact;
-        contact.contactId = use.text(0);
-        contact.setPUID(use.text(1));
+        contact.contactId = row.text(0);
+        contact.setPUID(row.text(1));
         take(contact);
-    }
+    });
 }
 
 bool DaoContact::isDirectorySynchronized(const QDateTime &previousExportDate, const QDateTime &lastLocalChangeDate)
 {
     Statement::Use use = m_statements.changedSince.use();
     use.bind(QStringLiteral(":lastExportDate"), previousExportDate);
+    bool hasChanged = false;
+    const bool isKnown = use.eachRow([&hasChanged](const Statement::Use &) { hasChanged = true; });
     // A deletion leaves no newer row behind, only the date of the last change.
-    const bool isSynchronized = use.execute() == 0 && !use.next() && previousExportDate >= lastLocalChangeDate;
+    const bool isSynchronized = isKnown && !hasChanged && previousExportDate >= lastLocalChangeDate;
     KestinLogger::debug("DaoContact::isDirectorySynchronized: the Directory is%1 synchronized",
                         isSynchronized ? "" : " not");
     return isSynchronized;

@@ -3,6 +3,8 @@
 
 #include "src/dao/QueryText.h"
 
+#include <algorithm>
+
 namespace {
 const QString idPlaceholder = QStringLiteral(":contactId");
 const QString keyPlaceholder = QStringLiteral(":keyName");
@@ -45,61 +47,71 @@ int DaoMisc::deletePairs(const QString &contactId)
     return use.bind(idPlaceholder, contactId).execute();
 }
 
-QStringList DaoMisc::value(const QString &contactId, const QString &key)
+std::optional<QStringList> DaoMisc::value(const QString &contactId, const QString &key)
 {
+    QStringList values;
     Statement::Use use = m_selectValue.use();
-    if (use.bind(idPlaceholder, contactId).bind(keyPlaceholder, key).execute() != 0 || !use.next())
-        return {};
-    return {use.text(0)};
+    use.bind(idPlaceholder, contactId).bind(keyPlaceholder, key);
+    if (!use.eachRow([&values](const Statement::Use &row) { values.append(row.text(0)); }))
+        return std::nullopt;
+    return values.mid(0, 1);
 }
 
-QMap<QString, QString> DaoMisc::pairs(const QString &contactId)
+std::optional<QMap<QString, QString>> DaoMisc::pairs(const QString &contactId)
 {
     QMap<QString, QString> result;
     Statement::Use use = m_selectPairs.use();
-    if (use.bind(idPlaceholder, contactId).execute() != 0)
-        return result;
-    while (use.next())
-        result.insert(use.text(0), use.text(1));
+    use.bind(idPlaceholder, contactId);
+    if (!use.eachRow([&result](const Statement::Use &row) { result.insert(row.text(0), row.text(1)); }))
+        return std::nullopt;
     return result;
 }
 
-void DaoMisc::fill(ListContact &contacts)
+bool DaoMisc::fill(ListContact &contacts)
 {
     constexpr qsizetype few = 4;
     constexpr qsizetype atATime = 500;
-    if (contacts.size() <= few) {
-        for (Contact &contact : contacts)
-            contact.misc = pairs(contact.contactId);
-        return;
-    }
+    if (contacts.size() <= few)
+        return std::all_of(contacts.begin(), contacts.end(), [this](Contact &contact) { return fill(contact); });
     for (qsizetype start = 0; start < contacts.size(); start += atATime) {
         const qsizetype end = qMin(start + atATime, contacts.size());
         QStringList ids;
         for (qsizetype i = start; i < end; ++i)
             ids.append(contacts.at(i).contactId);
         const auto found = pairsOf(ids);
+        if (!found)
+            return false;
         for (qsizetype i = start; i < end; ++i)
-            contacts[i].misc = found.value(contacts.at(i).contactId);
+            contacts[i].misc = found->value(contacts.at(i).contactId);
     }
+    return true;
 }
 
-QHash<QString, QMap<QString, QString>> DaoMisc::pairsOf(const QStringList &contactIds)
+bool DaoMisc::fill(Contact &contact)
+{
+    const auto found = pairs(contact.contactId);
+    contact.misc = found.value_or(QMap<QString, QString>());
+    return found.has_value();
+}
+
+std::optional<QHash<QString, QMap<QString, QString>>> DaoMisc::pairsOf(const QStringList &contactIds)
 {
     QHash<QString, QMap<QString, QString>> result;
     Statement statement(m_handle, QLatin1String("SELECT contactId, keyName, value FROM MISC WHERE contactId IN (") +
                                       QueryText::idList(contactIds));
     Statement::Use use = statement.use();
-    if (use.execute() == 0) {
-        while (use.next())
-            result[use.text(0)].insert(use.text(1), use.text(2));
-    }
+    const auto take = [&result](const Statement::Use &row) { result[row.text(0)].insert(row.text(1), row.text(2)); };
+    if (!use.eachRow(take))
+        return std::nullopt;
     return result;
 }
 
 int DaoMisc::replacePairs(const QString &contactId, const QMap<QString, QString> &newPairs)
 {
-    if (pairs(contactId) == newPairs)
+    const auto stored = pairs(contactId);
+    if (!stored)
+        return -1;
+    if (stored == newPairs)
         return 0;
     int code = deletePairs(contactId);
     for (auto pair = newPairs.cbegin(); pair != newPairs.cend() && code == 0; ++pair)

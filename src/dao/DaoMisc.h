@@ -9,8 +9,10 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 /// Reads and writes the misc pairs of contacts (table MISC). One a DaoContact; on the thread of its connection.
-/// Writes return 0, or -1 after logging why not.
+/// Writes return 0, or -1 after logging why not; reads nothing when they could not be made to the end (logged).
 class DaoMisc
 {
 public:
@@ -21,18 +23,19 @@ public:
     int deletePair(const QString &contactId, const QString &key);
     int deletePairs(const QString &contactId);
     /// The value of the key's first row; an empty list when there is none.
-    QStringList value(const QString &contactId, const QString &key);
-    QMap<QString, QString> pairs(const QString &contactId);
+    std::optional<QStringList> value(const QString &contactId, const QString &key);
+    std::optional<QMap<QString, QString>> pairs(const QString &contactId);
 
     /// Puts the stored pairs into each of the contacts. Many are read a few hundred at a time: a statement for each
-    /// would cost more than all else in a long list.
-    void fill(ListContact &contacts);
+    /// would cost more than all else in a long list. False when they could not all be read.
+    [[nodiscard]] bool fill(ListContact &contacts);
 
     /// Makes the stored pairs exactly these. Nothing is written when they are already.
     int replacePairs(const QString &contactId, const QMap<QString, QString> &pairs);
 
 private:
-    QHash<QString, QMap<QString, QString>> pairsOf(const QStringList &contactIds);
+    bool fill(Contact &contact);
+    std::optional<QHash<QString, QMap<QString, QString>>> pairsOf(const QStringList &contactIds);
 
     QSqlDatabase m_handle;
     Statement m_insert;

@@ -60,7 +60,20 @@ int Statement::Use::execute()
     const bool isPrepared = !m_prepareError.isValid();
     if (isPrepared && m_query.exec())
         return 0;
-    const QSqlError error = isPrepared ? m_query.lastError() : m_prepareError;
-    KestinLogger::error("Error while executing query %1 : %2", m_query.lastQuery(), error.text());
+    logError(isPrepared ? m_query.lastError() : m_prepareError);
     return -1;
+}
+
+/// Whether the walk ended because there are no more rows.
+bool Statement::Use::isAtEnd()
+{
+    const QSqlError error = m_query.lastError();
+    if (error.isValid())
+        logError(error);
+    return !error.isValid();
+}
+
+void Statement::Use::logError(const QSqlError &error) const
+{
+    KestinLogger::error("Error while executing query %1 : %2", m_query.lastQuery(), error.text());
 }

@@ -8,6 +8,7 @@
 #include <QVariant>
 
 #include <optional>
+#include <utility>
 
 /// A prepared statement. Used through a Use, one at a time. Belongs to the thread of its connection.
 class Statement
@@ -41,15 +42,26 @@ public:
 
         /// 0, or -1 after logging why not.
         int execute();
-        bool next() { return m_query.next(); }
-        /// Whether the last row was not the end but a row that could not be read.
-        bool hasFailed() const { return m_query.lastError().isValid(); }
+        /// Executes, and gives each row to `take` as this object. False, after logging why, when it cannot be executed
+        /// and where a row cannot be read: what was taken until then is not all.
+        template <typename Take>
+        [[nodiscard]] bool eachRow(Take take)
+        {
+            if (execute() != 0)
+                return false;
+            while (m_query.next())
+                take(std::as_const(*this));
+            return isAtEnd();
+        }
         QVariant value(int column) const { return m_query.value(column); }
         QString text(int column) const { return m_query.value(column).toString(); }
         int rowsAffected() const { return m_query.numRowsAffected(); }
         qint64 lastInsertId() const { return m_query.lastInsertId().toLongLong(); }
 
     private:
+        bool isAtEnd();
+        void logError(const QSqlError &error) const;
+
         QSqlQuery &m_query;
         const QSqlError &m_prepareError;
     };

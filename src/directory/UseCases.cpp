@@ -30,7 +30,7 @@ UseCases::UseCases(Connection &connection, RemoteCaller &caller, DirectoryFields
     , lookup(dao, [](const ListContact &contacts) { return ContactOrdering::sortContactByName(contacts, true); })
     , search(
           fields, [this](Contact &contact) { numbers.makeCanonicalNumberListWithoutPrefix(contact); },
-          [this](const QString &contactId) { return dao.getContact(contactId); })
+          [this](const QString &contactId) { return dao.getContact(contactId).value_or(ListContact()); })
     , remoteDirectory(caller)
     , remoteContacts(remoteDirectory, [this](const QString &contactId) { return lookup.getContactById(contactId); })
     , searchCalls(caller)

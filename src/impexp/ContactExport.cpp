@@ -8,6 +8,7 @@
 #include "platform/impexp/ImpExp_XMLBuilder.h"
 #include "src/dao/DaoContact.h"
 #include "src/impexp/LocalPhoto.h"
+#include "src/impexp/StoreFailure.h"
 #include "src/impexp/SyncElements.h"
 
 ContactExport::ContactExport(DaoContact &dao, DirectoryFields &fields, const QString &moduleName)
@@ -22,17 +23,21 @@ void ContactExport::exportToXml(const QString &path, int pageSize, bool full, co
                                 const QDateTime &previousExportDate)
 {
     KestinLogger::debug("KestinDirectory::exportToXml called.");
-    const int contacts = m_dao.nbLocalUserContacts();
-    if (isUpToDate(contacts, previousExportDate)) {
+    const std::optional<int> contacts = m_dao.nbLocalUserContacts();
+    const std::optional<int> managed = m_dao.nbDMContacts();
+    if (!contacts || !managed) {
+        Q_EMIT exportFinished(ImpExpStatus::Failure, StoreFailure::unreadable);
+        return;
+    }
+    if (isUpToDate(*contacts, previousExportDate)) {
         Q_EMIT exportFinished(ImpExpStatus::NothingToDo, {});
         return;
     }
     const bool maxContactsChanged = std::exchange(m_fields.maxContactsChanged, false);
-    const int freeCapacity = m_fields.maxContacts - m_dao.nbDMContacts();
     m_skipped = false;
     try {
-        ImpExp_XMLBuilder builder(deviceId, id, path, pageSize, createdDate, contacts, freeCapacity, m_moduleName,
-                                  previousExportDate);
+        ImpExp_XMLBuilder builder(deviceId, id, path, pageSize, createdDate, *contacts, m_fields.maxContacts - *managed,
+                                  m_moduleName, previousExportDate);
         write(builder, full);
         builder.finish();
         Q_EMIT exportFinished(ImpExpStatus::Success, {});
@@ -53,16 +58,15 @@ bool ContactExport::isUpToDate(int localContacts, const QDateTime &previousExpor
 
 void ContactExport::write(ImpExp_XMLBuilder &builder, bool full)
 {
-    if (full) {
-        m_dao.fullExport([&](const Contact &contact) {
-            const QByteArray photo = LocalPhoto::read(contact.photo).value_or(QByteArray());
-            put(builder, SyncElements::itemOf(contact, photo), contact.contactId);
-        });
-    } else {
-        m_dao.mappingExport([&](const Contact &contact) {
-            put(builder, ContactMap_Item(contact.contactId, contact.getPUID()), contact.contactId);
-        });
-    }
+    const auto putWhole = [&](const Contact &contact) {
+        const QByteArray photo = LocalPhoto::read(contact.photo).value_or(QByteArray());
+        put(builder, SyncElements::itemOf(contact, photo), contact.contactId);
+    };
+    const auto putIds = [&](const Contact &contact) {
+        put(builder, ContactMap_Item(contact.contactId, contact.getPUID()), contact.contactId);
+    };
+    if (!(full ? m_dao.fullExport(putWhole) : m_dao.mappingExport(putIds)))
+        throw ImpExp_FatalException(StoreFailure::unreadable);
 }
 
 void ContactExport::put(ImpExp_XMLBuilder &builder, const ImpExp_Item &item, const QString &contactId)

@@ -9,6 +9,7 @@
 #include "src/dao/DaoContact.h"
 #include "src/dao/LatinText.h"
 #include "src/dao/Transaction.h"
+#include "src/impexp/StoreFailure.h"
 #include "src/impexp/SyncElements.h"
 
 #include <QFileInfo>
@@ -22,6 +23,15 @@ bool haveOtherNumbers(const Contact &one, const Contact &other)
 {
     return one.officePhone != other.officePhone || one.fax != other.fax || one.personalMobile != other.personalMobile ||
            one.personalHome != other.personalHome || one.personalFax != other.personalFax;
+}
+
+/// What was read of the store; what cannot be read ends the import, so that nobody is taken for gone.
+template <typename Value>
+Value readOrFail(const std::optional<Value> &value)
+{
+    if (!value)
+        throw ImpExp_FatalException(StoreFailure::unreadable);
+    return *value;
 }
 
 /// In the order in which the contacts were made.
@@ -55,7 +65,7 @@ ImportRun::Outcome ImportRun::execute(const QString &path)
     }
     Outcome outcome;
     try {
-        m_puids = m_dao.getLocalPuids();
+        m_puids = readOrFail(m_dao.getLocalPuids());
         if (readIds(path)) {
             removeUnlisted();
             weighPhotos(path);
@@ -80,7 +90,7 @@ ImportRun::Outcome ImportRun::execute(const QString &path)
 /// False when there are more than the store may hold.
 bool ImportRun::readIds(const QString &path)
 {
-    const qint64 capacity = qint64(m_fields.maxContacts) - m_dao.nbDMContacts();
+    const qint64 capacity = qint64(m_fields.maxContacts) - readOrFail(m_dao.nbDMContacts());
     KestinLogger::debug("KestinDirectory::importFromXml : get all DUID from import file.");
     ImpExp_XMLParser parser(path);
     ImpExp_Item item(ImpExp_Format::contact);
@@ -104,7 +114,7 @@ void ImportRun::removeUnlisted()
 
 void ImportRun::remove(const QString &contactId)
 {
-    const ListContact found = m_dao.getContact(contactId);
+    const ListContact found = readOrFail(m_dao.getContact(contactId));
     Transaction one(m_dao.connection());
     if (!one.isActive())
         throw ImpExp_FatalException(ImportWriter::databaseFailure);
@@ -139,7 +149,7 @@ void ImportRun::weighPhotos(const QString &path)
 /// Without an id when there is none.
 Contact ImportRun::storedContact(const QString &duid)
 {
-    return duid.isEmpty() ? Contact() : m_dao.getContact(duid).value(0);
+    return duid.isEmpty() ? Contact() : readOrFail(m_dao.getContact(duid)).value(0);
 }
 
 void ImportRun::readContacts(const QString &path)

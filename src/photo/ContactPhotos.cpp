@@ -72,7 +72,7 @@ void ContactPhotos::giveUp(const QString &contactId)
 
 bool ContactPhotos::stillFits(const Download &download) const
 {
-    const ListContact stored = m_dao.getContact(download.contactId);
+    const ListContact stored = m_dao.getContact(download.contactId).value_or(ListContact());
     return !stored.isEmpty() && stored.first().photo == download.address;
 }
 
@@ -138,6 +138,6 @@ void ContactPhotos::apply(const Download &download, const QByteArray &square)
         return;
     if (m_dao.updatePhotoContact(download.contactId, path) != 0)
         m_files.removeIfUnused(path);
-    else
-        Q_EMIT contactsUpdated(m_dao.getContact(download.contactId), true);
+    else if (const auto updated = m_dao.getContact(download.contactId))
+        Q_EMIT contactsUpdated(*updated, true);
 }

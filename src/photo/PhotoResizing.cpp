@@ -34,7 +34,9 @@ void PhotoResizing::resizeContactPhotosIfNeeded()
     KestinLogger::debug("KestinDirectory::resizeContactPhotosIfNeeded()");
     // A picture that is begun has its whole time.
     const QDeadlineTimer lastBegin(m_limit - m_pictures.limit());
-    const ListContact contacts = candidates();
+    const std::optional<ListContact> contacts = candidates();
+    if (!contacts)
+        return;
     const auto isLate = [this, &lastBegin](const Contact &contact) {
         if (!needsResizing(contact))
             return false;
@@ -43,7 +45,7 @@ void PhotoResizing::resizeContactPhotosIfNeeded()
         resizePhoto(contact);
         return false;
     };
-    if (const auto late = std::find_if(contacts.cbegin(), contacts.cend(), isLate); late != contacts.cend())
+    if (const auto late = std::find_if(contacts->cbegin(), contacts->cend(), isLate); late != contacts->cend())
         stopBefore(late->contactId);
     else
         QFile::remove(m_mark);
@@ -52,17 +54,19 @@ void PhotoResizing::resizeContactPhotosIfNeeded()
 }
 
 /// Beginning where the last pass was stopped, if it was.
-ListContact PhotoResizing::candidates() const
+std::optional<ListContact> PhotoResizing::candidates() const
 {
     // Thousands of contacts are read for their lines in the log only when these are wanted.
-    ListContact contacts = KestinLogger::isOn(KestinLogger::Debug)
-                               ? m_dao.getAllContact()
-                               : m_dao.getContactsWithUnresizedPhoto(SquarePicture::suffix());
+    std::optional<ListContact> contacts = KestinLogger::isOn(KestinLogger::Debug)
+                                              ? m_dao.getAllContact()
+                                              : m_dao.getContactsWithUnresizedPhoto(SquarePicture::suffix());
+    if (!contacts)
+        return std::nullopt;
     QFile mark(m_mark);
     const QString id = mark.open(QIODevice::ReadOnly) ? QString::fromUtf8(mark.readAll()) : QString();
     const auto isMarked = [&id](const Contact &contact) { return contact.contactId == id; };
-    if (const auto first = std::find_if(contacts.begin(), contacts.end(), isMarked); first != contacts.end())
-        std::rotate(contacts.begin(), first, contacts.end());
+    if (const auto first = std::find_if(contacts->begin(), contacts->end(), isMarked); first != contacts->end())
+        std::rotate(contacts->begin(), first, contacts->end());
     return contacts;
 }
 
@@ -130,5 +134,6 @@ void PhotoResizing::resizePhoto(const Contact &contact)
     // The old file goes last, so that whatever stops the phone, each contact names a file that is there.
     if (m_dao._nbContactsUsingThisPhotoQuery(photo) == 0 && !QFile::remove(photo))
         KestinLogger::warning("Photo file %1 could not be removed", photo);
-    Q_EMIT contactsUpdated(m_dao.getContact(contact.contactId), false);
+    if (const auto updated = m_dao.getContact(contact.contactId))
+        Q_EMIT contactsUpdated(*updated, false);
 }

@@ -7,6 +7,7 @@
 #include <QObject>
 
 #include <chrono>
+#include <optional>
 
 class DaoContact;
 class PhotoFiles;
@@ -41,7 +42,7 @@ Q_SIGNALS:
 
 private:
     static bool needsResizing(const Contact &contact);
-    ListContact candidates() const;
+    std::optional<ListContact> candidates() const;
     void stopBefore(const QString &contactId) const;
     QString resized(const QString &photo);
     void resizePhoto(const Contact &contact);

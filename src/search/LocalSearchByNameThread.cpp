@@ -9,7 +9,8 @@ void LocalSearchByNameThread::run()
 {
     KestinLogger::debug("[Thread Local search by name] started for name : [%1]", m_searchText);
     WorkerDatabase database; // closed behind the signals: nobody waits for that
-    const ListContact contacts = database.contacts().getContactsByLatinName(latinText(m_searchText));
+    const ListContact contacts =
+        database.contacts().getContactsByLatinName(latinText(m_searchText)).value_or(ListContact());
     KestinLogger::debug("[Thread Local search by name] %1 contacts found", contacts.size());
     Q_EMIT signal_addContactsToMap(m_searchId, contacts, true);
     Q_EMIT signal_threadSearchFinished(m_searchId);

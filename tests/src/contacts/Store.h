@@ -86,7 +86,7 @@ struct Store
 
     /// The news since the last call.
     QStringList takeNews() { return std::exchange(news, {}); }
-    Contact stored(const QString &id) { return useCases->dao.getContact(id).value(0); }
+    Contact stored(const QString &id) { return useCases->dao.getContact(id)->value(0); }
     /// Puts a contact of any type straight into the database and returns its id.
     QString put(Contact contact)
     {

@@ -78,7 +78,7 @@ void TestDefaultContacts::readOnlyModeTellsNothing()
     store.fields.readOnlyMode = true;
     store.useCases->defaultContacts.setDefaultContacts("2,,,B,,0,,");
     QCOMPARE(store.takeNews(), QStringList());
-    QCOMPARE(store.useCases->dao.getContactByType(ContactType::DeviceManagement).size(), 1);
+    QCOMPARE(store.useCases->dao.getContactByType(ContactType::DeviceManagement)->size(), 1);
 }
 
 void TestDefaultContacts::aFailedCommitKeepsTheOldSet()

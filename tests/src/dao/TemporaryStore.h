@@ -5,6 +5,7 @@
 #include "src/dao/Database.h"
 #include "tests/support/LogCapture.h"
 
+#include <QFile>
 #include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
@@ -38,15 +39,31 @@ struct TemporaryStore
         return rows.join(u' ');
     }
 
+    /// Makes the last page of a table or index one that cannot be read.
+    void damage(const char *name)
+    {
+        run("PRAGMA wal_checkpoint(TRUNCATE)");
+        const QString page =
+            run(qPrintable(u"SELECT max(pageno) FROM dbstat WHERE name='%1'"_s.arg(QLatin1String(name))));
+        QFile file(database.filePath());
+        constexpr qint64 pageSize = 4096;
+        if (!file.open(QIODevice::ReadWrite) || !file.seek((page.toInt() - 1) * pageSize) ||
+            file.write(QByteArray(pageSize, 'x')) != pageSize)
+            qFatal("no page can be damaged");
+        run("PRAGMA shrink_memory"); // forgets what it has read
+    }
+
     QTemporaryDir folder;
     Database database;
     std::optional<DaoContact> dao;
 };
 
-inline QString idsOf(const ListContact &contacts)
+inline QString idsOf(const std::optional<ListContact> &contacts)
 {
+    if (!contacts)
+        return u"unreadable"_s;
     QStringList ids;
-    for (const Contact &contact : contacts)
+    for (const Contact &contact : *contacts)
         ids.append(contact.contactId);
     return ids.join(u',');
 }

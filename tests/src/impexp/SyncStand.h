@@ -71,7 +71,7 @@ struct SyncStand : TemporaryStore
         exporting.exportToXml(path(), 2, full, "id", "device", QDateTime::currentDateTimeUtc(), previous);
         return std::exchange(news, {});
     }
-    Contact stored(const QString &id) { return dao->getContact(id).value(0); }
+    Contact stored(const QString &id) { return dao->getContact(id)->value(0); }
     QStringList photoFiles() const { return QDir(fields.photoDirectory).entryList(QDir::Files, QDir::Name); }
 
     LogCapture log;

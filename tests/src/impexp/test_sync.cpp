@@ -46,7 +46,7 @@ struct FilledStand : SyncStand
     QString content()
     {
         QStringList lines;
-        for (const Contact &contact : dao->getContactByType(ContactType::Local))
+        for (const Contact &contact : dao->getContactByType(ContactType::Local).value_or(ListContact()))
             lines.append(contact.contactId + ' ' + contact.getPUID() + ' ' + contact.name.left(3) + ' ' +
                          shown(contact.photo) + ' ' + QStringList(contact.misc.values()).join(u'+'));
         return lines.join(u'|');
@@ -87,6 +87,7 @@ private Q_SLOTS:
     void aFailureLeavesAllAsItWas();
     void aFileThatChangesWhileItIsReadChangesNothing();
     void aRefusedContactIsOneError();
+    void aStoreThatCannotBeReadToItsEndFails();
     void oneImportAtATimeAlsoWhenReadOnly();
 };
 
@@ -230,7 +231,7 @@ void TestSync::theFileRulesTheStore()
     FilledStand stand;
     QTEST(stand.import(file), "news");
     QTEST(stand.content(), "content");
-    QCOMPARE(stand.dao->nbContact(), stand.dao->nbLocalUserContacts() + 2);
+    QCOMPARE(stand.dao->nbContact(), *stand.dao->nbLocalUserContacts() + 2);
     QVERIFY(!stand.fields.importOngoing);
     QCOMPARE(stand.photoFiles().size(), stand.content().count("photo_"));
 }
@@ -307,7 +308,7 @@ void TestSync::whatGoesLeavesItsRoomToOtherPhotos()
     stand.dao->updatePhotoContact("#CONTACT_1#", file.contains("CONTACT_1") ? stand.ownPhoto() : QString());
     stand.import(file);
     QStringList photos;
-    for (const Contact &contact : stand.dao->getContactByType(ContactType::Local))
+    for (const Contact &contact : stand.dao->getContactByType(ContactType::Local).value_or(ListContact()))
         photos.append(stand.shown(contact.photo));
     QTEST(photos.join(u','), "photos");
     QVERIFY(stand.photos.room() >= 0);
@@ -412,6 +413,21 @@ void TestSync::aRefusedContactIsOneError()
     QCOMPARE(many.filter("not imported").size(), 5000);
     const QString cause = many.filter("imported Success").value(0);
     QVERIFY2(cause.endsWith(" more") && cause.size() < 1100000, qPrintable(cause.right(100)));
+}
+
+void TestSync::aStoreThatCannotBeReadToItsEndFails()
+{
+    SyncStand stand;
+    stand.import(QByteArray("<contact><lastName>A</lastName></contact>").repeated(150));
+    stand.exportAll();
+    const QByteArray earlier = stand.read(stand.path());
+    stand.damage("CONTACT");
+    const QString reason = "Failure The contacts cannot be read from the database.";
+    for (const bool isFull : {false, true})
+        QCOMPARE(stand.exportAll(isFull), QStringList("exported " + reason));
+    QCOMPARE(stand.read(stand.path()), earlier);
+    stand.importing.importFromXml(stand.path());
+    QCOMPARE(stand.news, QStringList("imported " + reason));
 }
 
 void TestSync::oneImportAtATimeAlsoWhenReadOnly()

@@ -133,7 +133,7 @@ struct Stand
         contact.type = type;
         dao.insertContact(contact, false);
     }
-    QString photoOf(const QString &id) { return dao.getContact(id).value(0).photo; }
+    QString photoOf(const QString &id) { return dao.getContact(id)->value(0).photo; }
     QString photo(const QString &name) const { return fields.photoDirectory + name; }
     QStringList names() const { return QDir(fields.photoDirectory).entryList(QDir::Files | QDir::Hidden, QDir::Name); }
     QStringList takeTold() { return std::exchange(told, {}); }

@@ -26,7 +26,7 @@ struct SearchStand
         dao.emplace(database.connection());
         search.emplace(
             fields, [](Contact &contact) { contact.officePhoneCan = "canonical"; },
-            [this](const QString &contactId) { return dao->getContact(contactId); });
+            [this](const QString &contactId) { return dao->getContact(contactId).value_or(ListContact()); });
         fields.searchMode = DirectoryFields::fullList;
         QObject::connect(&*search, &ContactSearch::workerCreated, &context,
                          [this](SearchThread *worker) { connect(worker); });

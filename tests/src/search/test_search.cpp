@@ -141,7 +141,7 @@ void TestSearch::oneContactIsTheOneListed()
     stand.dao->deleteContact(id);
     if (!nameNow.isEmpty())
         stand.put("x", nameNow);
-    QCOMPARE(stand.dao->getContact(id).value(0).name, nameNow);
+    QCOMPARE(stand.dao->getContact(id)->value(0).name, nameNow);
     const Contact contact = stand.search->getContactFromSearch("s", id);
     QCOMPARE(contact.name, "Pavel");
     QTEST(contact.latinName, "latinName");
