@@ -127,6 +127,11 @@ void BusTransport::deliver(const QString &eventName, const ListEventArgument &ar
     }
 }
 
+bool BusTransport::isTaken(const KestinModule &module) const
+{
+    return !ownerOf(module.getModuleName()).isEmpty();
+}
+
 QString BusTransport::publish(KestinModule &module)
 {
     const QString path = KestinBus::objectPath(module.getModuleName());

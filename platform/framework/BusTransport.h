@@ -28,6 +28,8 @@ public:
     bool subscribe(const QString &eventName, QObject *receiver, const QByteArray &slotSignature) override;
     std::unique_ptr<ModuleWatch> watch(const QString &module) override;
 
+    /// Whether another process has the module's name.
+    bool isTaken(const KestinModule &module) const;
     /// Registers the module's object and claims its name, in this order, so that whoever sees the name can call.
     /// Empty on success, otherwise why not (the name is taken, say).
     QString publish(KestinModule &module);

@@ -77,6 +77,8 @@ QString KestinApplication::start(KestinModule &module)
         end(EXIT_FAILURE);
     });
     module.attach(*m_transport);
+    if (m_transport->isTaken(module)) // by one that works on the same data
+        return QStringLiteral("the name %1 is already taken").arg(KestinBus::serviceName(module.getModuleName()));
     if (!module.check() && !module.deploy())
         return QStringLiteral("what it keeps cannot be set up");
     if (!module.init())

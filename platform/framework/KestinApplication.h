@@ -20,9 +20,10 @@ public:
     KestinApplication(int &argc, char **argv);
     ~KestinApplication() override;
 
-    /// Runs the event loop with the module in it: check (deploy when it says no), init, run, then the object is
-    /// registered and the name claimed, last; readiness is told to the service manager. SIGTERM and SIGINT end the
-    /// loop: 0. A hook that fails, a bus that cannot be reached or goes away, a name that is taken: an error line, 1.
+    /// Runs the event loop with the module in it: a look at its name, check (deploy when it says no), init, run, then
+    /// the object is registered and the name claimed, last; readiness is told to the service manager. SIGTERM and
+    /// SIGINT end the loop: 0. A hook that fails, a bus that cannot be reached or goes away, a name that is taken: an
+    /// error line, 1.
     int exec(KestinModule &module);
 
 private:
