@@ -37,18 +37,29 @@ QString SetAsideFiles::add()
 {
     const QString stamp = QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd'T'HHmmsszzz'Z'"));
     const QString target = m_filePath + mark + stamp;
-    if (!QFile::rename(m_filePath, target))
+    if (!move(target))
         return {};
-    for (const QLatin1String suffix : journalSuffixes) {
-        if (QFile::exists(m_filePath + suffix) && !QFile::rename(m_filePath + suffix, target + suffix)) {
-            // The new database must not find a journal that is not its own.
-            QFile::rename(target, m_filePath);
-            return {};
-        }
-    }
     QFile::remove(m_filePath + indexSuffix);
     removeBut(keptCount);
     return target;
+}
+
+/// All of them or none: a database must not find a journal that is not its own, nor lose the one that is.
+bool SetAsideFiles::move(const QString &target) const
+{
+    QStringList suffixes{QString()};
+    for (const QLatin1String suffix : journalSuffixes) {
+        if (QFile::exists(m_filePath + suffix))
+            suffixes.append(suffix);
+    }
+    for (qsizetype i = 0; i < suffixes.size(); ++i) {
+        if (QFile::rename(m_filePath + suffixes.at(i), target + suffixes.at(i)))
+            continue;
+        while (--i >= 0)
+            QFile::rename(target + suffixes.at(i), m_filePath + suffixes.at(i));
+        return false;
+    }
+    return true;
 }
 
 /// Of the databases, the oldest first.

@@ -9,8 +9,8 @@ class SetAsideFiles
 public:
     explicit SetAsideFiles(const QString &filePath);
 
-    /// Renames the file and its journals; the three newest are kept. The new path, or empty when it cannot be renamed.
-    /// Nobody may have the database open.
+    /// Renames the file and its journals; the three newest are kept. The new path, or empty when not all can be
+    /// renamed, and none is. Nobody may have the database open.
     QString add();
 
     bool isEmpty() const { return names().isEmpty(); }
@@ -21,6 +21,7 @@ public:
 private:
     QStringList names() const;
     void removeBut(int kept);
+    bool move(const QString &target) const;
 
     QString m_filePath;
 };
