@@ -44,8 +44,9 @@ const QString contactProbe =
 const QString miscProbe = QStringLiteral("SELECT contactId, keyName, value FROM Misc LIMIT 1");
 
 // Each serves a statement that would read the whole table without it: the look-up by number (one index a number), by
-// e-mail and instant-messaging address, the pages of the preview list, the names still to be filled at start, the
-// search by a prefix of the latin name, which LIKE makes whatever the letter case, and what is asked about photos.
+// e-mail and instant-messaging address whatever the letter case, by the exact one of the latter, the pages of the
+// preview list, the names still to be filled at start, the search by a prefix of the latin name, which LIKE makes
+// whatever the letter case, and what is asked about photos.
 constexpr std::array lookUpIndexes{
     QLatin1String("CREATE INDEX IF NOT EXISTS office_phone_can_idx ON CONTACT(officePhoneCan)"),
     QLatin1String("CREATE INDEX IF NOT EXISTS fax_can_idx ON CONTACT(faxCan)"),
@@ -54,6 +55,7 @@ constexpr std::array lookUpIndexes{
     QLatin1String("CREATE INDEX IF NOT EXISTS personal_fax_can_idx ON CONTACT(personalFaxCan)"),
     QLatin1String("CREATE INDEX IF NOT EXISTS email_idx ON CONTACT(upper(email))"),
     QLatin1String("CREATE INDEX IF NOT EXISTS collaboration_id_idx ON CONTACT(upper(collaborationId))"),
+    QLatin1String("CREATE INDEX IF NOT EXISTS exact_collaboration_id_idx ON CONTACT(collaborationId)"),
     QLatin1String("CREATE INDEX IF NOT EXISTS preview_idx ON CONTACT(isPreviewed, contactId)"),
     QLatin1String("CREATE INDEX IF NOT EXISTS latin_name_idx ON CONTACT(latinName COLLATE NOCASE)"),
     QLatin1String("CREATE INDEX IF NOT EXISTS no_latin_name_idx ON CONTACT(latinName) WHERE latinName=''"),
@@ -97,16 +99,21 @@ bool Database::openDatabase(const QString &folder)
     if (!QDir(m_folder).exists())
         QDir().mkpath(QDir(m_folder).absolutePath());
     handle.setDatabaseName(m_filePath);
-    const bool opened = handle.open();
+    const QString refusal = m_lock.take(m_folder + QLatin1String("/kestindirectory.lock"));
+    const bool opened = refusal.isEmpty() && handle.open();
     m_connection = std::make_unique<Connection>(handle);
-    if (!opened) {
-        m_checkError = handle.lastError();
-        KestinLogger::error("The database %1 cannot be opened: %2", m_filePath, m_checkError.text());
-        return false;
-    }
+    if (!opened)
+        return refuse(refusal.isEmpty() ? handle.lastError() : QSqlError(refusal, {}, QSqlError::ConnectionError));
     for (const QLatin1String pragma : pragmas)
         QSqlQuery(handle).exec(pragma); // a file that is no database refuses; checkTables says so
     return true;
+}
+
+bool Database::refuse(const QSqlError &reason)
+{
+    m_checkError = reason;
+    KestinLogger::error("The database %1 cannot be opened: %2", m_filePath, reason.text());
+    return false;
 }
 
 bool Database::checkTables()
@@ -139,6 +146,7 @@ bool Database::checkTriggers()
             return false;
         }
     }
+    m_checkError = query.lastError(); // a list that could not be read tells nothing about the triggers
     if (expected.isEmpty())
         return true;
     KestinLogger::info("Missing trigger(s) : %2", expected.join(QLatin1String(" / ")));
@@ -154,26 +162,34 @@ bool Database::dropTables()
 
 bool Database::createTables()
 {
-    // One transaction for one write to the disk; what was built is kept even where a statement failed.
-    Transaction transaction(*m_connection);
-    bool created = dropTables();
+    Transaction transaction(*m_connection); // one write to the disk, and all or nothing
+    bool created = transaction.isActive() && dropTables();
     for (auto statement = schema.cbegin(); statement != schema.cend() && created; ++statement)
         created = m_connection->executeQuery(*statement).isActive();
     created = created && createLookUpIndexes();
     m_connection->beginEpoch();
-    return transaction.commit() && created;
+    return created && transaction.commit();
 }
 
-bool Database::completeTables()
+void Database::completeTables()
+{
+    if (!addMissingColumn())
+        KestinLogger::error("No contact can be read or written: the column faxCan is missing and cannot be added");
+    if (!createLookUpIndexes())
+        KestinLogger::warning("The look-ups are slow: an index could not be made");
+}
+
+bool Database::addMissingColumn()
 {
     QSqlQuery column =
         m_connection->executeQuery(QStringLiteral("SELECT 1 FROM pragma_table_info('CONTACT') WHERE name='faxCan'"));
-    const bool hasColumn = column.next();
-    column.finish();
-    if (!hasColumn &&
-        !m_connection->executeQuery(QStringLiteral("ALTER TABLE CONTACT ADD COLUMN faxCan VARCHAR")).isActive())
-        return false;
-    return createLookUpIndexes();
+    if (column.next())
+        return true;
+    column.finish(); // a table that is being read cannot be changed
+    Transaction transaction(*m_connection);
+    return m_connection->executeQuery(QStringLiteral("ALTER TABLE CONTACT ADD COLUMN faxCan VARCHAR")).isActive() &&
+           m_connection->executeQuery(QStringLiteral("UPDATE CONTACT SET faxCan=ifnull(fax, '')")).isActive() &&
+           transaction.commit();
 }
 
 bool Database::createLookUpIndexes()
@@ -182,21 +198,32 @@ bool Database::createLookUpIndexes()
                        [this](QLatin1String statement) { return m_connection->executeQuery(statement).isActive(); });
 }
 
-bool Database::holdsAnything()
+/// Whether there is nothing in it to be kept. No when that could not be read.
+bool Database::isEmpty()
 {
     if (QFileInfo(m_filePath).size() == 0)
-        return false;
+        return true;
     QSqlQuery query = m_connection->executeQuery(QStringLiteral("SELECT COUNT(*) FROM sqlite_master"));
-    return !query.next() || query.value(0).toInt() > 0;
+    const bool isRead = query.next();
+    if (!isRead && !m_checkError.isValid())
+        m_checkError = query.lastError();
+    return isRead && query.value(0).toInt() == 0;
+}
+
+/// Whether the check failed for another reason than the content.
+bool Database::isUnreadable() const
+{
+    return m_checkError.isValid() && !isAboutContent(m_checkError);
 }
 
 bool Database::setAside()
 {
-    if (m_checkError.isValid() && !isAboutContent(m_checkError)) {
+    const bool isNothingLost = !isUnreadable() && isEmpty();
+    if (isUnreadable()) {
         KestinLogger::error("The database %1 cannot be read and is left as it is: %2", m_filePath, m_checkError.text());
         return false;
     }
-    if (!holdsAnything())
+    if (isNothingLost)
         return true;
     m_connection.reset();
     QSqlDatabase::removeDatabase(QLatin1String(QSqlDatabase::defaultConnection));

@@ -3,6 +3,7 @@
 
 #include "src/dao/Connection.h"
 #include "src/dao/SetAsideFiles.h"
+#include "src/dao/StoreLock.h"
 
 #include <QSqlError>
 #include <QString>
@@ -19,19 +20,21 @@ public:
     Database(const Database &) = delete;
     Database &operator=(const Database &) = delete;
 
-    /// Opens the file in `folder` (empty: the usual one), which is created when it is missing, as is the file.
-    /// A file that is no database opens as well; checkTables finds out.
+    /// Opens the file in `folder` (empty: the usual one), which is created when it is missing, as is the file. Another
+    /// process that does so is refused as long as this object lives; the connections of workers are not. A file that is
+    /// no database opens as well; checkTables finds out.
     bool openDatabase(const QString &folder);
     /// Whether both tables and exactly the three triggers are there. The first failure ends the check (info line).
     bool checkTables();
     /// Both tables, and with them every contact, the indexes and the triggers.
     bool dropTables();
-    /// Throws everything away and builds the schema empty.
+    /// Throws everything away and builds the schema empty. False when that failed (logged): all is as it was.
     bool createTables();
 
-    /// Brings tables that passed the check to what the statements need: the column that the check leaves out, and
-    /// the indexes that the look-ups want. Changes nothing when they are there.
-    bool completeTables();
+    /// Brings tables that passed the check to what the statements need: the column that the check leaves out, filled
+    /// with the numbers as entered, and the indexes that the look-ups want. Changes nothing when they are there. What
+    /// cannot be made is logged, with what follows from it.
+    void completeTables();
     /// Moves a file that failed the check out of the way and opens an empty one, so that nothing it holds is lost; the
     /// three newest of such files are kept. False, with the file left where it lies, when the check failed for another
     /// reason than its content (a full disk, a folder without permission) or when it cannot be moved.
@@ -47,9 +50,13 @@ public:
 private:
     bool probe(const QString &statement, const char *failure);
     bool checkTriggers();
-    bool holdsAnything();
+    bool isEmpty();
+    bool isUnreadable() const;
+    bool addMissingColumn();
     bool createLookUpIndexes();
+    bool refuse(const QSqlError &reason);
 
+    StoreLock m_lock;
     QString m_folder;
     QString m_filePath;
     std::unique_ptr<Connection> m_connection;

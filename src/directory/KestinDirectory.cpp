@@ -57,8 +57,7 @@ bool KestinDirectory::init()
 {
     KestinLogger::debug("KestinDirectory initialization...");
     registerRecords();
-    if (!m_database.completeTables())
-        KestinLogger::warning("The look-ups are slow: an index could not be made");
+    m_database.completeTables();
     m_useCases = std::make_unique<UseCases>(m_database.connection(), *this, m_fields, getModuleName());
     m_news = std::make_unique<NewsPublication>(*m_useCases, m_fields, m_publisher, m_popups);
     connect(&m_useCases->search, &ContactSearch::workerCreated, this, &KestinDirectory::connectWorker);
