@@ -9,16 +9,19 @@
 void LatinNames::checkAndFillLatinName()
 {
     KestinLogger::debug("KestinDirectory::checkAndFillLatinName()");
-    std::optional<ListContact> contacts = m_dao.getContactsWithNoLatinName();
-    if (!contacts || contacts->isEmpty())
+    const std::optional<ListContact> contacts = m_dao.getContactsWithNoLatinName();
+    if (!contacts)
         return;
     Transaction transaction(m_dao.connection());
-    for (Contact &contact : *contacts) {
+    for (Contact contact : *contacts) {
+        const QString latinFirstName = contact.latinFirstName;
+        fillLatinNames(contact);
+        if (contact.latinName.isEmpty() && contact.latinFirstName == latinFirstName)
+            continue; // nobody by last name: there is no other form to give
         KestinLogger::warning("KestinDirectory::checkAndFillLatinName() - contact %1 has no latin name!",
                               contact.contactId);
-        fillLatinNames(contact);
-        if (m_dao.updateContact(contact) != 0 || m_dao.misc().replacePairs(contact.contactId, contact.misc) != 0)
-            return; // logged there; undone here, so no contact loses its pairs, and tried again at the next start
+        if (!transaction.isActive() || m_dao.updateLatinNames(contact) != 0)
+            return; // logged there; undone here, and tried again at the next start
     }
     transaction.commit();
 }

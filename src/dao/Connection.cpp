@@ -3,28 +3,68 @@
 
 #include "platform/framework/KestinLogger.h"
 
+#include <QSqlDriver>
 #include <QSqlError>
 
-Connection::TransactionStatements::TransactionStatements(const QSqlDatabase &handle)
-    : begin(handle, QStringLiteral("BEGIN TRANSACTION"))
-    , commit(handle, QStringLiteral("COMMIT TRANSACTION"))
-    , save(handle, QStringLiteral("SAVEPOINT nested"))
-    , release(handle, QStringLiteral("RELEASE nested"))
-    , rollBackToSaved(handle, QStringLiteral("ROLLBACK TO nested"))
+#include <sqlite3.h>
+
+namespace {
+
+/// What the driver has open; null when nothing is.
+sqlite3 *sqliteOf(const QSqlDatabase &handle)
+{
+    const QVariant value = handle.isOpen() ? handle.driver()->handle() : QVariant();
+    return value.isValid() ? *static_cast<sqlite3 *const *>(value.constData()) : nullptr;
+}
+
+} // namespace
+
+Connection::TransactionStatements::TransactionStatements(Connection &connection)
+    : begin(connection, QStringLiteral("BEGIN TRANSACTION"))
+    , commit(connection, QStringLiteral("COMMIT TRANSACTION"))
+    , rollBack(connection, QStringLiteral("ROLLBACK"))
+    , save(connection, QStringLiteral("SAVEPOINT nested"))
+    , release(connection, QStringLiteral("RELEASE nested"))
+    , rollBackToSaved(connection, QStringLiteral("ROLLBACK TO nested"))
 {
 }
 
 Connection::Connection(const QSqlDatabase &handle)
     : m_handle(handle)
-    , m_transaction(handle)
+    , m_transaction(*this)
 {
+}
+
+void Connection::noteFailure()
+{
+    if (m_depth > 0 && hasGivenUp())
+        m_failedDepth = 1;
+    else if (m_failedDepth == 0)
+        m_failedDepth = m_depth;
+}
+
+/// Whether the database has rolled back by itself, so that each further write would be one of its own.
+bool Connection::hasGivenUp() const
+{
+    sqlite3 *database = sqliteOf(m_handle);
+    return !database || sqlite3_get_autocommit(database) != 0;
+}
+
+/// Rows written since the connection was opened.
+int Connection::changes() const
+{
+    sqlite3 *database = sqliteOf(m_handle);
+    return database ? sqlite3_total_changes(database) : 0;
 }
 
 QSqlQuery Connection::executeQuery(const QString &sql)
 {
     QSqlQuery query(m_handle);
-    if (!query.exec(sql))
-        KestinLogger::error("Error while executing query %1 : %2", query.lastQuery(), query.lastError().text());
+    if (isUsable() && query.exec(sql))
+        return query;
+    const QString reason = isUsable() ? query.lastError().text() : Statement::refusal;
+    KestinLogger::error("Error while executing query %1 : %2", sql, reason);
+    noteFailure();
     return query;
 }
 

@@ -18,7 +18,7 @@ public:
     bool isInTransaction() const { return m_depth > 0; }
 
     /// Changes whenever rows may have come or gone other than through the statements that were executed: after a
-    /// roll-back, or when the tables were made anew. What counts rows in memory counts again then.
+    /// roll-back of writes, or when the tables were made anew. What counts rows in memory counts again then.
     quint64 epoch() const { return m_epoch; }
     void beginEpoch() { ++m_epoch; }
 
@@ -26,6 +26,11 @@ public:
     /// part of the transaction that is going on; false when it fails (logged).
     int userVersion();
     bool setUserVersion(int version);
+
+    /// Whether a statement may be executed: none may under a Transaction in which one has failed (Transaction).
+    bool isUsable() const { return m_failedDepth == 0; }
+    /// Ends the running Transaction for the failure of a statement, or all of them when the database gave up.
+    void noteFailure();
 
     /// Executes one statement; a failure is logged and shows in the query's state. Never throws.
     QSqlQuery executeQuery(const QString &sql);
@@ -35,18 +40,22 @@ private:
 
     struct TransactionStatements
     {
-        explicit TransactionStatements(const QSqlDatabase &handle);
+        explicit TransactionStatements(Connection &connection);
 
         Statement begin;
         Statement commit;
+        Statement rollBack;
         Statement save;
         Statement release;
         Statement rollBackToSaved;
     };
 
+    bool hasGivenUp() const;
+    int changes() const;
+
     QSqlDatabase m_handle;
     TransactionStatements m_transaction;
     quint64 m_epoch = 0;
     int m_depth = 0;
-    bool m_lost = false; ///< the database gave up the transaction by itself; nothing may be written until it is over
+    int m_failedDepth = 0; ///< of the outermost transaction in which a statement has failed; 0: none
 };

@@ -13,6 +13,9 @@ const QString ContactRow::selectText =
 const QString ContactRow::summaryText =
     QStringLiteral("SELECT contactId, firstName, name, officePhone, email, type FROM (%1)");
 
+const QString ContactRow::namesText =
+    QStringLiteral("SELECT contactId, firstName, name, latinFirstName, latinName FROM (%1)");
+
 const QString ContactRow::exportText = QStringLiteral(
     "SELECT contactId, puid, lastModificationDate, firstName, name, email, personalEmail, officePhone, "
     "personalHome, personalMobile, photo, collaborationId, personalFax, fax, assistant FROM CONTACT where "
@@ -116,6 +119,17 @@ Contact ContactRow::readSummary(const Statement::Use &use)
     contact.officePhone = use.text(3);
     contact.email = use.text(4);
     contact.type = use.value(5).toInt();
+    return contact;
+}
+
+Contact ContactRow::readNames(const Statement::Use &use)
+{
+    Contact contact;
+    contact.contactId = use.text(0);
+    contact.firstName = use.text(1);
+    contact.name = use.text(2);
+    contact.latinFirstName = use.text(3);
+    contact.latinName = use.text(4);
     return contact;
 }
 

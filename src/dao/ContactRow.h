@@ -11,6 +11,8 @@ extern const QString selectText;
 /// What a summary holds, of a statement on whole contacts that is put in for %1. Columns that it does not name are not
 /// even read by the database.
 extern const QString summaryText;
+/// The same for the names.
+extern const QString namesText;
 extern const QString updateText;
 extern const QString insertText;
 
@@ -23,7 +25,8 @@ Contact read(const Statement::Use &use);
 /// What an export takes of a contact, and the row of that statement.
 extern const QString exportText;
 Contact readExported(const Statement::Use &use);
-/// The row of summaryText.
+/// The rows of summaryText and namesText.
 Contact readSummary(const Statement::Use &use);
+Contact readNames(const Statement::Use &use);
 
 } // namespace ContactRow

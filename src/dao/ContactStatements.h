@@ -6,7 +6,7 @@
 /// The fixed statements on the CONTACT table, prepared once.
 struct ContactStatements
 {
-    explicit ContactStatements(const QSqlDatabase &handle);
+    explicit ContactStatements(Connection &connection);
 
     Statement remove;
     Statement removeCached;
@@ -18,6 +18,7 @@ struct ContactStatements
     Statement insert;
     Statement update;
     Statement updateFromImport;
+    Statement updateLatinNames;
     Statement updatePreview;
     Statement count;
     Statement countDM;

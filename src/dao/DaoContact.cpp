@@ -23,8 +23,8 @@ bool isSameContent(const Contact &stored, const Contact &wanted)
 
 DaoContact::DaoContact(Connection &connection)
     : m_connection(connection)
-    , m_statements(connection.handle())
-    , m_misc(connection.handle())
+    , m_statements(connection)
+    , m_misc(connection)
 {
 }
 
@@ -91,6 +91,17 @@ int DaoContact::updateContactFromImport(const Contact &contact)
         .execute();
 }
 
+int DaoContact::updateLatinNames(const Contact &contact)
+{
+    Statement::Use use = m_statements.updateLatinNames.use();
+    return use.bind(QStringLiteral(":latinFirstName"), contact.latinFirstName)
+        .bind(QStringLiteral(":latinName"), contact.latinName)
+        .bind(QStringLiteral(":contactId"), contact.contactId)
+        .bind(QStringLiteral(":firstName"), contact.firstName)
+        .bind(QStringLiteral(":name"), contact.name)
+        .execute();
+}
+
 int DaoContact::deleteContact(const QString &contactId)
 {
     KestinLogger::debug("DaoContact::deleteContact : idcontact:%1", contactId);
@@ -151,7 +162,7 @@ int DaoContact::updateContactsPreview(const QStringList &contactIds, bool isPrev
         KestinLogger::error("DaoContact::updateContactsPreview : the list of contact ids is empty !");
         return -1;
     }
-    Statement statement(m_connection.handle(),
+    Statement statement(m_connection,
                         QLatin1String("UPDATE CONTACT SET isPreviewed=:isPreviewed WHERE contactId IN (") +
                             QueryText::idList(contactIds));
     Statement::Use use = statement.use();
@@ -219,9 +230,16 @@ std::optional<int> DaoContact::_nbContactsUsingThisPhotoQuery(const QString &pho
 
 std::optional<ListContact> DaoContact::readContacts(Statement::Use &use)
 {
+    std::optional<ListContact> contacts = readRows(use, ContactRow::read);
+    if (!contacts || !m_misc.fill(*contacts))
+        return std::nullopt;
+    return contacts;
+}
+
+std::optional<ListContact> DaoContact::readRows(Statement::Use &use, ReadRow read)
+{
     ListContact contacts;
-    if (!use.eachRow([&contacts](const Statement::Use &row) { contacts.append(ContactRow::read(row)); }) ||
-        !m_misc.fill(contacts))
+    if (!use.eachRow([&](const Statement::Use &row) { contacts.append(read(row)); }))
         return std::nullopt;
     return contacts;
 }

@@ -40,6 +40,9 @@ public:
     int updateContact(Contact &contact);
     /// Replaces all, the persistent id and the modification date being the record's. Misc pairs as above.
     int updateContactFromImport(const Contact &contact);
+    /// Only the two latin names, of the contacts with this id and these names: what is made of a name is no change of
+    /// the contact, so its date and its misc pairs stay.
+    int updateLatinNames(const Contact &contact);
     int deleteContact(const QString &contactId);
     /// Only what is a cached copy, where another contact has the same id; its misc pairs stay.
     int deleteCachedContact(const QString &contactId);
@@ -118,6 +121,7 @@ public:
     /// Prefix of its latin form. Of each contact only what its summary holds: one letter can hit thousands, of which
     /// hardly one is ever asked for whole.
     std::optional<ListContact> getContactsByLatinName(const QString &name);
+    /// Contacts without a latin form of the last name, among them those without a last name. Of each only id and names.
     std::optional<ListContact> getContactsWithNoLatinName();
     /// Contacts with this instant-messaging address, this canonical office number or this canonical extension; exact,
     /// an empty one is not compared. Cached contacts are among them.
@@ -132,7 +136,8 @@ private:
     void adjustCount(int difference);
     std::optional<ListContact> readContacts(Statement::Use &use);
     std::optional<ListContact> selectContacts(const QString &text);
-    static std::optional<ListContact> readSummaries(Statement::Use &use);
+    using ReadRow = Contact (*)(const Statement::Use &row);
+    static std::optional<ListContact> readRows(Statement::Use &use, ReadRow read);
     bool giveExported(ListContact &contacts, const TakeContact &take);
 
     Connection &m_connection;

@@ -11,17 +11,9 @@ using ContactRow::selectText;
 
 std::optional<ListContact> DaoContact::selectContacts(const QString &text)
 {
-    Statement statement(m_connection.handle(), text);
+    Statement statement(m_connection, text);
     Statement::Use use = statement.use();
     return readContacts(use);
-}
-
-std::optional<ListContact> DaoContact::readSummaries(Statement::Use &use)
-{
-    ListContact contacts;
-    if (!use.eachRow([&contacts](const Statement::Use &row) { contacts.append(ContactRow::readSummary(row)); }))
-        return std::nullopt;
-    return contacts;
 }
 
 std::optional<QList<DaoContact::StrictMatch>> DaoContact::findContactByNameStrict(const QString &firstName,
@@ -34,7 +26,7 @@ std::optional<QList<DaoContact::StrictMatch>> DaoContact::findContactByNameStric
     const QString text =
         QStringLiteral("SELECT ROWID, name, firstName, collaborationId, language, photo FROM CONTACT %1")
             .arg(conditions);
-    Statement statement(m_connection.handle(), text);
+    Statement statement(m_connection, text);
     Statement::Use use = statement.use();
     QList<StrictMatch> matches;
     const bool areAll = use.eachRow([&matches](const Statement::Use &row) {
@@ -57,7 +49,7 @@ std::optional<ListContact> DaoContact::getContactsByName(const QString &name)
     KestinLogger::debug("DaoContact::getContactsByName [%1]", name);
     const QString pattern = QueryText::namePattern(name, QStringLiteral(" "));
     KestinLogger::debug("name after cleaning [%1]", pattern);
-    Statement statement(m_connection.handle(), selectText + QLatin1String(" where name like :name"));
+    Statement statement(m_connection, selectText + QLatin1String(" where name like :name"));
     Statement::Use use = statement.use();
     return readContacts(use.bind(QStringLiteral(":name"), pattern));
 }
@@ -69,9 +61,10 @@ std::optional<ListContact> DaoContact::getContactsByLatinName(const QString &nam
     const QString pattern = QueryText::namePattern(name, QStringLiteral("  "));
     KestinLogger::debug("DaoContact::getContactsByLatinName : name after cleaning [%1]", pattern);
     const QString text = selectText + QLatin1String(" where latinName like :name");
-    Statement statement(m_connection.handle(), ContactRow::summaryText.arg(text));
+    Statement statement(m_connection, ContactRow::summaryText.arg(text));
     Statement::Use use = statement.use();
-    const std::optional<ListContact> contacts = readSummaries(use.bind(QStringLiteral(":name"), pattern));
+    const std::optional<ListContact> contacts =
+        readRows(use.bind(QStringLiteral(":name"), pattern), ContactRow::readSummary);
     KestinLogger::debug("DaoContact::getContactsByLatinName : complete search query [%1]", text);
     return contacts;
 }
@@ -81,7 +74,9 @@ std::optional<ListContact> DaoContact::getContactsWithNoLatinName()
     KestinLogger::debug("DaoContact::getContactsWithNoLatinName");
     const QString text = selectText + QLatin1String(" where latinName=''");
     KestinLogger::debug("DaoContact::getContactsWithNoLatinName : complete search query [%1]", text);
-    return selectContacts(text);
+    Statement statement(m_connection, ContactRow::namesText.arg(text));
+    Statement::Use use = statement.use();
+    return readRows(use, ContactRow::readNames);
 }
 
 std::optional<ListContact> DaoContact::getContactToMerge(const QString &imAddress, const QString &phoneNumber,

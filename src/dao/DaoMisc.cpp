@@ -11,15 +11,17 @@ const QString keyPlaceholder = QStringLiteral(":keyName");
 const QString valuePlaceholder = QStringLiteral(":value");
 } // namespace
 
-DaoMisc::DaoMisc(const QSqlDatabase &handle)
-    : m_handle(handle)
-    , m_insert(handle,
+DaoMisc::DaoMisc(Connection &connection)
+    : m_connection(connection)
+    , m_insert(connection,
                QStringLiteral("INSERT INTO MISC(contactId, keyName, value) VALUES (:contactId,:keyName,:value)"))
-    , m_update(handle, QStringLiteral("UPDATE MISC SET value=:value WHERE contactId=:contactId AND keyName=:keyName"))
-    , m_delete(handle, QStringLiteral("DELETE FROM MISC WHERE contactId=:contactId AND keyName=:keyName"))
-    , m_deleteAll(handle, QStringLiteral("DELETE FROM MISC WHERE contactId=:contactId"))
-    , m_selectValue(handle, QStringLiteral("SELECT value FROM MISC WHERE contactId=:contactId AND keyName=:keyName"))
-    , m_selectPairs(handle, QStringLiteral("SELECT keyName, value FROM MISC WHERE contactId=:contactId"))
+    , m_update(connection,
+               QStringLiteral("UPDATE MISC SET value=:value WHERE contactId=:contactId AND keyName=:keyName"))
+    , m_delete(connection, QStringLiteral("DELETE FROM MISC WHERE contactId=:contactId AND keyName=:keyName"))
+    , m_deleteAll(connection, QStringLiteral("DELETE FROM MISC WHERE contactId=:contactId"))
+    , m_selectValue(connection,
+                    QStringLiteral("SELECT value FROM MISC WHERE contactId=:contactId AND keyName=:keyName"))
+    , m_selectPairs(connection, QStringLiteral("SELECT keyName, value FROM MISC WHERE contactId=:contactId"))
 {
 }
 
@@ -97,8 +99,8 @@ bool DaoMisc::fill(Contact &contact)
 std::optional<QHash<QString, QMap<QString, QString>>> DaoMisc::pairsOf(const QStringList &contactIds)
 {
     QHash<QString, QMap<QString, QString>> result;
-    Statement statement(m_handle, QLatin1String("SELECT contactId, keyName, value FROM MISC WHERE contactId IN (") +
-                                      QueryText::idList(contactIds));
+    Statement statement(m_connection, QLatin1String("SELECT contactId, keyName, value FROM MISC WHERE contactId IN (") +
+                                          QueryText::idList(contactIds));
     Statement::Use use = statement.use();
     const auto take = [&result](const Statement::Use &row) { result[row.text(0)].insert(row.text(1), row.text(2)); };
     if (!use.eachRow(take))

@@ -16,7 +16,7 @@
 class DaoMisc
 {
 public:
-    explicit DaoMisc(const QSqlDatabase &handle);
+    explicit DaoMisc(Connection &connection);
 
     int insertPair(const QString &contactId, const QString &key, const QString &value);
     int updatePair(const QString &contactId, const QString &key, const QString &value);
@@ -37,7 +37,7 @@ private:
     bool fill(Contact &contact);
     std::optional<QHash<QString, QMap<QString, QString>>> pairsOf(const QStringList &contactIds);
 
-    QSqlDatabase m_handle;
+    Connection &m_connection;
     Statement m_insert;
     Statement m_update;
     Statement m_delete;

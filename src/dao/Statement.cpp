@@ -2,11 +2,14 @@
 #include "src/dao/Statement.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "src/dao/Connection.h"
 
 #include <QDateTime>
 
-Statement::Statement(const QSqlDatabase &handle, const QString &text)
-    : m_handle(handle)
+const QString Statement::refusal = QStringLiteral("not executed, because one before it in the transaction has failed");
+
+Statement::Statement(Connection &connection, const QString &text)
+    : m_connection(connection)
     , m_text(text)
 {
 }
@@ -14,7 +17,7 @@ Statement::Statement(const QSqlDatabase &handle, const QString &text)
 Statement::Use Statement::use()
 {
     if (!m_query) {
-        m_query.emplace(m_handle);
+        m_query.emplace(m_connection.handle());
         m_query->setForwardOnly(true); // rows are read once; keeping them would cost memory
     }
     if (!m_isPrepared) {
@@ -58,9 +61,14 @@ Statement::Use &Statement::Use::bindNull(const QString &placeholder)
 int Statement::Use::execute()
 {
     const bool isPrepared = !m_prepareError.isValid();
-    if (isPrepared && m_query.exec())
+    if (!m_connection.isUsable())
+        fail(refusal);
+    else if (!isPrepared)
+        fail(m_prepareError.text());
+    else if (m_query.exec())
         return 0;
-    logError(isPrepared ? m_query.lastError() : m_prepareError);
+    else
+        fail(m_query.lastError().text());
     return -1;
 }
 
@@ -69,11 +77,12 @@ bool Statement::Use::isAtEnd()
 {
     const QSqlError error = m_query.lastError();
     if (error.isValid())
-        logError(error);
+        fail(error.text());
     return !error.isValid();
 }
 
-void Statement::Use::logError(const QSqlError &error) const
+void Statement::Use::fail(const QString &reason)
 {
-    KestinLogger::error("Error while executing query %1 : %2", m_query.lastQuery(), error.text());
+    KestinLogger::error("Error while executing query %1 : %2", m_query.lastQuery(), reason);
+    m_connection.noteFailure();
 }

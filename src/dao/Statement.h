@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QString>
@@ -10,13 +9,18 @@
 #include <optional>
 #include <utility>
 
+class Connection;
+
 /// A prepared statement. Used through a Use, one at a time. Belongs to the thread of its connection.
 class Statement
 {
 public:
     /// The text is prepared at its first use and kept: a worker that needs one statement pays for one. A text that
     /// cannot be prepared fails, and is tried again at the next use.
-    Statement(const QSqlDatabase &handle, const QString &text);
+    Statement(Connection &connection, const QString &text);
+
+    /// Why a statement is not executed, where the log tells.
+    static const QString refusal;
 
     /// One execution with its rows. A prepared statement pins the tables it reads until it is finished, so this
     /// finishes it when it goes out of scope.
@@ -24,7 +28,8 @@ public:
     {
     public:
         explicit Use(Statement &statement)
-            : m_query(*statement.m_query)
+            : m_connection(statement.m_connection)
+            , m_query(*statement.m_query)
             , m_prepareError(statement.m_prepareError)
         {
         }
@@ -40,7 +45,7 @@ public:
         Use &bind(const QString &placeholder, const QDateTime &time);
         Use &bindNull(const QString &placeholder);
 
-        /// 0, or -1 after logging why not.
+        /// 0, or -1 after logging why not: it failed, or one before it in the same Transaction has.
         int execute();
         /// Executes, and gives each row to `take` as this object. False, after logging why, when it cannot be executed
         /// and where a row cannot be read: what was taken until then is not all.
@@ -60,8 +65,9 @@ public:
 
     private:
         bool isAtEnd();
-        void logError(const QSqlError &error) const;
+        void fail(const QString &reason);
 
+        Connection &m_connection;
         QSqlQuery &m_query;
         const QSqlError &m_prepareError;
     };
@@ -69,7 +75,7 @@ public:
     Use use();
 
 private:
-    QSqlDatabase m_handle;
+    Connection &m_connection;
     QString m_text;
     std::optional<QSqlQuery> m_query;
     bool m_isPrepared = false;

@@ -5,63 +5,64 @@
 
 Transaction::Transaction(Connection &connection)
     : m_connection(connection)
-    , m_outermost(connection.m_depth == 0)
-    , m_active(begin())
+    , m_depth(connection.m_depth + 1)
+    , m_changesBefore(connection.changes())
+    , m_open(begin())
 {
-    if (m_active)
-        ++m_connection.m_depth;
+    if (m_open)
+        m_connection.m_depth = m_depth;
 }
 
 Transaction::~Transaction()
 {
-    if (m_active)
+    if (m_open)
         rollBack();
+}
+
+bool Transaction::isActive() const
+{
+    return m_open && (m_connection.isUsable() || m_connection.m_failedDepth > m_depth);
 }
 
 bool Transaction::commit()
 {
-    if (!m_active)
+    if (!m_open)
         return false;
     if (!end()) {
         rollBack();
         return false;
     }
-    m_active = false;
-    --m_connection.m_depth;
+    m_open = false;
+    m_connection.m_depth = m_depth - 1;
     return true;
 }
 
 bool Transaction::begin()
 {
-    if (m_connection.m_lost)
-        return false;
-    Statement &statement = m_outermost ? m_connection.m_transaction.begin : m_connection.m_transaction.save;
-    return statement.use().execute() == 0;
+    Statement &statement = m_depth == 1 ? m_connection.m_transaction.begin : m_connection.m_transaction.save;
+    return m_connection.isUsable() && statement.use().execute() == 0;
 }
 
 bool Transaction::end()
 {
-    if (m_connection.m_lost)
-        return false;
-    Statement &statement = m_outermost ? m_connection.m_transaction.commit : m_connection.m_transaction.release;
-    return statement.use().execute() == 0;
+    Statement &statement = m_depth == 1 ? m_connection.m_transaction.commit : m_connection.m_transaction.release;
+    return m_connection.isUsable() && statement.use().execute() == 0;
 }
 
 void Transaction::rollBack()
 {
-    m_active = false;
-    --m_connection.m_depth;
-    m_connection.beginEpoch();
-    if (m_outermost) {
-        // After some failures (a full disk) the database has rolled back by itself; this then fails, as it may.
-        QSqlQuery(m_connection.m_handle).exec(QStringLiteral("ROLLBACK"));
-        m_connection.m_lost = false;
-        return;
+    m_open = false;
+    m_connection.m_depth = m_depth - 1;
+    if (m_connection.changes() != m_changesBefore)
+        m_connection.beginEpoch();
+    if (m_connection.m_failedDepth != 0 && m_connection.m_failedDepth < m_depth)
+        return; // gone with an outer one
+    m_connection.m_failedDepth = 0;
+    if (m_depth > 1) {
+        // Without its savepoint the outer one is no good either: what fails here ends that.
+        if (m_connection.m_transaction.rollBackToSaved.use().execute() == 0)
+            m_connection.m_transaction.release.use().execute();
+    } else if (!m_connection.hasGivenUp()) {
+        m_connection.m_transaction.rollBack.use().execute();
     }
-    if (m_connection.m_lost)
-        return;
-    const bool rolledBack = m_connection.m_transaction.rollBackToSaved.use().execute() == 0 &&
-                            m_connection.m_transaction.release.use().execute() == 0;
-    // Without its savepoint the outer transaction is gone as well, and each further write would be one of its own.
-    m_connection.m_lost = !rolledBack;
 }

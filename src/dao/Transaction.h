@@ -6,8 +6,9 @@ class Connection;
 /// Groups writes: all of them happen, or none. Rolls back unless committed. One inside another is a savepoint of the
 /// outer one, so an inner part can fail alone, and nothing is durable before the outermost commit returns true.
 ///
-/// After a write that failed, nothing more may be written under the same object, only under a new one inside another:
-/// the database gives up a transaction by itself when the disk is full, and what came then would be on its own.
+/// A statement that fails ends the innermost of them: nothing more is executed until that object is gone, and it cannot
+/// be committed. When the database has given up by itself (a full disk, an error of the medium), that is the outermost:
+/// what came then would be a write of its own.
 class Transaction
 {
 public:
@@ -16,8 +17,8 @@ public:
     Transaction(const Transaction &) = delete;
     Transaction &operator=(const Transaction &) = delete;
 
-    /// False when it could not be begun (logged): nothing must be written under it.
-    bool isActive() const { return m_active; }
+    /// False when it could not be begun, and after a statement in it has failed (both logged).
+    bool isActive() const;
     /// False when it could not be committed (logged); it is rolled back then.
     bool commit();
 
@@ -27,6 +28,7 @@ private:
     void rollBack();
 
     Connection &m_connection;
-    bool m_outermost;
-    bool m_active;
+    int m_depth; ///< from 1, the outermost
+    int m_changesBefore;
+    bool m_open;
 };

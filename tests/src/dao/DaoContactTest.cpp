@@ -45,6 +45,7 @@ private Q_SLOTS:
     void singleFieldsAreWrittenAlone();
     void onlyTheIdsOfAListAreMeant();
     void contactsAreCountedByKind();
+    void aChangeOfTheSameMomentIsInTheExport();
     void pagesStayInBounds();
     void contactsAreLookedUp();
     void miscPairsBecomeTheRecords();
@@ -183,6 +184,17 @@ void DaoContactTest::contactsAreCountedByKind()
     QCOMPARE(dao.getOldestCachedContactId(), u"c"_s);
 }
 
+void DaoContactTest::aChangeOfTheSameMomentIsInTheExport()
+{
+    TemporaryStore store;
+    Contact contact = store.add(u"a"_s);
+    contact.setLastModificationDate(longAgo);
+    QCOMPARE(store.dao->updateContactFromImport(contact), 0);
+    QVERIFY(store.dao->isDirectorySynchronized(longAgo, longAgo));
+    QVERIFY(!store.dao->isDirectorySynchronized(longAgo.addMSecs(-1), {}));
+    QVERIFY(!store.dao->isDirectorySynchronized(longAgo, longAgo.addMSecs(1)));
+}
+
 void DaoContactTest::pagesStayInBounds()
 {
     TemporaryStore store;
@@ -262,15 +274,18 @@ void DaoContactTest::pairsOfALongListAreEachContactsOwn()
 {
     TemporaryStore store;
     Transaction transaction(store.database.connection());
-    constexpr int count = 1200; // more than are read at a time
+    constexpr int count = 1250; // a multiple of what an export reads at a time, and none of what others do
     for (int i = 0; i < count; ++i) {
-        const QString id = u"it's %1"_s.arg(i);
-        store.add(id);
+        const QString id = store.add({}, {}, ContactType::Local).contactId;
         if (i % 3 != 0)
             store.dao->misc().insertPair(id, u"key"_s, id);
     }
     const ListContact contacts = store.dao->getAllContact().value_or(ListContact());
-    QCOMPARE(contacts.size(), count);
+    ListContact exported;
+    QVERIFY(store.dao->fullExport([&exported](const Contact &contact) { exported.append(contact); }));
+    QVERIFY(contacts.size() == count && exported.size() == count);
+    for (const Contact &contact : std::as_const(exported))
+        QCOMPARE(contact.misc.value(u"key"_s, contact.contactId), contact.contactId);
     for (const Contact &contact : contacts)
         QCOMPARE(contact.misc.value(u"key"_s, contact.contactId), contact.contactId);
     const auto hasPair = [](const Contact &contact) { return !contact.misc.isEmpty(); };

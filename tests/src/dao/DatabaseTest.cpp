@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "src/dao/SetAsideFiles.h"
 #include "src/dao/Transaction.h"
 #include "tests/src/dao/TemporaryStore.h"
 
 #include <QDir>
+#include <QRegularExpression>
+#include <QSqlDriver>
 #include <QTest>
+
+#include <sqlite3.h>
 
 namespace {
 
@@ -34,7 +39,9 @@ private Q_SLOTS:
     void aWrongShapeIsSetAside();
     void whatTheCheckLeavesOutIsCompleted();
     void noiseIsSetAsideAndTheNewestThreeAreKept();
+    void journalsGoWithTheirDatabaseOrAllStay();
     void aStoreThatCannotBeReadIsLeftAlone();
+    void triggersThatCannotBeListedSetNothingAside();
     void rebuildingEmptiesAStoreInUse();
     void aPartIsRolledBackAlone();
     void aCommitThatFailsKeepsNothing();
@@ -115,13 +122,24 @@ void DatabaseTest::whatTheCheckLeavesOutIsCompleted()
     constexpr char objects[] = "SELECT name FROM sqlite_master ORDER BY name";
     TemporaryStore store;
     const QString before = store.run(objects);
-    store.add(u"kept"_s);
+    Contact contact;
+    contact.fax = u"1"_s;
+    store.add(u"kept"_s, contact);
     for (const char *sql : {"DROP INDEX fax_can_idx", "ALTER TABLE CONTACT DROP COLUMN faxCan", "DROP INDEX email_idx"})
         store.run(sql);
     QVERIFY(store.database.checkTables());
-    QVERIFY(store.database.completeTables() && store.database.completeTables());
+    store.run("CREATE TRIGGER no UPDATE ON CONTACT BEGIN SELECT RAISE(ABORT, 'no'); END");
+    const LogCapture log(KestinLogger::Warning);
+    store.database.completeTables();
+    const QStringList told = log.lines.filter(QRegularExpression(u"^<.>(No|The)"_s));
+    QCOMPARE(told.value(0),
+             u"<3>No contact can be read or written: the column faxCan is missing and cannot be added"_s);
+    QCOMPARE(told.value(1), u"<4>The look-ups are slow: an index could not be made"_s);
+    store.run("DROP TRIGGER no");
+    for (int start = 0; start < 2; ++start)
+        store.database.completeTables();
     QCOMPARE(store.run(objects), before);
-    QCOMPARE(store.run("SELECT contactId FROM CONTACT WHERE faxCan IS NULL"), u"kept"_s);
+    QCOMPARE(store.run("SELECT contactId FROM CONTACT WHERE faxCan='1'"), u"kept"_s); // NULL would match nothing
 }
 
 void DatabaseTest::noiseIsSetAsideAndTheNewestThreeAreKept()
@@ -148,6 +166,36 @@ void DatabaseTest::noiseIsSetAsideAndTheNewestThreeAreKept()
     QVERIFY(kept.open(QIODevice::ReadOnly) && kept.readAll() == noise);
 }
 
+void DatabaseTest::journalsGoWithTheirDatabaseOrAllStay()
+{
+    // Behind the longer name there is room for the time stamp and "-wal", and none for "-journal".
+    for (const int length : {20, 220}) {
+        const QTemporaryDir folder;
+        const QString name(length, u'd');
+        for (const char *suffix : {"", "-journal", "-shm", "-wal"})
+            writeFile(folder.filePath(name + QLatin1String(suffix)), suffix);
+        const QString kept = QFileInfo(SetAsideFiles(folder.filePath(name)).add()).fileName();
+        QCOMPARE(kept.isEmpty(), length == 220);
+        const QStringList expected = kept.isEmpty()
+                                         ? QStringList{name, name + "-journal"_L1, name + "-shm"_L1, name + "-wal"_L1}
+                                         : QStringList{kept, kept + "-journal"_L1, kept + "-wal"_L1};
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files, QDir::Name), expected);
+    }
+}
+
+void DatabaseTest::triggersThatCannotBeListedSetNothingAside()
+{
+    TemporaryStore store;
+    const QVariant handle = store.database.connection().handle().driver()->handle();
+    const auto refuse = [](void *, int action, const char *table, const char *, const char *, const char *) {
+        return action == SQLITE_READ && qstrcmp(table, "sqlite_master") == 0 ? SQLITE_DENY : SQLITE_OK;
+    };
+    sqlite3_set_authorizer(*static_cast<sqlite3 *const *>(handle.constData()), refuse, nullptr);
+    QVERIFY(!store.database.checkTables());
+    QVERIFY(!store.database.setAside());
+    QCOMPARE(setAsideFiles(store.database), QStringList());
+}
+
 void DatabaseTest::aStoreThatCannotBeReadIsLeftAlone()
 {
     const QTemporaryDir folder;
@@ -170,9 +218,17 @@ void DatabaseTest::rebuildingEmptiesAStoreInUse()
     store.add(u"b"_s);
     store.dao->misc().insertPair(u"a"_s, {}, {});
     QCOMPARE(store.dao->nbContact(), 2);
+    // What cannot be rebuilt stays as it is.
+    store.run("DROP INDEX email_idx");
+    store.run("CREATE VIEW email_idx AS SELECT 1");
+    QVERIFY(!store.database.createTables());
+    QCOMPARE(store.run("SELECT contactId FROM CONTACT"), u"a b"_s);
+    store.run("DROP VIEW email_idx");
     // Reads that stop before the last row: a statement left open would pin the tables.
     QCOMPARE(store.dao->getOldestCachedContactId(), u"a"_s);
-    QCOMPARE(store.dao->misc().value(u"a"_s, {})->size(), 1);
+    store.add({}, {}, ContactType::Local);
+    store.add({}, {}, ContactType::Local);
+    QVERIFY_THROWS_EXCEPTION(int, (void)store.dao->mappingExport([](const Contact &) { throw 1; }));
     QVERIFY(store.database.createTables() && store.database.checkTables());
     QCOMPARE(store.dao->nbContact(), 0);
     QVERIFY(store.dao->misc().pairs(u"a"_s)->isEmpty());
@@ -191,6 +247,12 @@ void DatabaseTest::aPartIsRolledBackAlone()
             store.add(u"lost"_s);
             QVERIFY(Transaction(connection).commit());
         }
+        {
+            Transaction part(connection);
+            store.run("INSERT INTO NOWHERE VALUES (1)");
+            store.add(u"refused"_s); // as is all that follows a failure
+            QVERIFY(whole.isActive() && !part.isActive() && !part.commit());
+        }
         Transaction part(connection);
         store.add(u"b"_s);
         QVERIFY(part.commit() && whole.commit());
@@ -204,6 +266,9 @@ void DatabaseTest::aPartIsRolledBackAlone()
     QVERIFY(!connection.isInTransaction());
     QCOMPARE(idsOf(store.dao->getAllContact()), u"a,b"_s);
     QCOMPARE(store.dao->nbContact(), 2);
+    Transaction(connection).isActive();
+    store.run("DELETE FROM CONTACT");
+    QCOMPARE(store.dao->nbContact(), 2); // kept: a transaction without a write is no reason to count again
 }
 
 void DatabaseTest::aCommitThatFailsKeepsNothing()
@@ -239,8 +304,9 @@ void DatabaseTest::nothingIsWrittenAfterTheDatabaseGaveUp()
             QCOMPARE(store.dao->misc().insertPair(u"a"_s, {}, QString(1000000, u'x')), -1);
         }
         // The database has rolled back everything by itself.
+        store.add(u"on its own"_s);
         Transaction part(store.database.connection());
-        QVERIFY(!part.isActive() && !part.commit() && !whole.commit());
+        QVERIFY(!part.isActive() && !part.commit() && !whole.isActive() && !whole.commit());
     }
     QCOMPARE(store.dao->nbContact(), 0);
     Transaction next(store.database.connection());

@@ -167,6 +167,7 @@ void QueryTest::lookUpsUseAnIndex()
     for (const char *condition :
          {"officePhoneCan='1' OR faxCan='1' OR personalHomeCan='1' OR personalMobileCan='1' OR personalFaxCan='1'",
           "upper (collaborationId) = upper ('a') AND type !='6' ", "upper (email) = upper ('a') AND type != '6' ",
+          "collaborationId='a' or  officePhoneCan='1' or  personalFaxCan='2'",
           "isPreviewed='true' ORDER BY contactId limit 0 , 10", "latinName=''"}) {
         QSqlQuery query = m_store.database.connection().executeQuery("EXPLAIN QUERY PLAN "_L1 + ContactRow::selectText +
                                                                      " WHERE "_L1 + QLatin1String(condition));
