@@ -11,6 +11,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 namespace {
 
@@ -67,6 +68,8 @@ int answer(const Square &square)
 
 int main(int argc, char **argv)
 {
+    if (argc == 2 && std::strcmp(argv[1], "--help") == 0)
+        return std::fputs(usage, stdout) >= 0 ? EXIT_SUCCESS : EXIT_FAILURE;
     const int side = argc == 2 || argc == 3 ? std::atoi(argv[1]) : 0;
     if (side < 1 || side > maxSide) {
         std::fputs(usage, stderr);
