@@ -17,7 +17,8 @@ QString schemeOf(const QString &address)
     if (ldap_url_parse(address.toUtf8().constData(), &parts) != LDAP_URL_SUCCESS)
         return QString();
     const QString scheme = QString::fromUtf8(parts->lud_scheme);
-    const bool isServer = !parts->lud_dn && parts->lud_port >= 0 && parts->lud_port <= 0xffff;
+    const bool hasEntry = parts->lud_dn && *parts->lud_dn != '\0'; // a slash at the end names none
+    const bool isServer = !hasEntry && parts->lud_port >= 0 && parts->lud_port <= 0xffff;
     ldap_free_urldesc(parts);
     static const QStringList known{QStringLiteral("ldap"), QStringLiteral("ldaps"), QStringLiteral("ldapi")};
     return isServer && known.contains(scheme) ? scheme : QString();
