@@ -3,8 +3,6 @@
 
 #include "platform/records/EventArgument.h"
 
-#include <QDBusMetaType>
-
 /// Typed access to the arguments of an event.
 namespace EventValue {
 
@@ -13,10 +11,7 @@ template <typename T>
 bool unpack(const QVariant &value, T &result)
 {
     const QMetaType type = QMetaType::fromType<T>();
-    const auto argument = value.value<QDBusArgument>();
-    const bool fits = value.metaType() == QMetaType::fromType<QDBusArgument>()
-                          ? argument.currentSignature() == QLatin1String(QDBusMetaType::typeToSignature(type))
-                          : value.metaType() == type;
+    const bool fits = value.metaType() == type || canBeUnpacked(value, type);
     if (fits)
         result = qdbus_cast<T>(value);
     return fits;

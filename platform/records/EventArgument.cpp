@@ -28,3 +28,9 @@ void registerDBusEventArgument()
     qDBusRegisterMetaType<ListEventArgument>();
     qRegisterMetaType<ListEventArgument>("ListEventArgument");
 }
+
+bool canBeUnpacked(const QVariant &value, const QMetaType &type)
+{
+    return value.metaType() == QMetaType::fromType<QDBusArgument>() &&
+           value.value<QDBusArgument>().currentSignature() == QLatin1String(QDBusMetaType::typeToSignature(type));
+}

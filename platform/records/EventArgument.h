@@ -21,4 +21,8 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, EventArgument &ev
 
 void registerDBusEventArgument();
 
+/// Whether the value came over the bus as a record or list with the signature of this type. Unpacking any other ends
+/// the process inside the bus library.
+bool canBeUnpacked(const QVariant &value, const QMetaType &type);
+
 Q_DECLARE_METATYPE(EventArgument)

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/service/PhoneUnderTest.h"
 
-#include "platform/records/EventArgument.h"
 #include "platform/records/KestinBus.h"
 
 #include <QTest>
@@ -67,6 +66,13 @@ QDBusPendingCall PhoneUnderTest::asyncCall(const QString &method, const QVariant
 void PhoneUnderTest::set(const QString &key, const QString &value)
 {
     QCOMPARE(callModule("SettingsManager", "setSettingValue", {key, value}).type(), QDBusMessage::ReplyMessage);
+}
+
+void PhoneUnderTest::raise(const QString &event, const ListEventArgument &arguments)
+{
+    QDBusMessage signal = QDBusMessage::createSignal("/test", KestinBus::eventInterface, KestinBus::eventSignal);
+    signal << event << QVariant::fromValue(arguments);
+    client.send(signal);
 }
 
 QString PhoneUnderTest::databasePath() const

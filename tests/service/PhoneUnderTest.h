@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/records/Contact.h"
+#include "platform/records/EventArgument.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/Program.h"
 
@@ -39,6 +40,8 @@ public:
         return QDBusReply<ListContact>(call(method, arguments)).value();
     }
     void set(const QString &key, const QString &value);
+    /// Sends an event, from no module.
+    void raise(const QString &event, const ListEventArgument &arguments);
     QString databasePath() const;
 
     static const QString name; ///< of the module

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/service/PhoneUnderTest.h"
 
-#include "platform/records/EventArgument.h"
-#include "platform/records/KestinBus.h"
+#include "platform/records/ImpExpStatus.h"
+#include "platform/records/KestinMode.h"
 #include "platform/records/RecordMaps.h"
+#include "platform/records/UpdateReport.h"
 
 #include <QFile>
 #include <QTest>
@@ -43,6 +44,7 @@ private Q_SLOTS:
     void mapsTravelAsTexts();
     void aChangedSettingCounts();
     void readOnlyModeComesAsAnEvent();
+    void noArgumentOfAnEventHarms();
     void oddInputIsKeptOrAnswered();
     void pageBounds();
     void aResultTooLargeIsAnError();
@@ -94,17 +96,71 @@ void TestService::aChangedSettingCounts()
 void TestService::readOnlyModeComesAsAnEvent()
 {
     const auto tell = [this](bool readOnly) {
-        QDBusMessage signal = QDBusMessage::createSignal("/test", KestinBus::eventInterface, KestinBus::eventSignal);
-        const ListEventArgument arguments{{"moduleName", PhoneUnderTest::name, true}, {"readOnly", readOnly, true}};
-        signal << "READ_ONLY_MODE" << QVariant::fromValue(arguments);
-        phone->client.send(signal);
+        phone->raise("READ_ONLY_MODE", {{"moduleName", PhoneUnderTest::name, true}, {"readOnly", readOnly, true}});
     };
-    registerDBusEventArgument();
     tell(true);
     QTRY_COMPARE(phone->code("deleteLocalContact", {"r", "nobody"}), 6);
     QCOMPARE(phone->code("createLocalContact", created(person("A"))), 6);
     tell(false);
     QTRY_COMPARE(phone->code("deleteLocalContact", {"r", "nobody"}), 2);
+}
+
+void TestService::noArgumentOfAnEventHarms()
+{
+    registerDBusImpExpStatus();
+    registerDBusKestinMode();
+    registerDBusUpdateReport();
+    registerDBusQMapQStringQStringList();
+    phone->directory.terminate();
+    phone->directory.setEnvironment("KESTIN_LOG_LEVEL", "7");
+    QVERIFY(phone->startDirectory());
+    const QStringList events{"WS_DIRECTORY_GET_CONTACT_PROFILE",
+                             "WS_DIRECTORY_GET_ATTRIBUTES",
+                             "WS_DIRECTORY_GET_NEXT_RESULTS",
+                             "WS_DIRECTORY_GET_OPERATORS",
+                             "WS_DIRECTORY_SEARCH",
+                             "WS_DIRECTORY_SEARCH_BY_FULL_NAME",
+                             "WS_DIRECTORY_STOP_SEARCH",
+                             "WS_DIRECTORY_CANONIZE_NUMBER",
+                             "WSManagerAvailabilityEvent",
+                             "UDAAvailabilityEvent",
+                             "WS_DIRECTORY_GETATTRIBUTEBYCONTACTID",
+                             "READ_ONLY_MODE",
+                             "presentationLoaded"};
+    const QVariant variant = QVariant::fromValue(QDBusVariant("v"));
+    const auto ofRecords = [](const auto &value) { return QVariant::fromValue(QList{value}); };
+    const QVariantList values{QVariant::fromValue(KestinMode()),   // (s)
+                              QVariant::fromValue(ImpExpStatus()), // (i)
+                              QVariant::fromValue(UpdateReport()), // (is)
+                              QVariant::fromValue(Contact()),
+                              ofRecords(Contact()),
+                              ofRecords(ContactSummary()),
+                              QVariant::fromValue(ListContact()), // empty
+                              QVariant::fromValue(QList{1, 2}),
+                              QVariantMap{{"a", 1}},
+                              QVariant::fromValue(QMapQStringQString{{"a", "b"}}),
+                              QVariantList{1, "a", variant},
+                              QStringList{"a", "b"},
+                              QByteArray("bytes"),
+                              variant,
+                              QVariant::fromValue(QDBusVariant(QVariant::fromValue(Contact()))),
+                              1.5};
+    for (const QString &event : events) {
+        for (const QVariant &value : values) {
+            ListEventArgument arguments;
+            for (const char *name : {"reqId", "response", "status", "result", "moduleName", "readOnly"})
+                arguments.append({name, value, true});
+            phone->raise(event, arguments);
+        }
+    }
+    QCOMPARE(phone->code("getContactTypeById", {"##"}), 1);
+    for (const QString &event : events) {
+        const bool isOfWebService = event.startsWith("WS_") || event.endsWith("AvailabilityEvent");
+        const QString line = isOfWebService ? "<7>Event " + event + " Received"
+                                            : QString(event == "READ_ONLY_MODE" ? "::syncReadOnlyModeSlot"
+                                                                                : "::slot_presentationLoaded");
+        QVERIFY2(phone->directory.waitForErrorOutput(line), qPrintable(line));
+    }
 }
 
 void TestService::oddInputIsKeptOrAnswered()
