@@ -13,7 +13,7 @@
 /// - a KestinException that a slot of the adaptor throws (as a pointer to a new object) becomes the error
 ///   "com.norlan.Kestin.KestinException" with the exception's message; it must never unwind through the bus library;
 /// - a result larger than the bus carries becomes "org.freedesktop.DBus.Error.LimitsExceeded", where sending it would
-///   cost the module its connection.
+///   cost the module its connection. So do arguments of that size, which no event could tell any more.
 /// `Adaptor` is a QDBusAbstractAdaptor whose parent is a KestinModule.
 template <typename Adaptor>
 class ErrorReplying : public Adaptor
@@ -31,6 +31,8 @@ public:
         if (call != QMetaObject::InvokeMetaMethod)
             return Adaptor::qt_metacall(call, id, arguments);
         const QMetaMethod method = this->metaObject()->method(id);
+        if (hasTooLargeArguments(method, arguments))
+            return -1;
         try {
             const int rest = Adaptor::qt_metacall(call, id, arguments);
             refuseWhatIsTooLarge(method, arguments[0]);
@@ -43,14 +45,26 @@ public:
     }
 
 private:
+    bool hasTooLargeArguments(const QMetaMethod &method, void **arguments)
+    {
+        qsizetype size = 0;
+        for (int i = 0; i < method.parameterCount(); ++i)
+            size += WireSize::of(method.parameterMetaType(i), arguments[i + 1]);
+        if (size > WireSize::limit)
+            refuse(method, QStringLiteral("the arguments are larger than 24 MiB; send fewer at a time"));
+        return size > WireSize::limit;
+    }
+
     void refuseWhatIsTooLarge(const QMetaMethod &method, const void *result)
     {
-        if (!result || WireSize::of(method.returnMetaType(), result) <= WireSize::limit)
-            return;
-        m_module.answerWithError(
-            QStringLiteral("org.freedesktop.DBus.Error.LimitsExceeded"),
-            QStringLiteral("%1: the result is larger than the bus carries; ask for fewer at a time")
-                .arg(QString::fromLatin1(method.name())));
+        if (result && WireSize::of(method.returnMetaType(), result) > WireSize::limit)
+            refuse(method, QStringLiteral("the result is larger than the bus carries; ask for fewer at a time"));
+    }
+
+    void refuse(const QMetaMethod &method, const QString &reason)
+    {
+        m_module.answerWithError(QStringLiteral("org.freedesktop.DBus.Error.LimitsExceeded"),
+                                 QString::fromLatin1(method.name()) + QLatin1String(": ") + reason);
     }
 
     KestinModule &m_module;

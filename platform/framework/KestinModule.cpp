@@ -117,6 +117,6 @@ bool KestinModule::showPopup(const QString &text, int kind, int duration, const 
 
 void KestinModule::answerWithError(const QString &errorName, const QString &message)
 {
-    if (calledFromDBus())
+    if (calledFromDBus() && QDBusContext::message().isReplyRequired())
         sendErrorReply(errorName, message);
 }

@@ -2,6 +2,7 @@
 #include "platform/framework/WireSize.h"
 
 #include "platform/records/Contact.h"
+#include "platform/records/RecordMaps.h"
 
 #include <numeric>
 
@@ -9,10 +10,35 @@ namespace {
 
 // A length before, a NUL and padding behind each text.
 constexpr qsizetype textFrame = 12;
-// A UTF-16 unit takes at most three bytes in UTF-8.
+
+/// Bytes in UTF-8, of which a half of a surrogate pair takes two.
 qsizetype sizeOf(const QString &text)
 {
-    return 3 * text.size() + textFrame;
+    qsizetype size = text.size() + textFrame;
+    for (const QChar character : text) {
+        const char16_t unit = character.unicode();
+        size += int(unit >= 0x80) + int(unit >= 0x800 && (unit & 0xf800) != 0xd800);
+    }
+    return size;
+}
+
+qsizetype sizeOf(const ContactSummary &summary);
+qsizetype sizeOf(const Contact &contact);
+
+template <typename T>
+qsizetype sizeOf(const QList<T> &list)
+{
+    return std::accumulate(list.cbegin(), list.cend(), qsizetype(0),
+                           [](qsizetype sum, const T &element) { return sum + sizeOf(element); });
+}
+
+template <typename T>
+qsizetype sizeOf(const QMap<QString, T> &map)
+{
+    qsizetype size = 0;
+    for (auto pair = map.cbegin(); pair != map.cend(); ++pair)
+        size += sizeOf(pair.key()) + sizeOf(pair.value()) + textFrame;
+    return size;
 }
 
 qsizetype sizeOf(const ContactSummary &summary)
@@ -27,16 +53,7 @@ qsizetype sizeOf(const Contact &contact)
     qsizetype size = fixedPart + sizeOf(contact.photo) + sizeOf(contact.melody) + sizeOf(contact.getPUID());
     for (const Contact::TextField &field : Contact::texts)
         size += sizeOf(contact.*field.value);
-    for (auto pair = contact.misc.cbegin(); pair != contact.misc.cend(); ++pair)
-        size += sizeOf(pair.key()) + sizeOf(pair.value());
-    return size;
-}
-
-template <typename T>
-qsizetype sizeOf(const QList<T> &list)
-{
-    return std::accumulate(list.cbegin(), list.cend(), qsizetype(0),
-                           [](qsizetype sum, const T &element) { return sum + sizeOf(element); });
+    return size + sizeOf(contact.misc);
 }
 
 template <typename T>
@@ -56,7 +73,8 @@ qsizetype WireSize::of(const QMetaType &type, const void *value)
     // Whichever type it is has measured it; for none of them the size stays 0.
     (void)(measure<ListContact>(type, value, size) || measure<Contact>(type, value, size) ||
            measure<ListContactSummary>(type, value, size) || measure<QStringList>(type, value, size) ||
-           measure<QString>(type, value, size));
+           measure<QString>(type, value, size) || measure<QMapQStringQString>(type, value, size) ||
+           measure<QMapQStringQStringList>(type, value, size));
     return size;
 }
 

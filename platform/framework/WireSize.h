@@ -11,8 +11,8 @@ namespace WireSize {
 /// The largest value that is sent. Leaves room for the rest of the message below the limit of a system bus.
 inline constexpr qsizetype limit = 24 * 1024 * 1024;
 
-/// An upper bound of the size of a value, in bytes. Texts, lists of texts, contacts, summaries and lists of these
-/// are measured; any other type is small by its nature and counts as 0.
+/// The size of a value in bytes, a few too many for what stands between texts. Texts, lists and maps of texts,
+/// contacts, summaries and lists of these are measured; any other type is small by its nature and counts as 0.
 qsizetype of(const QMetaType &type, const void *value);
 qsizetype of(const QVariant &value);
 

@@ -111,3 +111,15 @@ DirectoryEvent DirectoryEvent::finished(const QString &name, const ImpExpStatus 
     event.m_details = Details{QStringLiteral("status:") + status.toString(), cause};
     return event;
 }
+
+std::optional<KestinEvent> DirectoryEvent::withoutSummaries() const
+{
+    ListEventArgument arguments = m_event.arguments();
+    for (EventArgument &argument : arguments) {
+        if (argument.value.metaType() != QMetaType::fromType<ListContactSummary>())
+            continue;
+        argument.value = QVariant::fromValue(ListContactSummary());
+        return KestinEvent(m_event.getEvtName(), arguments);
+    }
+    return std::nullopt;
+}

@@ -31,6 +31,9 @@ public:
     static DirectoryEvent exportFinished(const ImpExpStatus &status, const QString &cause);
 
     const KestinEvent &event() const { return m_event; }
+    /// The same without the summaries that it carries, for when they are more than the bus carries: their number tells,
+    /// and the list can be read in pages. None for an event that carries no summaries.
+    std::optional<KestinEvent> withoutSummaries() const;
     /// What the log tells beside the name: the end of its line, and a line of its own. Most events have none.
     struct Details
     {

@@ -6,8 +6,12 @@
 
 bool EventPublisher::publish(const DirectoryEvent &event)
 {
-    const bool sent = m_module.notifyEvent(event.event());
     const QString name = event.event().getEvtName();
+    bool sent = m_module.notifyEvent(event.event());
+    if (const auto brief = sent ? std::nullopt : event.withoutSummaries()) {
+        KestinLogger::warning("event %1 is sent without its summaries: they are more than the bus carries", name);
+        sent = m_module.notifyEvent(*brief);
+    }
     const KestinLogger::Level level = sent ? KestinLogger::Debug : KestinLogger::Error;
     if (const auto &details = event.details())
         KestinLogger::log(level, sent ? "event %1 sent %2\n%3" : "event %1 notification failed %2\n%3", name,

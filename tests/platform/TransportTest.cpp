@@ -17,8 +17,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int tooLarge = 9 * 1024 * 1024; // characters, of which each may take three bytes
-constexpr int fits = 8 * 1024 * 1024 - 100;
+constexpr int tooLarge = 24 * 1024 * 1024;
+constexpr int fits = tooLarge - 100;
 
 } // namespace
 
@@ -37,6 +37,7 @@ public Q_SLOTS:
     QString fails() { throw new KestinException(u"M"_s, 4, u"it failed"_s); }
     void failsWithoutResult() { fails(); }
     QString answers(int length) { return QString(length, u'a'); }
+    int lengthOf(const QString &text) { return int(text.size()); }
     ListContact answersContacts(int length)
     {
         Contact contact;
@@ -274,6 +275,9 @@ void TransportTest::failuresOfASlotAreErrorReplies_data()
     QTest::newRow("fails") << QVariantList() << failed;
     QTest::newRow("failsWithoutResult") << QVariantList() << failed;
     QTest::newRow("answers") << QVariantList{tooLarge} << limit.arg("answers"_L1);
+    QTest::newRow("lengthOf") << QVariantList{QString(tooLarge, u'a')}
+                              << u"org.freedesktop.DBus.Error.LimitsExceeded: lengthOf: the arguments are larger than "
+                                 "24 MiB; send fewer at a time"_s;
     QTest::newRow("answersContacts") << QVariantList{tooLarge} << limit.arg("answersContacts"_L1);
 }
 
@@ -285,6 +289,7 @@ void TransportTest::failuresOfASlotAreErrorReplies()
     // The next caller is served by the same connection.
     const QDBusMessage next = call(u"answers"_s, {fits});
     QCOMPARE(next.arguments().value(0).toString().size(), fits);
+    QCOMPARE(call(u"lengthOf"_s, {QString(fits / 2, u'\u00e9')}).arguments().value(0).toInt(), fits / 2);
     QCOMPARE(next.service(), m_bus.connection(u"module"_s).baseService());
 }
 

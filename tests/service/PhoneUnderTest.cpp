@@ -92,4 +92,5 @@ void PhoneUnderTest::note(const QDBusMessage &message)
         firstResults[searchId] += qdbus_cast<ListContactSummary>(arguments.value(2).value);
     else
         ended.append(searchId);
+    nbResults = arguments.value(1).value.toInt();
 }

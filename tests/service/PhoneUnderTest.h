@@ -56,6 +56,7 @@ public:
     QDBusConnection client;
     QStringList events;                             ///< names of the events seen so far
     QStringList ended;                              ///< ids of the searches whose completion was told
+    int nbResults = -1;                             ///< of the search that ended last
     QMap<QString, ListContactSummary> firstResults; ///< of each search, what came before its completion
 
 private Q_SLOTS:

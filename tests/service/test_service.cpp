@@ -206,12 +206,20 @@ void TestService::pageBounds()
 
 void TestService::aResultTooLargeIsAnError()
 {
-    for (int i = 0; i < 5; ++i)
-        QCOMPARE(phone->code("createLocalContact", created(person(QString(1 << 20, 'x')))), 0);
+    constexpr int contacts = 6;
+    Contact contact = person("x");
+    contact.email = QString(9 << 19, 'x');
+    for (int i = 0; i < contacts; ++i)
+        QCOMPARE(phone->code("createLocalContact", created(contact)), 0);
     const QDBusMessage answer = phone->call("getLocalContacts", {0, -1});
     QCOMPARE(answer.errorName(), "org.freedesktop.DBus.Error.LimitsExceeded");
     QVERIFY(answer.errorMessage().contains("ask for fewer at a time"));
     QCOMPARE(phone->contacts("getLocalContacts", {0, 2}).size(), 2);
+    // A search that finds as much ends all the same, with the number of them.
+    QCOMPARE(phone->code("startSearchContactByName", {"s", "x", contacts, true}), 0);
+    QTRY_COMPARE_WITH_TIMEOUT(phone->ended, QStringList("s"), Program::limitMs);
+    QCOMPARE(phone->nbResults, contacts);
+    QVERIFY(phone->directory.waitForErrorOutput("<4>event DIR_SEARCH_COMPLETED_BY_NAME is sent without its summaries"));
 }
 
 void TestService::wrongCallsAreErrors()
