@@ -6,8 +6,9 @@
 #include "platform/framework/RemoteCaller.h"
 
 namespace {
+constexpr int pauseMs = 10000;
 constexpr QLatin1String unknownSetting("com.norlan.Kestin.KestinException");
-}
+} // namespace
 
 DialingRulesReader::DialingRulesReader(RemoteCaller &caller)
     : m_caller(caller)
@@ -16,7 +17,7 @@ DialingRulesReader::DialingRulesReader(RemoteCaller &caller)
 
 const DialingRules &DialingRulesReader::rules()
 {
-    if (m_isRead)
+    if (m_isRead || !m_pause.hasExpired())
         return m_rules;
     DialingRules rules;
     try {
@@ -53,4 +54,5 @@ void DialingRulesReader::noteFailure(const QString &reason)
     if (!m_failureIsKnown)
         KestinLogger::warning("The dialing rules cannot be read from the settings: %1", reason);
     m_failureIsKnown = true;
+    m_pause.setRemainingTime(pauseMs);
 }

@@ -6,13 +6,11 @@
 #include "platform/framework/WireSize.h"
 #include "platform/records/KestinBus.h"
 
-#include <QDBusConnectionInterface>
 #include <QDBusError>
+#include <QDBusReply>
 #include <QDBusServiceWatcher>
 
 namespace {
-
-constexpr int callLimitMs = 5000;
 
 QDBusMessage callOf(const QString &module, const QString &method, const QVariantList &arguments)
 {
@@ -42,29 +40,16 @@ BusTransport::BusTransport(const QDBusConnection &connection, QObject *parent)
                          SIGNAL(disconnected()));
 }
 
-QDBusMessage BusTransport::syncRemoteCall(const QString &module, const QString &method, const QVariantList &arguments)
+QDBusMessage BusTransport::syncRemoteCall(const QString &module, const QString &method, const QVariantList &arguments,
+                                          std::chrono::milliseconds limit)
 {
-    const QDBusMessage call = callOf(module, method, arguments);
-    if (m_silentPeers.isPaused(module) && m_silentPeers.isSilent(module, ownerOf(module)))
-        return call.createErrorReply(QDBusError::NoReply,
-                                     QStringLiteral("%1 did not answer in time just now").arg(module));
-    const QDBusMessage reply = m_connection.call(call, QDBus::Block, callLimitMs);
-    if (SilentPeers::isSilence(reply))
-        m_silentPeers.add(module, ownerOf(module));
-    else
-        m_silentPeers.remove(module);
-    return reply;
-}
-
-QString BusTransport::ownerOf(const QString &module) const
-{
-    return m_connection.interface()->serviceOwner(KestinBus::serviceName(module)).value();
+    return m_connection.call(callOf(module, method, arguments), QDBus::Block, int(limit.count()));
 }
 
 QDBusPendingCall BusTransport::asyncRemoteCall(const QString &module, const QString &method,
                                                const QVariantList &arguments)
 {
-    return m_connection.asyncCall(callOf(module, method, arguments), callLimitMs);
+    return m_connection.asyncCall(callOf(module, method, arguments), int(callLimit.count()));
 }
 
 void BusTransport::send(const QString &module, const QString &method, const QVariantList &arguments)
@@ -129,7 +114,11 @@ void BusTransport::deliver(const QString &eventName, const ListEventArgument &ar
 
 bool BusTransport::isTaken(const KestinModule &module) const
 {
-    return !ownerOf(module.getModuleName()).isEmpty();
+    QDBusMessage question =
+        QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+                                       QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameHasOwner"));
+    question << KestinBus::serviceName(module.getModuleName());
+    return QDBusReply<bool>(m_connection.call(question, QDBus::Block, int(callLimit.count()))).value();
 }
 
 QString BusTransport::publish(KestinModule &module)

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "platform/framework/KestinTransport.h"
-#include "platform/framework/SilentPeers.h"
 
 #include <QDBusConnection>
 #include <QHash>
@@ -20,7 +19,8 @@ class BusTransport : public QObject, public KestinTransport
 public:
     explicit BusTransport(const QDBusConnection &connection, QObject *parent = nullptr);
 
-    QDBusMessage syncRemoteCall(const QString &module, const QString &method, const QVariantList &arguments) override;
+    QDBusMessage syncRemoteCall(const QString &module, const QString &method, const QVariantList &arguments,
+                                std::chrono::milliseconds limit = callLimit) override;
     [[nodiscard]] QDBusPendingCall asyncRemoteCall(const QString &module, const QString &method,
                                                    const QVariantList &arguments) override;
     void send(const QString &module, const QString &method, const QVariantList &arguments) override;
@@ -50,9 +50,6 @@ private:
         QMetaMethod method;
     };
 
-    QString ownerOf(const QString &module) const;
-
     QDBusConnection m_connection;
-    SilentPeers m_silentPeers;
     QMultiHash<QString, Subscription> m_subscriptions;
 };

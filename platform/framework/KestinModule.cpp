@@ -74,9 +74,10 @@ KestinTransport &KestinModule::transport()
     return *m_transport;
 }
 
-QDBusMessage KestinModule::syncRemoteCall(const QString &module, const QString &method, const QVariantList &arguments)
+QDBusMessage KestinModule::syncRemoteCall(const QString &module, const QString &method, const QVariantList &arguments,
+                                          std::chrono::milliseconds limit)
 {
-    return transport().syncRemoteCall(module, method, arguments);
+    return transport().syncRemoteCall(module, method, arguments, limit);
 }
 
 QDBusPendingCall KestinModule::asyncRemoteCall(const QString &module, const QString &method,

@@ -50,7 +50,8 @@ public:
     /// Must come before init; the transport must outlive the module.
     void attach(KestinTransport &transport) { m_transport = &transport; }
 
-    QDBusMessage syncRemoteCall(const QString &module, const QString &method, const QVariantList &arguments) override;
+    QDBusMessage syncRemoteCall(const QString &module, const QString &method, const QVariantList &arguments,
+                                std::chrono::milliseconds limit = callLimit) override;
     [[nodiscard]] QDBusPendingCall asyncRemoteCall(const QString &module, const QString &method,
                                                    const QVariantList &arguments) override;
     void send(const QString &module, const QString &method, const QVariantList &arguments) override;

@@ -35,7 +35,8 @@ public:
         return message.createErrorReply(QDBusError::ServiceUnknown, QStringLiteral("nobody there"));
     }
 
-    QDBusMessage syncRemoteCall(const QString &module, const QString &method, const QVariantList &arguments) override
+    QDBusMessage syncRemoteCall(const QString &module, const QString &method, const QVariantList &arguments,
+                                std::chrono::milliseconds = callLimit) override
     {
         return record({module, method, arguments});
     }
