@@ -2,39 +2,60 @@
 #include "src/directory/DirectorySettings.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "src/fields/PhotoRules.h"
+
+namespace {
+
+const QString comLogSize = QStringLiteral("ComLogSize");
+const QString dirMaxContact = QStringLiteral("DirMaxContact");
+const QString dirMaxWordSearch = QStringLiteral("DirMaxWordSearch");
+const QString dirSearchMode = QStringLiteral("DirSearchMode");
+const QString removeHttps = QStringLiteral("RemoveHttpsFromPhotoUrl");
+const QString directoryDefaultContacts = QStringLiteral("DirectoryDefaultContacts");
+const QString fileDiskUserQuota = QStringLiteral("FileDiskUserQuota");
+
+} // namespace
 
 DirectorySettings::DirectorySettings(RemoteCaller &caller, DirectoryFields &fields)
     : m_calls(caller)
     , m_fields(fields)
+    , m_unread(caller)
 {
+    connect(&m_unread, &UnreadSettings::answered, this, &DirectorySettings::takeLate);
+}
+
+/// Nothing when it cannot be read; it is asked for again then.
+std::optional<QString> DirectorySettings::read(const QString &key)
+{
+    bool success = false;
+    const QString value = m_calls.getStringSetting(key, &success);
+    if (success)
+        return value;
+    m_unread.add(key);
+    return std::nullopt;
 }
 
 void DirectorySettings::readDirectory()
 {
-    constexpr int usualComLogSize = 40;
-    bool success = false;
-    const int comLogSize = m_calls.getIntSetting(QStringLiteral("ComLogSize"), &success);
-    m_fields.comLogSize = success ? comLogSize : usualComLogSize;
-    setMaxContacts(m_calls.getIntSetting(QStringLiteral("DirMaxContact")));
-    m_fields.maxWordSearch = m_calls.getIntSetting(QStringLiteral("DirMaxWordSearch"));
-    setDirSearchMode(m_calls.getIntSetting(QStringLiteral("DirSearchMode")));
-    removeHttpsFromPhotoUrl(m_calls.getStringSetting(QStringLiteral("RemoveHttpsFromPhotoUrl")));
+    const QString usualComLogSize = QStringLiteral("40");
+    m_fields.comLogSize = read(comLogSize).value_or(usualComLogSize).toInt();
+    setMaxContacts(read(dirMaxContact).value_or(QString()).toInt());
+    m_fields.maxWordSearch = read(dirMaxWordSearch).value_or(QString()).toInt();
+    setDirSearchMode(read(dirSearchMode).value_or(QString()).toInt());
+    removeHttpsFromPhotoUrl(read(removeHttps).value_or(QString()));
 }
 
 void DirectorySettings::readPhotoQuota()
 {
-    constexpr int maximumMiB = 2047; // what the bytes of a 32-bit number hold
-    bool success = false;
-    const int quota = m_calls.getIntSetting(QStringLiteral("FileDiskUserQuota"), &success);
-    if (success)
-        m_fields.fileDiskUserQuota = qBound(0, quota, maximumMiB) << 20;
+    if (const auto quota = read(fileDiskUserQuota))
+        setPhotoQuota(quota->toInt());
     else
         KestinLogger::error("KestinDirectory::init() : can't get the FileDiskUserQuota setting");
 }
 
 QString DirectorySettings::getDefaultContactsSetting()
 {
-    return m_calls.getStringSetting(QStringLiteral("DirectoryDefaultContacts"));
+    return read(directoryDefaultContacts).value_or(QString());
 }
 
 QString DirectorySettings::getUserPhotoSetting(bool *success)
@@ -42,14 +63,44 @@ QString DirectorySettings::getUserPhotoSetting(bool *success)
     return m_calls.getStringSetting(QStringLiteral("UserPhoto"), success);
 }
 
+void DirectorySettings::takeLate(const QString &key, const QString &value)
+{
+    Setting setting;
+    setting.key = key;
+    setting.value = value;
+    if (key == comLogSize)
+        m_fields.comLogSize = value.toInt();
+    else if (key == dirMaxContact)
+        dirMaxContactChanged(setting);
+    else if (key == dirMaxWordSearch)
+        m_fields.maxWordSearch = value.toInt();
+    else if (key == dirSearchMode)
+        dirSearchModeChanged(setting);
+    else if (key == removeHttps)
+        removeHttpsFromPhotoUrlChanged(setting);
+    else if (key == directoryDefaultContacts)
+        defaultContactsChanged(setting);
+    else
+        setPhotoQuota(value.toInt());
+}
+
+void DirectorySettings::defaultContactsChanged(const Setting &setting)
+{
+    m_unread.remove(directoryDefaultContacts);
+    KestinLogger::info("KestinDIR::defaultContactsChanged to %1", PhotoRules::shown(setting.getValue()));
+    Q_EMIT defaultContactsWanted(setting.getValue());
+}
+
 void DirectorySettings::dirMaxContactChanged(const Setting &setting)
 {
+    m_unread.remove(dirMaxContact);
     KestinLogger::info("KestinDIR::dirMaxContactChanged to %1", setting.getValue());
     setMaxContacts(setting.getValue().toInt());
 }
 
 void DirectorySettings::dirSearchModeChanged(const Setting &setting)
 {
+    m_unread.remove(dirSearchMode);
     const int value = setting.getValue().toInt();
     KestinLogger::info("KestinDIR::dirSearchModeChanged to %1", value);
     setDirSearchMode(value);
@@ -57,7 +108,14 @@ void DirectorySettings::dirSearchModeChanged(const Setting &setting)
 
 void DirectorySettings::removeHttpsFromPhotoUrlChanged(const Setting &setting)
 {
+    m_unread.remove(removeHttps);
     removeHttpsFromPhotoUrl(setting.getValue());
+}
+
+void DirectorySettings::setPhotoQuota(int value)
+{
+    constexpr int maximumMiB = 2047; // what the bytes of a 32-bit number hold
+    m_fields.fileDiskUserQuota = qBound(0, value, maximumMiB) << 20;
 }
 
 void DirectorySettings::setMaxContacts(int value)

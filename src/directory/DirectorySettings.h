@@ -3,16 +3,24 @@
 
 #include "platform/framework/PlatformCalls.h"
 #include "platform/records/Setting.h"
+#include "src/directory/UnreadSettings.h"
 #include "src/fields/DirectoryFields.h"
 
-/// Reads the directory's settings into the shared fields, and follows their changes.
-class DirectorySettings
+#include <QObject>
+
+#include <optional>
+
+/// Reads the directory's settings into the shared fields, and follows their changes. One that cannot be read at start
+/// counts as 0 or empty, the capacity for cached contacts as 40; it is asked for again in the background, and what
+/// comes then takes effect as a change does.
+class DirectorySettings : public QObject
 {
+    Q_OBJECT
+
 public:
     DirectorySettings(RemoteCaller &caller, DirectoryFields &fields);
 
-    /// Capacities, word search, display mode, photo addresses. One that cannot be read is 0 or empty, the capacity for
-    /// cached contacts 40.
+    /// Capacities, word search, display mode, photo addresses.
     void readDirectory();
     /// The photo quota, a setting in MiB; left as it is when it cannot be read.
     void readPhotoQuota();
@@ -20,16 +28,26 @@ public:
     /// These two are empty when they cannot be read.
     QString getDefaultContactsSetting();
     QString getUserPhotoSetting(bool *success);
+    /// The settings manager has come to the bus: asks for what could not be read.
+    void readAgain() { m_unread.ask(); }
 
+    void defaultContactsChanged(const Setting &setting);
     void dirMaxContactChanged(const Setting &setting);
     void dirSearchModeChanged(const Setting &setting);
     void removeHttpsFromPhotoUrlChanged(const Setting &setting);
 
+Q_SIGNALS:
+    void defaultContactsWanted(const QString &value);
+
 private:
+    std::optional<QString> read(const QString &key);
+    void takeLate(const QString &key, const QString &value);
     void setMaxContacts(int value);
     void setDirSearchMode(int value);
     void removeHttpsFromPhotoUrl(const QString &text);
+    void setPhotoQuota(int value);
 
     PlatformCalls m_calls;
     DirectoryFields &m_fields;
+    UnreadSettings m_unread;
 };

@@ -21,7 +21,8 @@ KestinDirectory::KestinDirectory(const QString &name)
     : KestinModule(name)
     , m_publisher(*this)
     , m_popups(*this, m_fields)
-    , m_settings(*this, m_fields)
+    , m_settingsCaller(*this)
+    , m_settings(m_settingsCaller, m_fields)
     , m_telephonyMode(*this)
     , m_readOnlyMode(name, m_fields)
 {
@@ -58,9 +59,14 @@ bool KestinDirectory::init()
     KestinLogger::debug("KestinDirectory initialization...");
     registerRecords();
     m_database.completeTables();
-    m_useCases = std::make_unique<UseCases>(m_database.connection(), *this, m_fields, getModuleName());
+    m_useCases =
+        std::make_unique<UseCases>(m_database.connection(), *this, m_settingsCaller, m_fields, getModuleName());
     m_news = std::make_unique<NewsPublication>(*m_useCases, m_fields, m_publisher, m_popups);
     connect(&m_useCases->search, &ContactSearch::workerCreated, this, &KestinDirectory::connectWorker);
+    connect(&m_settings, &DirectorySettings::defaultContactsWanted, this,
+            [this](const QString &value) { m_useCases->defaultContacts.setDefaultContacts(value); });
+    m_settingsWatch = watchModule(QStringLiteral("SettingsManager"));
+    connect(m_settingsWatch.get(), &ModuleWatch::came, &m_settings, &DirectorySettings::readAgain);
     m_settings.readDirectory();
     subscribeToWebService();
     eventsSyncSubscription();
@@ -78,6 +84,7 @@ bool KestinDirectory::init()
     connect(&m_useCases->network, &KestinDirectoryNetwork::requestFinished, this,
             &KestinDirectory::slot_requestFinished);
     updateCanonicalNumbers();
+    m_settingsCaller.setStarted();
     m_useCases->latinNames.checkAndFillLatinName();
     sweepPhotos();
     m_useCases->photoResizing.resizeContactPhotosIfNeeded();
@@ -494,8 +501,7 @@ void KestinDirectory::slot_addContactsToMap(const QString &searchId, const ListC
 
 ListSetting KestinDirectory::defaultContactsChanged(const Setting &setting)
 {
-    KestinLogger::info("KestinDIR::defaultContactsChanged to %1", PhotoRules::shown(setting.getValue()));
-    m_useCases->defaultContacts.setDefaultContacts(setting.getValue());
+    m_settings.defaultContactsChanged(setting);
     return {};
 }
 

@@ -11,6 +11,7 @@
 #include "src/directory/DirectorySettings.h"
 #include "src/directory/EventPublisher.h"
 #include "src/directory/Popups.h"
+#include "src/directory/SettingsCaller.h"
 #include "src/fields/DirectoryFields.h"
 
 #include <functional>
@@ -137,10 +138,12 @@ private:
     Database m_database;
     EventPublisher m_publisher;
     Popups m_popups;
+    SettingsCaller m_settingsCaller;
     DirectorySettings m_settings;
     TelephonyMode m_telephonyMode;
     ReadOnlyMode m_readOnlyMode;
     std::unique_ptr<UseCases> m_useCases;
+    std::unique_ptr<ModuleWatch> m_settingsWatch;
     std::unique_ptr<ModuleWatch> m_webServiceWatch;
     std::unique_ptr<NewsPublication> m_news;
     AdaptorFactory m_makeAdaptor;

@@ -16,11 +16,12 @@ QString besideDatabase(const Connection &connection, const char *name)
 
 } // namespace
 
-UseCases::UseCases(Connection &connection, RemoteCaller &caller, DirectoryFields &fields, const QString &moduleName)
+UseCases::UseCases(Connection &connection, RemoteCaller &caller, RemoteCaller &settingsCaller, DirectoryFields &fields,
+                   const QString &moduleName)
     : dao(connection)
     , numbers(caller)
     , storedNumbers(numbers, dao)
-    , dialingRules(caller, storedNumbers)
+    , dialingRules(settingsCaller, storedNumbers)
     , latinNames(dao)
     , deletion(dao, fields, news)
     , creation(dao, fields, numbers, deletion, news)

@@ -38,7 +38,8 @@ class ModuleWatch;
 /// Made at init, when the tables are there; destroyed before the database.
 struct UseCases
 {
-    UseCases(Connection &connection, RemoteCaller &caller, DirectoryFields &fields, const QString &moduleName);
+    UseCases(Connection &connection, RemoteCaller &caller, RemoteCaller &settingsCaller, DirectoryFields &fields,
+             const QString &moduleName);
 
     DaoContact dao;
     ContactNews news;

@@ -63,6 +63,7 @@ private Q_SLOTS:
     void answeredWritesSurviveAKill();
     void aFullDiskRefusesAndRecovers();
     void aSilentTelephonyIsWaitedForOnce();
+    void aSettingsManagerThatHangsDelaysTheStartAndCountsLater();
     void noiseIsSetAside();
     void aFolderThatCannotBeWrittenEndsTheStart();
     void withoutABusItEnds();
@@ -172,6 +173,22 @@ void TestServiceFaults::aSilentTelephonyIsWaitedForOnce()
     const ListContact stored = phone->contacts("getLocalContacts", {0, -1});
     QCOMPARE(stored.size(), contacts.size());
     QCOMPARE(stored.first().officePhoneCan, stored.first().officePhone);
+}
+
+void TestServiceFaults::aSettingsManagerThatHangsDelaysTheStartAndCountsLater()
+{
+    phone->startPeers();
+    phone->set("DirectoryDefaultContacts", "1,,,A,,0,,");
+    phone->settings.freeze();
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(phone->startDirectory());
+    const qint64 start = timer.elapsed();
+    QVERIFY2(start > 5000 && start < 25000, qPrintable(QString::number(start))); // 17 settings: 5 s and 16 s
+    QCOMPARE(phone->code("createLocalContact", created(marked("1"))), 3);
+    phone->settings.thaw();
+    QTRY_COMPARE_WITH_TIMEOUT(phone->code("createLocalContact", created(marked("1"))), 0, Program::limitMs);
+    QTRY_COMPARE(phone->contacts("getContactsByType", {ContactType::DeviceManagement}).size(), 1);
 }
 
 void TestServiceFaults::noiseIsSetAside()

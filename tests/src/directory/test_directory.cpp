@@ -288,6 +288,15 @@ void TestDirectory::startsWithoutAnyPeer()
     QCOMPARE(module.directory.createLocalContact("CACHED_REQID", Contact()), 0);
     QVERIFY(module.log.contains("<7>createLocalContact: contact type is CACHED, maxCachedContacts=40, "
                                 "currentNbCachedContacts=0"));
+    // What could not be read comes later and counts like a change, but for what has changed meanwhile.
+    module.change("dirSearchModeChanged", "2");
+    module.settings = {{"DirMaxContact", "3"}, {"DirSearchMode", "1"}, {"DirectoryDefaultContacts", "1,,,A,,0,,"}};
+    Q_EMIT module.transport.watches.value("SettingsManager")->came();
+    QTRY_VERIFY(module.log.contains("<6>KestinDIR::dirMaxContactChanged to 3"));
+    QTRY_COMPARE(module.directory.getContactsByType(ContactType::DeviceManagement).size(), 1);
+    QCOMPARE(module.directory.createLocalContact("r", Contact()), 0);
+    QCOMPARE(module.directory.createLocalContact("r", Contact()), 3);
+    QVERIFY(!module.log.contains("<6>KestinDIR::dirSearchModeChanged to 1"));
 }
 
 void TestDirectory::photosMadeSquareAtStartAreTold()
@@ -545,7 +554,7 @@ void TestDirectory::photosFollowTheirContacts()
     Database database;
     DirectoryFields fields;
     QVERIFY(database.openDatabase(module.folder.path()) && database.createTables());
-    UseCases useCases(database.connection(), module.directory, fields, "KestinDirectory");
+    UseCases useCases(database.connection(), module.directory, module.directory, fields, "KestinDirectory");
     Q_EMIT useCases.contactPhotos.contactsUpdated({}, true);
     QVERIFY(fields.lastLocalChangeDate.isValid()); // an export takes it up
     ContactPhotos &photos = useCases.contactPhotos;
