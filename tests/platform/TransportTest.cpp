@@ -1,16 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/framework/BusTransport.h"
 #include "platform/framework/ErrorReplying.h"
+#include "platform/framework/KestinApplication.h"
 #include "platform/framework/KestinModule.h"
 #include "platform/records/Contact.h"
 #include "platform/records/KestinBus.h"
 #include "tests/support/PrivateBus.h"
 
 #include <QDBusAbstractAdaptor>
+#include <QDBusConnectionInterface>
 #include <QDBusPendingCallWatcher>
 #include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTest>
+
+#include <csignal>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -95,6 +99,43 @@ public Q_SLOTS:
     void showPopup(const QDBusMessage &message) { popups.append(message.signature()); }
 };
 
+/// Notes what the framework leads it through, with a "+" while its name is on the bus, and asks for its end.
+class LivingModule : public KestinModule
+{
+public:
+    explicit LivingModule(const QDBusConnection &observer)
+        : KestinModule(u"Living"_s)
+        , m_observer(observer)
+    {
+    }
+
+    bool check() override { return note(u"check"_s); }
+    bool deploy() override { return !note(u"deploy"_s); }
+    bool init() override { return !note(u"init"_s); }
+    bool run() override
+    {
+        const auto endWhenPublished = [this] {
+            note(u"life"_s);
+            ::raise(SIGTERM);
+        };
+        QMetaObject::invokeMethod(this, endWhenPublished, Qt::QueuedConnection);
+        return !note(u"run"_s);
+    }
+    void stop() override { note(u"stop"_s); }
+
+    QString life;
+
+private:
+    bool note(const QString &hook)
+    {
+        const bool isOnBus = m_observer.interface()->isServiceRegistered(KestinBus::serviceName(getModuleName()));
+        life += hook + (isOnBus ? u"+ "_s : u" "_s);
+        return isOnBus;
+    }
+
+    QDBusConnection m_observer;
+};
+
 class TransportTest : public QObject
 {
     Q_OBJECT
@@ -111,6 +152,7 @@ private Q_SLOTS:
     void aPopupIsAskedOfThePresentation();
     void failuresOfASlotAreErrorReplies_data();
     void failuresOfASlotAreErrorReplies();
+    void aModuleIsOnTheBusFromRunToStop();
     void theEndOfTheBusIsTold();
 
 private:
@@ -271,6 +313,13 @@ void TransportTest::failuresOfASlotAreErrorReplies()
     QCOMPARE(next.service(), m_bus.connection(u"module"_s).baseService());
 }
 
+void TransportTest::aModuleIsOnTheBusFromRunToStop()
+{
+    LivingModule module(m_bus.connection(u"peer"_s));
+    QCOMPARE(static_cast<KestinApplication *>(qApp)->exec(module), 0);
+    QCOMPARE(module.life, u"check deploy init run life+ stop "_s);
+}
+
 void TransportTest::theEndOfTheBusIsTold()
 {
     auto bus = std::make_unique<PrivateBus>();
@@ -281,5 +330,10 @@ void TransportTest::theEndOfTheBusIsTold()
     QCOMPARE(module.ask(u"M"_s, u"a"_s), QDBusError::Disconnected);
 }
 
-QTEST_GUILESS_MAIN(TransportTest)
+int main(int argc, char **argv)
+{
+    KestinApplication application(argc, argv);
+    TransportTest test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "TransportTest.moc"

@@ -60,13 +60,26 @@ private:
 
 void TestService::aCallerIsKnownByAnySpelling()
 {
-    QCOMPARE(phone->code("createLocalContact", created(person("Müller", "03 88 12 34 56"))), 0);
+    Contact contact = person("Müller", "03 88 12 34 56");
+    contact.collaborationId = "im@example.org";
+    contact.personalFax = "4711";
+    QCOMPARE(phone->code("createLocalContact", created(contact)), 0);
     for (const char *number : {"0388123456", "00388123456", "+33 388 12 34 56", "0033388123456"}) {
         const QDBusReply<QStringList> canonical = phone->callModule("Telephony", "makeCanonicalNumberListWithoutPrefix",
                                                                     {QStringList{number, "", "", "", ""}});
         const ListContact callers = phone->contacts("getLocalContacts", {canonical.value().value(0)});
         QVERIFY2(callers.size() == 1, number);
         QCOMPARE(callers.first().name, "Müller");
+    }
+    // Each of the three that a contact may be merged by counts in its own place.
+    const Contact stored = phone->contacts("getLocalContacts", {0, 1}).value(0);
+    const QStringList values{stored.collaborationId, stored.officePhoneCan, stored.personalFaxCan};
+    for (int value = 0; value < 3; ++value) {
+        for (int place = 0; place < 3; ++place) {
+            QVariantList arguments{"", "", ""};
+            arguments[place] = values.at(value);
+            QCOMPARE(phone->contacts("getContactToMerge", arguments).size(), place == value ? 1 : 0);
+        }
     }
     QTRY_COMPARE(phone->events, QStringList("DIR_CONTACTS_CREATED"));
 }

@@ -236,6 +236,7 @@ void TestServiceFaults::withoutABusItEnds()
         QVERIFY(service.startAndWaitForName(PhoneUnderTest::name, client));
         bus.reset();
         QVERIFY(service.waitForErrorOutput("<3>KestinDirectory ends: the message bus closed the connection"));
+        QCOMPARE(service.waitForEnd(), 1);
     }
     Program service("kestin-directory"); // the address of the bus that has just gone is still in the environment
     QCOMPARE(service.run(), 1);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/support/PrivateBus.h"
 
+#include <csignal>
+
 PrivateBus::PrivateBus()
     : PrivateBus(QStringLiteral(KESTIN_BUS_CONFIG))
 {
@@ -9,6 +11,12 @@ PrivateBus::PrivateBus()
 PrivateBus::PrivateBus(const QString &configuration)
 {
     m_daemon.setProcessChannelMode(QProcess::SeparateChannels);
+    // A test that is a module of the platform has SIGTERM blocked, and children inherit that.
+    m_daemon.setChildProcessModifier([] {
+        sigset_t none;
+        sigemptyset(&none);
+        sigprocmask(SIG_SETMASK, &none, nullptr);
+    });
     m_daemon.start(QStringLiteral("dbus-daemon"),
                    {QStringLiteral("--config-file=") + configuration, QStringLiteral("--nofork"),
                     QStringLiteral("--nopidfile"), QStringLiteral("--nosyslog"), QStringLiteral("--print-address=1")});

@@ -59,7 +59,12 @@ int Program::run(const QByteArray &input)
     start();
     m_process.write(input);
     m_process.closeWriteChannel();
-    if (!m_process.waitForFinished(limitMs) || m_process.exitStatus() != QProcess::NormalExit)
+    return waitForEnd();
+}
+
+int Program::waitForEnd()
+{
+    if ((isRunning() && !m_process.waitForFinished(limitMs)) || m_process.exitStatus() != QProcess::NormalExit)
         return -1;
     return m_process.exitCode();
 }
@@ -67,9 +72,7 @@ int Program::run(const QByteArray &input)
 int Program::terminate()
 {
     m_process.terminate();
-    if (!m_process.waitForFinished(limitMs) || m_process.exitStatus() != QProcess::NormalExit)
-        return -1;
-    return m_process.exitCode();
+    return waitForEnd();
 }
 
 void Program::kill()

@@ -24,7 +24,9 @@ public:
 
     bool isRunning() const { return m_process.state() == QProcess::Running; }
     qint64 processId() const { return m_process.processId(); }
-    /// SIGTERM, then waits; the exit code, or -1.
+    /// The exit code, -1 when it crashed or the limit passed.
+    int waitForEnd();
+    /// SIGTERM, then waits as waitForEnd does.
     int terminate();
     /// SIGKILL, then waits.
     void kill();
