@@ -9,6 +9,7 @@
 #include <QDBusError>
 #include <QDBusReply>
 #include <QDBusServiceWatcher>
+#include <QLibrary>
 
 namespace {
 
@@ -28,6 +29,20 @@ qsizetype wireSizeOf(const KestinEvent &event)
     return size;
 }
 
+/// Lets the connection take whatever the bus holds back for it, which is 127 MiB at most and one message. The bus
+/// library stops reading when 63 MiB wait to be handled: the answers of other modules, which come behind a few long
+/// lists, are not read then, and at times nothing ever again. Qt has no way to say so; where the library has none
+/// either, its limit stays.
+void readWhateverWaits(const QDBusConnection &connection)
+{
+    constexpr long limit = 192L << 20;
+    using SetLimit = void (*)(void *connection, long size);
+    const auto setLimit = reinterpret_cast<SetLimit>(
+        QLibrary::resolve(QStringLiteral("dbus-1"), 3, "dbus_connection_set_max_received_size"));
+    if (setLimit && connection.isConnected())
+        setLimit(connection.internalPointer(), limit);
+}
+
 } // namespace
 
 BusTransport::BusTransport(const QDBusConnection &connection, QObject *parent)
@@ -35,6 +50,7 @@ BusTransport::BusTransport(const QDBusConnection &connection, QObject *parent)
     , m_connection(connection)
 {
     registerDBusEventArgument();
+    readWhateverWaits(m_connection);
     m_connection.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
                          QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
                          SIGNAL(disconnected()));

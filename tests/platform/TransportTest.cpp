@@ -145,6 +145,7 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void aSilentPeerIsWaitedForAndAMissingOneIsNot();
+    void noAnswerIsHeldUpByWhatWaits();
     void eventsReachOnlyThoseWhoWantThem();
     void whatCannotWorkIsRefused();
     void aModuleIsWatched();
@@ -208,6 +209,17 @@ void TransportTest::aSilentPeerIsWaitedForAndAMissingOneIsNot()
     QVERIFY(!m_caller->syncRemoteCall(u"M"_s, u"answers"_s, {1}, 100ms).errorName().isEmpty());
     QCOMPARE(m_caller->ask(u"Nobody"_s, u"a"_s), QDBusError::ServiceUnknown);
     QVERIFY(timer.elapsed() < 2500);
+}
+
+void TransportTest::noAnswerIsHeldUpByWhatWaits()
+{
+    QList<QDBusPendingCall> waiting; // at the module, whose thread this is
+    for (int i = 0; i < 3; ++i)
+        waiting.append(m_caller->asyncRemoteCall(u"M"_s, u"lengthOf"_s, {QString(fits, u'a')}));
+    QCOMPARE(m_caller->ask(u"Nobody"_s, u"a"_s), QDBusError::ServiceUnknown); // so the bus has them all
+    QCOMPARE(m_module->ask(u"Nobody"_s, u"a"_s), QDBusError::ServiceUnknown);
+    for (const QDBusPendingCall &call : waiting)
+        QTRY_VERIFY_WITH_TIMEOUT(call.isFinished(), PrivateBus::limitMs);
 }
 
 void TransportTest::eventsReachOnlyThoseWhoWantThem()
