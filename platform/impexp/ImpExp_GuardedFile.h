@@ -7,7 +7,8 @@
 #include <QIODevice>
 
 /// A file as an XML reader gets it: it ends early where going on would cost too much. Readers take whatever lies
-/// between two tokens into memory, so the one who asks for tokens says when a new stretch begins.
+/// between two tokens into memory, and time for each, so the one who asks for tokens says when a new stretch begins:
+/// with each contact, and behind it.
 class ImpExp_GuardedFile : public QIODevice
 {
 public:

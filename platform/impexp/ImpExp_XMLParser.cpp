@@ -62,8 +62,6 @@ bool ImpExp_XMLParser::getItem(ImpExp_Item &item, bool withElements)
 
 QXmlStreamReader::TokenType ImpExp_XMLParser::next()
 {
-    if (!m_inItem)
-        m_file.beginStretch();
     const QXmlStreamReader::TokenType token = m_reader.readNext();
     checkToken(token);
     return token;
@@ -119,7 +117,6 @@ void ImpExp_XMLParser::readItem(ImpExp_Item &item, bool withElements)
 
     QString problem;
     m_file.beginStretch();
-    m_inItem = true;
     for (auto token = next(); token != QXmlStreamReader::EndElement; token = next()) {
         if (token != QXmlStreamReader::StartElement)
             continue;
@@ -134,7 +131,7 @@ void ImpExp_XMLParser::readItem(ImpExp_Item &item, bool withElements)
             skipElement();
         }
     }
-    m_inItem = false;
+    m_file.beginStretch();
 
     const QString difference = agreeOnIds(item);
     if (!withElements)

@@ -39,5 +39,4 @@ private:
     ImpExp_GuardedFile m_file;
     QXmlStreamReader m_reader;
     int m_depth = 0; ///< open elements
-    bool m_inItem = false;
 };

@@ -198,6 +198,9 @@ void ImpExpTest::hostileFilesAreRefused_data()
     row("comment without end", inRoot("<!--" + QByteArray(20000, 'x')), "larger than 4096 bytes");
     row("a text in many pieces", inRoot(contact + "<x>" + QByteArray("a<!---->").repeated(3000)), "larger than 4096");
     row("many attributes", inRoot("<contact " + QByteArray("a='\">' ").repeated(33)), "more than 32 attributes");
+    for (const char *piece : {"<x/>", "<?a b?>", "<!---->", "\n"})
+        row(QByteArray("between contacts, without end: ") + piece, inRoot(QByteArray(piece).repeated(20000)),
+            "larger than 4096 bytes");
     row("many elements", inRoot(contact + QByteArray("<x/>").repeated(5000) + "</contact>"), "larger than 4096");
     row("bad UTF-8", inRoot("<contact><email>\xc3(</email></contact>"), "incorrectly encoded");
     row("UTF-16", QByteArray("\xff\xfe<\0d\0", 6), "not UTF-8");
@@ -209,7 +212,7 @@ void ImpExpTest::hostileFilesAreRefused_data()
     row("two roots", inRoot({}) + inRoot({}), "Extra content");
     row("wrong root", "<contact duid='1'/>", "the root element is \"contact\" and not \"directory\"");
     row("empty", "", "Premature end");
-    row("a declaration behind the end", inRoot({}) + QByteArray("<!-- -->").repeated(2000) + "<!DOCTYPE d>", doctype);
+    row("a declaration behind the end", inRoot({}) + QByteArray("<!-- -->").repeated(400) + "<!DOCTYPE d>", doctype);
 }
 
 void ImpExpTest::hostileFilesAreRefused()
