@@ -39,7 +39,7 @@ struct Store
         transport.answer = [](const ScriptedTransport::Call &call, const QDBusMessage &message) {
             return answerAsTelephony(call, message);
         };
-        useCases.emplace(database.connection(), transport, fields, QStringLiteral("KestinDirectory"));
+        useCases.emplace(database.connection(), transport, transport, fields, QStringLiteral("KestinDirectory"));
         record();
     }
 
