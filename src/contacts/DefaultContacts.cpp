@@ -22,7 +22,8 @@ void DefaultContacts::setDefaultContacts(const QString &value)
 {
     KestinLogger::debug("Create contacts from setting : %1", value);
     ContactWrite write(m_dao, m_news);
-    if (!write.isActive())
+    const bool isBegun = write.isActive(); // later a statement that failed would look the same
+    if (!isBegun)
         KestinLogger::error("KestinDirectory::setDefaultcontacts : error while trying to begin a unique transaction "
                             "during the import process on the database.");
     const ListContact wanted = DefaultContactsText::contacts(value);
@@ -38,7 +39,7 @@ void DefaultContacts::setDefaultContacts(const QString &value)
             return;
         write.announce(&ContactNews::contactsCreated, reqId, *created);
     }
-    if (!write.isActive())
+    if (!isBegun)
         write.tell(); // each of them was a write of its own
     else if (!write.commit())
         KestinLogger::error("KestinDirectory::setDefaultContacts : error while trying to commit a unique transaction "

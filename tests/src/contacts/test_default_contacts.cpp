@@ -13,7 +13,7 @@ private Q_SLOTS:
     void recordsAreReadByTheirFields();
     void theWholeSetIsReplaced();
     void readOnlyModeTellsNothing();
-    void aFailedCommitKeepsTheOldSet();
+    void aFailedWriteKeepsTheOldSet();
 };
 
 void TestDefaultContacts::recordsAreReadByTheirFields_data()
@@ -81,17 +81,24 @@ void TestDefaultContacts::readOnlyModeTellsNothing()
     QCOMPARE(store.useCases->dao.getContactByType(ContactType::DeviceManagement)->size(), 1);
 }
 
-void TestDefaultContacts::aFailedCommitKeepsTheOldSet()
+void TestDefaultContacts::aFailedWriteKeepsTheOldSet()
 {
-    Store store;
-    store.useCases->defaultContacts.setDefaultContacts("1,,,A,,0,,");
-    store.takeNews();
-    store.failCommits();
-    store.useCases->defaultContacts.setDefaultContacts("2,,,B,,0,,");
-    QVERIFY(store.log.contains("<3>KestinDirectory::setDefaultContacts : error while trying to commit a unique "
-                               "transaction during the import process to the database."));
-    QCOMPARE(store.takeNews(), QStringList());
-    QCOMPARE(store.stored("#DM_1#").name, "A");
+    for (const bool isAtCommit : {true, false}) {
+        Store store;
+        store.useCases->defaultContacts.setDefaultContacts("1,,,A,,0,,#3,,,C,,0,,");
+        store.takeNews();
+        if (isAtCommit)
+            store.failCommits();
+        else // the database undoes everything by itself, after the first of them is gone
+            store.database.connection().executeQuery(
+                "CREATE TEMP TRIGGER fault BEFORE DELETE ON CONTACT WHEN OLD.contactId='#DM_3#' "
+                "BEGIN SELECT RAISE(ROLLBACK,'full'); END");
+        store.useCases->defaultContacts.setDefaultContacts("2,,,B,,0,,");
+        QVERIFY(store.log.contains("<3>KestinDirectory::setDefaultContacts : error while trying to commit a unique "
+                                   "transaction during the import process to the database."));
+        QCOMPARE(store.takeNews(), QStringList());
+        QCOMPARE(store.stored("#DM_1#").name, "A");
+    }
 }
 
 QTEST_GUILESS_MAIN(TestDefaultContacts)
