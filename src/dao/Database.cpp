@@ -3,6 +3,7 @@
 
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/KestinPaths.h"
+#include "src/dao/DoubledIds.h"
 #include "src/dao/Transaction.h"
 
 #include <QDir>
@@ -177,6 +178,8 @@ void Database::completeTables()
         KestinLogger::error("No contact can be read or written: the column faxCan is missing and cannot be added");
     if (!createLookUpIndexes())
         KestinLogger::warning("The look-ups are slow: an index could not be made");
+    if (!DoubledIds::removeCopies(*m_connection))
+        KestinLogger::warning("Cached copies with the ids of other contacts could not be removed");
 }
 
 bool Database::addMissingColumn()

@@ -32,8 +32,8 @@ public:
     bool createTables();
 
     /// Brings tables that passed the check to what the statements need: the column that the check leaves out, filled
-    /// with the numbers as entered, and the indexes that the look-ups want. Changes nothing when they are there. What
-    /// cannot be made is logged, with what follows from it.
+    /// with the numbers as entered, and the indexes that the look-ups want; then each id is left to one contact
+    /// (DoubledIds). Changes nothing when all is so. What cannot be made is logged, with what follows from it.
     void completeTables();
     /// Moves a file that failed the check out of the way and opens an empty one, so that nothing it holds is lost; the
     /// three newest of such files are kept. False, with the file left where it lies, when the check failed for another

@@ -38,6 +38,7 @@ private Q_SLOTS:
     void aWrongShapeIsSetAside_data();
     void aWrongShapeIsSetAside();
     void whatTheCheckLeavesOutIsCompleted();
+    void ofTwoRowsOfOneIdTheUsersOwnStays();
     void noiseIsSetAsideAndTheNewestThreeAreKept();
     void journalsGoWithTheirDatabaseOrAllStay();
     void aStoreThatCannotBeReadIsLeftAlone();
@@ -140,6 +141,43 @@ void DatabaseTest::whatTheCheckLeavesOutIsCompleted()
         store.database.completeTables();
     QCOMPARE(store.run(objects), before);
     QCOMPARE(store.run("SELECT contactId FROM CONTACT WHERE faxCan='1'"), u"kept"_s); // NULL would match nothing
+}
+
+void DatabaseTest::ofTwoRowsOfOneIdTheUsersOwnStays()
+{
+    constexpr char rows[] = "SELECT contactId || type || name FROM CONTACT ORDER BY rowid";
+    constexpr char pairs[] = "SELECT contactId || keyName FROM MISC ORDER BY contactId, keyName";
+    TemporaryStore store;
+    Contact contact;
+    const auto add = [&](const QString &id, const QString &name, int type = ContactType::Cached) {
+        contact.name = name;
+        store.add(id, contact, type);
+    };
+    add({}, u"mine"_s, ContactType::Local);
+    add(u"#CONTACT_1#"_s, u"copy"_s);
+    for (const QString &name : {u"old"_s, u"newest"_s, u"older"_s, u"oldest"_s})
+        add(u"c"_s, name);
+    add(u"d"_s, u"first"_s);
+    add(u"d"_s, u"last"_s);
+    add(u"e"_s, u"only"_s);
+    store.run("UPDATE CONTACT SET lastModificationDate='200' || (9 - rowid) WHERE contactId='c' AND rowid<>4");
+    store.run("UPDATE CONTACT SET lastModificationDate='2001' WHERE contactId='d'");
+    for (const QString &id : {u"#CONTACT_1#"_s, u"c"_s, u"e"_s})
+        store.dao->misc().replacePairs(id, {{u"k"_s, u"v"_s}, {u"l"_s, u"w"_s}});
+    const QString before = store.run(rows);
+    QCOMPARE(store.dao->nbContact(), 9);
+    store.run(
+        "CREATE TEMP TRIGGER no BEFORE DELETE ON CONTACT WHEN OLD.name='first' BEGIN SELECT RAISE(ABORT,''); END");
+    const LogCapture log(KestinLogger::Warning);
+    store.database.completeTables(); // all or none
+    QVERIFY(log.contains(u"<4>Cached copies with the ids of other contacts could not be removed"_s));
+    QCOMPARE(store.run(rows), before);
+    store.run("DROP TRIGGER no");
+    for (int start = 0; start < 2; ++start)
+        store.database.completeTables();
+    QCOMPARE(store.run(rows), u"#CONTACT_1#0mine c6newest d6last e6only"_s);
+    QCOMPARE(store.run(pairs), u"#CONTACT_1#k #CONTACT_1#l ck cl ek el"_s);
+    QCOMPARE(store.dao->nbContact(), 4);
 }
 
 void DatabaseTest::noiseIsSetAsideAndTheNewestThreeAreKept()
