@@ -6,6 +6,7 @@
 
 #include <QDBusReply>
 
+#include <algorithm>
 #include <array>
 #include <type_traits>
 
@@ -138,7 +139,9 @@ CanonicalNumbers::makeCanonicalNumberMapWithoutPrefix(const ListContact &contact
     for (const Contact &contact : contacts)
         request.insert(contact.contactId, rawNumbers(contact));
     const auto reply = attempted([&] { return call(manyNumbers, QVariant::fromValue(request)); });
-    return reply ? answerOf(*reply) : std::nullopt;
+    const auto answer = reply ? answerOf(*reply) : std::nullopt;
+    // A telephony that is still starting may know of none of them.
+    return answer && std::any_of(answer->cbegin(), answer->cend(), isComplete) ? answer : std::nullopt;
 }
 
 QStringList CanonicalNumbers::rawNumbers(const Contact &contact)

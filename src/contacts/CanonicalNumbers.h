@@ -30,7 +30,8 @@ public:
     using FillNumbers = std::function<void(ListContact &contacts)>;
     FillNumbers askForCanonicalNumbers(const ListContact &contacts);
 
-    /// What telephony answers, five numbers by contact id, as a rule; nothing when it does not (logged).
+    /// What telephony answers, five numbers by contact id, as a rule; nothing when it does not (logged), or has not one
+    /// list that is complete.
     using NumbersById = QMapQStringQStringList;
     std::optional<NumbersById> makeCanonicalNumberMapWithoutPrefix(const ListContact &contacts);
     static QStringList rawNumbers(const Contact &contact);
