@@ -100,7 +100,7 @@ bool Database::openDatabase(const QString &folder)
     if (!QDir(m_folder).exists())
         QDir().mkpath(QDir(m_folder).absolutePath());
     handle.setDatabaseName(m_filePath);
-    const QString refusal = m_lock.take(m_folder + QLatin1String("/kestindirectory.lock"));
+    const QString refusal = m_lock.take(m_folder);
     const bool opened = refusal.isEmpty() && handle.open();
     m_connection = std::make_unique<Connection>(handle);
     if (!opened)

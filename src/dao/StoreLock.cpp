@@ -15,15 +15,15 @@ StoreLock::~StoreLock()
     release();
 }
 
-QString StoreLock::take(const QString &path)
+QString StoreLock::take(const QString &folder)
 {
-    if (path == m_path)
+    if (folder == m_folder)
         return {};
     release();
-    const QByteArray name = QFile::encodeName(path);
-    m_descriptor = ::open(name.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
+    const QByteArray name = QFile::encodeName(folder);
+    m_descriptor = ::open(name.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (m_descriptor >= 0 && ::flock(m_descriptor, LOCK_EX | LOCK_NB) == 0) {
-        m_path = path;
+        m_folder = folder;
         return {};
     }
     const int error = errno;
@@ -36,5 +36,5 @@ void StoreLock::release()
     if (m_descriptor >= 0)
         ::close(m_descriptor);
     m_descriptor = -1;
-    m_path.clear();
+    m_folder.clear();
 }
