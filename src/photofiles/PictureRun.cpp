@@ -11,6 +11,7 @@
 #include <QProcessEnvironment>
 
 #include <fcntl.h>
+#include <sys/mman.h>
 
 #include <utility>
 
@@ -55,7 +56,7 @@ PictureRun::PictureRun(const QString &program, std::chrono::milliseconds limit, 
     }
     m_process.setProcessEnvironment(environment());
     m_timer.setSingleShot(true);
-    connect(&m_timer, &QTimer::timeout, this, [this] { giveUp(QStringLiteral("it takes too long")); });
+    connect(&m_timer, &QTimer::timeout, this, &PictureRun::runOut);
     connect(&m_process, &QProcess::readyReadStandardOutput, this, &PictureRun::read);
     connect(&m_process, &QProcess::readyReadStandardError, this, &PictureRun::read);
     connect(&m_process, &QProcess::finished, this, &PictureRun::end);
@@ -75,24 +76,37 @@ PictureRun::~PictureRun()
 void PictureRun::start()
 {
     m_trouble = whyNotToStart();
+    if (m_trouble.isNull() && m_picture.content && !layOut())
+        m_trouble = QStringLiteral("there is no memory to hand it over: %1").arg(qt_error_string());
     if (!m_trouble.isNull()) {
         end();
         return;
     }
     m_timer.start(m_limit);
-    m_process.start();
-    if (m_picture.content)
-        m_process.write(*std::exchange(m_picture.content, std::nullopt));
-    m_process.closeWriteChannel();
+    m_process.start(); // which opens the standard input itself, at its beginning
+    m_content.close();
 }
 
 void PictureRun::run()
 {
     start();
     if (!m_isEnded && !m_process.waitForFinished(int(m_limit.count())) && !m_isEnded) {
-        giveUp(QStringLiteral("it takes too long"));
+        runOut();
         m_process.waitForFinished();
     }
+}
+
+/// Puts the content where the program finds it as a file. A pipe would be filled by the event loop only, and who holds
+/// that up would use up the program's time.
+bool PictureRun::layOut()
+{
+    const QByteArray content = *std::exchange(m_picture.content, std::nullopt);
+    const int descriptor = ::memfd_create("picture", MFD_CLOEXEC);
+    if (descriptor < 0 ||
+        !m_content.open(descriptor, QIODevice::WriteOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle))
+        return false;
+    m_process.setStandardInputFile(QStringLiteral("/proc/self/fd/%1").arg(descriptor));
+    return m_content.write(content) == content.size();
 }
 
 /// A program for what is no picture would be wasted: an import can bring thousands of them.
@@ -112,6 +126,13 @@ void PictureRun::read()
     m_errors += m_process.readAllStandardError();
     if (m_output.size() + m_errors.size() > maxAnswerBytes)
         giveUp(QStringLiteral("the answer is too large"));
+}
+
+/// The program may have ended in time, and only nobody have looked.
+void PictureRun::runOut()
+{
+    if (!m_process.waitForFinished(0) && !m_isEnded)
+        giveUp(QStringLiteral("it takes too long"));
 }
 
 void PictureRun::giveUp(const QString &trouble)

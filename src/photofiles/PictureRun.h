@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QFile>
 #include <QObject>
 #include <QProcess>
 #include <QString>
@@ -41,7 +42,9 @@ Q_SIGNALS:
 
 private:
     QString whyNotToStart() const;
+    bool layOut();
     void read();
+    void runOut();
     void giveUp(const QString &trouble);
     void end();
     void judge();
@@ -49,6 +52,7 @@ private:
 
     Picture m_picture;
     std::chrono::milliseconds m_limit;
+    QFile m_content; ///< in memory; the program reads it without any help
     QProcess m_process;
     QTimer m_timer;
     QByteArray m_output;

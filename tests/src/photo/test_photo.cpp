@@ -13,6 +13,7 @@
 #include "tests/support/Program.h"
 
 #include <QBuffer>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QImage>
 #include <QImageWriter>
@@ -22,11 +23,13 @@
 #include <QSslCertificate>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 
 #include <sys/stat.h>
 
 #include <csignal>
 #include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 using namespace std::chrono_literals;
@@ -406,6 +409,19 @@ private Q_SLOTS:
             pictures.ask({source, content, 100});
         QTRY_COMPARE_WITH_TIMEOUT(answered.size(), 2, limitMs);
         QVERIFY(!stand.log.lines.filter(expected).isEmpty() && answered.last().value(1).toByteArray().isNull());
+    }
+
+    void aPictureIsNotLostWhileTheServiceIsBusy()
+    {
+        PictureProgram pictures(PictureProgram::path(), 1ms);
+        QSignalSpy answered(&pictures, &PictureProgram::answered);
+        pictures.ask({"a", encoded(colored(300, 200), "bmp"), 100}); // more than a pipe holds
+        QCoreApplication::sendPostedEvents(&pictures);               // which starts it
+        siginfo_t end = {};
+        for (const QDeadlineTimer limit(limitMs); end.si_pid == 0 && !limit.hasExpired(); QThread::yieldCurrentThread())
+            QCOMPARE(::waitid(P_ALL, 0, &end, WEXITED | WNOWAIT | WNOHANG | __WALL), 0);
+        QTRY_COMPARE(answered.size(), 1);
+        QVERIFY(!answered.first().value(1).toByteArray().isNull());
     }
 
     void theProgramEndsWithWhoAskedIt()
