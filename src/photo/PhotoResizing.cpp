@@ -18,7 +18,7 @@ PhotoResizing::PhotoResizing(DaoContact &dao, PhotoFiles &files, const PicturePr
     : m_dao(dao)
     , m_files(files)
     , m_pictures(pictures)
-    , m_mark(mark)
+    , m_markPath(mark)
     , m_limit(limit)
 {
 }
@@ -34,7 +34,8 @@ void PhotoResizing::resizeContactPhotosIfNeeded()
     KestinLogger::debug("KestinDirectory::resizeContactPhotosIfNeeded()");
     // A picture that is begun has its whole time.
     const QDeadlineTimer lastBegin(m_limit - m_pictures.limit());
-    const std::optional<ListContact> contacts = candidates();
+    m_marks.emplace(m_markPath);
+    const std::optional<ListContact> contacts = candidates(m_marks->first());
     if (!contacts)
         return;
     const auto isLate = [this, &lastBegin](const Contact &contact) {
@@ -45,16 +46,18 @@ void PhotoResizing::resizeContactPhotosIfNeeded()
         resizePhoto(contact);
         return false;
     };
-    if (const auto late = std::find_if(contacts->cbegin(), contacts->cend(), isLate); late != contacts->cend())
-        stopBefore(late->contactId);
-    else
-        QFile::remove(m_mark);
+    const auto late = std::find_if(contacts->cbegin(), contacts->cend(), isLate);
+    const QString next = late != contacts->cend() ? late->contactId : QString();
+    if (!next.isEmpty())
+        KestinLogger::warning("Making photos square takes too long; the next start goes on with contact %1", next);
+    m_marks->keep(next);
+    m_marks.reset();
     m_resized.clear();
     m_files.recount();
 }
 
 /// Beginning where the last pass was stopped, if it was.
-std::optional<ListContact> PhotoResizing::candidates() const
+std::optional<ListContact> PhotoResizing::candidates(const QString &first) const
 {
     // Thousands of contacts are read for their lines in the log only when these are wanted.
     std::optional<ListContact> contacts = KestinLogger::isOn(KestinLogger::Debug)
@@ -62,18 +65,10 @@ std::optional<ListContact> PhotoResizing::candidates() const
                                               : m_dao.getContactsWithUnresizedPhoto(SquarePicture::suffix());
     if (!contacts)
         return std::nullopt;
-    QFile mark(m_mark);
-    const QString id = mark.open(QIODevice::ReadOnly) ? QString::fromUtf8(mark.readAll()) : QString();
-    const auto isMarked = [&id](const Contact &contact) { return contact.contactId == id; };
-    if (const auto first = std::find_if(contacts->begin(), contacts->end(), isMarked); first != contacts->end())
-        std::rotate(contacts->begin(), first, contacts->end());
+    const auto isFirst = [&first](const Contact &contact) { return contact.contactId == first; };
+    if (const auto begin = std::find_if(contacts->begin(), contacts->end(), isFirst); begin != contacts->end())
+        std::rotate(contacts->begin(), begin, contacts->end());
     return contacts;
-}
-
-void PhotoResizing::stopBefore(const QString &contactId) const
-{
-    KestinLogger::warning("Making photos square takes too long; the next start goes on with contact %1", contactId);
-    PhotoFiles::write(m_mark, contactId.toUtf8()); // logged; without it the next start begins at the beginning
 }
 
 bool PhotoResizing::needsResizing(const Contact &contact)
@@ -108,7 +103,20 @@ QString PhotoResizing::resized(const QString &photo)
     if (known != m_resized.cend())
         return *known;
     const QString path = photo + SquarePicture::suffix();
-    return *m_resized.insert(photo, resizeAndCropToSquare(photo, SquarePicture::side, path) ? path : QString());
+    return *m_resized.insert(photo, isMade(photo, path) ? path : QString());
+}
+
+/// A picture that runs over costs so much of a start that it is not tried again at each.
+bool PhotoResizing::isMade(const QString &photo, const QString &square)
+{
+    if (m_marks->isPassedOver(photo))
+        return false;
+    const QDeadlineTimer limit(m_pictures.limit(), Qt::PreciseTimer);
+    if (resizeAndCropToSquare(photo, SquarePicture::side, square))
+        return true;
+    if (limit.hasExpired())
+        m_marks->passOver(photo);
+    return false;
 }
 
 void PhotoResizing::resizePhoto(const Contact &contact)

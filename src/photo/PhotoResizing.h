@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/records/Contact.h"
+#include "src/photo/ResizingMarks.h"
 
 #include <QHash>
 #include <QObject>
@@ -22,7 +23,7 @@ public:
     /// Of the pass; each picture in it may take as long as PictureProgram lets it.
     static constexpr std::chrono::milliseconds longest = std::chrono::seconds(20);
 
-    /// `mark` is the file that keeps where a pass of `limit` was stopped.
+    /// `mark` is the file that keeps what a pass of `limit` leaves to the next one.
     PhotoResizing(DaoContact &dao, PhotoFiles &files, const PictureProgram &pictures, const QString &mark,
                   std::chrono::milliseconds limit = longest);
 
@@ -34,7 +35,8 @@ public:
     /// The pass at start: every photo file of a contact whose name does not say that it has the form already is
     /// replaced by one that has it, named after it. Addresses and contacts of device management are left alone. A file
     /// that several contacts name is resized once and removed when none of them names it any more. When its time is
-    /// over it stops, and the next start goes on where it stopped, so that pictures that fail hold up no others.
+    /// over it stops, and the next start goes on where it stopped, so that pictures that fail hold up no others. One
+    /// that ran over its time is passed over, as one that cannot be resized, as long as its file stays the same.
     void resizeContactPhotosIfNeeded();
 
 Q_SIGNALS:
@@ -42,15 +44,16 @@ Q_SIGNALS:
 
 private:
     static bool needsResizing(const Contact &contact);
-    std::optional<ListContact> candidates() const;
-    void stopBefore(const QString &contactId) const;
+    std::optional<ListContact> candidates(const QString &first) const;
     QString resized(const QString &photo);
+    bool isMade(const QString &photo, const QString &square);
     void resizePhoto(const Contact &contact);
 
     DaoContact &m_dao;
     PhotoFiles &m_files;
     const PictureProgram &m_pictures;
-    QString m_mark; ///< path of a file with the id of a contact; none when the last pass came to its end
+    QString m_markPath;
+    std::optional<ResizingMarks> m_marks; ///< during the pass
     std::chrono::milliseconds m_limit;
     QHash<QString, QString> m_resized; ///< by old path, during the pass; null where it failed
 };

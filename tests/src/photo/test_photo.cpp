@@ -459,10 +459,19 @@ private Q_SLOTS:
                 ids += line.back();
             return ids;
         };
-        for (const char *ids : {"ab", "cd", "ab"}) {
+        for (const char *ids : {"ab", "cd", "", ""}) { // what ran over is passed over
             hanged.resizeContactPhotosIfNeeded();
             QCOMPARE(tried(), ids);
         }
+        const QString passedOver = "<3>KestinDirectory::resizeContactPhotosIfNeeded: failed while trying to resize ";
+        hanged.resizeContactPhotosIfNeeded();
+        QCOMPARE(stand.log.lines.filter(passedOver).size(), 4);
+        put(stand.photo("photo_b"), encoded(colored(31, 20), "png"));
+        hanged.resizeContactPhotosIfNeeded();
+        QCOMPARE(tried(), "b");
+        for (const char *name : {"a", "c", "d"})
+            put(stand.photo(QLatin1String("photo_") + name), encoded(colored(32, 20), "png"));
+        put(mark, QByteArray("\xff\0%zz\n\n", 7) + QByteArray(100'000, 'x')); // whatever became of it
         PhotoResizing(stand.dao, stand.files, stand.pictures, mark, 60s).resizeContactPhotosIfNeeded();
         QVERIFY(stand.photoOf("a").endsWith(suffix) && stand.photoOf("d").endsWith(suffix) && !QFile::exists(mark));
     }
