@@ -54,8 +54,8 @@ void ContactPhotos::giveUpUnfitting()
 {
     const QStringList contactIds = m_numbers.keys();
     for (const QString &contactId : contactIds) {
-        if (!stillFits(m_downloads.at(m_numbers.value(contactId))))
-            giveUp(contactId);
+        if (!stillFits(m_downloads.at(m_numbers.value(contactId))).value_or(true))
+            giveUp(contactId); // not where it cannot be known: nobody would ask again
     }
     startWaiting();
 }
@@ -70,10 +70,13 @@ void ContactPhotos::giveUp(const QString &contactId)
     m_network.giveUp(download.reply);
 }
 
-bool ContactPhotos::stillFits(const Download &download) const
+/// Whether the contact is there and still has this photo; none when it cannot be read (logged).
+std::optional<bool> ContactPhotos::stillFits(const Download &download) const
 {
-    const ListContact stored = m_dao.getContact(download.contactId).value_or(ListContact());
-    return !stored.isEmpty() && stored.first().photo == download.address;
+    const std::optional<ListContact> stored = m_dao.getContact(download.contactId);
+    if (!stored)
+        return std::nullopt;
+    return !stored->isEmpty() && stored->first().photo == download.address;
 }
 
 void ContactPhotos::startWaiting()
@@ -131,7 +134,7 @@ void ContactPhotos::madeSquare(quint32 picture, const QByteArray &square)
 
 void ContactPhotos::apply(const Download &download, const QByteArray &square)
 {
-    if (!stillFits(download))
+    if (!stillFits(download).value_or(false))
         return;
     const QString path = square.isNull() ? QString() : m_files.keep(square);
     if (path.isNull())

@@ -8,6 +8,7 @@
 #include <QPointer>
 
 #include <map>
+#include <optional>
 
 class DaoContact;
 class KestinDirectoryNetwork;
@@ -59,7 +60,7 @@ private:
     void ended(quint32 number);
     Download take(std::map<quint32, Download>::iterator position);
     void giveUp(const QString &contactId);
-    bool stillFits(const Download &download) const;
+    std::optional<bool> stillFits(const Download &download) const;
     void madeSquare(quint32 picture, const QByteArray &square);
     void apply(const Download &download, const QByteArray &square);
 
