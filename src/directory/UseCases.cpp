@@ -82,7 +82,7 @@ void UseCases::connectCompanyDirectory()
             });
     connect(&WebServiceEvents::attributesReceived,
             [this](bool areInitialised) { serviceRight.setAttributesInitialised(areInitialised); });
-    connect(&WebServiceEvents::availabilityChanged, [this] { serviceRight.check(); });
+    connect(&WebServiceEvents::availabilityChanged, [this] { serviceRight.request(); });
     QObject::connect(events, &WebServiceEvents::profileReceived, &remoteContacts, &RemoteContacts::profileReceived);
     QObject::connect(&remoteContacts, &RemoteContacts::copyArrived, &remoteContacts,
                      [this](const QString &reqId, const Contact &contact) {

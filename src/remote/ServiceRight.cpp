@@ -16,12 +16,15 @@ ServiceRight::ServiceRight(RemoteCaller &caller, DirectoryFields &fields)
     : m_caller(caller)
     , m_fields(fields)
 {
+    m_requested.setSingleShot(true);
+    QObject::connect(&m_requested, &QTimer::timeout, &m_requested, [this] { check(); });
 }
 
 void ServiceRight::start(bool isAllowed)
 {
     m_isAllowed = isAllowed;
-    managerCame();
+    if (m_isAllowed)
+        check();
 }
 
 void ServiceRight::managerLeft()
@@ -29,16 +32,24 @@ void ServiceRight::managerLeft()
     if (std::exchange(m_fields.icsLogin, false))
         KestinLogger::warning("The company directory has left the bus: searches find what the phone has");
     m_attributesInitialised = false;
+    m_requested.stop();
 }
 
 void ServiceRight::managerCame()
 {
     if (m_isAllowed)
-        check();
+        request();
+}
+
+void ServiceRight::request()
+{
+    if (!m_requested.isActive())
+        m_requested.start(0);
 }
 
 bool ServiceRight::check()
 {
+    m_requested.stop();
     bool isValid = false;
     try {
         const QDBusReply<bool> reply =

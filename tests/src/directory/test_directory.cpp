@@ -297,6 +297,15 @@ void TestDirectory::startsWithoutAnyPeer()
     QCOMPARE(module.directory.createLocalContact("r", Contact()), 0);
     QCOMPARE(module.directory.createLocalContact("r", Contact()), 3);
     QVERIFY(!module.log.contains("<6>KestinDIR::dirSearchModeChanged to 1"));
+    // However many events of the company directory wait, its right is asked for once.
+    module.transport.calls.clear();
+    for (int events = 0; events < 4; ++events)
+        QVERIFY(QMetaObject::invokeMethod(&module.directory,
+                                          "event_WSMANAGER_EVENT_DIRECTORY_AVAILABILITY_STATUS_handle",
+                                          Q_ARG(KestinEvent, KestinEvent())));
+    QTRY_VERIFY(!module.transport.calls.isEmpty());
+    QCoreApplication::processEvents();
+    QCOMPARE(module.transport.calls.size(), 1);
 }
 
 void TestDirectory::photosMadeSquareAtStartAreTold()

@@ -61,6 +61,18 @@ void TestRemote::theRightDecides()
     right.check();
     QVERIFY(!fields.icsLogin); // withdrawn
     QCOMPARE(transport.calls.size(), 1);
+    // A check serves all who asked before it; those who ask while it waits get one more.
+    transport.answer = [&right, &transport](const ScriptedTransport::Call &, const QDBusMessage &message) {
+        for (int events = transport.calls.size() == 2 ? 4 : 0; events > 0; --events)
+            right.request();
+        return ScriptedTransport::noPeer(message);
+    };
+    for (int events = 0; events < 4; ++events)
+        right.request();
+    QCOMPARE(transport.calls.size(), 1); // nothing yet
+    QTRY_COMPARE(transport.calls.size(), 3);
+    QCoreApplication::processEvents();
+    QCOMPARE(transport.calls.size(), 3);
     for (const bool isAllowed : {false, true}) {
         transport.answer = [](const ScriptedTransport::Call &, const QDBusMessage &message) {
             return message.createReply(QVariant(true));
@@ -71,6 +83,7 @@ void TestRemote::theRightDecides()
         right.managerLeft();
         QVERIFY(!fields.icsLogin);
         right.managerCame();
+        QCoreApplication::processEvents();
         QCOMPARE(fields.icsLogin, isAllowed);
     }
     right.setAttributesInitialised(false);
