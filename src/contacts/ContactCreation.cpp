@@ -50,10 +50,8 @@ int ContactCreation::createLocalContact(const QString &reqId, Contact contact)
         return ResultCode::anonymous;
     }
     contact.type = typeOf(reqId);
-    if (contact.type == ContactType::Local && isFull())
-        return ResultCode::capacityReached;
-    if (isIdTaken(contact))
-        return ResultCode::wrongType;
+    if (const int code = refusalOf(contact); code != ResultCode::done)
+        return code;
     ContactWrite write(m_dao, m_news);
     if (!write.isActive() || !makeWay(contact) || (contact.type == ContactType::Cached && !makeRoomInCache()))
         return ResultCode::writeFailed;
@@ -77,14 +75,27 @@ int ContactCreation::typeOf(const QString &reqId)
     return reqId == RequestId::cached ? ContactType::Cached : ContactType::Local;
 }
 
-bool ContactCreation::isFull()
+/// Asked before the write: what is refused makes none. What cannot be asked is refused as well.
+int ContactCreation::refusalOf(const Contact &contact)
 {
-    const std::optional<int> count = m_dao.nbContact();
-    if (!count)
-        return false; // the failure has ended the write
+    if (contact.type == ContactType::Local) {
+        const std::optional<int> count = m_dao.nbContact();
+        if (!count)
+            return ResultCode::writeFailed;
+        if (isFull(*count))
+            return ResultCode::capacityReached;
+    }
+    const std::optional<bool> isTaken = isIdTaken(contact);
+    if (!isTaken)
+        return ResultCode::writeFailed;
+    return *isTaken ? ResultCode::wrongType : ResultCode::done;
+}
+
+bool ContactCreation::isFull(int count)
+{
     KestinLogger::debug("createLocalContact: contact type is LOCAL, maxContacts=%1, currentNbContacts=%2",
-                        m_fields.maxContacts, *count);
-    if (m_fields.maxContacts > *count)
+                        m_fields.maxContacts, count);
+    if (m_fields.maxContacts > count)
         return false;
     KestinLogger::debug("DataBase Full");
     Q_EMIT m_news.databaseFull();
@@ -92,15 +103,18 @@ bool ContactCreation::isFull()
 }
 
 /// Whether another contact keeps the contact from being stored under its id: two of one id would be deleted together.
-bool ContactCreation::isIdTaken(const Contact &contact)
+/// Nothing when that cannot be read.
+std::optional<bool> ContactCreation::isIdTaken(const Contact &contact)
 {
     const std::optional<QString> id = idToBe(contact);
     if (!id)
         return false;
-    const ListContact stored = m_dao.getContact(*id).value_or(ListContact()); // a failure has ended the write
+    const std::optional<ListContact> stored = m_dao.getContact(*id);
+    if (!stored)
+        return std::nullopt;
     const auto stays = [](const Contact &other) { return other.type != ContactType::Cached; };
     const bool isReserved = contact.type != ContactType::DeviceManagement && ContactIds::isOfDirectory(*id);
-    const bool isTaken = isReserved || std::any_of(stored.cbegin(), stored.cend(), stays);
+    const bool isTaken = isReserved || std::any_of(stored->cbegin(), stored->cend(), stays);
     if (isTaken)
         KestinLogger::warning("The contact %1 is not created: the id is another contact's", *id);
     return isTaken;
@@ -195,5 +209,5 @@ bool ContactCreation::isRefusedInList(const Contact &contact, int count)
         KestinLogger::debug("Contact type is %1, only local contacts can be created. Return 1", contact.type);
         return true;
     }
-    return isIdTaken(contact);
+    return isIdTaken(contact).value_or(true);
 }

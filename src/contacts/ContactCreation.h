@@ -33,8 +33,9 @@ public:
 
 private:
     static int typeOf(const QString &reqId);
-    bool isFull();
-    bool isIdTaken(const Contact &contact);
+    int refusalOf(const Contact &contact);
+    bool isFull(int count);
+    std::optional<bool> isIdTaken(const Contact &contact);
     bool makeWay(const Contact &contact);
     bool makeRoomInCache();
     int store(Contact &contact);

@@ -14,7 +14,10 @@
 #include <QDBusConnectionInterface>
 #include <QDBusPendingReply>
 #include <QFile>
+#include <QSqlDriver>
 #include <QTest>
+
+#include <sqlite3.h>
 
 namespace {
 
@@ -108,6 +111,17 @@ void TestContacts::capacityIsHeld()
     QCOMPARE(store.takeNews(), QStringList());
     QCOMPARE(store.useCases->creation.createLocalContact(RequestId::deviceManagement, withType(3)), 0);
     QCOMPARE(store.useCases->dao.nbContact(), 2);
+    // A count that cannot be read is no room.
+    store.fields.maxContacts = 1000;
+    const QVariant handle = store.database.connection().handle().driver()->handle();
+    const auto refuse = [](void *, int action, const char *, const char *function, const char *, const char *) {
+        return action == SQLITE_FUNCTION && qstrcmp(function, "count") == 0 ? SQLITE_DENY : SQLITE_OK;
+    };
+    sqlite3_set_authorizer(*static_cast<sqlite3 *const *>(handle.constData()), refuse, nullptr);
+    store.database.connection().beginEpoch();
+    QCOMPARE(store.useCases->creation.createLocalContact(request, person("C", "D")), -1);
+    QVERIFY(store.useCases->creation.createLocalContacts(request, {person("C", "D")}).isEmpty());
+    QCOMPARE(store.takeNews(), QStringList());
 }
 
 void TestContacts::aFullCacheGivesUpItsOldestOnly()
