@@ -7,6 +7,7 @@
 #include "src/contacts/RequestId.h"
 #include "src/contacts/ResultCode.h"
 #include "src/dao/DaoContact.h"
+#include "src/fields/PhotoRules.h"
 
 DefaultContacts::DefaultContacts(DaoContact &dao, CanonicalNumbers &numbers, ContactCreation &creation,
                                  ContactDeletion &deletion, ContactNews &news)
@@ -20,7 +21,7 @@ DefaultContacts::DefaultContacts(DaoContact &dao, CanonicalNumbers &numbers, Con
 
 void DefaultContacts::setDefaultContacts(const QString &value)
 {
-    KestinLogger::debug("Create contacts from setting : %1", value);
+    KestinLogger::debug("Create contacts from setting : %1", PhotoRules::shown(value));
     ContactWrite write(m_dao, m_news);
     const bool isBegun = write.isActive(); // later a statement that failed would look the same
     if (!isBegun)

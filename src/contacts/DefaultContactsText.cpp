@@ -2,6 +2,7 @@
 #include "src/contacts/DefaultContactsText.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "src/fields/PhotoRules.h"
 
 #include <QStringList>
 
@@ -62,7 +63,7 @@ ListContact DefaultContactsText::contacts(const QString &text)
             result.append(contactOf(fields));
         else
             KestinLogger::warning("Ignoring DM contact string defined as %1. Number of arguments incorrect (8 or 20)",
-                                  record);
+                                  PhotoRules::shown(record));
     }
     return result;
 }

@@ -6,6 +6,7 @@
 #include "src/dao/ContactIds.h"
 #include "src/dao/ContactRow.h"
 #include "src/dao/QueryText.h"
+#include "src/fields/PhotoRules.h"
 
 #include <algorithm>
 
@@ -223,8 +224,8 @@ std::optional<int> DaoContact::_nbContactsUsingThisPhotoQuery(const QString &pho
 {
     Statement::Use use = m_statements.countPhoto.use();
     const std::optional<int> count = readCount(use.bind(QStringLiteral(":photo"), photo));
-    KestinLogger::debug("DaoContact::_nbContactsUsingThisPhotoQuery : number of contacts using photo %1 = %2", photo,
-                        count.value_or(0));
+    KestinLogger::debug("DaoContact::_nbContactsUsingThisPhotoQuery : number of contacts using photo %1 = %2",
+                        PhotoRules::shown(photo), count.value_or(0));
     return count;
 }
 

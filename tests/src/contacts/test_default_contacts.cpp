@@ -30,6 +30,7 @@ void TestDefaultContacts::recordsAreReadByTheirFields_data()
         << R"(7,,a\,b,c\#d,,escComa,escSharp,\\,#8,,,,,,,)" << QStringList{R"(7  a,b c#d  0 # \,)", "8     0  "} << 0;
     QTest::newRow("wrong counts and an empty record")
         << "a,b,c#8,,,,,,,#1,2,3,4,5,6,7,8,9#" << QStringList{"8     0  "} << 3;
+    QTest::newRow("an address that breaks its record") << "8,,,,,,,http://me:sec,ret@a" << QStringList() << 1;
     QTest::newRow("empty") << "" << QStringList() << 1;
 }
 
@@ -51,6 +52,7 @@ void TestDefaultContacts::recordsAreReadByTheirFields()
     }
     QTEST(lines, "expected");
     QTEST(int(log.lines.filter("Number of arguments incorrect (8 or 20)").size()), "warnings");
+    QVERIFY(log.lines.filter("sec,ret").isEmpty());
 }
 
 void TestDefaultContacts::theWholeSetIsReplaced()
@@ -62,11 +64,13 @@ void TestDefaultContacts::theWholeSetIsReplaced()
     defaults.setDefaultContacts("1,,,A,,1,,#2,,,B,anonymous,0,,#3,,,C,,0,,#3,,,D,,0,,");
     store.fields.lastLocalChangeDate = {}; // of the copy
     QCOMPARE(store.takeNews(), (QStringList{"anonymous", "deleted CACHED_REQID #DM_3#", "created DM #DM_1# #DM_3#"}));
-    defaults.setDefaultContacts("3,,,C,,0,,");
+    defaults.setDefaultContacts(R"(3,,,C,,0,,http://me:sec\,ret@a/p)");
+    store.useCases->dao._nbContactsUsingThisPhotoQuery(store.stored("#DM_3#").photo);
+    QVERIFY(store.log.lines.filter("using photo http://a/p").size() == 1 && store.log.lines.filter("ret@").isEmpty());
     QCOMPARE(store.takeNews(), (QStringList{"deleted DM #DM_1# #DM_3#", "created DM #DM_3#"}));
     QCOMPARE(store.stored("#DM_3#").latinName, "cc");
     defaults.setDefaultContacts("");
-    QCOMPARE(store.takeNews(), QStringList("deleted DM #DM_3#"));
+    QCOMPARE(store.takeNews(), (QStringList{"dropped http://me:sec,ret@a/p", "deleted DM #DM_3#"}));
     QVERIFY(!store.fields.lastLocalChangeDate.isValid());
 }
 
