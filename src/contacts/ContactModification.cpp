@@ -4,6 +4,7 @@
 #include "platform/framework/KestinLogger.h"
 #include "src/contacts/AnonymousContact.h"
 #include "src/contacts/ContactWrite.h"
+#include "src/contacts/ListedContacts.h"
 #include "src/contacts/ResultCode.h"
 #include "src/dao/DaoContact.h"
 #include "src/dao/LatinText.h"
@@ -102,7 +103,7 @@ QMapQStringQString ContactModification::modifyLocalContacts(const QString &reqId
     }
     if (!updated.isEmpty()) {
         write.noteChange(m_fields);
-        write.announce(&ContactNews::contactsUpdated, reqId, updated, false);
+        write.announce(&ContactNews::contactsUpdated, reqId, lastOfEachId(updated), false);
     }
     return write.commit() ? addresses : QMapQStringQString();
 }

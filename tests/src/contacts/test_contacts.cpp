@@ -346,9 +346,11 @@ void TestContacts::theListFormModifiesWithLessCare()
     contact.collaborationId = "new@im";
     contact.officePhone = "anonymous";
     contact.latinName = "given";
-    Contact missing = contact;
+    Contact missing = contact, earlier = contact; // of two of one id the last is what is stored
     missing.contactId = "nobody";
-    QCOMPARE(store.useCases->modification.modifyLocalContacts(request, {missing, contact}),
+    earlier.name = "E";
+    earlier.collaborationId = "old@im";
+    QCOMPARE(store.useCases->modification.modifyLocalContacts(request, {missing, earlier, contact}),
              (QMapQStringQString{{contact.contactId, "old@im"}}));
     QCOMPARE(store.takeNews(), QStringList{"updated r #CONTACT_1# false"});
     QCOMPARE(store.stored(contact.contactId).latinName, "given");

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/records/Contact.h"
+
+#include <QHash>
+
+/// Of the contacts that a list wrote, those that it left: of several of one id the last.
+inline ListContact lastOfEachId(const ListContact &contacts)
+{
+    QHash<QString, qsizetype> last;
+    for (qsizetype i = 0; i < contacts.size(); ++i)
+        last.insert(contacts.at(i).contactId, i);
+    ListContact result;
+    for (qsizetype i = 0; i < contacts.size(); ++i) {
+        if (last.value(contacts.at(i).contactId) == i)
+            result.append(contacts.at(i));
+    }
+    return result;
+}
