@@ -4,6 +4,7 @@
 #include "platform/framework/KestinLogger.h"
 #include "src/contacts/AnonymousContact.h"
 #include "src/contacts/ContactWrite.h"
+#include "src/contacts/ListedContacts.h"
 #include "src/contacts/RequestId.h"
 #include "src/contacts/ResultCode.h"
 #include "src/dao/ContactIds.h"
@@ -160,48 +161,76 @@ int ContactCreation::store(Contact &contact)
 QMapQStringQString ContactCreation::createLocalContacts(const QString &reqId, const ListContact &contacts)
 {
     KestinLogger::debug("KestinDirectory::createLocalContacts called");
-    const std::optional<int> stored = m_dao.nbContact();
-    if (!stored)
+    const std::optional<int> count = m_dao.nbContact();
+    if (!count)
         return {};
-    int count = *stored;
-    KestinLogger::debug("Setting:maxContacts=%1, current=%2", m_fields.maxContacts, count);
-    QMapQStringQString ids;
+    KestinLogger::debug("Setting:maxContacts=%1, current=%2", m_fields.maxContacts, *count);
     ListContact created;
     const NumbersOfMany numbersOfList(m_numbers);
     ContactWrite write(m_dao, m_news);
     for (Contact contact : contacts) {
-        if (!write.isActive() || isRefusedInList(contact, count))
-            continue;
-        m_numbers.extractDialableNumberList(contact);
-        m_numbers.makeCanonicalNumberListWithoutPrefix(contact);
-        ContactWrite one(m_dao, m_news);
-        if (!one.isActive() || !makeWay(contact) || store(contact) != ResultCode::done || !one.commit()) {
-            KestinLogger::debug("KestinDirectory:createLocalContacts fail to insert contact into database.");
-            continue;
-        }
+        if (write.isActive() && !isRefusedInList(contact) && createInList(contact))
+            created.append(contact);
+    }
+    const std::optional<ListContact> kept = keptOf(created);
+    if (!kept)
+        return {};
+    announceList(write, reqId, *kept);
+    QMapQStringQString ids;
+    for (const Contact &contact : *kept)
         ids.insert(contact.collaborationId, contact.contactId);
-        created.append(contact);
-        if (reqId != RequestId::deviceManagement &&
-            (contact.type == ContactType::Local || contact.type == ContactType::ManagerAssistant))
-            write.announcePhotoWanted(contact);
-        ++count;
-    }
-    if (!created.isEmpty()) {
-        if (reqId != RequestId::deviceManagement)
-            write.noteChange(m_fields);
-        write.announce(&ContactNews::contactsCreated, reqId, created);
-    }
     return write.commit() ? ids : QMapQStringQString();
 }
 
-bool ContactCreation::isRefusedInList(const Contact &contact, int count)
+bool ContactCreation::createInList(Contact &contact)
+{
+    m_numbers.extractDialableNumberList(contact);
+    m_numbers.makeCanonicalNumberListWithoutPrefix(contact);
+    ContactWrite one(m_dao, m_news);
+    if (one.isActive() && makeWay(contact) && store(contact) == ResultCode::done && one.commit())
+        return true;
+    KestinLogger::debug("KestinDirectory:createLocalContacts fail to insert contact into database.");
+    return false;
+}
+
+/// Without the cached copies that later ones of the list have replaced. Nothing when that cannot be read.
+std::optional<ListContact> ContactCreation::keptOf(const ListContact &created)
+{
+    ListContact kept;
+    for (const Contact &contact : lastOfEachId(created)) {
+        const bool mayBeGone = contact.type == ContactType::Cached;
+        const auto stored = mayBeGone ? m_dao.getContact(contact.contactId) : ListContact{contact};
+        if (!stored)
+            return std::nullopt;
+        if (!stored->isEmpty())
+            kept.append(contact);
+    }
+    return kept;
+}
+
+void ContactCreation::announceList(ContactWrite &write, const QString &reqId, const ListContact &created)
+{
+    if (created.isEmpty())
+        return;
+    if (reqId != RequestId::deviceManagement) {
+        for (const Contact &contact : created) {
+            if (contact.type == ContactType::Local || contact.type == ContactType::ManagerAssistant)
+                write.announcePhotoWanted(contact);
+        }
+        write.noteChange(m_fields);
+    }
+    write.announce(&ContactNews::contactsCreated, reqId, created);
+}
+
+bool ContactCreation::isRefusedInList(const Contact &contact)
 {
     if (m_fields.readOnlyMode) {
         KestinLogger::warning("KestinDirectory:createLocalContacts:synchronization mode.Can't add %1",
                               contact.contactId);
         return true;
     }
-    if (m_fields.maxContacts <= count) {
+    // Counted by the store: a contact may also have made room, by taking the place of a copy.
+    if (const std::optional<int> count = m_dao.nbContact(); !count || m_fields.maxContacts <= *count) {
         KestinLogger::debug("KestinDirectory::createLocalContacts:DataBase is full.Can't add %1", contact.contactId);
         return true;
     }

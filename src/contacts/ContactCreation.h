@@ -9,6 +9,7 @@
 
 #include <optional>
 
+class ContactWrite;
 class DaoContact;
 
 /// Creates contacts under the capacity limits. Main thread only.
@@ -39,7 +40,10 @@ private:
     bool makeWay(const Contact &contact);
     bool makeRoomInCache();
     int store(Contact &contact);
-    bool isRefusedInList(const Contact &contact, int count);
+    bool isRefusedInList(const Contact &contact);
+    bool createInList(Contact &contact);
+    std::optional<ListContact> keptOf(const ListContact &created);
+    void announceList(ContactWrite &write, const QString &reqId, const ListContact &created);
 
     DaoContact &m_dao;
     DirectoryFields &m_fields;

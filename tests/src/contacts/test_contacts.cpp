@@ -268,6 +268,17 @@ void TestContacts::theListFormCreatesWithLessCare()
              (QMapQStringQString{{"im0", "#CONTACT_1#"}, {"im4", "#CONTACT_2#"}, {"im5", "own6"}, {"im6", "own2"}}));
     QCOMPARE(store.takeNews(), QStringList{"created r #CONTACT_1# #CONTACT_2# own6 own2"});
     QVERIFY(store.stored("#CONTACT_1#").latinName.isEmpty());
+    // Copies that later ones replace take no room, and are not told.
+    store.fields.maxContacts = 7;
+    contacts = {withType(6, "c1"), withType(6, "c2"), withType(6, "c2"), person("A", "B"), person("C", "D")};
+    for (const int i : {0, 3})
+        contacts[i].personalMobile = contacts[i].officePhone = "12";
+    for (qsizetype i = 0; i < contacts.size(); ++i)
+        contacts[i].collaborationId = QStringLiteral("im%1").arg(i);
+    QCOMPARE(store.useCases->creation.createLocalContacts(request, contacts),
+             (QMapQStringQString{{"im2", "c2"}, {"im3", "#CONTACT_7#"}, {"im4", "#CONTACT_8#"}}));
+    QCOMPARE(store.takeNews(), (QStringList{"deleted CACHED_REQID c2", "deleted CACHED_REQID c1",
+                                            "created r c2 #CONTACT_7# #CONTACT_8#"}));
     QVERIFY(store.useCases->creation.createLocalContacts(request, {}).isEmpty());
     QCOMPARE(store.takeNews(), QStringList());
 }
