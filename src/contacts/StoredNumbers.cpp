@@ -10,10 +10,6 @@
 
 namespace {
 
-// Values of Connection::userVersion.
-constexpr int upToDate = 0;
-constexpr int stale = 1;
-
 constexpr int atATime = 200;
 
 /// How many of the contacts one call takes: were their numbers ever so long, it must go over the bus.
@@ -39,12 +35,12 @@ StoredNumbers::StoredNumbers(CanonicalNumbers &numbers, DaoContact &dao)
 
 bool StoredNumbers::areStale()
 {
-    return m_dao.connection().userVersion() != upToDate;
+    return m_dao.connection().userVersion() != Connection::numbersUpToDate;
 }
 
 bool StoredNumbers::markStale()
 {
-    return m_dao.connection().setUserVersion(stale);
+    return m_dao.connection().setUserVersion(Connection::numbersStale);
 }
 
 void StoredNumbers::fillContactsCanonicalNumbers()
@@ -87,7 +83,7 @@ bool StoredNumbers::store(const ListContact &contacts, const CanonicalNumbers::N
     }
     for (const QString &id : unknown)
         KestinLogger::error("fillContactsCanonicalNumbers Unknown contactID %1", id);
-    return (!isLast || m_dao.connection().setUserVersion(upToDate)) && transaction.commit();
+    return (!isLast || m_dao.connection().setUserVersion(Connection::numbersUpToDate)) && transaction.commit();
 }
 
 bool StoredNumbers::store(Contact &contact)

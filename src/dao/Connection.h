@@ -26,6 +26,9 @@ public:
     /// part of the transaction that is going on; false when it fails (logged).
     int userVersion();
     bool setUserVersion(int version);
+    /// The two that are used: whether the canonical numbers are those of the dialing rules, or are to be made anew.
+    static constexpr int numbersUpToDate = 0;
+    static constexpr int numbersStale = 1;
 
     /// Whether a statement may be executed: none may under a Transaction in which one has failed (Transaction).
     bool isUsable() const { return m_failedDepth == 0; }

@@ -192,7 +192,7 @@ bool Database::addMissingColumn()
     Transaction transaction(*m_connection);
     return m_connection->executeQuery(QStringLiteral("ALTER TABLE CONTACT ADD COLUMN faxCan VARCHAR")).isActive() &&
            m_connection->executeQuery(QStringLiteral("UPDATE CONTACT SET faxCan=ifnull(fax, '')")).isActive() &&
-           transaction.commit();
+           m_connection->setUserVersion(Connection::numbersStale) && transaction.commit();
 }
 
 bool Database::createLookUpIndexes()
