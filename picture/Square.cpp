@@ -61,9 +61,9 @@ QImage load(QImageReader &reader, int sidePixels, Square &result)
     if (pixels > manyPixels && reader.supportsOption(QImageIOHandler::ScaledSize))
         decodeReduced(reader, stored, sidePixels);
     QImage image = reader.read();
-    if (image.isNull())
+    if (image.isNull() && reader.error() != QImageReader::UnknownError)
         result.trouble = reader.errorString();
-    else
+    else if (!image.isNull())
         result.size = isOnItsSide ? stored.transposed() : stored;
     return image;
 }
