@@ -107,10 +107,13 @@ bool KestinDirectory::run()
 bool KestinDirectory::restoreDataToDefault()
 {
     KestinLogger::debug("KestinDirectory restoreDataToDefault...");
+    const QSet<QString> photos = m_useCases->dao.getPhotos().value_or(QSet<QString>());
     if (!emptyStore())
         return false;
     m_useCases->defaultContacts.setDefaultContacts(m_settings.getDefaultContactsSetting());
-    sweepPhotos(); // behind them: they may name some
+    for (const QString &photo : photos) // behind them: they may name some
+        m_useCases->photoFiles.removeIfUnused(photo);
+    sweepPhotos();
     m_publisher.publish(DirectoryEvent::contentChanged());
     return false;
 }

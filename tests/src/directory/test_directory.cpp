@@ -486,7 +486,8 @@ void TestDirectory::restoringEmptiesTheStore_data()
     QTest::addColumn<QString>("setAside");
     QTest::addColumn<QString>("events");
     QTest::addColumn<QString>("files");
-    const QString all = "UserPhoto_1 kestindirectory.data.set-aside-1 photo_default photo_other", none = "SELECT 1";
+    const QString all = "UserPhoto_1 kestindirectory.data.set-aside-1 photo_default photo_other", none = "SELECT 1",
+                  whole = QString(all).replace("photo_other", "photo_named photo_other");
     QTest::newRow("to default") << false << none << ""
                                 << "DIR_CONTACTS_CREATED DIR_CONTENT_CHANGED"
                                 << "UserPhoto_1 photo_default";
@@ -497,7 +498,7 @@ void TestDirectory::restoringEmptiesTheStore_data()
                                 << "";
     const QString refused = "ALTER TABLE MISC RENAME TO AWAY\nCREATE VIEW MISC AS SELECT * FROM AWAY";
     QTest::newRow("refused") << true << refused << "1"
-                             << "" << all;
+                             << "" << whole;
 }
 
 void TestDirectory::restoringEmptiesTheStore()
@@ -508,9 +509,11 @@ void TestDirectory::restoringEmptiesTheStore()
                   data = module.folder.filePath("KestinApplication/KestinDirectory/");
     module.settings = {{"DirMaxContact", "10"}, {"DirectoryDefaultContacts", "1,,,A,,0,," + photos + "photo_default"}};
     module.start();
-    QCOMPARE(module.directory.createLocalContact("r", Contact()), 0);
+    Contact contact;
+    contact.photo = photos + "photo_named";
+    QCOMPARE(module.directory.createLocalContact("r", contact), 0);
     QFETCH(QString, setAside);
-    QStringList paths{photos + "photo_default", photos + "photo_other", photos + "UserPhoto_1"};
+    QStringList paths{contact.photo, photos + "photo_default", photos + "photo_other", photos + "UserPhoto_1"};
     if (!setAside.isEmpty())
         paths.append(data + "kestindirectory.data.set-aside-" + setAside);
     for (const QString &path : paths)
