@@ -4,6 +4,8 @@
 #include "platform/framework/KestinLogger.h"
 #include "src/fields/PhotoRules.h"
 
+#include <utility>
+
 namespace {
 
 const QString comLogSize = QStringLiteral("ComLogSize");
@@ -78,15 +80,26 @@ void DirectorySettings::takeLate(const QString &key, const QString &value)
         dirSearchModeChanged(setting);
     else if (key == removeHttps)
         removeHttpsFromPhotoUrlChanged(setting);
+    else if (key == directoryDefaultContacts && m_fields.readOnlyMode)
+        m_defaultContactsWait = true;
     else if (key == directoryDefaultContacts)
         defaultContactsChanged(setting);
     else
         setPhotoQuota(value.toInt());
 }
 
+void DirectorySettings::readOnlyModeTold()
+{
+    if (m_fields.readOnlyMode || !std::exchange(m_defaultContactsWait, false))
+        return;
+    m_unread.add(directoryDefaultContacts);
+    m_unread.ask();
+}
+
 void DirectorySettings::defaultContactsChanged(const Setting &setting)
 {
-    m_unread.remove(directoryDefaultContacts);
+    const bool wasUnread = m_unread.remove(directoryDefaultContacts);
+    m_defaultContactsWait = m_fields.readOnlyMode && (wasUnread || m_defaultContactsWait);
     KestinLogger::info("KestinDIR::defaultContactsChanged to %1", PhotoRules::shown(setting.getValue()));
     Q_EMIT defaultContactsWanted(setting.getValue());
 }

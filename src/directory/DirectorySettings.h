@@ -30,6 +30,8 @@ public:
     QString getUserPhotoSetting(bool *success);
     /// The settings manager has come to the bus: asks for what could not be read.
     void readAgain() { m_unread.ask(); }
+    /// The read-only mode may have ended: default contacts that could not be read before it are asked for again.
+    void readOnlyModeTold();
 
     void defaultContactsChanged(const Setting &setting);
     void dirMaxContactChanged(const Setting &setting);
@@ -50,4 +52,5 @@ private:
     PlatformCalls m_calls;
     DirectoryFields &m_fields;
     UnreadSettings m_unread;
+    bool m_defaultContactsWait = false; ///< they came late and in read-only mode, which refuses them
 };

@@ -407,6 +407,7 @@ void KestinDirectory::importFromXml(const QString &path)
 void KestinDirectory::syncReadOnlyModeSlot(const KestinEvent &evt)
 {
     m_readOnlyMode.syncReadOnlyModeSlot(evt);
+    m_settings.readOnlyModeTold();
 }
 
 void KestinDirectory::event_WS_DIRECTORY_GET_CONTACT_PROFILE_handle(const KestinEvent &event)

@@ -18,8 +18,8 @@ public:
     explicit UnreadSettings(RemoteCaller &caller);
 
     void add(const QString &key);
-    /// Its value has come another way: an answer under way counts no more.
-    void remove(const QString &key) { m_keys.remove(key); }
+    /// Its value has come another way: an answer under way counts no more. Whether it was one of them.
+    bool remove(const QString &key) { return m_keys.remove(key); }
     /// At once: the settings manager has come to the bus, say.
     void ask();
 

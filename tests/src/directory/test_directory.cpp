@@ -291,8 +291,16 @@ void TestDirectory::startsWithoutAnyPeer()
     // What could not be read comes later and counts like a change, but for what has changed meanwhile.
     module.change("dirSearchModeChanged", "2");
     module.settings = {{"DirMaxContact", "3"}, {"DirSearchMode", "1"}, {"DirectoryDefaultContacts", "1,,,A,,0,,"}};
+    const auto tellReadOnly = [&module](bool isOn) {
+        module.directory.syncReadOnlyModeSlot(
+            KestinEvent("E", {{"moduleName", "KestinDirectory", true}, {"readOnly", isOn, true}}));
+    };
+    tellReadOnly(true); // refuses contacts, and so holds them back
     Q_EMIT module.transport.watches.value("SettingsManager")->came();
     QTRY_VERIFY(module.log.contains("<6>KestinDIR::dirMaxContactChanged to 3"));
+    QTRY_VERIFY(module.log.contains("<6>The setting DirectoryDefaultContacts, which could not be read before, has "
+                                    "come"));
+    tellReadOnly(false);
     QTRY_COMPARE(module.directory.getContactsByType(ContactType::DeviceManagement).size(), 1);
     QCOMPARE(module.directory.createLocalContact("r", Contact()), 0);
     QCOMPARE(module.directory.createLocalContact("r", Contact()), 3);
