@@ -112,14 +112,23 @@ DirectoryEvent DirectoryEvent::finished(const QString &name, const ImpExpStatus 
     return event;
 }
 
-std::optional<KestinEvent> DirectoryEvent::withoutSummaries() const
+QList<DirectoryEvent::Brief> DirectoryEvent::briefs() const
+{
+    const ListEventArgument &arguments = m_event.arguments();
+    const QVariant found = arguments.isEmpty() ? QVariant() : arguments.last().value;
+    if (found.metaType() == QMetaType::fromType<ListContactSummary>())
+        return {{endingWith(QVariant::fromValue(ListContactSummary())), QStringLiteral("without its summaries")}};
+    if (found.metaType() != QMetaType::fromType<Contact>())
+        return {};
+    Contact summary;
+    static_cast<ContactSummary &>(summary) = found.value<Contact>();
+    return {{endingWith(QVariant::fromValue(summary)), QStringLiteral("with the summary of its contact")},
+            {endingWith(QVariant::fromValue(Contact())), QStringLiteral("with an empty contact")}};
+}
+
+KestinEvent DirectoryEvent::endingWith(const QVariant &value) const
 {
     ListEventArgument arguments = m_event.arguments();
-    for (EventArgument &argument : arguments) {
-        if (argument.value.metaType() != QMetaType::fromType<ListContactSummary>())
-            continue;
-        argument.value = QVariant::fromValue(ListContactSummary());
-        return KestinEvent(m_event.getEvtName(), arguments);
-    }
-    return std::nullopt;
+    arguments.last().value = value;
+    return KestinEvent(m_event.getEvtName(), arguments);
 }

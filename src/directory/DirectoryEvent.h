@@ -31,9 +31,15 @@ public:
     static DirectoryEvent exportFinished(const ImpExpStatus &status, const QString &cause);
 
     const KestinEvent &event() const { return m_event; }
-    /// The same without the summaries that it carries, for when they are more than the bus carries: their number tells,
-    /// and the list can be read in pages. None for an event that carries no summaries.
-    std::optional<KestinEvent> withoutSummaries() const;
+    /// The event with less in it, and what the log says of that.
+    struct Brief
+    {
+        KestinEvent event;
+        QString with;
+    };
+    /// For when a search has found more than the bus carries, the fullest first: its end is told all the same, and what
+    /// it found can be read in pages. None for an event that is not of a search.
+    QList<Brief> briefs() const;
     /// What the log tells beside the name: the end of its line, and a line of its own. Most events have none.
     struct Details
     {
@@ -47,6 +53,8 @@ private:
     static DirectoryEvent finished(const QString &name, const ImpExpStatus &status, const QString &cause);
     template <typename T>
     DirectoryEvent &with(const char *name, const T &value);
+    /// With another value in the place of its last argument.
+    KestinEvent endingWith(const QVariant &value) const;
 
     KestinEvent m_event;
     std::optional<Details> m_details;

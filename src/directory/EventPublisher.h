@@ -18,5 +18,7 @@ public:
     bool publish(const DirectoryEvent &event);
 
 private:
+    bool publishBrief(const DirectoryEvent &event);
+
     KestinModule &m_module;
 };

@@ -27,7 +27,7 @@ public:
     QList<KestinEvent> events;
     QStringList subscriptions;
     QHash<QString, ModuleWatch *> watches; ///< by module, the latest
-    bool eventsAreDelivered = true;
+    int refusedEvents = 0;                 ///< so many of the next are not delivered
     bool subscriptionsWork = true;
 
     static QDBusMessage noPeer(const QDBusMessage &message)
@@ -52,7 +52,7 @@ public:
     bool sendEvent(const QString &, const KestinEvent &event) override
     {
         events.append(event);
-        return eventsAreDelivered;
+        return refusedEvents-- <= 0;
     }
     bool subscribe(const QString &eventName, QObject *, const QByteArray &) override
     {

@@ -429,9 +429,24 @@ void TestDirectory::aFailedEventIsOnlyLogged()
     Module module;
     module.settings = {{"DirMaxContact", "10"}};
     module.start();
-    module.transport.eventsAreDelivered = false;
+    module.transport.refusedEvents = 1;
     QCOMPARE(module.directory.createLocalContact("r", Contact()), 0);
     QCOMPARE(module.log.lines.last(), "<3>event DIR_CONTACTS_CREATED notification failed ");
+    // The end of a search goes out with as much as the bus takes.
+    Contact whole;
+    whole.name = "A";
+    whole.photo = "p";
+    const QString name = "event DIR_SEARCH_COMPLETED_BY_PHONE_NUMBER ", sent = "<7>" + name + "sent ";
+    const QList<QStringList> ends{
+        {"A", "<4>" + name + "is sent with the summary of its contact: all of it is more than the bus carries", sent},
+        {"", "<4>" + name + "is sent with an empty contact: all of it is more than the bus carries", sent},
+        {"", sent, "<3>" + name + "notification failed "}};
+    for (const QStringList &end : ends) {
+        module.transport.refusedEvents = int(ends.indexOf(end)) + 1;
+        EventPublisher(module.directory).publish(DirectoryEvent::searchCompletedByPhoneNumber("s", whole));
+        const auto told = module.transport.events.last().argument<Contact>("contact");
+        QCOMPARE((QStringList{told.name + told.photo} + module.log.lines.mid(module.log.lines.size() - 2)), end);
+    }
 }
 
 void TestDirectory::anAnonymousContactShowsThePopup()
