@@ -102,8 +102,20 @@ QString PhotoResizing::resized(const QString &photo)
     const auto known = m_resized.constFind(photo);
     if (known != m_resized.cend())
         return *known;
-    const QString path = photo + SquarePicture::suffix();
-    return *m_resized.insert(photo, isMade(photo, path) ? path : QString());
+    const QString path = squarePathFor(photo);
+    return *m_resized.insert(photo, !path.isNull() && isMade(photo, path) ? path : QString());
+}
+
+/// Another one where a contact has the usual file already: names of files come again. Null when that cannot be known.
+QString PhotoResizing::squarePathFor(const QString &photo) const
+{
+    for (int number = 1;; ++number) {
+        const QString path =
+            (number == 1 ? photo : QStringLiteral("%1_%2").arg(photo).arg(number)) + SquarePicture::suffix();
+        const std::optional<int> users = m_dao._nbContactsUsingThisPhotoQuery(path);
+        if (!users || *users == 0)
+            return users ? path : QString();
+    }
 }
 
 /// A picture that runs over costs so much of a start that it is not tried again at each.

@@ -46,6 +46,7 @@ private:
     static bool needsResizing(const Contact &contact);
     std::optional<ListContact> candidates(const QString &first) const;
     QString resized(const QString &photo);
+    QString squarePathFor(const QString &photo) const;
     bool isMade(const QString &photo, const QString &square);
     void resizePhoto(const Contact &contact);
 

@@ -344,6 +344,12 @@ private Q_SLOTS:
                                      "g, photo already resized, nothing to do.", "a, photo will be resized!"})
                 QCOMPARE(stand.log.contains("<7>" + begin + " - contact " + line), logLevel == 7);
 
+            stand.add("y", put(own, encoded(colored(20, 30), "png"))); // its name comes again
+            const QString colors = colorsOf(own + suffix);
+            pass.resizeContactPhotosIfNeeded();
+            QCOMPARE(stand.photoOf("y"), own + "_2" + suffix);
+            QVERIFY(stand.photoOf("a") == own + suffix && colorsOf(own + suffix) == colors);
+
             stand.add("z", put(own, picture));
             stand.refuseUpdates();
             pass.resizeContactPhotosIfNeeded();
