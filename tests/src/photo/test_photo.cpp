@@ -77,7 +77,7 @@ QByteArray withScans(const QByteArray &jpeg, int count)
 }
 
 /// Says that it has 7000 x 7000 pixels, and no less of colour than of brightness.
-QByteArray inflated(QByteArray jpeg)
+[[maybe_unused]] QByteArray inflated(QByteArray jpeg)
 {
     const qsizetype frame = jpeg.indexOf("\xff\xc2");
     return jpeg.replace(frame + 5, 4, "\x1b\x58\x1b\x58").replace(frame + 11, 1, "\x11");
