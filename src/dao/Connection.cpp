@@ -17,6 +17,14 @@ sqlite3 *sqliteOf(const QSqlDatabase &handle)
     return value.isValid() ? *static_cast<sqlite3 *const *>(value.constData()) : nullptr;
 }
 
+/// The file can be anything: its schema may neither call functions that do more than compute, nor be written as a
+/// table.
+void distrust(sqlite3 *database)
+{
+    sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+}
+
 } // namespace
 
 Connection::TransactionStatements::TransactionStatements(Connection &connection)
@@ -31,8 +39,16 @@ Connection::TransactionStatements::TransactionStatements(Connection &connection)
 
 Connection::Connection(const QSqlDatabase &handle)
     : m_handle(handle)
+    , m_database(sqliteOf(handle))
     , m_transaction(*this)
 {
+    if (m_database)
+        distrust(m_database);
+}
+
+QString Connection::errorText() const
+{
+    return m_database ? QString::fromUtf8(sqlite3_errmsg(m_database)) : QStringLiteral("the database is not open");
 }
 
 void Connection::noteFailure()
@@ -46,15 +62,13 @@ void Connection::noteFailure()
 /// Whether the database has rolled back by itself, so that each further write would be one of its own.
 bool Connection::hasGivenUp() const
 {
-    sqlite3 *database = sqliteOf(m_handle);
-    return !database || sqlite3_get_autocommit(database) != 0;
+    return !m_database || sqlite3_get_autocommit(m_database) != 0;
 }
 
 /// Rows written since the connection was opened.
 int Connection::changes() const
 {
-    sqlite3 *database = sqliteOf(m_handle);
-    return database ? sqlite3_total_changes(database) : 0;
+    return m_database ? sqlite3_total_changes(m_database) : 0;
 }
 
 QSqlQuery Connection::executeQuery(const QString &sql)

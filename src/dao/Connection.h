@@ -7,13 +7,20 @@
 #include <QSqlQuery>
 #include <QString>
 
+struct sqlite3;
+
 /// An open connection to the database and the state of its transactions. Belongs to the thread that opened it.
 class Connection
 {
 public:
     explicit Connection(const QSqlDatabase &handle);
 
+    /// Qt's, which opened it and closes it.
     const QSqlDatabase &handle() const { return m_handle; }
+    /// SQLite's own, on which statements run; null when it could not be opened.
+    sqlite3 *database() const { return m_database; }
+    /// What the database says of its last failure.
+    QString errorText() const;
 
     bool isInTransaction() const { return m_depth > 0; }
 
@@ -35,7 +42,8 @@ public:
     /// Ends the running Transaction for the failure of a statement, or all of them when the database gave up.
     void noteFailure();
 
-    /// Executes one statement; a failure is logged and shows in the query's state. Never throws.
+    /// Executes one statement, for those on the schema; a failure is logged and shows in the query's state. Never
+    /// throws.
     QSqlQuery executeQuery(const QString &sql);
 
 private:
@@ -57,6 +65,7 @@ private:
     int changes() const;
 
     QSqlDatabase m_handle;
+    sqlite3 *m_database;
     TransactionStatements m_transaction;
     quint64 m_epoch = 0;
     int m_depth = 0;

@@ -2,6 +2,10 @@
 #include "src/dao/ContactRow.h"
 
 #include <QDateTime>
+#include <QList>
+#include <QRegularExpression>
+
+#include <algorithm>
 
 const QString ContactRow::selectText =
     QStringLiteral("SELECT contactId, loginName, salutation, firstName, name, latinFirstName, latinName, language, "
@@ -9,6 +13,9 @@ const QString ContactRow::selectText =
                    "personalMobile, personalFax, personalEmail, collaborationId, isPreviewed, isPrivate, type, photo, "
                    "melody, puid, officePhoneCan, faxCan, personalHomeCan, personalMobileCan, personalFaxCan, "
                    "lastModificationDate FROM CONTACT");
+
+const QString ContactRow::latinNameText = selectText + QLatin1String(" where latinName like :name");
+const QString ContactRow::noLatinNameText = selectText + QLatin1String(" where latinName=''");
 
 const QString ContactRow::summaryText =
     QStringLiteral("SELECT contactId, firstName, name, officePhone, email, type FROM (%1)");
@@ -45,108 +52,153 @@ const QString ContactRow::insertText = QStringLiteral(
 
 namespace {
 
-// Columns of selectText by position: the texts before and behind the flags, the type and what is stored apart.
-constexpr QString Contact::*firstTexts[] = {
-    &Contact::contactId,   &Contact::loginName,     &Contact::salutation,
-    &Contact::firstName,   &Contact::name,          &Contact::latinFirstName,
-    &Contact::latinName,   &Contact::language,      &Contact::timezone,
-    &Contact::officePhone, &Contact::attendant,     &Contact::colleague,
-    &Contact::assistant,   &Contact::email,         &Contact::fax,
-    &Contact::voicemail,   &Contact::personalHome,  &Contact::personalMobile,
-    &Contact::personalFax, &Contact::personalEmail, &Contact::collaborationId,
-};
-enum Column { IsPreviewed = 21, IsPrivate, Type, Photo, Melody, Puid, FirstCanonical, LastModificationDate = 32 };
-constexpr QString Contact::*canonicalTexts[] = {
-    &Contact::officePhoneCan,    &Contact::faxCan,         &Contact::personalHomeCan,
-    &Contact::personalMobileCan, &Contact::personalFaxCan,
-};
-static_assert(std::size(firstTexts) == IsPreviewed);
-static_assert(FirstCanonical + std::size(canonicalTexts) == LastModificationDate);
-
-struct BoundText
+/// A column of CONTACT and the field of the record that it holds.
+struct Column
 {
-    QString placeholder;
-    QString Contact::*value;
+    enum class Kind { Text, Flag, Type, PersistentId, ModificationDate };
+
+    QLatin1String name;
+    Kind kind = Kind::Text;
+    QString Contact::*text = nullptr;
+    bool Contact::*flag = nullptr;
 };
 
-QList<BoundText> boundTexts()
+QList<Column> allColumns()
 {
-    QList<BoundText> result;
+    QList<Column> columns{
+        {QLatin1String("photo"), Column::Kind::Text, &Contact::photo},
+        {QLatin1String("melody"), Column::Kind::Text, &Contact::melody},
+        {QLatin1String("isPreviewed"), Column::Kind::Flag, nullptr, &Contact::isPreviewed},
+        {QLatin1String("isPrivate"), Column::Kind::Flag, nullptr, &Contact::isPrivate},
+        {QLatin1String("type"), Column::Kind::Type},
+        {QLatin1String("puid"), Column::Kind::PersistentId},
+        {QLatin1String("lastModificationDate"), Column::Kind::ModificationDate},
+    };
     for (const Contact::TextField &field : Contact::texts)
-        result.append({QLatin1Char(':') + QLatin1String(field.name), field.value});
-    return result;
+        columns.append({QLatin1String(field.name), Column::Kind::Text, field.value});
+    return columns;
+}
+
+using Columns = QList<Column>;
+
+/// The columns whose names `name` finds in a statement, each once, in their order there: their positions.
+Columns columnsIn(const QString &statement, const QRegularExpression &name)
+{
+    Columns all = allColumns();
+    Columns found;
+    for (auto match = name.globalMatch(statement); match.hasNext();) {
+        const QString wanted = match.next().captured(1);
+        const auto isWanted = [&wanted](const Column &column) { return column.name == wanted; };
+        const auto column = std::find_if(all.begin(), all.end(), isWanted);
+        if (column == all.end())
+            continue; // met before
+        found.append(*column);
+        all.erase(column);
+    }
+    return found;
+}
+
+Columns columnsOfRows(const QString &statement)
+{
+    const QString list = statement.first(statement.indexOf(QLatin1String(" FROM ")));
+    return columnsIn(list, QRegularExpression(QStringLiteral("(\\w+)(?:,|$)")));
+}
+
+Columns columnsOfParameters(const QString &statement)
+{
+    return columnsIn(statement, QRegularExpression(QStringLiteral(":(\\w+)")));
+}
+
+void bindColumn(Statement::Use &use, const Column &column, const Contact &contact)
+{
+    switch (column.kind) {
+    case Column::Kind::Text:
+        use.bind(contact.*column.text);
+        break;
+    case Column::Kind::Flag:
+        use.bind(contact.*column.flag);
+        break;
+    case Column::Kind::Type:
+        use.bind(contact.type);
+        break;
+    case Column::Kind::PersistentId:
+        use.bind(contact.getPUID());
+        break;
+    case Column::Kind::ModificationDate:
+        use.bind(contact.getLastModificationDate());
+        break;
+    }
+}
+
+void readColumn(const Statement::Use &row, int position, const Column &column, Contact &contact)
+{
+    switch (column.kind) {
+    case Column::Kind::Text:
+        contact.*column.text = row.text(position);
+        break;
+    case Column::Kind::Flag:
+        contact.*column.flag = row.flag(position);
+        break;
+    case Column::Kind::Type:
+        contact.type = qint32(row.number(position));
+        break;
+    case Column::Kind::PersistentId:
+        contact.setPUID(row.text(position));
+        break;
+    case Column::Kind::ModificationDate:
+        contact.setLastModificationDate(row.time(position));
+        break;
+    }
+}
+
+void bindAll(Statement::Use &use, const Columns &columns, const Contact &contact)
+{
+    for (const Column &column : columns)
+        bindColumn(use, column, contact);
+}
+
+Contact readAll(const Statement::Use &row, const Columns &columns)
+{
+    Contact contact;
+    for (int position = 0; position < columns.size(); ++position)
+        readColumn(row, position, columns.at(position), contact);
+    return contact;
 }
 
 } // namespace
 
-void ContactRow::bind(Statement::Use &use, const Contact &contact)
+void ContactRow::bindInsert(Statement::Use &use, const Contact &contact)
 {
-    static const QList<BoundText> texts = boundTexts();
-    for (const BoundText &text : texts)
-        use.bind(text.placeholder, contact.*text.value);
-    use.bind(QStringLiteral(":isPreviewed"), contact.isPreviewed)
-        .bind(QStringLiteral(":isPrivate"), contact.isPrivate)
-        .bind(QStringLiteral(":type"), contact.type)
-        .bind(QStringLiteral(":photo"), contact.photo)
-        .bind(QStringLiteral(":melody"), contact.melody);
+    static const Columns columns = columnsOfParameters(insertText);
+    bindAll(use, columns, contact);
 }
 
-Contact ContactRow::read(const Statement::Use &use)
+void ContactRow::bindUpdate(Statement::Use &use, const Contact &contact)
 {
-    Contact contact;
-    int column = 0;
-    for (const auto text : firstTexts)
-        contact.*text = use.text(column++);
-    contact.isPreviewed = use.value(IsPreviewed).toBool();
-    contact.isPrivate = use.value(IsPrivate).toBool();
-    contact.type = use.value(Type).toInt();
-    contact.photo = use.text(Photo);
-    contact.melody = use.text(Melody);
-    contact.setPUID(use.text(Puid));
-    column = FirstCanonical;
-    for (const auto text : canonicalTexts)
-        contact.*text = use.text(column++);
-    contact.setLastModificationDate(use.value(LastModificationDate).toDateTime());
-    return contact;
+    static const Columns columns = columnsOfParameters(updateText);
+    bindAll(use, columns, contact);
 }
 
-Contact ContactRow::readSummary(const Statement::Use &use)
+Contact ContactRow::read(const Statement::Use &row)
 {
-    Contact contact;
-    contact.contactId = use.text(0);
-    contact.firstName = use.text(1);
-    contact.name = use.text(2);
-    contact.officePhone = use.text(3);
-    contact.email = use.text(4);
-    contact.type = use.value(5).toInt();
-    return contact;
+    static const Columns columns = columnsOfRows(selectText);
+    return readAll(row, columns);
 }
 
-Contact ContactRow::readNames(const Statement::Use &use)
+Contact ContactRow::readSummary(const Statement::Use &row)
 {
-    Contact contact;
-    contact.contactId = use.text(0);
-    contact.firstName = use.text(1);
-    contact.name = use.text(2);
-    contact.latinFirstName = use.text(3);
-    contact.latinName = use.text(4);
-    return contact;
+    static const Columns columns = columnsOfRows(summaryText);
+    return readAll(row, columns);
 }
 
-Contact ContactRow::readExported(const Statement::Use &use)
+Contact ContactRow::readNames(const Statement::Use &row)
 {
-    constexpr QString Contact::*texts[] = {
-        &Contact::firstName,      &Contact::name,        &Contact::email,
-        &Contact::personalEmail,  &Contact::officePhone, &Contact::personalHome,
-        &Contact::personalMobile, &Contact::photo,       &Contact::collaborationId,
-        &Contact::personalFax,    &Contact::fax,         &Contact::assistant,
-    };
-    Contact contact;
-    contact.contactId = use.text(0);
-    contact.setPUID(use.text(1));
-    contact.setLastModificationDate(use.value(2).toDateTime());
-    int column = 3;
-    for (const auto text : texts)
-        contact.*text = use.text(column++);
-    return contact;
+    static const Columns columns = columnsOfRows(namesText);
+    return readAll(row, columns);
+}
+
+Contact ContactRow::readExported(const Statement::Use &row)
+{
+    static const Columns columns = columnsOfRows(exportText);
+    return readAll(row, columns);
 }

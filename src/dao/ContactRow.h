@@ -13,20 +13,24 @@ extern const QString selectText;
 extern const QString summaryText;
 /// The same for the names.
 extern const QString namesText;
+/// Statements of which only summaryText or namesText is read.
+extern const QString latinNameText;
+extern const QString noLatinNameText;
+/// What an export takes of a contact.
+extern const QString exportText;
 extern const QString updateText;
 extern const QString insertText;
 
-/// Binds every field of the record to the placeholder of its column's name, but for the persistent id and the
-/// modification date, which each operation binds by its own rule.
-void bind(Statement::Use &use, const Contact &contact);
+/// Bind the next parameters of the use to the fields of the record: all of insertText, and of updateText those up to
+/// its end.
+void bindInsert(Statement::Use &use, const Contact &contact);
+void bindUpdate(Statement::Use &use, const Contact &contact);
 
 /// The row of a statement that begins with selectText. The misc pairs are not part of it.
-Contact read(const Statement::Use &use);
-/// What an export takes of a contact, and the row of that statement.
-extern const QString exportText;
-Contact readExported(const Statement::Use &use);
-/// The rows of summaryText and namesText.
-Contact readSummary(const Statement::Use &use);
-Contact readNames(const Statement::Use &use);
+Contact read(const Statement::Use &row);
+/// The rows of statements that begin with these texts.
+Contact readSummary(const Statement::Use &row);
+Contact readNames(const Statement::Use &row);
+Contact readExported(const Statement::Use &row);
 
 } // namespace ContactRow

@@ -5,7 +5,9 @@
 
 using ContactRow::exportText;
 using ContactRow::insertText;
+using ContactRow::namesText;
 using ContactRow::selectText;
+using ContactRow::summaryText;
 using ContactRow::updateText;
 
 ContactStatements::ContactStatements(Connection &connection)
@@ -44,6 +46,9 @@ ContactStatements::ContactStatements(Connection &connection)
                                                          "AND type !='6' "))
     , byEmail(connection, selectText + QLatin1String(" WHERE upper (email) = upper (:email) AND type != '6' "))
     , byType(connection, selectText + QLatin1String(" WHERE type=:type"))
+    , byName(connection, selectText + QLatin1String(" where name like :name"))
+    , byLatinName(connection, summaryText.arg(ContactRow::latinNameText))
+    , withoutLatinName(connection, namesText.arg(ContactRow::noLatinNameText))
     , previewPage(connection, selectText + QLatin1String(" WHERE isPreviewed='true' ORDER BY contactId "
                                                          "limit :startInd , :length"))
     , fullExport(connection, exportText)

@@ -33,6 +33,9 @@ struct ContactStatements
     Statement byIMAddress;
     Statement byEmail;
     Statement byType;
+    Statement byName;
+    Statement byLatinName;
+    Statement withoutLatinName;
     Statement previewPage;
     Statement fullExport;
     Statement mappingExport;

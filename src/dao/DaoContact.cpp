@@ -42,12 +42,9 @@ int DaoContact::insertContact(Contact &contact, bool withPuid)
     if (!withPuid)
         contact.setPUID({});
     Statement::Use use = m_statements.insert.use();
-    ContactRow::bind(use, contact);
-    use.bind(QStringLiteral(":lastModificationDate"), contact.getLastModificationDate());
-    if (withPuid)
-        use.bind(QStringLiteral(":puid"), contact.getPUID());
-    else
-        use.bindNull(QStringLiteral(":puid"));
+    ContactRow::bindInsert(use, contact);
+    if (!withPuid)
+        use.bindNull(":puid");
     if (use.execute() != 0)
         return -1;
     adjustCount(1);
@@ -67,9 +64,8 @@ int DaoContact::updateContact(Contact &contact)
     if (isChanged)
         contact.setLastModificationDate(QDateTime::currentDateTimeUtc());
     Statement::Use use = m_statements.update.use();
-    ContactRow::bind(use, contact);
-    use.bind(QStringLiteral(":lastModificationDate"), contact.getLastModificationDate());
-    if (use.execute() != 0)
+    ContactRow::bindUpdate(use, contact);
+    if (use.bind(contact.contactId).execute() != 0)
         return -1;
     // Setting the date, be it to the same one, has taken the pairs away. Those of a changed contact are the caller's.
     return isChanged || stored->isEmpty() ? 0 : m_misc.replacePairs(contact.contactId, stored->first().misc);
@@ -86,28 +82,22 @@ int DaoContact::updateContactFromImport(const Contact &contact)
 {
     KestinLogger::debug("DaoContact::updateContactFromImport : idContact:%1", contact.contactId);
     Statement::Use use = m_statements.updateFromImport.use();
-    ContactRow::bind(use, contact);
-    return use.bind(QStringLiteral(":puid"), contact.getPUID())
-        .bind(QStringLiteral(":lastModificationDate"), contact.getLastModificationDate())
-        .execute();
+    ContactRow::bindUpdate(use, contact);
+    return use.bind(contact.getPUID(), contact.contactId).execute();
 }
 
 int DaoContact::updateLatinNames(const Contact &contact)
 {
-    Statement::Use use = m_statements.updateLatinNames.use();
-    return use.bind(QStringLiteral(":latinFirstName"), contact.latinFirstName)
-        .bind(QStringLiteral(":latinName"), contact.latinName)
-        .bind(QStringLiteral(":contactId"), contact.contactId)
-        .bind(QStringLiteral(":firstName"), contact.firstName)
-        .bind(QStringLiteral(":name"), contact.name)
+    return m_statements.updateLatinNames
+        .use(contact.latinFirstName, contact.latinName, contact.contactId, contact.firstName, contact.name)
         .execute();
 }
 
 int DaoContact::deleteContact(const QString &contactId)
 {
     KestinLogger::debug("DaoContact::deleteContact : idcontact:%1", contactId);
-    Statement::Use use = m_statements.remove.use();
-    const int code = use.bind(QStringLiteral(":contactId"), contactId).execute();
+    Statement::Use use = m_statements.remove.use(contactId);
+    const int code = use.execute();
     if (code == 0)
         adjustCount(-use.rowsAffected());
     return code;
@@ -118,8 +108,8 @@ int DaoContact::deleteCachedContact(const QString &contactId)
     const auto pairs = m_misc.pairs(contactId); // a trigger takes all of this id away
     if (!pairs)
         return -1;
-    Statement::Use use = m_statements.removeCached.use();
-    const int code = use.bind(QStringLiteral(":contactId"), contactId).execute();
+    Statement::Use use = m_statements.removeCached.use(contactId);
+    const int code = use.execute();
     if (code != 0)
         return code;
     adjustCount(-use.rowsAffected());
@@ -129,31 +119,25 @@ int DaoContact::deleteCachedContact(const QString &contactId)
 int DaoContact::updateIdContact(const QString &newId)
 {
     KestinLogger::debug("DaoContact::updateIdContact :idcontact:%1", newId);
-    Statement::Use use = m_statements.updateId.use();
-    return use.bind(QStringLiteral(":contactId"), newId).execute();
+    return m_statements.updateId.use(newId).execute();
 }
 
 int DaoContact::updatePuidContact(const QString &contactId, const QString &puid)
 {
     KestinLogger::debug("DaoContact::updatePuidContact :idcontact:%1", contactId);
-    Statement::Use use = m_statements.updatePuid.use();
-    return use.bind(QStringLiteral(":puid"), puid).bind(QStringLiteral(":contactId"), contactId).execute();
+    return m_statements.updatePuid.use(puid, contactId).execute();
 }
 
 int DaoContact::updatePhotoContact(const QString &contactId, const QString &photo)
 {
     KestinLogger::debug("DaoContact::updatePhotoContact :idcontact:%1", contactId);
-    Statement::Use use = m_statements.updatePhoto.use();
-    return use.bind(QStringLiteral(":photo"), photo).bind(QStringLiteral(":contactId"), contactId).execute();
+    return m_statements.updatePhoto.use(photo, contactId).execute();
 }
 
 int DaoContact::updateContactPreview(const QString &contactId, bool isPreviewed)
 {
     KestinLogger::debug("DaoContact::updateContactPreview : idContact:%1", contactId);
-    Statement::Use use = m_statements.updatePreview.use();
-    return use.bind(QStringLiteral(":isPreviewed"), isPreviewed)
-        .bind(QStringLiteral(":contactId"), contactId)
-        .execute();
+    return m_statements.updatePreview.use(isPreviewed, contactId).execute();
 }
 
 int DaoContact::updateContactsPreview(const QStringList &contactIds, bool isPreviewed)
@@ -166,14 +150,13 @@ int DaoContact::updateContactsPreview(const QStringList &contactIds, bool isPrev
     Statement statement(m_connection,
                         QLatin1String("UPDATE CONTACT SET isPreviewed=:isPreviewed WHERE contactId IN (") +
                             QueryText::idList(contactIds));
-    Statement::Use use = statement.use();
-    return use.bind(QStringLiteral(":isPreviewed"), isPreviewed).execute();
+    return statement.use(isPreviewed).execute();
 }
 
 std::optional<int> DaoContact::readCount(Statement::Use &use)
 {
     std::optional<int> count;
-    if (!use.eachRow([&count](const Statement::Use &row) { count = row.value(0).toInt(); }))
+    if (!use.eachRow([&count](const Statement::Use &row) { count = int(row.number(0)); }))
         return std::nullopt;
     return count;
 }
@@ -222,8 +205,8 @@ std::optional<int> DaoContact::_nbCachedContactQuery()
 
 std::optional<int> DaoContact::_nbContactsUsingThisPhotoQuery(const QString &photo)
 {
-    Statement::Use use = m_statements.countPhoto.use();
-    const std::optional<int> count = readCount(use.bind(QStringLiteral(":photo"), photo));
+    Statement::Use use = m_statements.countPhoto.use(photo);
+    const std::optional<int> count = readCount(use);
     KestinLogger::debug("DaoContact::_nbContactsUsingThisPhotoQuery : number of contacts using photo %1 = %2",
                         PhotoRules::shown(photo), count.value_or(0));
     return count;
@@ -232,7 +215,8 @@ std::optional<int> DaoContact::_nbContactsUsingThisPhotoQuery(const QString &pho
 std::optional<ListContact> DaoContact::readContacts(Statement::Use &use)
 {
     std::optional<ListContact> contacts = readRows(use, ContactRow::read);
-    if (!contacts || !m_misc.fill(*contacts))
+    const auto fill = [this](Contact &contact) { return m_misc.fill(contact); };
+    if (!contacts || !std::all_of(contacts->begin(), contacts->end(), fill))
         return std::nullopt;
     return contacts;
 }
@@ -258,8 +242,8 @@ std::optional<QString> DaoContact::getOldestCachedContactId()
 std::optional<ListContact> DaoContact::getContact(const QString &contactId)
 {
     KestinLogger::debug("DaoContact::getContact : idContact:%1", contactId);
-    Statement::Use use = m_statements.byId.use();
-    return readContacts(use.bind(QStringLiteral(":contactId"), contactId));
+    Statement::Use use = m_statements.byId.use(contactId);
+    return readContacts(use);
 }
 
 std::optional<ListContact> DaoContact::getAllContact()
@@ -272,36 +256,36 @@ std::optional<ListContact> DaoContact::getAllContact()
 std::optional<ListContact> DaoContact::getAllContact(int start, int length)
 {
     KestinLogger::debug("DaoContact::getAllContact : start:%1 / length:%2", start, length);
-    Statement::Use use = m_statements.page.use();
-    return readContacts(use.bind(QStringLiteral(":startInd"), start).bind(QStringLiteral(":length"), length));
+    Statement::Use use = m_statements.page.use(start, length);
+    return readContacts(use);
 }
 
 std::optional<ListContact> DaoContact::getAllContactInPreview(int start, int length)
 {
     KestinLogger::debug("DaoContact::getAllContactInPreview : start:%1 / length:%2", start, length);
-    Statement::Use use = m_statements.previewPage.use();
-    return readContacts(use.bind(QStringLiteral(":startInd"), start).bind(QStringLiteral(":length"), length));
+    Statement::Use use = m_statements.previewPage.use(start, length);
+    return readContacts(use);
 }
 
 std::optional<ListContact> DaoContact::getContactByType(int type)
 {
     KestinLogger::debug("DaoContact::getContactByType : type:%1", type);
-    Statement::Use use = m_statements.byType.use();
-    return readContacts(use.bind(QStringLiteral(":type"), type));
+    Statement::Use use = m_statements.byType.use(type);
+    return readContacts(use);
 }
 
 std::optional<ListContact> DaoContact::getContactsByEmailAddress(const QString &emailAddress)
 {
     KestinLogger::debug("DaoContact::getContactsByEmailAddress: emailAddress:%1", emailAddress);
-    Statement::Use use = m_statements.byEmail.use();
-    return readContacts(use.bind(QStringLiteral(":email"), emailAddress));
+    Statement::Use use = m_statements.byEmail.use(emailAddress);
+    return readContacts(use);
 }
 
 std::optional<ListContact> DaoContact::getContactByIMAddress(const QString &imAddress)
 {
     KestinLogger::debug("DaoContact::getContactByIMAddress: imAddress:%1", imAddress);
-    Statement::Use use = m_statements.byIMAddress.use();
-    return readContacts(use.bind(QStringLiteral(":collaborationId"), imAddress));
+    Statement::Use use = m_statements.byIMAddress.use(imAddress);
+    return readContacts(use);
 }
 
 std::optional<ListContact> DaoContact::getContactByPhoneNumber(const QString &number)
@@ -310,28 +294,21 @@ std::optional<ListContact> DaoContact::getContactByPhoneNumber(const QString &nu
         KestinLogger::warning("getContactByPhoneNumber : empty phoneNumber, returns empty list");
         return ListContact();
     }
-    Statement::Use use = m_statements.byNumber.use();
-    for (const char *column :
-         {":officePhoneCan", ":faxCan", ":personalHomeCan", ":personalMobileCan", ":personalFaxCan"})
-        use.bind(QLatin1String(column), number);
+    Statement::Use use = m_statements.byNumber.use(number, number, number, number, number);
     return readContacts(use);
 }
 
 std::optional<QStringList> DaoContact::_getCachedContactsWithMatchingOfficePhone(const Contact &contact)
 {
     KestinLogger::debug("DaoContact::_getCachedContactsWithMatchingOfficePhone for contact: %1", contact.contactId);
-    constexpr std::pair<const char *, QString Contact::*> numbers[] = {
-        {":officePhoneCan", &Contact::officePhoneCan},   {":faxCan", &Contact::faxCan},
-        {":personalHomeCan", &Contact::personalHomeCan}, {":personalMobileCan", &Contact::personalMobileCan},
-        {":personalFaxCan", &Contact::personalFaxCan},
-    };
     Statement::Use use = m_statements.cachedByNumber.use();
-    for (const auto &[placeholder, number] : numbers) {
+    for (const auto number : {&Contact::officePhoneCan, &Contact::faxCan, &Contact::personalHomeCan,
+                              &Contact::personalMobileCan, &Contact::personalFaxCan}) {
         // NULL is equal to nothing: two contacts without a number are not the same person.
         if ((contact.*number).isEmpty())
-            use.bindNull(QLatin1String(placeholder));
+            use.bind(nullptr);
         else
-            use.bind(QLatin1String(placeholder), contact.*number);
+            use.bind(contact.*number);
     }
     QStringList ids;
     if (!use.eachRow([&ids](const Statement::Use &row) { ids.append(row.text(0)); }))

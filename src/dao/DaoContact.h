@@ -138,7 +138,6 @@ private:
     std::optional<ListContact> selectContacts(const QString &text);
     using ReadRow = Contact (*)(const Statement::Use &row);
     static std::optional<ListContact> readRows(Statement::Use &use, ReadRow read);
-    bool giveExported(ListContact &contacts, const TakeContact &take);
 
     Connection &m_connection;
     /// Rows of CONTACT, counted once and kept: a count reads them all, and each creation asks for it.

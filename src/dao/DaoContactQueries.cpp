@@ -30,7 +30,7 @@ std::optional<QList<DaoContact::StrictMatch>> DaoContact::findContactByNameStric
     Statement::Use use = statement.use();
     QList<StrictMatch> matches;
     const bool areAll = use.eachRow([&matches](const Statement::Use &row) {
-        matches.append({row.value(0).toLongLong(), row.text(1), row.text(2), row.text(3), row.text(4), row.text(5)});
+        matches.append({row.number(0), row.text(1), row.text(2), row.text(3), row.text(4), row.text(5)});
     });
     KestinLogger::debug("findContactByNameStrict :Retrieved %1 contact(s) from database. Query was%2", matches.size(),
                         text);
@@ -49,9 +49,8 @@ std::optional<ListContact> DaoContact::getContactsByName(const QString &name)
     KestinLogger::debug("DaoContact::getContactsByName [%1]", name);
     const QString pattern = QueryText::namePattern(name, QStringLiteral(" "));
     KestinLogger::debug("name after cleaning [%1]", pattern);
-    Statement statement(m_connection, selectText + QLatin1String(" where name like :name"));
-    Statement::Use use = statement.use();
-    return readContacts(use.bind(QStringLiteral(":name"), pattern));
+    Statement::Use use = m_statements.byName.use(pattern);
+    return readContacts(use);
 }
 
 std::optional<ListContact> DaoContact::getContactsByLatinName(const QString &name)
@@ -60,22 +59,18 @@ std::optional<ListContact> DaoContact::getContactsByLatinName(const QString &nam
     // A blank stands twice in a latin form, like any other character.
     const QString pattern = QueryText::namePattern(name, QStringLiteral("  "));
     KestinLogger::debug("DaoContact::getContactsByLatinName : name after cleaning [%1]", pattern);
-    const QString text = selectText + QLatin1String(" where latinName like :name");
-    Statement statement(m_connection, ContactRow::summaryText.arg(text));
-    Statement::Use use = statement.use();
-    const std::optional<ListContact> contacts =
-        readRows(use.bind(QStringLiteral(":name"), pattern), ContactRow::readSummary);
-    KestinLogger::debug("DaoContact::getContactsByLatinName : complete search query [%1]", text);
+    Statement::Use use = m_statements.byLatinName.use(pattern);
+    const std::optional<ListContact> contacts = readRows(use, ContactRow::readSummary);
+    KestinLogger::debug("DaoContact::getContactsByLatinName : complete search query [%1]", ContactRow::latinNameText);
     return contacts;
 }
 
 std::optional<ListContact> DaoContact::getContactsWithNoLatinName()
 {
     KestinLogger::debug("DaoContact::getContactsWithNoLatinName");
-    const QString text = selectText + QLatin1String(" where latinName=''");
-    KestinLogger::debug("DaoContact::getContactsWithNoLatinName : complete search query [%1]", text);
-    Statement statement(m_connection, ContactRow::namesText.arg(text));
-    Statement::Use use = statement.use();
+    KestinLogger::debug("DaoContact::getContactsWithNoLatinName : complete search query [%1]",
+                        ContactRow::noLatinNameText);
+    Statement::Use use = m_statements.withoutLatinName.use();
     return readRows(use, ContactRow::readNames);
 }
 

@@ -16,8 +16,8 @@ std::optional<QSet<QString>> DaoContact::getPhotos()
 
 std::optional<ListContact> DaoContact::getContactsWithUnresizedPhoto(const QString &suffix)
 {
-    Statement::Use use = m_statements.unresizedPhotos.use();
-    return readContacts(use.bind(QStringLiteral(":suffix"), suffix));
+    Statement::Use use = m_statements.unresizedPhotos.use(suffix);
+    return readContacts(use);
 }
 
 std::optional<QHash<QString, QString>> DaoContact::getLocalPuids()
@@ -32,27 +32,15 @@ std::optional<QHash<QString, QString>> DaoContact::getLocalPuids()
 bool DaoContact::fullExport(const TakeContact &take)
 {
     KestinLogger::debug("DaoContact::fullExport: export all user's contacts");
-    constexpr qsizetype atATime = 250;
-    ListContact contacts;
     bool areComplete = true;
     Statement::Use use = m_statements.fullExport.use();
     const bool areAll = use.eachRow([&](const Statement::Use &row) {
-        contacts.append(ContactRow::readExported(row));
-        if (contacts.size() == atATime)
-            areComplete = areComplete && giveExported(contacts, take);
+        Contact contact = ContactRow::readExported(row);
+        areComplete = areComplete && m_misc.fill(contact);
+        if (areComplete)
+            take(contact);
     });
-    return areAll && areComplete && giveExported(contacts, take);
-}
-
-/// The list is empty afterwards.
-bool DaoContact::giveExported(ListContact &contacts, const TakeContact &take)
-{
-    ListContact filled = std::exchange(contacts, {});
-    if (!m_misc.fill(filled))
-        return false;
-    for (const Contact &contact : std::as_const(filled))
-        take(contact);
-    return true;
+    return areAll && areComplete;
 }
 
 bool DaoContact::mappingExport(const TakeContact &take)
@@ -69,8 +57,7 @@ bool DaoContact::mappingExport(const TakeContact &take)
 
 bool DaoContact::isDirectorySynchronized(const QDateTime &previousExportDate, const QDateTime &lastLocalChangeDate)
 {
-    Statement::Use use = m_statements.changedSince.use();
-    use.bind(QStringLiteral(":lastExportDate"), previousExportDate);
+    Statement::Use use = m_statements.changedSince.use(previousExportDate);
     bool hasChanged = false;
     const bool isKnown = use.eachRow([&hasChanged](const Statement::Use &) { hasChanged = true; });
     // A deletion leaves no newer row behind, only the date of the last change.

@@ -4,7 +4,6 @@
 #include "platform/records/Contact.h"
 #include "src/dao/Statement.h"
 
-#include <QHash>
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -26,18 +25,13 @@ public:
     std::optional<QStringList> value(const QString &contactId, const QString &key);
     std::optional<QMap<QString, QString>> pairs(const QString &contactId);
 
-    /// Puts the stored pairs into each of the contacts. Many are read a few hundred at a time: a statement for each
-    /// would cost more than all else in a long list. False when they could not all be read.
-    [[nodiscard]] bool fill(ListContact &contacts);
+    /// Puts the stored pairs into the contact. False when they could not all be read.
+    [[nodiscard]] bool fill(Contact &contact);
 
     /// Makes the stored pairs exactly these. Nothing is written when they are already.
     int replacePairs(const QString &contactId, const QMap<QString, QString> &pairs);
 
 private:
-    bool fill(Contact &contact);
-    std::optional<QHash<QString, QMap<QString, QString>>> pairsOf(const QStringList &contactIds);
-
-    Connection &m_connection;
     Statement m_insert;
     Statement m_update;
     Statement m_delete;

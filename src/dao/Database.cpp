@@ -10,6 +10,8 @@
 #include <QFileInfo>
 #include <QSqlDatabase>
 
+#include <sqlite3.h>
+
 #include <algorithm>
 #include <array>
 
@@ -75,11 +77,8 @@ constexpr std::array pragmas{
 /// Whether the database answered that its content is not what it should be, rather than that it cannot be read now.
 bool isAboutContent(const QSqlError &error)
 {
-    constexpr int genericError = 1; // no such table or column
-    constexpr int corrupt = 11;
-    constexpr int notADatabase = 26;
     const int code = error.nativeErrorCode().toInt() & 0xff;
-    return code == genericError || code == corrupt || code == notADatabase;
+    return code == SQLITE_ERROR /* no such table or column */ || code == SQLITE_CORRUPT || code == SQLITE_NOTADB;
 }
 
 } // namespace

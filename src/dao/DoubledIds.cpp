@@ -29,7 +29,7 @@ std::optional<QList<Row>> copies(Connection &connection)
     QList<Row> rows;
     Statement statement(connection, copiesText);
     Statement::Use use = statement.use();
-    if (!use.eachRow([&rows](const Statement::Use &row) { rows.append({row.value(0).toLongLong(), row.text(1)}); }))
+    if (!use.eachRow([&rows](const Statement::Use &row) { rows.append({row.number(0), row.text(1)}); }))
         return std::nullopt;
     return rows;
 }

@@ -6,7 +6,14 @@
 
 #include <QDateTime>
 
+#include <sqlite3.h>
+
 const QString Statement::refusal = QStringLiteral("not executed, because one before it in the transaction has failed");
+
+void Statement::Finalizer::operator()(sqlite3_stmt *statement) const
+{
+    sqlite3_finalize(statement); // answers with the error of its last execution, which was told then
+}
 
 Statement::Statement(Connection &connection, const QString &text)
     : m_connection(connection)
@@ -14,75 +21,142 @@ Statement::Statement(Connection &connection, const QString &text)
 {
 }
 
-Statement::Use Statement::use()
+void Statement::prepare()
 {
-    if (!m_query) {
-        m_query.emplace(m_connection.handle());
-        m_query->setForwardOnly(true); // rows are read once; keeping them would cost memory
-    }
-    if (!m_isPrepared) {
-        m_isPrepared = m_query->prepare(m_text);
-        m_prepareError = m_isPrepared ? QSqlError() : m_query->lastError();
-    }
-    return Use(*this);
+    if (m_prepared)
+        return;
+    sqlite3 *database = m_connection.database();
+    const QByteArray text = m_text.toUtf8();
+    sqlite3_stmt *prepared = nullptr;
+    if (database)
+        sqlite3_prepare_v3(database, text.constData(), int(text.size()), SQLITE_PREPARE_PERSISTENT, &prepared, nullptr);
+    m_prepared.reset(prepared);
+    if (!prepared)
+        m_prepareError = m_connection.errorText();
 }
 
-Statement::Use &Statement::Use::bind(const QString &placeholder, const QString &text)
+Statement::Use::~Use()
 {
-    m_query.bindValue(placeholder, text.isNull() ? QLatin1String("") : text);
+    if (!prepared())
+        return;
+    sqlite3_reset(prepared()); // answers like finalize
+    sqlite3_clear_bindings(prepared());
+}
+
+void Statement::Use::bindNext(const QString &text)
+{
+    const QByteArray utf8 = text.toUtf8();
+    bindUtf8(utf8.constData(), utf8.size());
+}
+
+void Statement::Use::bindNext(int number)
+{
+    const int code = sqlite3_bind_int(prepared(), ++m_bound, number);
+    m_bindCode = m_bindCode ? m_bindCode : code;
+}
+
+void Statement::Use::bindNext(bool flag)
+{
+    if (flag)
+        bindUtf8("true", 4);
+    else
+        bindUtf8("false", 5);
+}
+
+void Statement::Use::bindNext(const QDateTime &time)
+{
+    if (time.isValid())
+        bindNext(time.toUTC().toString(Qt::ISODateWithMs));
+    else
+        bindNext(nullptr);
+}
+
+void Statement::Use::bindNext(std::nullptr_t)
+{
+    ++m_bound;
+}
+
+void Statement::Use::bindUtf8(const char *text, qsizetype size)
+{
+    const int code =
+        sqlite3_bind_text64(prepared(), ++m_bound, text, sqlite3_uint64(size), SQLITE_TRANSIENT, SQLITE_UTF8);
+    m_bindCode = m_bindCode ? m_bindCode : code;
+}
+
+Statement::Use &Statement::Use::bindNull(const char *parameter)
+{
+    sqlite3_bind_null(prepared(), sqlite3_bind_parameter_index(prepared(), parameter));
     return *this;
 }
 
-Statement::Use &Statement::Use::bind(const QString &placeholder, int number)
+QString Statement::Use::text(int column) const
 {
-    m_query.bindValue(placeholder, number);
-    return *this;
+    const auto *utf8 = reinterpret_cast<const char *>(sqlite3_column_text(prepared(), column));
+    if (!utf8)
+        return {};
+    const QByteArrayView bytes(utf8, sqlite3_column_bytes(prepared(), column));
+    const QString text = QString::fromUtf8(bytes);
+    // The decoder takes U+FEFF at the beginning for a mark of the encoding.
+    return bytes.startsWith(QByteArrayView("\xEF\xBB\xBF")) ? QChar(QChar::ByteOrderMark) + text : text;
 }
 
-Statement::Use &Statement::Use::bind(const QString &placeholder, bool flag)
+qint64 Statement::Use::number(int column) const
 {
-    m_query.bindValue(placeholder, flag ? QStringLiteral("true") : QStringLiteral("false"));
-    return *this;
+    return sqlite3_column_int64(prepared(), column);
 }
 
-Statement::Use &Statement::Use::bind(const QString &placeholder, const QDateTime &time)
+bool Statement::Use::flag(int column) const
 {
-    // One time zone for all: dates are compared as texts.
-    m_query.bindValue(placeholder, time.toUTC());
-    return *this;
+    const QString stored = text(column);
+    return !stored.isEmpty() && stored != QLatin1String("0") &&
+           stored.compare(QLatin1String("false"), Qt::CaseInsensitive) != 0;
 }
 
-Statement::Use &Statement::Use::bindNull(const QString &placeholder)
+QDateTime Statement::Use::time(int column) const
 {
-    m_query.bindValue(placeholder, QVariant(QMetaType::fromType<QString>()));
-    return *this;
+    return QDateTime::fromString(text(column), Qt::ISODateWithMs);
 }
 
 int Statement::Use::execute()
 {
-    const bool isPrepared = !m_prepareError.isValid();
-    if (!m_connection.isUsable())
-        fail(refusal);
-    else if (!isPrepared)
-        fail(m_prepareError.text());
-    else if (m_query.exec())
-        return 0;
-    else
-        fail(m_query.lastError().text());
-    return -1;
+    return eachRow([](const Use &) {}) ? 0 : -1;
 }
 
-/// Whether the walk ended because there are no more rows.
-bool Statement::Use::isAtEnd()
+int Statement::Use::rowsAffected() const
 {
-    const QSqlError error = m_query.lastError();
-    if (error.isValid())
-        fail(error.text());
-    return !error.isValid();
+    return sqlite3_changes(m_statement.m_connection.database());
+}
+
+qint64 Statement::Use::lastInsertId() const
+{
+    return sqlite3_last_insert_rowid(m_statement.m_connection.database());
+}
+
+bool Statement::Use::isExecutable()
+{
+    if (!m_statement.m_connection.isUsable())
+        fail(refusal);
+    else if (!prepared())
+        fail(m_statement.m_prepareError);
+    else if (m_bindCode != SQLITE_OK)
+        fail(QString::fromUtf8(sqlite3_errstr(m_bindCode)));
+    else
+        return true;
+    return false;
+}
+
+/// False at the end of the rows, and where one cannot be read (logged).
+bool Statement::Use::nextRow()
+{
+    const int code = sqlite3_step(prepared());
+    m_isAtEnd = code == SQLITE_DONE;
+    if (code != SQLITE_ROW && code != SQLITE_DONE)
+        fail(m_statement.m_connection.errorText());
+    return code == SQLITE_ROW;
 }
 
 void Statement::Use::fail(const QString &reason)
 {
-    KestinLogger::error("Error while executing query %1 : %2", m_query.lastQuery(), reason);
-    m_connection.noteFailure();
+    KestinLogger::error("Error while executing query %1 : %2", m_statement.m_text, reason);
+    m_statement.m_connection.noteFailure();
 }

@@ -1,17 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QSqlError>
-#include <QSqlQuery>
 #include <QString>
-#include <QVariant>
 
-#include <optional>
+#include <cstddef>
+#include <memory>
 #include <utility>
 
 class Connection;
+class QDateTime;
+struct sqlite3_stmt;
 
-/// A prepared statement. Used through a Use, one at a time. Belongs to the thread of its connection.
+/// A prepared statement, run on SQLite's own interface: Qt's describes all columns anew at each execution, which costs
+/// more than a look-up. Used through a Use, one at a time. Belongs to the thread of its connection and must be gone
+/// before that is closed.
 class Statement
 {
 public:
@@ -22,28 +24,32 @@ public:
     /// Why a statement is not executed, where the log tells.
     static const QString refusal;
 
-    /// One execution with its rows. A prepared statement pins the tables it reads until it is finished, so this
-    /// finishes it when it goes out of scope.
+    /// One execution with its rows. Parameters are bound in the order in which their names first appear in the text;
+    /// one that is not bound is NULL. A prepared statement pins the tables it reads until it is reset, which happens
+    /// when this goes out of scope; it keeps no bound value either.
     class Use
     {
     public:
-        explicit Use(Statement &statement)
-            : m_connection(statement.m_connection)
-            , m_query(*statement.m_query)
-            , m_prepareError(statement.m_prepareError)
+        template <typename... Values>
+        explicit Use(Statement &statement, const Values &...values)
+            : m_statement(statement)
         {
+            bind(values...);
         }
-        ~Use() { m_query.finish(); }
+        ~Use();
         Use(const Use &) = delete;
         Use &operator=(const Use &) = delete;
 
-        /// A null text is stored as an empty one: NULL matches nothing, not even ''.
-        Use &bind(const QString &placeholder, const QString &text);
-        Use &bind(const QString &placeholder, int number);
-        /// A flag is stored as the text "true" or "false", which is what statements compare it with.
-        Use &bind(const QString &placeholder, bool flag);
-        Use &bind(const QString &placeholder, const QDateTime &time);
-        Use &bindNull(const QString &placeholder);
+        /// Binds the next parameters.
+        template <typename... Values>
+        Use &bind(const Values &...values)
+        {
+            (bindNext(values), ...);
+            return *this;
+        }
+
+        /// Takes back what was bound to this one.
+        Use &bindNull(const char *parameter);
 
         /// 0, or -1 after logging why not: it failed, or one before it in the same Transaction has.
         int execute();
@@ -52,32 +58,64 @@ public:
         template <typename Take>
         [[nodiscard]] bool eachRow(Take take)
         {
-            if (execute() != 0)
+            if (!isExecutable())
                 return false;
-            while (m_query.next())
+            while (nextRow())
                 take(std::as_const(*this));
-            return isAtEnd();
+            return m_isAtEnd;
         }
-        QVariant value(int column) const { return m_query.value(column); }
-        QString text(int column) const { return m_query.value(column).toString(); }
-        int rowsAffected() const { return m_query.numRowsAffected(); }
-        qint64 lastInsertId() const { return m_query.lastInsertId().toLongLong(); }
+
+        // Columns of the row, counted from 0. What is NULL is an empty text, 0, false and an invalid time.
+        QString text(int column) const;
+        qint64 number(int column) const;
+        bool flag(int column) const;
+        QDateTime time(int column) const;
+
+        // After execute().
+        int rowsAffected() const;
+        qint64 lastInsertId() const;
 
     private:
-        bool isAtEnd();
+        /// A null text is stored as an empty one: NULL matches nothing, not even ''.
+        void bindNext(const QString &text);
+        void bindNext(int number);
+        /// A flag is stored as the text "true" or "false", which is what statements compare it with.
+        void bindNext(bool flag);
+        /// In UTC, for dates are compared as texts. An invalid time is NULL.
+        void bindNext(const QDateTime &time);
+        void bindNext(std::nullptr_t null);
+        void bindNext(const char *text) = delete; // would be a flag
+        void bindUtf8(const char *text, qsizetype size);
+        sqlite3_stmt *prepared() const { return m_statement.m_prepared.get(); }
+
+        bool isExecutable();
+        bool nextRow();
         void fail(const QString &reason);
 
-        Connection &m_connection;
-        QSqlQuery &m_query;
-        const QSqlError &m_prepareError;
+        Statement &m_statement;
+        int m_bound = 0;
+        int m_bindCode = 0; ///< SQLite's, of the first value that could not be bound
+        bool m_isAtEnd = false;
     };
 
-    Use use();
+    /// With the first parameters bound.
+    template <typename... Values>
+    Use use(const Values &...values)
+    {
+        prepare();
+        return Use(*this, values...);
+    }
 
 private:
+    struct Finalizer
+    {
+        void operator()(sqlite3_stmt *statement) const;
+    };
+
+    void prepare();
+
     Connection &m_connection;
     QString m_text;
-    std::optional<QSqlQuery> m_query;
-    bool m_isPrepared = false;
-    QSqlError m_prepareError;
+    std::unique_ptr<sqlite3_stmt, Finalizer> m_prepared;
+    QString m_prepareError; ///< why it is not prepared
 };

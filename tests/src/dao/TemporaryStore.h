@@ -33,7 +33,7 @@ struct TemporaryStore
     QString run(const char *sql)
     {
         QStringList rows;
-        QSqlQuery query = database.connection().executeQuery(QLatin1String(sql));
+        QSqlQuery query = database.connection().executeQuery(QString::fromUtf8(sql));
         while (query.next())
             rows.append(query.value(0).toString());
         return rows.join(u' ');
