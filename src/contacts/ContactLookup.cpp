@@ -2,15 +2,8 @@
 #include "src/contacts/ContactLookup.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "src/dao/ContactOrder.h"
 #include "src/dao/DaoContact.h"
-
-#include <utility>
-
-ContactLookup::ContactLookup(DaoContact &dao, Order order)
-    : m_dao(dao)
-    , m_order(std::move(order))
-{
-}
 
 ListContact ContactLookup::getContactById(const QString &idContact)
 {
@@ -24,7 +17,7 @@ ListContact ContactLookup::getContactById(const QString &idContact)
     if (contacts.first().misc.isEmpty())
         KestinLogger::warning("No misc has been found for the specified contact");
     KestinLogger::debug("Success: 1 contact returned");
-    return m_order(contacts);
+    return ContactOrder::byName(contacts);
 }
 
 ListContact ContactLookup::getContactsByType(int type)
@@ -41,7 +34,7 @@ ListContact ContactLookup::getLocalContacts(const QString &contactPhoneNumber)
         return {};
     KestinLogger::debug("Success: %1 local contacts returned with phone number [%2]", contacts.size(),
                         contactPhoneNumber);
-    return m_order(contacts);
+    return ContactOrder::byName(contacts);
 }
 
 ListContact ContactLookup::getLocalContacts(int startInd, int length)
@@ -51,7 +44,7 @@ ListContact ContactLookup::getLocalContacts(int startInd, int length)
     if (contacts.isEmpty())
         return {};
     KestinLogger::debug("Success: %1 local contacts returned", contacts.size());
-    return m_order(contacts);
+    return ContactOrder::byName(contacts);
 }
 
 ListContact ContactLookup::getAllContactsInPreview(int startInd, int length)
@@ -62,7 +55,7 @@ ListContact ContactLookup::getAllContactsInPreview(int startInd, int length)
     if (contacts.isEmpty())
         return {};
     KestinLogger::debug("Success: %1 preview contacts returned", contacts.size());
-    return m_order(contacts);
+    return ContactOrder::byName(contacts);
 }
 
 ListContact ContactLookup::getLocalContactByEmailAddress(const QString &emailAddress)

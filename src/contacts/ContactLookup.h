@@ -3,8 +3,6 @@
 
 #include "platform/records/Contact.h"
 
-#include <functional>
-
 class DaoContact;
 
 /// Finds stored contacts. A contact that is not there, or a failure of the database, is an empty list. Main thread
@@ -12,10 +10,10 @@ class DaoContact;
 class ContactLookup
 {
 public:
-    /// Brings a list into the order in which the phone shows contacts.
-    using Order = std::function<ListContact(const ListContact &)>;
-
-    ContactLookup(DaoContact &dao, Order order);
+    explicit ContactLookup(DaoContact &dao)
+        : m_dao(dao)
+    {
+    }
 
     /// None or one.
     ListContact getContactById(const QString &idContact);
@@ -35,5 +33,4 @@ public:
 
 private:
     DaoContact &m_dao;
-    Order m_order;
 };

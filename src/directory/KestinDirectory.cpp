@@ -6,10 +6,10 @@
 #include "platform/records/KestinMode.h"
 #include "platform/records/KestinPaths.h"
 #include "platform/records/UpdateReport.h"
+#include "src/dao/ContactOrder.h"
 #include "src/directory/NewsPublication.h"
 #include "src/directory/UseCases.h"
 #include "src/fields/PhotoRules.h"
-#include "src/search/ContactOrdering.h"
 #include "src/search/RemoteSearchByNameThread.h"
 #include "src/search/RemoteSearchByPhoneNumberThread.h"
 
@@ -368,7 +368,8 @@ ListContact KestinDirectory::sortContactByName(const ListContact &contacts, bool
                                                const QString &searchString)
 {
     Q_UNUSED(searchId) // whom it sets aside belongs to no search
-    return ContactOrdering::sortContactByName(contacts, byNameOnly, searchString);
+    return byNameOnly ? ContactOrder::byName(contacts, searchString)
+                      : ContactOrder::forSearch(contacts, searchString).ordered;
 }
 
 ListContact KestinDirectory::getLocalContactByIMAddress(const QString &imAddress)

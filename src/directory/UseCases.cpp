@@ -3,7 +3,6 @@
 
 #include "platform/framework/ModuleWatch.h"
 #include "src/dao/Connection.h"
-#include "src/search/ContactOrdering.h"
 
 #include <QFileInfo>
 
@@ -28,7 +27,7 @@ UseCases::UseCases(Connection &connection, RemoteCaller &caller, RemoteCaller &s
     , modification(dao, fields, numbers, news)
     , preview(dao, fields, news)
     , defaultContacts(dao, numbers, creation, deletion, news)
-    , lookup(dao, [](const ListContact &contacts) { return ContactOrdering::sortContactByName(contacts, true); })
+    , lookup(dao)
     , search(
           fields, [this](Contact &contact) { numbers.makeCanonicalNumberListWithoutPrefix(contact); },
           [this](const QString &contactId) { return dao.getContact(contactId).value_or(ListContact()); })

@@ -2,8 +2,8 @@
 #include "src/search/ContactSearch.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "src/dao/ContactOrder.h"
 #include "src/fields/PhotoRules.h"
-#include "src/search/ContactOrdering.h"
 #include "src/search/LocalSearchByNameThread.h"
 #include "src/search/LocalSearchByPhoneNumberThread.h"
 #include "src/search/RemoteSearchByNameThread.h"
@@ -173,7 +173,7 @@ void ContactSearch::addLocal(const QString &searchId, const ListContact &contact
 {
     m_hasLocalResults = true;
     SearchResults::Lists &lists = m_results.of(searchId);
-    lists.local = ContactOrdering::sortContactByName(contacts, true);
+    lists.local = ContactOrder::byName(contacts);
     const ListContactSummary summaries = SearchResults::summaries(lists.local, 0, qMax(0, m_running.nbContacts));
     if (!lists.local.isEmpty()) {
         Q_EMIT searchResults(searchId, int(lists.local.size()), summaries);
@@ -192,7 +192,7 @@ void ContactSearch::addToMain(const QString &searchId, ListContact contacts)
     rewritePhotoAddresses(contacts);
     SearchResults::Lists &lists = m_results.of(searchId);
     if (isPerDirectory())
-        contacts = ContactOrdering::sortContactByName(contacts, false, m_running.name, &lists.setAside);
+        contacts = setAside(contacts, lists);
     if (!lists.hasMain)
         KestinLogger::debug("%1 contacts added to search of id %2 (first results)", contacts.size(), searchId);
     else
@@ -201,6 +201,14 @@ void ContactSearch::addToMain(const QString &searchId, ListContact contacts)
     lists.main += contacts;
     if (m_running.kind == SearchRequest::ByName && isPerDirectory() && !m_mailbox.isReplaced() && m_hasLocalResults)
         tellPacket(searchId, contacts);
+}
+
+/// The contacts without those that go to the lists' own of whom only the first name matches; in order.
+ListContact ContactSearch::setAside(const ListContact &contacts, SearchResults::Lists &lists) const
+{
+    ContactOrder::Found found = ContactOrder::forSearch(contacts, m_running.name);
+    lists.setAside += found.setAside;
+    return found.ordered;
 }
 
 void ContactSearch::tellPacket(const QString &searchId, const ListContact &packet)
@@ -279,12 +287,12 @@ void ContactSearch::completeByName(const QString &searchId)
     if (isPerDirectory()) {
         sent += lists.local.size();
     } else {
-        lists.main = ContactOrdering::sortContactByName(lists.main, false, m_running.name, &lists.setAside);
+        lists.main = setAside(lists.main, lists);
     }
     lists.summariesInMain = lists.local.size();
     ListContact joined = std::exchange(lists.local, {});
     joined += lists.main;
-    joined += ContactOrdering::sortContactByFirstName(std::exchange(lists.setAside, {}));
+    joined += ContactOrder::byFirstName(std::exchange(lists.setAside, {}));
     lists.main = std::move(joined);
     ListContactSummary summaries;
     const qsizetype budget = m_running.nbContacts - sent;

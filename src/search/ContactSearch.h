@@ -73,6 +73,7 @@ private:
 
     void addLocal(const QString &searchId, const ListContact &contacts);
     void addToMain(const QString &searchId, ListContact contacts);
+    ListContact setAside(const ListContact &contacts, SearchResults::Lists &lists) const;
     void tellPacket(const QString &searchId, const ListContact &packet);
     void rewritePhotoAddresses(ListContact &contacts) const;
 

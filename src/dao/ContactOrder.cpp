@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "src/search/ContactOrdering.h"
+#include "src/dao/ContactOrder.h"
 
 #include "platform/framework/KestinLogger.h"
 #include "src/dao/LatinText.h"
@@ -34,30 +34,45 @@ ListContact ordered(std::vector<Ranked> ranking)
     return result;
 }
 
-} // namespace
-
-ListContact ContactOrdering::sortContactByName(const ListContact &contacts, bool byNameOnly,
-                                               const QString &searchString, ListContact *setAside)
+void logCall(bool byNameOnly, const QString &searchString)
 {
     KestinLogger::debug("-- Method sortContactByName called with byNameOnly=[%1], searchString=[%2] --",
                         int(byNameOnly), searchString);
-    if (byNameOnly && contacts.size() < 2)
+}
+
+} // namespace
+
+ListContact ContactOrder::byName(const ListContact &contacts, const QString &searchString)
+{
+    logCall(true, searchString);
+    if (contacts.size() < 2)
         return contacts;
+    std::vector<Ranked> ranking;
+    ranking.reserve(size_t(contacts.size()));
+    for (const Contact &contact : contacts)
+        ranking.push_back({latinText(contact.name), latinText(contact.firstName), &contact});
+    return ordered(std::move(ranking));
+}
+
+ContactOrder::Found ContactOrder::forSearch(const ListContact &contacts, const QString &searchString)
+{
+    logCall(false, searchString);
+    Found found;
     std::vector<Ranked> ranking;
     ranking.reserve(size_t(contacts.size()));
     const QString searchKey = latinText(searchString);
     for (const Contact &contact : contacts) {
         Ranked entry{latinText(contact.name), latinText(contact.firstName), &contact};
-        const bool matchedByFirstName = !entry.firstKey.startsWith(searchKey) && entry.secondKey.startsWith(searchKey);
-        if (byNameOnly || !matchedByFirstName)
+        if (!entry.firstKey.startsWith(searchKey) && entry.secondKey.startsWith(searchKey))
+            found.setAside.append(contact);
+        else
             ranking.push_back(std::move(entry));
-        else if (setAside)
-            setAside->append(contact);
     }
-    return ordered(std::move(ranking));
+    found.ordered = ordered(std::move(ranking));
+    return found;
 }
 
-ListContact ContactOrdering::sortContactByFirstName(const ListContact &contacts)
+ListContact ContactOrder::byFirstName(const ListContact &contacts)
 {
     std::vector<Ranked> ranking;
     ranking.reserve(size_t(contacts.size()));
