@@ -2,10 +2,10 @@
 #pragma once
 
 #include "platform/records/RecordMaps.h"
-#include "src/contacts/CanonicalNumbers.h"
 #include "src/contacts/ContactDeletion.h"
 #include "src/contacts/ContactNews.h"
 #include "src/fields/DirectoryFields.h"
+#include "src/numbers/CanonicalNumbers.h"
 
 #include <optional>
 

@@ -89,3 +89,13 @@ int ContactLookup::getContactTypeById(const QString &contactId)
         return remote;
     return getContactById(contactId).isEmpty() ? unknown : stored;
 }
+
+void ContactLookup::getImAddressByContactId(const QString &idContact)
+{
+    KestinLogger::debug("Method getImAddressByContactId(%1) called", idContact);
+    const ListContact contacts = getContactById(idContact);
+    if (contacts.isEmpty())
+        Q_EMIT imAddressNotStored(idContact);
+    else
+        Q_EMIT imAddressFound(idContact, contacts.first().misc.value(QStringLiteral("imAddress")));
+}

@@ -3,12 +3,16 @@
 
 #include "platform/records/Contact.h"
 
+#include <QObject>
+
 class DaoContact;
 
 /// Finds stored contacts. A contact that is not there, or a failure of the database, is an empty list. Main thread
 /// only.
-class ContactLookup
+class ContactLookup : public QObject
 {
+    Q_OBJECT
+
 public:
     explicit ContactLookup(DaoContact &dao)
         : m_dao(dao)
@@ -30,6 +34,14 @@ public:
     /// A coarse class of the id, not the stored type: 1 for an id ending with "##" (a remote contact), 0 for the id
     /// of any stored contact, 4 for any other.
     int getContactTypeById(const QString &contactId);
+
+    /// Answered by one of the signals, before it returns.
+    void getImAddressByContactId(const QString &idContact);
+
+Q_SIGNALS:
+    /// Of a stored contact; it may have none.
+    void imAddressFound(const QString &contactId, const QString &imAddress);
+    void imAddressNotStored(const QString &contactId);
 
 private:
     DaoContact &m_dao;

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "platform/records/RecordMaps.h"
-#include "src/contacts/CanonicalNumbers.h"
 #include "src/contacts/ContactNews.h"
 #include "src/fields/DirectoryFields.h"
+#include "src/numbers/CanonicalNumbers.h"
 
 class ContactWrite;
 class DaoContact;

@@ -360,7 +360,7 @@ void KestinDirectory::threadSearchFinished(QThread *, const QString &)
 
 QString KestinDirectory::getImAddressByContactId(const QString &idContact)
 {
-    m_useCases->remoteContacts.getImAddressByContactId(idContact);
+    m_useCases->lookup.getImAddressByContactId(idContact);
     return {}; // the address comes with its event
 }
 

@@ -42,7 +42,7 @@ void NewsPublication::publishSearches(UseCases &useCases)
 void NewsPublication::publishImAddresses(UseCases &useCases)
 {
     publish(useCases.webServiceEvents, &WebServiceEvents::imAddressReceived, &DirectoryEvent::imAddressResult);
-    publish(useCases.remoteContacts, &RemoteContacts::imAddressFound, &DirectoryEvent::imAddressResult);
+    publish(useCases.lookup, &ContactLookup::imAddressFound, &DirectoryEvent::imAddressResult);
 }
 
 void NewsPublication::publishPhotos(UseCases &useCases)

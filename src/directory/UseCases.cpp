@@ -28,11 +28,9 @@ UseCases::UseCases(Connection &connection, RemoteCaller &caller, RemoteCaller &s
     , preview(dao, fields, news)
     , defaultContacts(dao, numbers, creation, deletion, news)
     , lookup(dao)
-    , search(
-          fields, [this](Contact &contact) { numbers.makeCanonicalNumberListWithoutPrefix(contact); },
-          [this](const QString &contactId) { return dao.getContact(contactId).value_or(ListContact()); })
+    , search(fields, dao, numbers)
     , remoteDirectory(caller)
-    , remoteContacts(remoteDirectory, [this](const QString &contactId) { return lookup.getContactById(contactId); })
+    , remoteContacts(remoteDirectory)
     , searchCalls(caller)
     , serviceRight(caller, fields)
     , photoFiles(dao, fields)
@@ -41,13 +39,7 @@ UseCases::UseCases(Connection &connection, RemoteCaller &caller, RemoteCaller &s
     , userPhoto(network, pictures, photoFiles, fields)
     , photoDownloads(contactPhotos, userPhoto)
     , contactExport(dao, fields, moduleName)
-    , contactImport(dao, fields,
-                    [this] {
-                        return [this, ofImport = std::make_shared<NumbersOfMany>(numbers)](
-                                   const ListContact &contacts) { return numbers.askForCanonicalNumbers(contacts); };
-                    },
-                    {[this] { return photoFiles.room(); },
-                     [this](const QByteArray &image, qint64 leaving) { return photoFiles.keep(image, leaving); }})
+    , contactImport(dao, fields, numbers, photoFiles)
 {
     connectCompanyDirectory();
     connectPhotos();
@@ -83,6 +75,7 @@ void UseCases::connectCompanyDirectory()
             [this](bool areInitialised) { serviceRight.setAttributesInitialised(areInitialised); });
     connect(&WebServiceEvents::availabilityChanged, [this] { serviceRight.request(); });
     QObject::connect(events, &WebServiceEvents::profileReceived, &remoteContacts, &RemoteContacts::profileReceived);
+    QObject::connect(&lookup, &ContactLookup::imAddressNotStored, &remoteContacts, &RemoteContacts::askForImAddress);
     QObject::connect(&remoteContacts, &RemoteContacts::copyArrived, &remoteContacts,
                      [this](const QString &reqId, const Contact &contact) {
                          creation.createLocalContact(reqId, contact); // refused like any other

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "platform/framework/RemoteCaller.h"
-#include "src/contacts/CanonicalNumbers.h"
 #include "src/contacts/ContactCreation.h"
 #include "src/contacts/ContactDeletion.h"
 #include "src/contacts/ContactLookup.h"
@@ -10,19 +9,20 @@
 #include "src/contacts/ContactNews.h"
 #include "src/contacts/ContactPreview.h"
 #include "src/contacts/DefaultContacts.h"
-#include "src/contacts/DialingRules.h"
 #include "src/contacts/LatinNames.h"
-#include "src/contacts/StoredNumbers.h"
 #include "src/dao/DaoContact.h"
 #include "src/fields/DirectoryFields.h"
 #include "src/impexp/ContactExport.h"
 #include "src/impexp/ContactImport.h"
+#include "src/numbers/CanonicalNumbers.h"
+#include "src/numbers/DialingRuleCopies.h"
+#include "src/numbers/StoredNumbers.h"
 #include "src/photo/ContactPhotos.h"
 #include "src/photo/KestinDirectoryNetwork.h"
 #include "src/photo/PhotoDownloads.h"
-#include "src/photo/PhotoFiles.h"
 #include "src/photo/PhotoResizing.h"
 #include "src/photo/UserPhoto.h"
+#include "src/photofiles/PhotoFiles.h"
 #include "src/photofiles/PictureProgram.h"
 #include "src/remote/RemoteContacts.h"
 #include "src/remote/RemoteDirectory.h"
@@ -45,7 +45,7 @@ struct UseCases
     ContactNews news;
     CanonicalNumbers numbers;
     StoredNumbers storedNumbers;
-    DialingRules dialingRules;
+    DialingRuleCopies dialingRules;
     LatinNames latinNames;
     ContactDeletion deletion;
     ContactCreation creation;

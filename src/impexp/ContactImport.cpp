@@ -4,12 +4,12 @@
 #include "platform/framework/KestinLogger.h"
 #include "src/impexp/ImportRun.h"
 
-ContactImport::ContactImport(DaoContact &dao, DirectoryFields &fields, BeginCanonize beginCanonize,
-                             PhotoKeeping photoKeeping)
+ContactImport::ContactImport(DaoContact &dao, DirectoryFields &fields, CanonicalNumbers &numbers,
+                             PhotoFiles &photoFiles)
     : m_dao(dao)
     , m_fields(fields)
-    , m_beginCanonize(std::move(beginCanonize))
-    , m_photoKeeping(std::move(photoKeeping))
+    , m_numbers(numbers)
+    , m_photoFiles(photoFiles)
 {
 }
 
@@ -21,7 +21,7 @@ void ContactImport::importFromXml(const QString &path)
         return;
     }
     m_fields.importOngoing = true;
-    const ImportRun::Outcome outcome = ImportRun(m_dao, m_fields, m_beginCanonize(), m_photoKeeping).execute(path);
+    const ImportRun::Outcome outcome = ImportRun(m_dao, m_fields, m_numbers, m_photoFiles).execute(path);
     m_fields.importOngoing = false;
 
     for (const QString &photo : outcome.droppedPhotos)

@@ -3,12 +3,13 @@
 
 #include "platform/records/ImpExpStatus.h"
 #include "src/fields/DirectoryFields.h"
-#include "src/impexp/ImportCalls.h"
 
 #include <QObject>
 #include <QStringList>
 
+class CanonicalNumbers;
 class DaoContact;
+class PhotoFiles;
 
 /// Makes the local contacts match a synchronisation file: those that it does not list go, those without an id of the
 /// phone are created, the others updated. All or nothing, but for single contacts that are no good. Works in read-only
@@ -18,7 +19,7 @@ class ContactImport : public QObject
     Q_OBJECT
 
 public:
-    ContactImport(DaoContact &dao, DirectoryFields &fields, BeginCanonize beginCanonize, PhotoKeeping photoKeeping);
+    ContactImport(DaoContact &dao, DirectoryFields &fields, CanonicalNumbers &numbers, PhotoFiles &photoFiles);
 
     /// Refused (nothing is told) while another import runs.
     void importFromXml(const QString &path);
@@ -37,6 +38,6 @@ Q_SIGNALS:
 private:
     DaoContact &m_dao;
     DirectoryFields &m_fields;
-    BeginCanonize m_beginCanonize;
-    PhotoKeeping m_photoKeeping;
+    CanonicalNumbers &m_numbers;
+    PhotoFiles &m_photoFiles;
 };

@@ -3,13 +3,14 @@
 
 #include "platform/framework/KestinLogger.h"
 #include "platform/impexp/ImpExp_Format.h"
+#include "src/fields/PhotoRules.h"
 #include "src/impexp/LocalPhoto.h"
 
 #include <algorithm>
 
-ImportPhotos::ImportPhotos(const PhotoKeeping &keeping, DaoContact &dao, const QString &directory)
-    : m_keeping(keeping)
-    , m_prefix(directory + QLatin1String("photo_"))
+ImportPhotos::ImportPhotos(PhotoFiles &files, DaoContact &dao, const QString &directory)
+    : m_files(files)
+    , m_directory(directory)
     , m_room(dao)
 {
 }
@@ -23,7 +24,7 @@ void ImportPhotos::expect(const ImpExp_Item &item, const QString &photo)
 void ImportPhotos::settle()
 {
     m_room.addUnnamed(m_dropped);
-    m_room.settle(m_keeping.room());
+    m_room.settle(m_files.room());
 }
 
 /// Empty when the item has none, nothing when it cannot be used.
@@ -54,7 +55,7 @@ ImportPhotos::Result ImportPhotos::apply(const ImpExp_Item &item, Contact &conta
             return Same;
     }
     const qint64 gain = isOwn(contact.photo) ? m_room.gainOf(contact.photo) : 0;
-    const QString path = m_keeping.keep(*image, m_room.leaving() + gain);
+    const QString path = m_files.keep(*image, m_room.leaving() + gain);
     if (path.isEmpty())
         return NotKept;
     m_room.add(gain);
@@ -81,7 +82,7 @@ void ImportPhotos::drop(const QString &photo)
 
 bool ImportPhotos::isOwn(const QString &photo) const
 {
-    return photo.startsWith(m_prefix) && photo.indexOf(QLatin1Char('/'), m_prefix.size()) < 0;
+    return PhotoRules::isOurs(photo, m_directory);
 }
 
 /// Whether it is a file of our own that an export writes into its file.

@@ -3,8 +3,8 @@
 
 #include "platform/impexp/ImpExp_Item.h"
 #include "platform/records/Contact.h"
-#include "src/impexp/ImportCalls.h"
 #include "src/impexp/ImportRoom.h"
+#include "src/photofiles/PhotoFiles.h"
 
 #include <QStringList>
 
@@ -15,11 +15,11 @@
 class ImportPhotos
 {
 public:
-    ImportPhotos(const PhotoKeeping &keeping, DaoContact &dao, const QString &directory);
+    ImportPhotos(PhotoFiles &files, DaoContact &dao, const QString &directory);
 
     /// False when it depends on what goes whether all is kept. Then apply() has to wait until each item with its
     /// contact's photo has been told to expect(), and settle() has been called after the last one.
-    bool haveRoomFor(qint64 bytes) const { return bytes <= m_keeping.room(); }
+    bool haveRoomFor(qint64 bytes) const { return bytes <= m_files.room(); }
     void expect(const ImpExp_Item &item, const QString &photo);
     void settle();
 
@@ -41,8 +41,8 @@ private:
     bool isOwn(const QString &photo) const;
     bool isExported(const QString &photo) const;
 
-    const PhotoKeeping &m_keeping;
-    QString m_prefix;
+    PhotoFiles &m_files;
+    QString m_directory;
     ImportRoom m_room;
     QStringList m_dropped;
     QStringList m_written;

@@ -46,12 +46,11 @@ QStringList sortedIds(const QHash<QString, QString> &puids)
 
 } // namespace
 
-ImportRun::ImportRun(DaoContact &dao, const DirectoryFields &fields, const Canonize &canonize,
-                     const PhotoKeeping &photoKeeping)
+ImportRun::ImportRun(DaoContact &dao, const DirectoryFields &fields, CanonicalNumbers &numbers, PhotoFiles &photoFiles)
     : m_dao(dao)
     , m_fields(fields)
-    , m_photos(photoKeeping, dao, fields.photoDirectory)
-    , m_writer(dao, canonize, m_photos, m_errors)
+    , m_photos(photoFiles, dao, fields.photoDirectory)
+    , m_writer(dao, numbers, m_photos, m_errors)
 {
 }
 
@@ -115,10 +114,10 @@ void ImportRun::removeUnlisted()
 void ImportRun::remove(const QString &contactId)
 {
     const ListContact found = readOrFail(m_dao.getContact(contactId));
-    Transaction one(m_dao.connection());
-    if (!one.isActive())
+    Transaction transaction(m_dao.connection());
+    if (!transaction.isActive())
         throw ImpExp_FatalException(ImportWriter::databaseFailure);
-    if (m_dao.deleteContact(contactId) != 0 || !one.commit()) {
+    if (m_dao.deleteContact(contactId) != 0 || !transaction.commit()) {
         m_errors.cannotImport(contactId, QStringLiteral("the database refused to delete it"));
         return;
     }
@@ -201,10 +200,10 @@ void ImportRun::map(const ImpExp_Item &item, const QString &duid)
     const QString puid = item.getAttribute(ImpExp_Format::puid);
     if (!item.hasAttribute(ImpExp_Format::puid) || m_puids.value(duid) == puid)
         return;
-    Transaction one(m_dao.connection());
-    if (!one.isActive())
+    Transaction transaction(m_dao.connection());
+    if (!transaction.isActive())
         throw ImpExp_FatalException(ImportWriter::databaseFailure);
-    if (m_dao.updatePuidContact(duid, puid) != 0 || !one.commit())
+    if (m_dao.updatePuidContact(duid, puid) != 0 || !transaction.commit())
         m_errors.cannotImport(duid, QStringLiteral("the database refused it"));
     else
         m_isMapped = true;

@@ -31,8 +31,7 @@ public:
         bool isChanged = false;
     };
 
-    ImportRun(DaoContact &dao, const DirectoryFields &fields, const Canonize &canonize,
-              const PhotoKeeping &photoKeeping);
+    ImportRun(DaoContact &dao, const DirectoryFields &fields, CanonicalNumbers &numbers, PhotoFiles &photoFiles);
 
     /// Once. With status Failure the store is as it was.
     Outcome execute(const QString &path);

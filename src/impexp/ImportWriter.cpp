@@ -25,9 +25,10 @@ qsizetype sizeOf(const Contact &contact)
 
 const QString ImportWriter::databaseFailure = QStringLiteral("The contacts cannot be written to the database.");
 
-ImportWriter::ImportWriter(DaoContact &dao, const Canonize &canonize, ImportPhotos &photos, ImportErrors &errors)
+ImportWriter::ImportWriter(DaoContact &dao, CanonicalNumbers &numbers, ImportPhotos &photos, ImportErrors &errors)
     : m_dao(dao)
-    , m_canonize(canonize)
+    , m_numbers(numbers)
+    , m_pause(numbers)
     , m_photos(photos)
     , m_errors(errors)
 {
@@ -49,7 +50,7 @@ void ImportWriter::flush()
     writeAsked();
 }
 
-ListContact ImportWriter::withoutNumbers(const QList<Entry> &entries)
+ListContact ImportWriter::inNeedOfNumbers(const QList<Entry> &entries)
 {
     ListContact contacts;
     for (const Entry &entry : entries) {
@@ -64,8 +65,8 @@ void ImportWriter::askForNumbers()
 {
     Asked next{std::exchange(m_waiting, {}), {}};
     m_waitingSize = 0;
-    if (const ListContact contacts = withoutNumbers(next.entries); !contacts.isEmpty())
-        next.fillNumbers = m_canonize(contacts);
+    if (const ListContact contacts = inNeedOfNumbers(next.entries); !contacts.isEmpty())
+        next.numbers = m_numbers.askForCanonicalNumbers(contacts);
     writeAsked();
     m_asked = std::move(next);
 }
@@ -73,9 +74,9 @@ void ImportWriter::askForNumbers()
 void ImportWriter::writeAsked()
 {
     Asked asked = std::exchange(m_asked, {});
-    if (asked.fillNumbers) {
-        ListContact contacts = withoutNumbers(asked.entries);
-        asked.fillNumbers(contacts);
+    if (asked.numbers) {
+        ListContact contacts = inNeedOfNumbers(asked.entries);
+        asked.numbers->fill(contacts);
         auto filled = contacts.cbegin();
         for (Entry &entry : asked.entries) {
             if (entry.needsNumbers)
@@ -111,9 +112,9 @@ void ImportWriter::write(Entry &entry)
 bool ImportWriter::store(Entry &entry)
 {
     Contact &contact = entry.contact;
-    Transaction one(m_dao.connection());
-    if (!one.isActive())
+    Transaction transaction(m_dao.connection());
+    if (!transaction.isActive())
         throw ImpExp_FatalException(databaseFailure);
     const int code = entry.isNew ? m_dao.insertContact(contact, true) : m_dao.updateContactFromImport(contact);
-    return code == 0 && m_dao.misc().replacePairs(contact.contactId, contact.misc) == 0 && one.commit();
+    return code == 0 && m_dao.misc().replacePairs(contact.contactId, contact.misc) == 0 && transaction.commit();
 }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "src/impexp/ImportCalls.h"
 #include "src/impexp/ImportPhotos.h"
+#include "src/numbers/CanonicalNumbers.h"
 
 #include <QList>
 
@@ -28,7 +28,7 @@ public:
     /// What an import ends with when the database fails as a whole.
     static const QString databaseFailure;
 
-    ImportWriter(DaoContact &dao, const Canonize &canonize, ImportPhotos &photos, ImportErrors &errors);
+    ImportWriter(DaoContact &dao, CanonicalNumbers &numbers, ImportPhotos &photos, ImportErrors &errors);
 
     /// Takes a contact; it is written now or later. Throws as flush().
     void add(const Entry &entry);
@@ -42,17 +42,18 @@ private:
     struct Asked
     {
         QList<Entry> entries;
-        FillNumbers fillNumbers; ///< null when none of them needs any
+        std::optional<AskedNumbers> numbers; ///< none when no entry needs any
     };
 
-    static ListContact withoutNumbers(const QList<Entry> &entries);
+    static ListContact inNeedOfNumbers(const QList<Entry> &entries);
     void askForNumbers();
     void writeAsked();
     void write(Entry &entry);
     bool store(Entry &entry);
 
     DaoContact &m_dao;
-    const Canonize &m_canonize;
+    CanonicalNumbers &m_numbers;
+    NumbersOfMany m_pause; ///< a telephony that stays silent is not asked for the rest of this import
     ImportPhotos &m_photos;
     ImportErrors &m_errors;
     Asked m_asked;          ///< are written next

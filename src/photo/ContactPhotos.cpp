@@ -3,8 +3,8 @@
 
 #include "src/dao/DaoContact.h"
 #include "src/photo/KestinDirectoryNetwork.h"
-#include "src/photo/PhotoAddress.h"
-#include "src/photo/PhotoFiles.h"
+#include "src/photofiles/PhotoAddress.h"
+#include "src/photofiles/PhotoFiles.h"
 #include "src/photofiles/PictureProgram.h"
 #include "src/photofiles/SquarePicture.h"
 

@@ -3,7 +3,7 @@
 
 #include "platform/framework/KestinLogger.h"
 #include "src/fields/PhotoRules.h"
-#include "src/photo/PhotoAddress.h"
+#include "src/photofiles/PhotoAddress.h"
 
 #include <QMetaEnum>
 

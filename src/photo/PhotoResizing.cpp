@@ -4,7 +4,7 @@
 #include "platform/framework/KestinLogger.h"
 #include "src/dao/DaoContact.h"
 #include "src/fields/PhotoRules.h"
-#include "src/photo/PhotoFiles.h"
+#include "src/photofiles/PhotoFiles.h"
 #include "src/photofiles/PictureProgram.h"
 #include "src/photofiles/SquarePicture.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "src/photo/ResizingMarks.h"
 
-#include "src/photo/PhotoFiles.h"
+#include "src/photofiles/PhotoFiles.h"
 
 #include <QCryptographicHash>
 #include <QDateTime>

@@ -4,8 +4,8 @@
 #include "platform/framework/KestinLogger.h"
 #include "src/fields/PhotoRules.h"
 #include "src/photo/KestinDirectoryNetwork.h"
-#include "src/photo/PhotoAddress.h"
-#include "src/photo/PhotoFiles.h"
+#include "src/photofiles/PhotoAddress.h"
+#include "src/photofiles/PhotoFiles.h"
 #include "src/photofiles/PictureProgram.h"
 #include "src/photofiles/SquarePicture.h"
 

@@ -3,11 +3,8 @@
 
 #include "platform/framework/KestinLogger.h"
 
-#include <utility>
-
-RemoteContacts::RemoteContacts(RemoteDirectory &directory, LookUp lookUp, std::chrono::milliseconds patience)
+RemoteContacts::RemoteContacts(RemoteDirectory &directory, std::chrono::milliseconds patience)
     : m_directory(directory)
-    , m_lookUp(std::move(lookUp))
     , m_patience(patience)
 {
 }
@@ -21,16 +18,11 @@ void RemoteContacts::copyContactToLocal(const QString &idContact)
         m_awaitingCopy.insert(idContact, QDeadlineTimer(m_patience));
 }
 
-void RemoteContacts::getImAddressByContactId(const QString &idContact)
+void RemoteContacts::askForImAddress(const QString &idContact)
 {
     const QString attribute = QStringLiteral("imAddress");
-    KestinLogger::debug("Method getImAddressByContactId(%1) called", idContact);
-    const ListContact contacts = m_lookUp(idContact);
-    if (contacts.isEmpty())
-        m_directory.getAttributeTypeByContactId(idContact + QLatin1Char('[') + attribute + QLatin1Char(']'), idContact,
-                                                attribute);
-    else
-        Q_EMIT imAddressFound(idContact, contacts.first().misc.value(attribute));
+    m_directory.getAttributeTypeByContactId(idContact + QLatin1Char('[') + attribute + QLatin1Char(']'), idContact,
+                                            attribute);
 }
 
 void RemoteContacts::profileReceived(const QString &reqId, const ListContact &contacts)

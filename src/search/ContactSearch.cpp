@@ -3,7 +3,9 @@
 
 #include "platform/framework/KestinLogger.h"
 #include "src/dao/ContactOrder.h"
+#include "src/dao/DaoContact.h"
 #include "src/fields/PhotoRules.h"
+#include "src/numbers/CanonicalNumbers.h"
 #include "src/search/LocalSearchByNameThread.h"
 #include "src/search/LocalSearchByPhoneNumberThread.h"
 #include "src/search/RemoteSearchByNameThread.h"
@@ -29,10 +31,10 @@ struct ContactSearch::StartTexts
     const char *remoteReplaced;
 };
 
-ContactSearch::ContactSearch(const DirectoryFields &fields, Canonize canonize, ReadContact readContact)
+ContactSearch::ContactSearch(const DirectoryFields &fields, DaoContact &dao, CanonicalNumbers &numbers)
     : m_fields(fields)
-    , m_canonize(std::move(canonize))
-    , m_readContact(std::move(readContact))
+    , m_dao(dao)
+    , m_numbers(numbers)
 {
 }
 
@@ -317,7 +319,7 @@ Contact ContactSearch::getContactFromSearch(const QString &searchId, const QStri
     std::optional<Contact> contact = wholeRecord(searchId, contactId);
     if (!contact)
         return {};
-    m_canonize(*contact);
+    m_numbers.makeCanonicalNumberListWithoutPrefix(*contact);
     return *contact;
 }
 
@@ -333,7 +335,7 @@ std::optional<Contact> ContactSearch::wholeRecord(const QString &searchId, const
             continue;
         if (i >= summaries)
             return listed;
-        const ListContact stored = m_readContact(contactId);
+        const ListContact stored = m_dao.getContact(contactId).value_or(ListContact());
         if (!stored.isEmpty() && isStill(stored.first(), listed))
             return stored.first();
         if (!summary)

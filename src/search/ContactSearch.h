@@ -9,8 +9,10 @@
 
 #include <QObject>
 
-#include <functional>
 #include <optional>
+
+class CanonicalNumbers;
+class DaoContact;
 
 /// Runs searches over the phone and the company directory. One runs at a time; what is asked for meanwhile waits, and
 /// of several the last one wins. Results are kept for paging until they are purged or another search is asked for.
@@ -22,13 +24,7 @@ class ContactSearch : public QObject
     Q_OBJECT
 
 public:
-    /// Gives a contact its canonical numbers.
-    using Canonize = std::function<void(Contact &)>;
-
-    /// The whole record of a stored contact: none or one.
-    using ReadContact = std::function<ListContact(const QString &contactId)>;
-
-    ContactSearch(const DirectoryFields &fields, Canonize canonize, ReadContact readContact);
+    ContactSearch(const DirectoryFields &fields, DaoContact &dao, CanonicalNumbers &numbers);
     /// Waits for the workers, which stop asking.
     ~ContactSearch() override;
 
@@ -84,8 +80,8 @@ private:
     void restartWithLastRequest();
 
     const DirectoryFields &m_fields;
-    Canonize m_canonize;
-    ReadContact m_readContact;
+    DaoContact &m_dao;
+    CanonicalNumbers &m_numbers;
     SearchMailbox m_mailbox;
     SearchResults m_results;
     SearchRequest m_last;    ///< as asked for last, running or not

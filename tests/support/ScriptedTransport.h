@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/framework/KestinTransport.h"
+#include "platform/records/RecordMaps.h"
 
 #include <QDBusError>
 #include <QHash>
@@ -64,6 +65,26 @@ public:
         auto watch = std::make_unique<ModuleWatch>();
         watches.insert(module, watch.get());
         return watch;
+    }
+
+    /// The answers of a telephony service that takes the blanks out of numbers and prefixes canonical ones with "+".
+    static QDBusMessage answerAsTelephony(const Call &call, const QDBusMessage &message)
+    {
+        const auto canonical = [](QStringList numbers) {
+            for (QString &number : numbers)
+                number = number.isEmpty() ? number : QLatin1Char('+') + number;
+            return numbers;
+        };
+        const QVariant argument = call.arguments.value(0);
+        if (call.method == QLatin1String("makeCanonicalNumberMapWithoutPrefix")) {
+            auto numbersById = argument.value<QMapQStringQStringList>();
+            for (QStringList &numbers : numbersById)
+                numbers = canonical(numbers);
+            return message.createReply(QVariant::fromValue(numbersById));
+        }
+        if (call.method == QLatin1String("makeCanonicalNumberListWithoutPrefix"))
+            return message.createReply(QVariant(canonical(argument.toStringList())));
+        return message.createReply(QVariant(argument.toStringList().replaceInStrings(QLatin1String(" "), QString())));
     }
 
     QStringList eventNames() const

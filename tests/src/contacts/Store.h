@@ -36,24 +36,9 @@ struct Store
         database.createTables();
         fields.maxContacts = 1000;
         fields.comLogSize = 40;
-        transport.answer = [](const ScriptedTransport::Call &call, const QDBusMessage &message) {
-            return answerAsTelephony(call, message);
-        };
+        transport.answer = ScriptedTransport::answerAsTelephony;
         useCases.emplace(database.connection(), transport, transport, fields, QStringLiteral("KestinDirectory"));
         record();
-    }
-
-    static QDBusMessage answerAsTelephony(const ScriptedTransport::Call &call, const QDBusMessage &message)
-    {
-        QStringList numbers = call.arguments.value(0).toStringList();
-        if (call.method == QLatin1String("makeCanonicalNumberListWithoutPrefix")) {
-            for (QString &number : numbers)
-                number = number.isEmpty() ? number : QLatin1Char('+') + number;
-        } else {
-            for (QString &number : numbers)
-                number.remove(QLatin1Char(' '));
-        }
-        return message.createReply(QVariant(numbers));
     }
 
     void record()

@@ -507,6 +507,15 @@ void TestContacts::lookUps()
     QCOMPARE(lookup.getContactTypeById("anything##"), 1);
     QCOMPARE(lookup.getContactTypeById("#CONTACT_1#"), 0);
     QCOMPARE(lookup.getContactTypeById(QString()), 4);
+    QStringList imAddress;
+    QObject::connect(&lookup, &ContactLookup::imAddressFound, [&imAddress](const QString &id, const QString &address) {
+        imAddress = {id, address};
+    });
+    store.useCases->dao.misc().insertPair("#CONTACT_1#", "imAddress", "im@h");
+    lookup.getImAddressByContactId("#CONTACT_1#");
+    QCOMPARE(imAddress, (QStringList{"#CONTACT_1#", "im@h"}));
+    lookup.getImAddressByContactId("42");
+    QCOMPARE(store.transport.calls.last().method, "getAttributeTypeByContactId");
 }
 
 void TestContacts::numbersSurviveTelephonyFaults_data()
@@ -555,7 +564,7 @@ void TestContacts::numbersOfManySurviveTelephonyFaults()
     const auto canonicalOf = [&store](const ScriptedTransport::Answer &answer) {
         store.transport.answer = answer;
         ListContact contacts{person("A", "B", "1"), person("C", "D", "2")};
-        store.useCases->numbers.askForCanonicalNumbers(contacts)(contacts);
+        store.useCases->numbers.askForCanonicalNumbers(contacts).fill(contacts);
         return contacts.at(0).officePhoneCan + ' ' + contacts.at(1).officePhoneCan;
     };
     const auto secondOnly = [](const ScriptedTransport::Call &call, const QDBusMessage &message) {

@@ -3,8 +3,10 @@
 
 #include "src/impexp/ContactExport.h"
 #include "src/impexp/ContactImport.h"
-#include "src/photo/PhotoFiles.h"
+#include "src/numbers/CanonicalNumbers.h"
+#include "src/photofiles/PhotoFiles.h"
 #include "tests/src/dao/TemporaryStore.h"
+#include "tests/support/ScriptedTransport.h"
 
 #include <QDir>
 #include <QFile>
@@ -17,6 +19,7 @@ struct SyncStand : TemporaryStore
     SyncStand()
     {
         QDir(folder.path()).mkdir("photos");
+        telephony.answer = ScriptedTransport::answerAsTelephony;
         fields.maxContacts = 1000;
         fields.photoDirectory = folder.filePath("photos/");
         fields.fileDiskUserQuota = 100 << 20;
@@ -72,25 +75,22 @@ struct SyncStand : TemporaryStore
         return std::exchange(news, {});
     }
     Contact stored(const QString &id) { return dao->getContact(id)->value(0); }
+    /// How many contacts telephony was asked for, by call.
+    QList<qsizetype> canonized() const
+    {
+        QList<qsizetype> sizes;
+        for (const ScriptedTransport::Call &call : telephony.calls)
+            sizes.append(call.arguments.value(0).value<QMapQStringQStringList>().size());
+        return sizes;
+    }
     QStringList photoFiles() const { return QDir(fields.photoDirectory).entryList(QDir::Files, QDir::Name); }
 
     LogCapture log;
     DirectoryFields fields;
     QStringList news;
-    QList<qsizetype> canonized; ///< contacts of each call
+    ScriptedTransport telephony;
+    CanonicalNumbers numbers{telephony};
     PhotoFiles photos{*dao, fields};
-    ContactImport importing{*dao,
-                            fields,
-                            [this] {
-                                return [this](const ListContact &asked) {
-                                    canonized.append(asked.size());
-                                    return [asked](ListContact &contacts) {
-                                        for (qsizetype i = 0; i < asked.size(); ++i)
-                                            contacts[i].officePhoneCan = '+' + asked.at(i).officePhone;
-                                    };
-                                };
-                            },
-                            {[this] { return photos.room(); },
-                             [this](const QByteArray &image, qint64 leaving) { return photos.keep(image, leaving); }}};
+    ContactImport importing{*dao, fields, numbers, photos};
     ContactExport exporting{*dao, fields, "KestinDirectory"};
 };

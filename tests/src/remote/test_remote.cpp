@@ -30,7 +30,7 @@ private Q_SLOTS:
     void answersAreRead();
     void malformedAnswersCountAsEmpty();
     void aCopyIsAnsweredOnce();
-    void addressesComeFromEitherSide();
+    void anImAddressIsAskedOfTheCompany();
 };
 
 void TestRemote::theRightDecides()
@@ -181,7 +181,7 @@ void TestRemote::aCopyIsAnsweredOnce()
     LogCapture log;
     ScriptedTransport transport;
     RemoteDirectory directory(transport);
-    RemoteContacts contacts(directory, [](const QString &) { return ListContact(); });
+    RemoteContacts contacts(directory);
     QSignalSpy copies(&contacts, &RemoteContacts::copyArrived);
     contacts.profileReceived("a", ListContact(1));
     QCOMPARE(copies.size(), 0); // nobody asked
@@ -199,26 +199,18 @@ void TestRemote::aCopyIsAnsweredOnce()
     contacts.profileReceived("c", ListContact(1));
     QCOMPARE(copies.size(), 1);
     transport.answer = ScriptedTransport().answer;
-    RemoteContacts impatient(directory, {}, std::chrono::milliseconds(0));
+    RemoteContacts impatient(directory, std::chrono::milliseconds(0));
     QSignalSpy lateCopies(&impatient, &RemoteContacts::copyArrived);
     impatient.copyContactToLocal("d");
     impatient.profileReceived("d", ListContact(1));
     QCOMPARE(lateCopies.size(), 0);
 }
 
-void TestRemote::addressesComeFromEitherSide()
+void TestRemote::anImAddressIsAskedOfTheCompany()
 {
     ScriptedTransport transport;
     RemoteDirectory directory(transport);
-    RemoteContacts contacts(directory, [](const QString &id) {
-        Contact contact;
-        contact.misc.insert("imAddress", "im@h");
-        return id == "local" ? ListContact{contact} : ListContact();
-    });
-    QSignalSpy found(&contacts, &RemoteContacts::imAddressFound);
-    contacts.getImAddressByContactId("local");
-    QCOMPARE(found.value(0), (QVariantList{"local", "im@h"}));
-    contacts.getImAddressByContactId("42");
+    RemoteContacts(directory).askForImAddress("42");
     QCOMPARE(transport.calls.last().method, "getAttributeTypeByContactId");
     QCOMPARE(transport.calls.last().arguments, (QVariantList{"42[imAddress]", "42", "imAddress"}));
 }

@@ -4,10 +4,12 @@
 #include "src/dao/DaoContact.h"
 #include "src/dao/Database.h"
 #include "src/dao/LatinText.h"
+#include "src/numbers/CanonicalNumbers.h"
 #include "src/search/ContactSearch.h"
 #include "src/search/RemoteSearchByNameThread.h"
 #include "src/search/RemoteSearchByPhoneNumberThread.h"
 #include "tests/support/LogCapture.h"
+#include "tests/support/ScriptedTransport.h"
 
 #include <QTemporaryDir>
 
@@ -24,9 +26,8 @@ struct SearchStand
         database.openDatabase(folder.path());
         database.createTables();
         dao.emplace(database.connection());
-        search.emplace(
-            fields, [](Contact &contact) { contact.officePhoneCan = "canonical"; },
-            [this](const QString &contactId) { return dao->getContact(contactId).value_or(ListContact()); });
+        telephony.answer = ScriptedTransport::answerAsTelephony;
+        search.emplace(fields, *dao, numbers);
         fields.searchMode = DirectoryFields::fullList;
         QObject::connect(&*search, &ContactSearch::workerCreated, &context,
                          [this](SearchThread *worker) { connect(worker); });
@@ -118,5 +119,7 @@ struct SearchStand
     QStringList asked;
     std::function<void(const QString &what, const QString &searchId)> remote;
     QObject context;
+    ScriptedTransport telephony;
+    CanonicalNumbers numbers{telephony};
     std::optional<ContactSearch> search;
 };

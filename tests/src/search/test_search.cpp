@@ -145,7 +145,7 @@ void TestSearch::oneContactIsTheOneListed()
     const Contact contact = stand.search->getContactFromSearch("s", id);
     QCOMPARE(contact.name, "Pavel");
     QTEST(contact.latinName, "latinName");
-    QCOMPARE(contact.officePhoneCan, "canonical");
+    QCOMPARE(stand.telephony.calls.value(0).method, "makeCanonicalNumberListWithoutPrefix");
 }
 
 void TestSearch::aNumberIsFoundOnEitherSide()

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "src/contacts/StoredNumbers.h"
+#include "src/numbers/StoredNumbers.h"
 
 #include "platform/framework/KestinLogger.h"
 #include "src/dao/Connection.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "src/contacts/CanonicalNumbers.h"
+#include "src/numbers/CanonicalNumbers.h"
 
 class DaoContact;
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "src/contacts/DialingRules.h"
+#include "src/numbers/DialingRuleCopies.h"
 
 #include "platform/framework/PlatformCalls.h"
 
@@ -26,7 +26,7 @@ QString copyOf(const QString &key)
 
 } // namespace
 
-bool DialingRules::dialingRulesChanged()
+bool DialingRuleCopies::dialingRulesChanged()
 {
     PlatformCalls calls(m_caller);
     QStringList rules;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "src/photo/PhotoFiles.h"
+#include "src/photofiles/PhotoFiles.h"
 
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/DurableFile.h"

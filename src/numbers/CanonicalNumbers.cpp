@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "src/contacts/CanonicalNumbers.h"
+#include "src/numbers/CanonicalNumbers.h"
 
 #include "platform/framework/KestinException.h"
 #include "platform/framework/KestinLogger.h"
@@ -159,24 +159,29 @@ bool CanonicalNumbers::setCanonicalNumbers(Contact &contact, const QStringList &
     return isComplete(answer);
 }
 
-CanonicalNumbers::FillNumbers CanonicalNumbers::askForCanonicalNumbers(const ListContact &contacts)
+AskedNumbers CanonicalNumbers::askForCanonicalNumbers(const ListContact &contacts)
 {
     NumbersById request;
     for (qsizetype i = 0; i < contacts.size(); ++i)
         request.insert(QString::number(i), rawNumbers(contacts.at(i)));
-    std::optional<QDBusPendingCall> call;
-    if (!m_isSilent)
-        call =
-            attempted([&] { return m_caller.asyncRemoteCall(telephony, manyNumbers, {QVariant::fromValue(request)}); });
-    return [this, call](ListContact &asked) mutable {
-        NumbersById answer;
-        if (call && !m_isSilent) {
-            call->waitForFinished();
-            answer = answerOf(call->reply()).value_or(NumbersById());
-        }
-        for (qsizetype i = 0; i < asked.size(); ++i) {
-            const QStringList canonical = answer.value(QString::number(i));
-            setNumbers(asked[i], &Number::canonical, isComplete(canonical) ? canonical : rawNumbers(asked.at(i)));
-        }
-    };
+    if (m_isSilent)
+        return {*this, std::nullopt};
+    return {*this, attempted([&] {
+                return m_caller.asyncRemoteCall(telephony, manyNumbers, {QVariant::fromValue(request)});
+            })};
+}
+
+void AskedNumbers::fill(ListContact &contacts)
+{
+    CanonicalNumbers::NumbersById answer;
+    if (m_call && !m_numbers->m_isSilent) {
+        m_call->waitForFinished();
+        answer = m_numbers->answerOf(m_call->reply()).value_or(CanonicalNumbers::NumbersById());
+    }
+    for (qsizetype i = 0; i < contacts.size(); ++i) {
+        const QStringList canonical = answer.value(QString::number(i));
+        Contact &contact = contacts[i];
+        setNumbers(contact, &Number::canonical,
+                   isComplete(canonical) ? canonical : CanonicalNumbers::rawNumbers(contact));
+    }
 }

@@ -2,13 +2,13 @@
 #pragma once
 
 #include "platform/framework/RemoteCaller.h"
-#include "src/contacts/StoredNumbers.h"
+#include "src/numbers/StoredNumbers.h"
 
 /// Knows whether the dialing rules are still those under which the stored canonical numbers were made.
-class DialingRules
+class DialingRuleCopies
 {
 public:
-    DialingRules(RemoteCaller &caller, StoredNumbers &numbers)
+    DialingRuleCopies(RemoteCaller &caller, StoredNumbers &numbers)
         : m_caller(caller)
         , m_numbers(numbers)
     {

@@ -5,10 +5,12 @@
 #include "platform/records/Contact.h"
 #include "platform/records/RecordMaps.h"
 
+#include <QDBusPendingCall>
 #include <QStringList>
 
-#include <functional>
 #include <optional>
+
+class AskedNumbers;
 
 /// Has the telephony service make the numbers of contacts dialable and canonical. Every failure of it is absorbed: it
 /// is logged, and the numbers stay as told below. Main thread only.
@@ -25,10 +27,8 @@ public:
     /// Writes the five canonical numbers; equal to the raw ones on failure.
     void makeCanonicalNumberListWithoutPrefix(Contact &contact);
 
-    /// The same for many contacts in one call that is not waited for: what is returned waits, 5 s at most, and fills
-    /// the same contacts in, given in the same order.
-    using FillNumbers = std::function<void(ListContact &contacts)>;
-    FillNumbers askForCanonicalNumbers(const ListContact &contacts);
+    /// The same for many contacts in one call that is not waited for.
+    AskedNumbers askForCanonicalNumbers(const ListContact &contacts);
 
     /// What telephony answers, five numbers by contact id, as a rule; nothing when it does not (logged), or has not one
     /// list that is complete.
@@ -42,6 +42,7 @@ public:
     bool isSilent() const { return m_isSilent; }
 
 private:
+    friend class AskedNumbers;
     friend class NumbersOfMany;
 
     QDBusMessage call(const QString &method, const QVariant &argument);
@@ -51,6 +52,26 @@ private:
     RemoteCaller &m_caller;
     int m_lists = 0; ///< NumbersOfMany that live
     bool m_isSilent = false;
+};
+
+/// The canonical numbers of many contacts, once telephony has been asked for them. Must not outlive what was asked.
+class AskedNumbers
+{
+public:
+    /// Waits, 5 s at most, and fills in the contacts that were asked for, given in the same order.
+    void fill(ListContact &contacts);
+
+private:
+    friend class CanonicalNumbers;
+
+    AskedNumbers(CanonicalNumbers &numbers, const std::optional<QDBusPendingCall> &call)
+        : m_numbers(&numbers)
+        , m_call(call)
+    {
+    }
+
+    CanonicalNumbers *m_numbers;
+    std::optional<QDBusPendingCall> m_call; ///< none when it could not be made
 };
 
 /// While it lives, what is asked for are the numbers of one list, import or pass at start: when telephony has let one

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "src/photo/PhotoAddress.h"
+#include "src/photofiles/PhotoAddress.h"
 
 #include <QHostAddress>
 #include <QUrl>
