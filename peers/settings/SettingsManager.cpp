@@ -5,6 +5,7 @@
 #include "peers/settings/SettingsFileWatcher.h"
 #include "platform/framework/ErrorReplying.h"
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/AddressText.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -64,7 +65,7 @@ Setting SettingsManager::getSetting(const QString &key)
 
 void SettingsManager::tellOwner(const Setting &setting)
 {
-    KestinLogger::info("%1 changed to %2", setting.key, setting.value);
+    KestinLogger::info("%1 changed to %2", setting.key, AddressText::withoutUserInfo(setting.value));
     const KnownSetting *known = m_store.catalogue().find(setting.key);
     if (!known || known->owner.isEmpty())
         return;

@@ -2,6 +2,7 @@
 #include "peers/settings/SettingsStore.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/AddressText.h"
 
 #include <algorithm>
 
@@ -49,8 +50,8 @@ void SettingsStore::reportProblems(const SettingsFile::Content &content)
             continue;
         const QString refusal = SettingsCatalogue::refusal(known.record, *found);
         if (!refusal.isEmpty())
-            KestinLogger::warning("%1: %2, not \"%3\"; the default %4 is used", path(), refusal, *found,
-                                  known.record.defaultValue);
+            KestinLogger::warning("%1: %2, not \"%3\"; the default %4 is used", path(), refusal,
+                                  AddressText::withoutUserInfo(*found), known.record.defaultValue);
     }
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "peers/wsmanager/LdapServer.h"
 
+#include "platform/records/AddressText.h"
+
 #include <QRegularExpression>
 #include <QStringList>
 
@@ -45,7 +47,8 @@ QString LdapServer::problem() const
     for (const QString &address : addresses) {
         const QString scheme = schemeOf(address);
         if (scheme.isEmpty())
-            return QStringLiteral("\"%1\" is no address of a directory server; see --help").arg(address);
+            return QStringLiteral("\"%1\" is no address of a directory server; see --help")
+                .arg(AddressText::withoutUserInfo(address));
         if (usesStartTls && scheme != QLatin1String("ldap"))
             return QStringLiteral("startTls secures ldap:// only, not \"%1\"").arg(address);
     }

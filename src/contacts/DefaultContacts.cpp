@@ -2,12 +2,12 @@
 #include "src/contacts/DefaultContacts.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/AddressText.h"
 #include "src/contacts/ContactWrite.h"
 #include "src/contacts/DefaultContactsText.h"
 #include "src/contacts/RequestId.h"
 #include "src/contacts/ResultCode.h"
 #include "src/dao/DaoContact.h"
-#include "src/fields/PhotoRules.h"
 
 DefaultContacts::DefaultContacts(DaoContact &dao, CanonicalNumbers &numbers, ContactCreation &creation,
                                  ContactDeletion &deletion, ContactNews &news)
@@ -21,7 +21,7 @@ DefaultContacts::DefaultContacts(DaoContact &dao, CanonicalNumbers &numbers, Con
 
 void DefaultContacts::setDefaultContacts(const QString &value)
 {
-    KestinLogger::debug("Create contacts from setting : %1", PhotoRules::shown(value));
+    KestinLogger::debug("Create contacts from setting : %1", AddressText::withoutUserInfo(value));
     ContactWrite write(m_dao, m_news);
     const bool isBegun = write.isActive(); // later a statement that failed would look the same
     if (!isBegun)

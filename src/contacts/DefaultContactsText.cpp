@@ -2,7 +2,7 @@
 #include "src/contacts/DefaultContactsText.h"
 
 #include "platform/framework/KestinLogger.h"
-#include "src/fields/PhotoRules.h"
+#include "platform/records/AddressText.h"
 
 #include <QStringList>
 
@@ -63,7 +63,7 @@ ListContact DefaultContactsText::contacts(const QString &text)
             result.append(contactOf(fields));
         else
             KestinLogger::warning("Ignoring DM contact string defined as %1. Number of arguments incorrect (8 or 20)",
-                                  PhotoRules::shown(record));
+                                  AddressText::withoutUserInfo(record));
     }
     return result;
 }

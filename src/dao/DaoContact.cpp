@@ -2,11 +2,11 @@
 #include "src/dao/DaoContact.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/AddressText.h"
 #include "src/dao/Connection.h"
 #include "src/dao/ContactIds.h"
 #include "src/dao/ContactRow.h"
 #include "src/dao/QueryText.h"
-#include "src/fields/PhotoRules.h"
 
 #include <algorithm>
 
@@ -208,7 +208,7 @@ std::optional<int> DaoContact::_nbContactsUsingThisPhotoQuery(const QString &pho
     Statement::Use use = m_statements.countPhoto.use(photo);
     const std::optional<int> count = readCount(use);
     KestinLogger::debug("DaoContact::_nbContactsUsingThisPhotoQuery : number of contacts using photo %1 = %2",
-                        PhotoRules::shown(photo), count.value_or(0));
+                        AddressText::withoutUserInfo(photo), count.value_or(0));
     return count;
 }
 

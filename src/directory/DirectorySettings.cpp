@@ -2,7 +2,7 @@
 #include "src/directory/DirectorySettings.h"
 
 #include "platform/framework/KestinLogger.h"
-#include "src/fields/PhotoRules.h"
+#include "platform/records/AddressText.h"
 
 #include <utility>
 
@@ -100,7 +100,7 @@ void DirectorySettings::defaultContactsChanged(const Setting &setting)
 {
     const bool wasUnread = m_unread.remove(directoryDefaultContacts);
     m_defaultContactsWait = m_fields.readOnlyMode && (wasUnread || m_defaultContactsWait);
-    KestinLogger::info("KestinDIR::defaultContactsChanged to %1", PhotoRules::shown(setting.getValue()));
+    KestinLogger::info("KestinDIR::defaultContactsChanged to %1", AddressText::withoutUserInfo(setting.getValue()));
     Q_EMIT defaultContactsWanted(setting.getValue());
 }
 

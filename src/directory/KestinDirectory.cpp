@@ -2,6 +2,7 @@
 #include "src/directory/KestinDirectory.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/AddressText.h"
 #include "platform/records/ImpExpStatus.h"
 #include "platform/records/KestinMode.h"
 #include "platform/records/KestinPaths.h"
@@ -9,7 +10,6 @@
 #include "src/dao/ContactOrder.h"
 #include "src/directory/NewsPublication.h"
 #include "src/directory/UseCases.h"
-#include "src/fields/PhotoRules.h"
 #include "src/search/RemoteSearchByNameThread.h"
 #include "src/search/RemoteSearchByPhoneNumberThread.h"
 
@@ -77,7 +77,7 @@ bool KestinDirectory::init()
     m_fields.importOngoing = false;
     const QString defaultContacts = m_settings.getDefaultContactsSetting();
     KestinLogger::debug("KestinDir run; Got Setting DIRECTORY_SETTING_DEFAULT_CONTACTS%1",
-                        PhotoRules::shown(defaultContacts));
+                        AddressText::withoutUserInfo(defaultContacts));
     m_useCases->defaultContacts.setDefaultContacts(defaultContacts);
     m_fields.lastLocalChangeDate = QDateTime(QDate(1980, 1, 1), QTime(0, 0), Qt::UTC);
     m_settings.readPhotoQuota();

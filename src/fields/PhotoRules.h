@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QLatin1String>
-#include <QRegularExpression>
 #include <QString>
 
 /// What all who handle photos agree on.
@@ -19,15 +18,6 @@ inline bool isOurs(const QString &photo, const QString &directory)
 {
     return photo.startsWith(directory) && QStringView(photo).sliced(directory.size()).startsWith(prefix) &&
            photo.indexOf(QLatin1Char('/'), directory.size()) < 0;
-}
-
-/// The text as the log may tell it: the addresses in it without user names and passwords.
-inline QString shown(QString text)
-{
-    if (!text.contains(QLatin1Char('@')))
-        return text;
-    static const QRegularExpression userInfo(QStringLiteral("([A-Za-z]://)[^/?#]*@"));
-    return text.replace(userInfo, QStringLiteral("\\1"));
 }
 
 } // namespace PhotoRules

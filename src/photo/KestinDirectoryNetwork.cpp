@@ -2,7 +2,7 @@
 #include "src/photo/KestinDirectoryNetwork.h"
 
 #include "platform/framework/KestinLogger.h"
-#include "src/fields/PhotoRules.h"
+#include "platform/records/AddressText.h"
 #include "src/photofiles/PhotoAddress.h"
 
 #include <QMetaEnum>
@@ -62,10 +62,10 @@ QNetworkAccessManager &KestinDirectoryNetwork::manager()
 
 QNetworkReply *KestinDirectoryNetwork::get(const QUrl &url)
 {
-    KestinLogger::debug("GET %1", PhotoRules::shown(url.toString()));
+    KestinLogger::debug("GET %1", AddressText::withoutUserInfo(url.toString()));
     if (!PhotoAddress::isWeb(url)) {
         KestinLogger::warning("KestinDirectoryNetwork::get : neither http nor https: %1",
-                              PhotoRules::shown(url.toString()));
+                              AddressText::withoutUserInfo(url.toString()));
         return nullptr;
     }
     QNetworkAccessManager &network = manager();
@@ -79,7 +79,7 @@ void KestinDirectoryNetwork::giveUp(QNetworkReply *reply)
     if (!reply)
         return;
     KestinLogger::debug("KestinDirectoryNetwork : download of %1 given up, nobody wants it any more",
-                        PhotoRules::shown(reply->url().toString()));
+                        AddressText::withoutUserInfo(reply->url().toString()));
     disconnect(reply, &QNetworkReply::finished, nullptr, nullptr);
     reply->abort();
     reply->deleteLater();

@@ -2,7 +2,7 @@
 #include "src/photo/PhotoReply.h"
 
 #include "platform/framework/KestinLogger.h"
-#include "src/fields/PhotoRules.h"
+#include "platform/records/AddressText.h"
 #include "src/photofiles/PhotoAddress.h"
 
 #include <QNetworkAccessManager>
@@ -219,7 +219,8 @@ void PhotoReply::follow(const QUrl &to)
         end(refusal, QStringLiteral("it is sent on to where it may not go"));
         return;
     }
-    KestinLogger::debug("KestinDirectoryNetwork::finished : sent on to %1", PhotoRules::shown(to.toString()));
+    KestinLogger::debug("KestinDirectoryNetwork::finished : sent on to %1",
+                        AddressText::withoutUserInfo(to.toString()));
     dropConnection();
     start(to);
 }
@@ -250,8 +251,8 @@ void PhotoReply::socketFailed(QAbstractSocket::SocketError error)
 
 void PhotoReply::giveUp(const char *reason)
 {
-    KestinLogger::warning("KestinDirectoryNetwork : download of %1 given up, %2", PhotoRules::shown(url().toString()),
-                          reason);
+    KestinLogger::warning("KestinDirectoryNetwork : download of %1 given up, %2",
+                          AddressText::withoutUserInfo(url().toString()), reason);
     end(OperationCanceledError, QLatin1String(reason));
 }
 

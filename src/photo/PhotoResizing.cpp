@@ -2,8 +2,8 @@
 #include "src/photo/PhotoResizing.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/AddressText.h"
 #include "src/dao/DaoContact.h"
-#include "src/fields/PhotoRules.h"
 #include "src/photofiles/PhotoFiles.h"
 #include "src/photofiles/PictureProgram.h"
 #include "src/photofiles/SquarePicture.h"
@@ -138,7 +138,8 @@ void PhotoResizing::resizePhoto(const Contact &contact)
     if (path.isNull()) {
         KestinLogger::error("KestinDirectory::resizeContactPhotosIfNeeded: failed while trying to resize photo: %1 to "
                             "%2",
-                            PhotoRules::shown(photo), PhotoRules::shown(photo + SquarePicture::suffix()));
+                            AddressText::withoutUserInfo(photo),
+                            AddressText::withoutUserInfo(photo + SquarePicture::suffix()));
         return;
     }
     KestinLogger::debug("KestinDirectory::resizeContactPhotosIfNeeded: successfully resized photo: %1 to %2", photo,

@@ -2,7 +2,7 @@
 #include "src/photo/UserPhoto.h"
 
 #include "platform/framework/KestinLogger.h"
-#include "src/fields/PhotoRules.h"
+#include "platform/records/AddressText.h"
 #include "src/photo/KestinDirectoryNetwork.h"
 #include "src/photofiles/PhotoAddress.h"
 #include "src/photofiles/PhotoFiles.h"
@@ -71,7 +71,8 @@ void UserPhoto::giveUp()
 void UserPhoto::download(const QString &address)
 {
     if (!PhotoAddress::isToDownload(address)) {
-        KestinLogger::warning("The user's photo is not taken from the phone itself: %1", PhotoRules::shown(address));
+        KestinLogger::warning("The user's photo is not taken from the phone itself: %1",
+                              AddressText::withoutUserInfo(address));
         return;
     }
     const QString stored = storedFrom(address);

@@ -3,7 +3,7 @@
 
 #include "picture/PictureFormat.h"
 #include "platform/framework/KestinLogger.h"
-#include "src/fields/PhotoRules.h"
+#include "platform/records/AddressText.h"
 #include "src/photofiles/SquarePicture.h"
 
 #include <QDir>
@@ -173,7 +173,7 @@ void PictureRun::log() const
 {
     const QList<QByteArray> size = m_square.isNull() ? QList<QByteArray>() : m_errors.split(' ');
     const int side = m_square.isNull() ? 0 : m_picture.side;
-    const QString name = PhotoRules::shown(m_picture.name);
+    const QString name = AddressText::withoutUserInfo(m_picture.name);
     if (m_square.isNull())
         KestinLogger::error("KestinDirectory::resizeAndCropToSquare, failed to load image: %1", name);
     else

@@ -2,9 +2,9 @@
 #include "src/search/ContactSearch.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/AddressText.h"
 #include "src/dao/ContactOrder.h"
 #include "src/dao/DaoContact.h"
-#include "src/fields/PhotoRules.h"
 #include "src/numbers/CanonicalNumbers.h"
 #include "src/search/LocalSearchByNameThread.h"
 #include "src/search/LocalSearchByPhoneNumberThread.h"
@@ -230,11 +230,11 @@ void ContactSearch::rewritePhotoAddresses(ListContact &contacts) const
         return;
     KestinLogger::info("RemoveHttpsFromPhotoUrl: true!");
     for (Contact &contact : contacts) {
-        KestinLogger::debug("Photo URL: %1", PhotoRules::shown(contact.photo));
+        KestinLogger::debug("Photo URL: %1", AddressText::withoutUserInfo(contact.photo));
         if (!contact.photo.startsWith(QLatin1String("https://")))
             continue;
         contact.photo.replace(0, 5, QLatin1String("http"));
-        KestinLogger::debug("New photo URL: %1", PhotoRules::shown(contact.photo));
+        KestinLogger::debug("New photo URL: %1", AddressText::withoutUserInfo(contact.photo));
     }
 }
 

@@ -559,7 +559,7 @@ void WSManagerTest::mistakesInTheConfiguration_data()
     QTest::addColumn<QString>("expected");
     QTest::newRow("nothing") << QByteArray() << u"one of url and ldif"_s;
     QTest::newRow("both") << QByteArray("url=ldap://x\nldif=y") << u"url and ldif exclude each other"_s;
-    QTest::newRow("scheme") << QByteArray("url=ldaps://x/ http://y") << u"\"http://y\" is no address"_s;
+    QTest::newRow("scheme") << QByteArray("url=ldaps://x/ http://a:b@y") << u"\"http://y\" is no address"_s;
     QTest::newRow("secured twice") << QByteArray("url=ldaps://x\nstartTls=true") << u"startTls secures ldap:// only"_s;
     QTest::newRow("no name") << QByteArray("url=ldap://x\nsecretFile=" KESTIN_SAMPLES "/company.ldif")
                              << u"a secret needs a bind name"_s;
