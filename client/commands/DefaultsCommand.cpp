@@ -9,8 +9,7 @@
 #include "client/commands/Report.h"
 #include "client/defaults/DefaultContacts.h"
 #include "client/text/EventValue.h"
-
-#include <QFile>
+#include "platform/records/RegularFile.h"
 
 #include <cstdio>
 
@@ -27,16 +26,18 @@ DefaultContacts read(const QString &path, bool isText)
 {
     const bool isStandardInput = path == QLatin1String("-");
     QFile file(path);
-    const auto failure = [&] {
-        return CommandFailure(ExitCode::FileError,
-                              QStringLiteral("%1 cannot be read: %2").arg(path, file.errorString()));
+    const auto failure = [&path](const QString &reason) {
+        return CommandFailure(ExitCode::FileError, QStringLiteral("%1 cannot be read: %2").arg(path, reason));
     };
-    if (isStandardInput ? !file.open(stdin, QIODevice::ReadOnly) : !file.open(QIODevice::ReadOnly))
-        throw failure();
+    const QString reason = !isStandardInput                        ? RegularFile::open(file)
+                           : file.open(stdin, QIODevice::ReadOnly) ? QString()
+                                                                   : file.errorString();
+    if (!reason.isEmpty())
+        throw failure(reason);
     const DefaultContacts contacts =
         isText ? DefaultContacts::ofText(QString::fromUtf8(file.readAll())) : DefaultContacts::ofCards(file, path);
     if (file.error() != QFileDevice::NoError)
-        throw failure();
+        throw failure(file.errorString());
     return contacts;
 }
 

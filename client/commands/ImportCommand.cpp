@@ -6,8 +6,7 @@
 #include "client/commands/Interruption.h"
 #include "client/commands/Report.h"
 #include "client/import/ImportRun.h"
-
-#include <QFile>
+#include "platform/records/RegularFile.h"
 
 #include <cstdio>
 
@@ -31,8 +30,11 @@ ExitCode ImportCommand::importFile(const QString &path, ImportRun &run)
 {
     const bool isStandardInput = path == QLatin1String("-");
     QFile file(path);
-    if (isStandardInput ? !file.open(stdin, QIODevice::ReadOnly) : !file.open(QIODevice::ReadOnly)) {
-        Report::problem(QStringLiteral("%1 cannot be read: %2").arg(path, file.errorString()));
+    const QString reason = !isStandardInput                        ? RegularFile::open(file)
+                           : file.open(stdin, QIODevice::ReadOnly) ? QString()
+                                                                   : file.errorString();
+    if (!reason.isEmpty()) {
+        Report::problem(QStringLiteral("%1 cannot be read: %2").arg(path, reason));
         return ExitCode::FileError;
     }
     const bool hasCards = run.read(file, path, isStandardInput ? 0 : file.size());

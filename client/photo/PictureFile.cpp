@@ -4,8 +4,7 @@
 #include "client/bus/CommandFailure.h"
 #include "client/photo/ImageHeader.h"
 
-#include <QFile>
-#include <QFileInfo>
+#include "platform/records/RegularFile.h"
 
 namespace {
 
@@ -25,12 +24,9 @@ QString PictureFile::faultOf(const QByteArray &picture)
 
 QByteArray PictureFile::read(const QString &path)
 {
-    const QFileInfo info(path);
-    if (info.exists() && !info.isFile())
-        throw failure(path, QStringLiteral("is no regular file"));
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw failure(path, QStringLiteral("cannot be read: %1").arg(file.errorString()));
+    if (const QString reason = RegularFile::open(file); !reason.isEmpty())
+        throw failure(path, QStringLiteral("cannot be read: %1").arg(reason));
     const QByteArray picture = file.read(largest + 1);
     if (file.error() != QFileDevice::NoError)
         throw failure(path, QStringLiteral("cannot be read: %1").arg(file.errorString()));

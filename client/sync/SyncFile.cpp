@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/sync/SyncFile.h"
 
+#include "platform/records/RegularFile.h"
+
 #include <QDir>
-#include <QFile>
 #include <QXmlStreamReader>
 
 std::optional<int> SyncFile::countContacts(const QString &path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!RegularFile::open(file).isEmpty())
         return std::nullopt;
     QXmlStreamReader reader(&file);
     int count = 0;

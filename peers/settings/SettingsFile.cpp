@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "peers/settings/SettingsFile.h"
 
-#include <QFile>
+#include "platform/records/RegularFile.h"
+
 #include <QFileInfo>
 #include <QSettings>
 #include <QStringList>
@@ -66,6 +67,8 @@ SettingsFile::Content SettingsFile::read() const
 {
     Content content;
     content.problem = problem();
+    if (!QFileInfo(m_path).isFile())
+        return content; // QSettings would wait for a pipe
     const QSettings file(m_path, QSettings::IniFormat);
     const QStringList keys = file.allKeys();
     for (const QString &key : keys)
@@ -78,8 +81,8 @@ QString SettingsFile::problem() const
     QFile file(m_path);
     if (!file.exists())
         return QString();
-    if (!file.open(QIODevice::ReadOnly))
-        return QStringLiteral("%1 cannot be read: %2").arg(m_path, file.errorString());
+    if (const QString reason = RegularFile::open(file); !reason.isEmpty())
+        return QStringLiteral("%1 cannot be read: %2").arg(m_path, reason);
     // QSettings skips what it does not understand, and would drop it with the next write.
     for (int number = 1; !file.atEnd(); ++number) {
         if (!isWellFormed(file.readLine().trimmed()))

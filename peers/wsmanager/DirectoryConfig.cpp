@@ -5,8 +5,8 @@
 #include "peers/wsmanager/IniFile.h"
 #include "peers/wsmanager/LdapFilter.h"
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/RegularFile.h"
 
-#include <QFile>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -125,8 +125,8 @@ QString DirectoryConfig::setAttributes(const QString &field, const QString &valu
 QString DirectoryConfig::setSecret(const QString &path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return QStringLiteral("the secret %1 cannot be read: %2").arg(path, file.errorString());
+    if (const QString reason = RegularFile::open(file); !reason.isEmpty())
+        return QStringLiteral("the secret %1 cannot be read: %2").arg(path, reason);
     if (file.permissions() & QFileDevice::ReadOther)
         KestinLogger::warning("The secret %1 can be read by everybody", path);
     QByteArray line = file.readLine();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "peers/wsmanager/IniFile.h"
 
-#include <QFile>
+#include "platform/records/RegularFile.h"
 
 #include <algorithm>
 
@@ -27,8 +27,8 @@ IniFile IniFile::read(const QString &path)
 {
     IniFile result;
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        result.problem = QStringLiteral("it cannot be read: %1").arg(file.errorString());
+    if (const QString reason = RegularFile::open(file); !reason.isEmpty()) {
+        result.problem = QStringLiteral("it cannot be read: %1").arg(reason);
         return result;
     }
     QString section;

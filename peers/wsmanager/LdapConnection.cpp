@@ -2,8 +2,7 @@
 #include "peers/wsmanager/LdapConnection.h"
 
 #include "platform/framework/KestinLogger.h"
-
-#include <QFile>
+#include "platform/records/RegularFile.h"
 
 #include <algorithm>
 
@@ -54,8 +53,11 @@ QString LdapConnection::setUpTls(const LdapServer &server)
     // GnuTLS does not look at the oldest protocol.
     if (optionOf(nullptr, LDAP_OPT_X_TLS_PACKAGE) == "GnuTLS")
         ciphers = (ciphers.isEmpty() ? QByteArray("NORMAL") : ciphers) + ":-VERS-SSL3.0:-VERS-TLS1.0:-VERS-TLS1.1";
-    if (!server.caFile.isEmpty())
+    if (QFile certificates(server.caFile); !server.caFile.isEmpty()) {
+        if (const QString reason = RegularFile::open(certificates); !reason.isEmpty())
+            return QStringLiteral("the certificates in \"%1\" cannot be used: %2").arg(server.caFile, reason);
         ldap_set_option(nullptr, LDAP_OPT_X_TLS_CACERTFILE, QFile::encodeName(server.caFile).constData());
+    }
     if (makeTlsContext(nullptr, LDAP_OPT_X_TLS_DEMAND, ciphers))
         return QString();
     return QStringLiteral("the certificates in \"%1\" cannot be used").arg(trustedFile());

@@ -2,8 +2,7 @@
 #include "peers/wsmanager/LdifFile.h"
 
 #include "peers/wsmanager/DnText.h"
-
-#include <QFile>
+#include "platform/records/RegularFile.h"
 
 #include <ldap.h>
 #include <ldif.h>
@@ -40,10 +39,14 @@ DirectoryEntry entryOf(const LDIFRecord &record)
 LdifFile LdifFile::read(const QString &path)
 {
     LdifFile result;
-    const std::unique_ptr<LDIFFP, decltype(&ldif_close)> file(ldif_open(QFile::encodeName(path).constData(), "r"),
-                                                              &ldif_close);
-    if (!file) {
-        result.problem = QStringLiteral("%1 cannot be opened: %2").arg(path, qt_error_string());
+    QFile regular(path);
+    QString reason = RegularFile::open(regular);
+    const QByteArray name = "/proc/self/fd/" + QByteArray::number(regular.handle()); // the library opens by name only
+    const std::unique_ptr<LDIFFP, decltype(&ldif_close)> file(ldif_open(name.constData(), "r"), &ldif_close);
+    if (reason.isEmpty() && !file)
+        reason = qt_error_string();
+    if (!reason.isEmpty()) {
+        result.problem = QStringLiteral("%1 cannot be opened: %2").arg(path, reason);
         return result;
     }
     char *buffer = nullptr;

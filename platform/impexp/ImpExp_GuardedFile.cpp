@@ -3,7 +3,7 @@
 
 #include "platform/impexp/ImpExp_Format.h"
 
-#include <QFileInfo>
+#include "platform/records/RegularFile.h"
 
 ImpExp_GuardedFile::ImpExp_GuardedFile(const QString &path, qint64 limit)
     : m_file(path)
@@ -15,13 +15,9 @@ ImpExp_GuardedFile::ImpExp_GuardedFile(const QString &path, qint64 limit)
 
 bool ImpExp_GuardedFile::openForReading()
 {
-    const QFileInfo info(m_file.fileName());
-    if (info.exists() && !info.isFile()) {
-        setErrorString(QStringLiteral("it is not a regular file"));
-        return false;
-    }
-    if (!m_file.open(ReadOnly | Unbuffered)) {
-        setErrorString(m_file.errorString());
+    const QString reason = RegularFile::open(m_file, ReadOnly | Unbuffered);
+    if (!reason.isEmpty()) {
+        setErrorString(reason);
         return false;
     }
     return open(ReadOnly | Unbuffered); // the reader has a buffer of its own

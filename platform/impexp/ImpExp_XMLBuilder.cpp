@@ -6,6 +6,7 @@
 #include "platform/impexp/ImpExp_Format.h"
 #include "platform/impexp/ImpExp_Text.h"
 #include "platform/records/DurableFile.h"
+#include "platform/records/RegularFile.h"
 
 #include <QFileInfo>
 
@@ -50,7 +51,7 @@ bool beginsLikeXml(QIODevice &file)
 bool isSomethingElse(const QString &path)
 {
     QFile file(path);
-    return file.exists() && file.size() > 0 && !(file.open(QIODevice::ReadOnly) && beginsLikeXml(file));
+    return file.exists() && file.size() > 0 && !(RegularFile::open(file).isEmpty() && beginsLikeXml(file));
 }
 
 } // namespace

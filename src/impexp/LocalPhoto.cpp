@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "src/impexp/LocalPhoto.h"
 
-#include <QFile>
-#include <QFileInfo>
+#include "platform/records/RegularFile.h"
 
 bool LocalPhoto::isLocal(const QString &photo)
 {
@@ -13,7 +12,7 @@ bool LocalPhoto::isLocal(const QString &photo)
 std::optional<QByteArray> LocalPhoto::read(const QString &photo)
 {
     QFile file(photo);
-    if (!isLocal(photo) || !QFileInfo(photo).isFile() || !file.open(QIODevice::ReadOnly))
+    if (!isLocal(photo) || !RegularFile::open(file).isEmpty())
         return std::nullopt;
     QByteArray image = file.read(maxBytes + 1);
     if (file.error() != QFile::NoError || image.size() > maxBytes)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "src/photo/ResizingMarks.h"
 
+#include "platform/records/RegularFile.h"
 #include "src/photofiles/PhotoFiles.h"
 
 #include <QCryptographicHash>
@@ -30,7 +31,7 @@ ResizingMarks::ResizingMarks(const QString &path)
     : m_path(path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.isSequential())
+    if (!RegularFile::open(file).isEmpty())
         return;
     m_stored = file.read(maxBytes);
     m_known = m_stored.split('\n');

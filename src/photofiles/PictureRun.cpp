@@ -4,13 +4,12 @@
 #include "picture/PictureFormat.h"
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/AddressText.h"
+#include "platform/records/RegularFile.h"
 #include "src/photofiles/SquarePicture.h"
 
 #include <QDir>
-#include <QFile>
 #include <QProcessEnvironment>
 
-#include <fcntl.h>
 #include <sys/mman.h>
 
 #include <utility>
@@ -32,14 +31,10 @@ QProcessEnvironment environment()
     return some;
 }
 
-/// The first bytes of a regular file. Opening anything else, a pipe for one, must not wait.
 QByteArray headOf(const QString &path)
 {
-    QFile file;
-    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0 || !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
-        return {};
-    return file.isSequential() ? QByteArray() : file.read(PictureFormat::headBytes);
+    QFile file(path);
+    return RegularFile::open(file).isEmpty() ? file.read(PictureFormat::headBytes) : QByteArray();
 }
 
 } // namespace

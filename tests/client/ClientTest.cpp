@@ -120,18 +120,19 @@ void ClientTest::mistakesAreTold_data()
     row("settings get NoSuchSetting", 1, "NoSuchSetting");
     row("settings set DirMaxContact many", 1, "DirMaxContact is not changed");
     row("import /no/such/file.vcf", 4, "cannot be read: No such file");
-    row("import /dev/null", 4, "holds no vCard");
+    row("import /dev/zero", 4, "it is not a regular file");
+    row("import /etc/passwd", 4, "holds no vCard");
     row("export /no/such/folder/a.vcf", 4, "cannot be written");
     row("photo #CONTACT_9# --none", 1, "no contact has the id #CONTACT_9#");
     row("photo #CONTACT_9# /no/such/file", 4, "cannot be read: No such file");
-    row("photo #CONTACT_9# /dev/zero", 4, "is no regular file");
+    row("photo #CONTACT_9# /dev/zero", 4, "it is not a regular file");
     row("photo #CONTACT_9# /etc/passwd", 4, "is no JPEG, PNG or GIF");
     row("photo #CONTACT_9# /a --wait", 2, "--wait is for an ADDRESS");
     row("photo #CONTACT_9# /a --none", 2, "\"/a\" is too much");
     row("sync burn a", 2, "takes export or import");
     row("sync export a --since yesterday", 2, "--since takes a date like");
     row("defaults burn", 2, "takes show or set");
-    row("defaults set /dev/null", 4, "holds no vCard");
+    row("defaults set /dev/zero", 4, "it is not a regular file");
 }
 
 void ClientTest::mistakesAreTold()

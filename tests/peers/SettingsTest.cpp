@@ -8,6 +8,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/stat.h>
+
 #include <array>
 #include <memory>
 
@@ -281,6 +283,10 @@ void SettingsTest::aValueThatCannotBeWrittenIsNotStored()
     QCOMPARE(store.set(u"ComLogSize"_s, u"5"_s), UpdateReport());
     store.load();
     QCOMPARE(*store.value(u"UserPhoto"_s), QString());
+    QCOMPARE(*store.value(u"ComLogSize"_s), u"5"_s);
+    QVERIFY(QFile::remove(store.path()));
+    QCOMPARE(::mkfifo(qPrintable(store.path()), 0600), 0); // nobody will ever write into it
+    QCOMPARE(store.set(u"ComLogSize"_s, u"6"_s).code, int(SettingsStore::NotWritable));
     QCOMPARE(*store.value(u"ComLogSize"_s), u"5"_s);
 }
 

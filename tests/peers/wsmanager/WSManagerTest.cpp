@@ -11,6 +11,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/stat.h>
+
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -93,6 +95,8 @@ private Q_SLOTS:
 
 private:
     std::unique_ptr<PeerBus> m_bus;
+    const QTemporaryDir m_folder;
+    const QString m_pipe = m_folder.filePath("pipe");
 };
 
 void WSManagerTest::initTestCase()
@@ -577,6 +581,11 @@ void WSManagerTest::mistakesInTheConfiguration_data()
     QTest::newRow("two filters") << QByteArray("url=ldap://x\nfilter=(a=b)(c=d)") << u"no filter"_s;
     QTest::newRow("no certificates") << QByteArray("url=ldaps://x\ncaFile=/nowhere/at/all") << u"cannot be used"_s;
     QTest::newRow("no file") << QByteArray("ldif=/nowhere/at/all.ldif") << u"cannot be opened"_s;
+    QCOMPARE(::mkfifo(qPrintable(m_pipe), 0600), 0);
+    for (const char *setting : {"", "ldif=", "secretFile="})
+        QTest::addRow("pipe as %s", setting) << setting + m_pipe.toUtf8() << u"it is not a regular file"_s;
+    QTest::newRow("pipe as certificates") << "url=ldaps://x\ncaFile=" + m_pipe.toUtf8() << u"cannot be used"_s;
+    QTest::newRow("folder") << QByteArray("ldif=/") << u"it is not a regular file"_s;
     QTest::newRow("no LDIF") << QByteArray("ldif=" KESTIN_SAMPLES "/phone-book.vcf") << u"no well-formed LDIF"_s;
 }
 
@@ -585,7 +594,7 @@ void WSManagerTest::mistakesInTheConfiguration()
     QFETCH(QByteArray, text);
     QFETCH(QString, expected);
     const Config config(text);
-    Program program("kestin-wsmanager", config.arguments());
+    Program program("kestin-wsmanager", text.startsWith('/') ? QStringList{"--config", text} : config.arguments());
     QCOMPARE(program.run(), 1);
     QVERIFY2(program.errorOutput().contains(expected), qPrintable(program.errorOutput()));
 }
