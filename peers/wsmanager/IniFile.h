@@ -5,8 +5,8 @@
 #include <QString>
 
 /// The settings of an INI file, in their order: sections in brackets, lines "key=value", comments behind ";" or "#" at
-/// the beginning of a line. A value stands as it is, without the blanks around it; one in double quotes keeps them, and
-/// has a backslash before each double quote and backslash.
+/// the beginning of a line. A key stands once in its section. A value stands as it is, without the blanks around it;
+/// one in double quotes keeps them, and has a backslash before each double quote and backslash.
 struct IniFile
 {
     struct Setting
@@ -20,4 +20,7 @@ struct IniFile
     QString problem; ///< why it cannot be read; empty: it can
 
     static IniFile read(const QString &path);
+
+private:
+    QString take(const QString &line, QString &section);
 };

@@ -42,7 +42,8 @@ public:
     {
         QFile file(m_folder.filePath("ws.ini"));
         if (file.open(QIODevice::WriteOnly))
-            file.write("[directory]\nbase=dc=example,dc=org\n" + text + "\n");
+            file.write("[directory]\n" + QByteArray(text.contains("\nbase=") ? "" : "base=dc=example,dc=org\n") + text +
+                       "\n");
     }
     QStringList arguments() const { return {u"--config"_s, m_folder.filePath("ws.ini")}; }
     QString write(const QString &name, const QByteArray &text) const
@@ -581,6 +582,9 @@ void WSManagerTest::mistakesInTheConfiguration_data()
     QTest::newRow("two filters") << QByteArray("url=ldap://x\nfilter=(a=b)(c=d)") << u"no filter"_s;
     QTest::newRow("no certificates") << QByteArray("url=ldaps://x\ncaFile=/nowhere/at/all") << u"cannot be used"_s;
     QTest::newRow("no file") << QByteArray("ldif=/nowhere/at/all.ldif") << u"cannot be opened"_s;
+    QTest::newRow("twice") << QByteArray("url=ldap://x\n[directory]\nurl=ldap://y") << u"line 5 sets \"url\" for"_s;
+    for (const char *name : {"\"x", "x\"", "\"x\" y\"", "\"x\\\"", "\""})
+        QTest::newRow(name) << QByteArray("url=ldap://x\nname=") + name << u"line 4 has a double quote without"_s;
     QCOMPARE(::mkfifo(qPrintable(m_pipe), 0600), 0);
     for (const char *setting : {"", "ldif=", "secretFile="})
         QTest::addRow("pipe as %s", setting) << setting + m_pipe.toUtf8() << u"it is not a regular file"_s;
