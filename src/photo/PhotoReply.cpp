@@ -78,6 +78,8 @@ QNetworkReply::NetworkError errorOf(int status)
     }
 }
 
+constexpr int partialContent = 206; // which nobody asked for
+
 bool isRedirect(int status)
 {
     return status == 301 || status == 302 || status == 303 || status == 307 || status == 308;
@@ -204,7 +206,7 @@ void PhotoReply::complete()
     setAttribute(QNetworkRequest::HttpStatusCodeAttribute, status);
     if (isRedirect(status) && !m_answer.location().isEmpty()) {
         follow(url().resolved(QUrl::fromEncoded(m_answer.location())));
-    } else if (status >= 300) {
+    } else if (status >= 300 || status == partialContent) {
         end(errorOf(status), QStringLiteral("the answer is %1").arg(status));
     } else {
         m_content = m_answer.body();

@@ -549,6 +549,8 @@ private Q_SLOTS:
                                  << "(1) ConnectionRefusedError";
         QTest::newRow("stops half-way") << m_http + "/once/200/Content-Length:99"
                                         << "(2) RemoteHostClosedError";
+        QTest::newRow("a part") << m_http + "/once/206/Content-Length:4"
+                                << "(299) UnknownContentError";
         QTest::newRow("announces too much") << m_http + "/hold/200/Content-Length:2000000" << canceled;
         QTest::newRow("endless") << m_https + "/endless/200" << canceled;
         QTest::newRow("endless error") << m_http + "/endless/500"
