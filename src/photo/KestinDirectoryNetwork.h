@@ -15,7 +15,8 @@
 ///
 /// TLS 1.2 at least, trust as in QSslConfiguration::defaultConfiguration() at the first download. No cookie is kept, no
 /// compressed answer unpacked. A download that breaks a limit, or that is sent on to where it may not go (another
-/// scheme, from https to http, from elsewhere to the phone itself), fails.
+/// scheme, from https to http, from elsewhere to the phone itself), fails, and so does one whose host is a name for the
+/// phone itself.
 class KestinDirectoryNetwork : public QObject
 {
     Q_OBJECT

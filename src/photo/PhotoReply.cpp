@@ -135,6 +135,7 @@ void PhotoReply::connectTo(const QUrl &url)
     const bool isForwarded = !isTls && (proxy.capabilities() & QNetworkProxy::CachingCapability);
     m_forwarder = isForwarded ? proxy : QNetworkProxy(QNetworkProxy::NoProxy);
     m_socket->setProxy(isForwarded ? QNetworkProxy(QNetworkProxy::NoProxy) : proxy);
+    connect(m_socket, &QSslSocket::connected, this, &PhotoReply::checkPeer);
     connect(m_socket, isTls ? &QSslSocket::encrypted : &QSslSocket::connected, this, &PhotoReply::sendRequest);
     if (isTls)
         m_socket->connectToHostEncrypted(url.host(), quint16(url.port(443)));
@@ -142,6 +143,15 @@ void PhotoReply::connectTo(const QUrl &url)
         m_socket->connectToHost(proxy.hostName(), proxy.port());
     else
         m_socket->connectToHost(url.host(), quint16(url.port(80)));
+}
+
+/// A name can lead to the phone itself as well as an address. What a proxy does with it is not seen here.
+void PhotoReply::checkPeer()
+{
+    const bool isDirect =
+        m_forwarder.type() == QNetworkProxy::NoProxy && m_socket->proxy().type() == QNetworkProxy::NoProxy;
+    if (isDirect && PhotoAddress::isLoopback(m_socket->peerAddress()) && !PhotoAddress::isLoopback(url().host()))
+        giveUp("its name leads to the phone itself");
 }
 
 void PhotoReply::sendRequest()

@@ -39,6 +39,7 @@ protected:
 private:
     void start(const QUrl &url);
     void connectTo(const QUrl &url);
+    void checkPeer();
     void sendRequest();
     QByteArray requestFor(const QUrl &url) const;
     void read();

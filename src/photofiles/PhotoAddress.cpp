@@ -12,7 +12,11 @@ bool PhotoAddress::isLoopback(const QString &host)
     if (name == QLatin1String("localhost") || name.endsWith(QLatin1String(".localhost")))
         return true;
     // Understands every spelling that a connection would: short forms, one number, other bases.
-    const QHostAddress address(name);
+    return isLoopback(QHostAddress(name));
+}
+
+bool PhotoAddress::isLoopback(const QHostAddress &address)
+{
     bool isIpv4 = false; // also when it is written as an IPv6 address
     const quint32 ipv4 = address.toIPv4Address(&isIpv4);
     return address.isLoopback() || (isIpv4 && (ipv4 >> 24 == 127 || ipv4 == 0));
