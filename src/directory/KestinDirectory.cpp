@@ -8,6 +8,7 @@
 #include "platform/records/KestinPaths.h"
 #include "platform/records/UpdateReport.h"
 #include "src/dao/ContactOrder.h"
+#include "src/directory/DataRestore.h"
 #include "src/directory/NewsPublication.h"
 #include "src/directory/UseCases.h"
 #include "src/search/RemoteSearchByNameThread.h"
@@ -61,6 +62,7 @@ bool KestinDirectory::init()
     m_database.completeTables();
     m_useCases =
         std::make_unique<UseCases>(m_database.connection(), *this, m_settingsCaller, m_fields, getModuleName());
+    m_restore = std::make_unique<DataRestore>(m_database, *m_useCases, m_settings);
     m_news = std::make_unique<NewsPublication>(*m_useCases, m_fields, m_publisher, m_popups);
     connect(&m_useCases->search, &ContactSearch::workerCreated, this, &KestinDirectory::connectWorker);
     connect(&m_settings, &DirectorySettings::defaultContactsWanted, this,
@@ -86,7 +88,7 @@ bool KestinDirectory::init()
     updateCanonicalNumbers();
     m_settingsCaller.setStarted();
     m_useCases->latinNames.checkAndFillLatinName();
-    sweepPhotos();
+    m_restore->sweepPhotos();
     m_useCases->photoResizing.resizeContactPhotosIfNeeded();
     return true;
 }
@@ -107,42 +109,17 @@ bool KestinDirectory::run()
 bool KestinDirectory::restoreDataToDefault()
 {
     KestinLogger::debug("KestinDirectory restoreDataToDefault...");
-    const QSet<QString> photos = m_useCases->dao.getPhotos().value_or(QSet<QString>());
-    if (!emptyStore())
-        return false;
-    m_useCases->defaultContacts.setDefaultContacts(m_settings.getDefaultContactsSetting());
-    for (const QString &photo : photos) // behind them: they may name some
-        m_useCases->photoFiles.removeIfUnused(photo);
-    sweepPhotos();
-    m_publisher.publish(DirectoryEvent::contentChanged());
+    if (m_restore->toDefault())
+        m_publisher.publish(DirectoryEvent::contentChanged());
     return false;
 }
 
 bool KestinDirectory::restoreDataToFactory()
 {
     KestinLogger::debug("KestinDirectory restoreDataToFactory...");
-    if (!emptyStore())
-        return true;
-    m_database.setAsideFiles().clear();
-    m_useCases->photoFiles.sweep();
-    m_useCases->userPhoto.remove();
-    m_publisher.publish(DirectoryEvent::contentChanged());
+    if (m_restore->toFactory())
+        m_publisher.publish(DirectoryEvent::contentChanged());
     return true;
-}
-
-/// False, with error lines, when the database refuses.
-bool KestinDirectory::emptyStore()
-{
-    // Statements are finished after each use, so none holds the tables.
-    const bool isEmptied = m_database.createTables();
-    m_useCases->contactPhotos.giveUpUnfitting();
-    return isEmptied;
-}
-
-void KestinDirectory::sweepPhotos()
-{
-    if (m_database.setAsideFiles().isEmpty()) // one of them may name photos, and be put back
-        m_useCases->photoFiles.sweep();
 }
 
 void KestinDirectory::registerRecords()

@@ -17,6 +17,7 @@
 #include <functional>
 #include <memory>
 
+class DataRestore;
 class NewsPublication;
 class QDBusAbstractAdaptor;
 class QNetworkReply;
@@ -129,8 +130,6 @@ private:
     void subscribeToPresentationLoaded();
     void preparePhotoDirectory();
     void updateCanonicalNumbers();
-    bool emptyStore();
-    void sweepPhotos();
 
     static KestinDirectory *s_instance;
 
@@ -143,6 +142,7 @@ private:
     TelephonyMode m_telephonyMode;
     ReadOnlyMode m_readOnlyMode;
     std::unique_ptr<UseCases> m_useCases;
+    std::unique_ptr<DataRestore> m_restore;
     std::unique_ptr<ModuleWatch> m_settingsWatch;
     std::unique_ptr<ModuleWatch> m_webServiceWatch;
     std::unique_ptr<NewsPublication> m_news;
