@@ -32,8 +32,7 @@ QString ContactText::displayName(const ContactSummary &contact)
 
 bool ContactText::isOfCompany(const ContactSummary &contact)
 {
-    constexpr qint32 companyType = 1;
-    return contact.type == companyType || contact.contactId.endsWith(QLatin1String("##"));
+    return contact.type == ContactType::Remote || contact.contactId.endsWith(QLatin1String("##"));
 }
 
 QString ContactText::typeName(qint32 type)

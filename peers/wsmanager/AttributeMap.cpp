@@ -8,8 +8,6 @@
 
 namespace {
 
-/// A contact of a company directory is none of the phone's own kinds.
-constexpr qint32 remoteType = 1;
 constexpr QLatin1String miscPrefix("misc.");
 constexpr QLatin1String photoField("photo");
 constexpr QLatin1String remoteIdEnd("##");
@@ -122,7 +120,7 @@ Contact AttributeMap::contactOf(const DirectoryEntry &entry) const
 {
     Contact contact;
     contact.contactId = contactIdOf(entry.dn);
-    contact.type = remoteType;
+    contact.type = ContactType::Remote;
     for (auto field = m_attributes.cbegin(); field != m_attributes.cend(); ++field) {
         for (const LdapAttribute &attribute : field.value()) {
             const QStringList values = attribute.valuesIn(entry);

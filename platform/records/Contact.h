@@ -8,14 +8,6 @@
 
 #include <array>
 
-/// Kinds of contact, the values of ContactSummary::type. 1 and 4 are other non-local kinds of the platform.
-namespace ContactType {
-constexpr qint32 Local = 0;            ///< made by the user
-constexpr qint32 DeviceManagement = 3; ///< pushed by device management
-constexpr qint32 ManagerAssistant = 5; ///< manager or assistant, never taken out of the preview list
-constexpr qint32 Cached = 6;           ///< remote contact kept locally
-} // namespace ContactType
-
 /// One contact. A default one has every text empty, no misc pair, both flags false, type 0 and a null date.
 /// On the bus: (ssssssssssssssssssssssssssa{ss}bbisss((iii)(iiii)i)), the 26 texts of `texts` first.
 /// A text cannot hold a NUL on the bus; one that does ends there.

@@ -234,7 +234,7 @@ bool ContactCreation::isRefusedInList(const Contact &contact)
         KestinLogger::debug("KestinDirectory::createLocalContacts:DataBase is full.Can't add %1", contact.contactId);
         return true;
     }
-    if (contact.type == ContactType::DeviceManagement || contact.type == 4 || contact.type == 1) {
+    if (isSkippedInLists(contact.type)) {
         KestinLogger::debug("Contact type is %1, only local contacts can be created. Return 1", contact.type);
         return true;
     }

@@ -32,7 +32,7 @@ int ContactDeletion::deleteLocalContact(const QString &reqId, const QString &idC
         return ResultCode::noSuchContact;
     }
     const int type = stored->first().type;
-    if (type == 1 || type == 4 || type == ContactType::ManagerAssistant) {
+    if (type == ContactType::Remote || type == ContactType::Other || type == ContactType::ManagerAssistant) {
         KestinLogger::debug("Contact is not local nor cached");
         return ResultCode::wrongType;
     }

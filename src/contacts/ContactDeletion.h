@@ -12,7 +12,7 @@ class ContactDeletion
 public:
     ContactDeletion(DaoContact &dao, DirectoryFields &fields, ContactNews &news);
 
-    /// A ResultCode. Types 1, 4 and 5 are not deleted.
+    /// A ResultCode. Contacts of the types Remote, Other and ManagerAssistant are not deleted.
     int deleteLocalContact(const QString &reqId, const QString &idContact);
 
     /// Makes room for another contact: deletes the cached copy of this id, and no contact of another type that has the

@@ -81,13 +81,10 @@ ListContact ContactLookup::getContactToMerge(const QString &imAddress, const QSt
 
 int ContactLookup::getContactTypeById(const QString &contactId)
 {
-    constexpr int remote = 1;
-    constexpr int stored = 0;
-    constexpr int unknown = 4;
     KestinLogger::debug("-- Method getContactTypeById called with contactId=[%1] --", contactId);
     if (contactId.endsWith(QLatin1String("##")))
-        return remote;
-    return getContactById(contactId).isEmpty() ? unknown : stored;
+        return ContactType::Remote;
+    return getContactById(contactId).isEmpty() ? ContactType::Other : ContactType::Local;
 }
 
 void ContactLookup::getImAddressByContactId(const QString &idContact)

@@ -31,8 +31,8 @@ public:
     ListContact getLocalContactByIMAddress(const QString &imAddress);
     ListContact getContactToMerge(const QString &imAddress, const QString &phoneNumber, const QString &extentionPhone);
 
-    /// A coarse class of the id, not the stored type: 1 for an id ending with "##" (a remote contact), 0 for the id
-    /// of any stored contact, 4 for any other.
+    /// A coarse class of the id, not the stored type: Remote for an id ending with "##", Local for the id of any
+    /// stored contact, Other for any other.
     int getContactTypeById(const QString &contactId);
 
     /// Answered by one of the signals, before it returns.

@@ -118,7 +118,7 @@ bool ContactModification::replaceInList(Contact &contact, QMapQStringQString &ad
         return false;
     }
     keepOwn(stored->first(), contact);
-    if (contact.type == ContactType::DeviceManagement || contact.type == 4 || contact.type == 1) {
+    if (isSkippedInLists(contact.type)) {
         KestinLogger::debug("Contact type is %1, only local contacts can be modified. Return 1", contact.type);
         return false;
     }

@@ -7,7 +7,7 @@
 
 class DaoContact;
 
-/// Keeps the contacts that device management gives the phone (type 3). Main thread only.
+/// Keeps the contacts that device management gives the phone. Main thread only.
 class DefaultContacts
 {
 public:

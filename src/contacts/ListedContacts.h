@@ -5,6 +5,12 @@
 
 #include <QHash>
 
+/// Contacts of these types are created and modified by no list.
+constexpr bool isSkippedInLists(qint32 type)
+{
+    return type == ContactType::DeviceManagement || type == ContactType::Other || type == ContactType::Remote;
+}
+
 /// Of the contacts that a list wrote, those that it left: of several of one id the last.
 inline ListContact lastOfEachId(const ListContact &contacts)
 {

@@ -166,7 +166,7 @@ void TestService::noArgumentOfAnEventHarms()
             phone->raise(event, arguments);
         }
     }
-    QCOMPARE(phone->code("getContactTypeById", {"##"}), 1);
+    QCOMPARE(phone->code("getContactTypeById", {"##"}), ContactType::Remote);
     for (const QString &event : events) {
         const bool isOfWebService = event.startsWith("WS_") || event.endsWith("AvailabilityEvent");
         const QString line = isOfWebService ? "<7>Event " + event + " Received"
@@ -244,7 +244,7 @@ void TestService::wrongCallsAreErrors()
     QCOMPARE(phone->call("createLocalContact", {"r", "no contact"}).type(), QDBusMessage::ErrorMessage);
     QCOMPARE(phone->call("getContactById", {}).type(), QDBusMessage::ErrorMessage);
     QCOMPARE(phone->call("syncReadOnlyModeSlot", {}).type(), QDBusMessage::ErrorMessage);
-    QCOMPARE(phone->code("getContactTypeById", {"##"}), 1);
+    QCOMPARE(phone->code("getContactTypeById", {"##"}), ContactType::Remote);
 }
 
 void TestService::changedDialingRulesCountFromTheNextStart()

@@ -85,7 +85,8 @@ private:
         phone->call("startSearchContactByName", byName(searchId, "a"));
         complete(searchId);
         const ListContactSummary found = results(searchId);
-        return std::any_of(found.cbegin(), found.cend(), [](const ContactSummary &one) { return one.type == 1; });
+        return std::any_of(found.cbegin(), found.cend(),
+                           [](const ContactSummary &one) { return one.type == ContactType::Remote; });
     }
     int threads() const { return int(QDir(QString("/proc/%1/task").arg(phone->directory.processId())).count()); }
     qsizetype openFiles() const
@@ -139,7 +140,7 @@ void TestServiceSearches::aDirectoryThatHangsAndDiesDelaysNobody()
     phone->company.freeze();
     phone->call("startSearchContactByName", byName("s", "mar"));
     QTRY_VERIFY_WITH_TIMEOUT(!phone->firstResults.value("s").isEmpty(), soonMs);
-    QCOMPARE(phone->code("getContactTypeById", {"##"}), 1);
+    QCOMPARE(phone->code("getContactTypeById", {"##"}), ContactType::Remote);
     phone->company.kill();
     QVERIFY(complete("s", soonMs));
     QCOMPARE(results("s").value(0).name, "Martin");

@@ -192,7 +192,7 @@ void WSManagerTest::entryBecomesContact()
     QCOMPARE(packet.status, 2);
     Contact expected;
     expected.contactId = u"cn=Zo%C3%AB %5B1%5D%5C2C Jr.,OU=people,dc=example,dc=org##"_s;
-    expected.type = 1;
+    expected.type = ContactType::Remote;
     expected.firstName = u"Zoë"_s;
     expected.name = u"Müller"_s;
     expected.email = u"zoe@example.org"_s;

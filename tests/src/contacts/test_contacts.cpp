@@ -19,6 +19,8 @@
 
 #include <sqlite3.h>
 
+using namespace ContactType;
+
 namespace {
 
 const QString request = "r";
@@ -87,12 +89,12 @@ void TestContacts::aCreatedContactIsCompletedStoredAndTold()
 void TestContacts::theRequestIdDecidesTypeAndNews()
 {
     Store store;
-    QCOMPARE(store.useCases->creation.createLocalContact(RequestId::deviceManagement, withType(6, "42")), 0);
+    QCOMPARE(store.useCases->creation.createLocalContact(RequestId::deviceManagement, withType(Cached, "42")), 0);
     QCOMPARE(store.takeNews(), QStringList());
-    QCOMPARE(store.stored("#DM_42#").type, ContactType::DeviceManagement);
+    QCOMPARE(store.stored("#DM_42#").type, DeviceManagement);
     QVERIFY(!store.fields.lastLocalChangeDate.isValid());
-    QCOMPARE(store.useCases->creation.createLocalContact(RequestId::cached, withType(0, "c1")), 0);
-    QCOMPARE(store.stored("c1").type, ContactType::Cached);
+    QCOMPARE(store.useCases->creation.createLocalContact(RequestId::cached, withType(Local, "c1")), 0);
+    QCOMPARE(store.stored("c1").type, Cached);
     QCOMPARE(store.takeNews(), QStringList{"created CACHED_REQID c1"});
     QCOMPARE(store.useCases->deletion.deleteLocalContact(RequestId::deviceManagement, "#DM_42#"), 0);
     QCOMPARE(store.takeNews(), QStringList());
@@ -109,7 +111,7 @@ void TestContacts::capacityIsHeld()
     QVERIFY(store.log.contains("<7>DataBase Full"));
     QVERIFY(store.useCases->creation.createLocalContacts(request, {person("C", "D")}).isEmpty());
     QCOMPARE(store.takeNews(), QStringList());
-    QCOMPARE(store.useCases->creation.createLocalContact(RequestId::deviceManagement, withType(3)), 0);
+    QCOMPARE(store.useCases->creation.createLocalContact(RequestId::deviceManagement, withType(DeviceManagement)), 0);
     QCOMPARE(store.useCases->dao.nbContact(), 2);
     // A count that cannot be read is no room.
     store.fields.maxContacts = 1000;
@@ -129,15 +131,15 @@ void TestContacts::aFullCacheGivesUpItsOldestOnly()
     Store store;
     store.fields.comLogSize = 2;
     const auto cache = [&store](const char *id) {
-        store.useCases->creation.createLocalContact(RequestId::cached, withType(6, id));
+        store.useCases->creation.createLocalContact(RequestId::cached, withType(Cached, id));
         return store.takeNews().join('|') + ' ' +
                QString::number(store.useCases->dao._nbCachedContactQuery().value_or(-1));
     };
     for (const char *id : {"c1", "c2"})
-        store.put(withType(ContactType::Cached, id));
+        store.put(withType(Cached, id));
     QCOMPARE(cache("c3"), "deleted CACHED_REQID c1|created CACHED_REQID c3 2");
     QCOMPARE(cache("c3"), "deleted CACHED_REQID c3|created CACHED_REQID c3 2"); // takes the place of itself
-    store.put(withType(ContactType::Cached, "c4"));
+    store.put(withType(Cached, "c4"));
     QCOMPARE(cache("c5"), "deleted CACHED_REQID c2|created CACHED_REQID c5 3");
     // The disk is full: the database undoes everything by itself, and what came then would be on its own.
     store.database.connection().executeQuery(
@@ -161,16 +163,17 @@ void TestContacts::aCopyTakesNobodysId()
     QFETCH(bool, isCreated);
     Store store;
     ContactCreation &creation = store.useCases->creation;
-    for (const Contact &contact : {person("A", "B"), withType(3, "7"), withType(2, "kind 2"), withType(6, "copy")})
+    for (const Contact &contact :
+         {person("A", "B"), withType(DeviceManagement, "7"), withType(2, "kind 2"), withType(Cached, "copy")})
         store.put(contact);
-    Contact copy = withType(6);
+    Contact copy = withType(Cached);
     copy.contactId = id;
     const QStringList replaced{"deleted CACHED_REQID " + id};
     const auto rows = store.useCases->dao.getContact(id)->size();
     QCOMPARE(creation.createLocalContact(RequestId::cached, copy), isCreated ? 0 : 1);
     QCOMPARE(store.takeNews(), (id == "copy" ? replaced : QStringList()) +
                                    (isCreated ? QStringList{"created CACHED_REQID " + id} : QStringList()));
-    for (const int type : {6, 2}) { // of the last kind nothing gives way to a second
+    for (const int type : {Cached, 2}) { // of the last kind nothing gives way to a second
         copy.type = type;
         QCOMPARE(creation.createLocalContacts(request, {copy}).size(), qsizetype(isCreated));
         QCOMPARE(store.takeNews(), isCreated ? replaced + QStringList{"created r " + id} : QStringList());
@@ -182,11 +185,11 @@ void TestContacts::aCopyTakesNobodysId()
 void TestContacts::aLocalContactReplacesItsCachedCopies()
 {
     Store store;
-    Contact cached = withType(ContactType::Cached, "c1");
+    Contact cached = withType(Cached, "c1");
     cached.officePhoneCan = "+12";
     store.put(cached);
     store.put(cached); // as stores of before may hold it, like the one with a local contact's id
-    store.put(withType(ContactType::Cached, "without number"));
+    store.put(withType(Cached, "without number"));
     Contact contact = person("A", "B");
     contact.misc.insert("k", "v");
     const QString kept = store.put(contact);
@@ -270,7 +273,8 @@ void TestContacts::theListFormCreatesWithLessCare()
     QVERIFY(store.stored("#CONTACT_1#").latinName.isEmpty());
     // Copies that later ones replace take no room, and are not told.
     store.fields.maxContacts = 7;
-    contacts = {withType(6, "c1"), withType(6, "c2"), withType(6, "c2"), person("A", "B"), person("C", "D")};
+    contacts = {withType(Cached, "c1"), withType(Cached, "c2"), withType(Cached, "c2"), person("A", "B"),
+                person("C", "D")};
     for (const int i : {0, 3})
         contacts[i].personalMobile = contacts[i].officePhone = "12";
     for (qsizetype i = 0; i < contacts.size(); ++i)
@@ -292,7 +296,7 @@ void TestContacts::modifyingReplacesAllButTypeAndPuid()
     store.useCases->dao.updatePuidContact(contact.contactId, "p1");
     contact.setPUID("caller's own");
     contact.name = "É";
-    contact.type = ContactType::Cached;
+    contact.type = Cached;
     contact.officePhone = "1 2";
     contact.misc = {{"job", "chef"}, {"zip", "1"}};
     store.transport.calls.clear();
@@ -308,7 +312,7 @@ void TestContacts::modifyingReplacesAllButTypeAndPuid()
     QCOMPARE(store.useCases->modification.modifyLocalContacts(request, {contact}).size(), 1);
     QCOMPARE(store.takeNews(), (QStringList{"updated r #CONTACT_1# false", "updated r #CONTACT_1# false"}));
     QVERIFY(store.stored(contact.contactId) == stored);
-    QCOMPARE(stored.type, ContactType::Local);
+    QCOMPARE(stored.type, Local);
     QCOMPARE(stored.latinName, "ee\u0301");
     QCOMPARE(stored.officePhone, "1 2"); // made dialable at creation only
     QCOMPARE(stored.officePhoneCan, "+1 2");
@@ -326,7 +330,8 @@ void TestContacts::modifyingIsRefusedByType_data()
     QTest::addColumn<int>("code");
     QTest::addColumn<bool>("isInList");
     for (int type = 0; type <= 6; ++type)
-        QTest::addRow("type %d", type) << type << int(type != 0 && type != 6) << (type != 1 && type != 3 && type != 4);
+        QTest::addRow("type %d", type) << type << int(type != Local && type != Cached)
+                                       << (type != Remote && type != DeviceManagement && type != Other);
 }
 
 void TestContacts::modifyingIsRefusedByType()
@@ -337,7 +342,7 @@ void TestContacts::modifyingIsRefusedByType()
     Store store;
     Contact contact = withType(type);
     contact.contactId = store.put(contact);
-    contact.type = type == 0 ? ContactType::DeviceManagement : ContactType::Local; // says the caller
+    contact.type = type == Local ? DeviceManagement : Local; // says the caller
     contact.name = "single";
     QCOMPARE(store.useCases->modification.modifyLocalContact(request, contact), code);
     QCOMPARE(store.stored(contact.contactId).name == QLatin1String("single"), code == 0);
@@ -372,7 +377,7 @@ void TestContacts::deletingIsRefusedByType_data()
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("code");
     for (int type = 0; type <= 6; ++type)
-        QTest::addRow("type %d", type) << type << int(type == 1 || type == 4 || type == 5);
+        QTest::addRow("type %d", type) << type << int(type == Remote || type == Other || type == ManagerAssistant);
 }
 
 void TestContacts::deletingIsRefusedByType()
@@ -396,7 +401,7 @@ void TestContacts::photosAreWantedAndDroppedByType()
 {
     Store store;
     const auto lastOf = [&store] { return store.takeNews().mid(1).join('|'); };
-    Contact contact = withType(ContactType::Cached, "c");
+    Contact contact = withType(Cached, "c");
     contact.photo = "http://a/1";
     store.useCases->creation.createLocalContact(RequestId::cached, contact);
     QCOMPARE(lastOf(), "wanted c http://a/1");
@@ -414,10 +419,10 @@ void TestContacts::photosAreWantedAndDroppedByType()
     QCOMPARE(store.takeNews(), QStringList());
     store.useCases->deletion.deleteLocalContact(RequestId::deviceManagement, "#DM_c#");
     QCOMPARE(store.takeNews(), QStringList("dropped http://a/3"));
-    contact.type = ContactType::ManagerAssistant;
+    contact.type = ManagerAssistant;
     Contact cached = contact;
     cached.contactId = "d";
-    cached.type = ContactType::Cached; // whose photo the list form leaves alone
+    cached.type = Cached; // whose photo the list form leaves alone
     store.useCases->creation.createLocalContacts(request, {cached, contact});
     QCOMPARE(store.takeNews().filter("wanted").join('|'), "wanted #CONTACT_3# http://a/3");
 }
@@ -425,7 +430,7 @@ void TestContacts::photosAreWantedAndDroppedByType()
 void TestContacts::aFailedWriteLeavesNothingAndTellsNothing()
 {
     Store store;
-    Contact cached = withType(ContactType::Cached, "c1");
+    Contact cached = withType(Cached, "c1");
     cached.officePhoneCan = "+12";
     store.put(cached);
     Contact contact = person("A", "B", "12");
@@ -458,7 +463,7 @@ void TestContacts::previewCodesAndNews()
     Store store;
     ContactPreview &preview = store.useCases->preview;
     const QString local = store.put(person("A", "B"));
-    const QString assistant = store.put(withType(ContactType::ManagerAssistant));
+    const QString assistant = store.put(withType(ManagerAssistant));
     QCOMPARE(preview.addContactToPreview(request, "nobody"), -1);
     QCOMPARE(preview.removeContactFromPreview(request, local), 4);
     QCOMPARE(preview.addContactToPreview(request, local), 0);
@@ -504,9 +509,9 @@ void TestContacts::lookUps()
     QVERIFY(store.log.contains("<4>No misc has been found for the specified contact"));
     QCOMPARE(lookup.getContactById("nobody").size(), 0);
     QVERIFY(store.log.contains("<4>The contact of specified ID has not been found"));
-    QCOMPARE(lookup.getContactTypeById("anything##"), 1);
-    QCOMPARE(lookup.getContactTypeById("#CONTACT_1#"), 0);
-    QCOMPARE(lookup.getContactTypeById(QString()), 4);
+    QCOMPARE(lookup.getContactTypeById("anything##"), Remote);
+    QCOMPARE(lookup.getContactTypeById("#CONTACT_1#"), Local);
+    QCOMPARE(lookup.getContactTypeById(QString()), Other);
     QStringList imAddress;
     QObject::connect(&lookup, &ContactLookup::imAddressFound, [&imAddress](const QString &id, const QString &address) {
         imAddress = {id, address};

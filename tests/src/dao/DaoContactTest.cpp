@@ -225,7 +225,7 @@ void DaoContactTest::contactsAreLookedUp()
     Contact contact;
     contact.email = u"Ann.O'Neil@x.org"_s;
     contact.collaborationId = u"IM:Ann"_s;
-    store.add(u"remote"_s, contact, 1);
+    store.add(u"remote"_s, contact, ContactType::Remote);
     contact.officePhoneCan = u"+33"_s;
     store.add(u"cached"_s, contact);
     store.add(u"without number"_s);
@@ -240,7 +240,7 @@ void DaoContactTest::contactsAreLookedUp()
         QCOMPARE(dao._getCachedContactsWithMatchingOfficePhone(other), QStringList(u"cached"_s));
         other.*number = u"+44"_s;
         other.officePhone = u"+55"_s;
-        store.add(u"x"_s, other, 1);
+        store.add(u"x"_s, other, ContactType::Remote);
         QCOMPARE(idsOf(dao.getContactByPhoneNumber(u"+44"_s)), u"x"_s);
         dao.deleteContact(u"x"_s);
     }
