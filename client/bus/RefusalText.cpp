@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/bus/RefusalText.h"
 
-#include <algorithm>
-#include <array>
-
 namespace {
 
 // The answer codes. -1 says that the contact is anonymous or unknown, and in every call that the database failed.
@@ -29,16 +26,9 @@ QString databaseText(int code)
     return QStringLiteral("the directory could not write its database (code %1)").arg(code);
 }
 
-bool isAnonymous(const Contact &contact)
-{
-    const std::array numbers{contact.personalMobile, contact.fax, contact.officePhone, contact.personalFax,
-                             contact.personalHome};
-    return std::find(numbers.begin(), numbers.end(), QLatin1String("anonymous")) != numbers.end();
-}
-
 QString failedWriteText(int code, const Contact &contact)
 {
-    if (code == failed && isAnonymous(contact))
+    if (code == failed && contact.isAnonymous())
         return QStringLiteral("a contact whose number is \"anonymous\" is not accepted");
     return databaseText(code);
 }

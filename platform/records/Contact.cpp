@@ -32,6 +32,13 @@ const std::array<Contact::TextField, Contact::textCount> Contact::texts{{
     {"collaborationId", &Contact::collaborationId},
 }};
 
+bool Contact::isAnonymous() const
+{
+    constexpr QLatin1String anonymous("anonymous");
+    return personalMobile == anonymous || fax == anonymous || officePhone == anonymous || personalFax == anonymous ||
+           personalHomeCan == anonymous;
+}
+
 QDBusArgument &operator<<(QDBusArgument &argument, const Contact &contact)
 {
     argument.beginStructure();

@@ -48,6 +48,10 @@ struct Contact : ContactSummary
     QDateTime getLastModificationDate() const { return lastModificationDate; }
     void setLastModificationDate(const QDateTime &value) { lastModificationDate = value; }
 
+    /// Whether this is a caller who withheld the number: such a contact is never kept. Of the home number the canonical
+    /// form tells.
+    bool isAnonymous() const;
+
     bool operator==(const Contact &) const = default;
 
     /// A text field and the name it has on the bus and in the database.

@@ -2,7 +2,6 @@
 #include "src/contacts/ContactCreation.h"
 
 #include "platform/framework/KestinLogger.h"
-#include "src/contacts/AnonymousContact.h"
 #include "src/contacts/ContactWrite.h"
 #include "src/contacts/ListedContacts.h"
 #include "src/contacts/RequestId.h"
@@ -44,7 +43,7 @@ int ContactCreation::createLocalContact(const QString &reqId, Contact contact)
                               "synchronization mode (read only)");
         return ResultCode::readOnly;
     }
-    if (isAnonymous(contact)) {
+    if (contact.isAnonymous()) {
         KestinLogger::warning("Attempt to create anonymous contact => refused.");
         if (reqId != RequestId::cached)
             Q_EMIT m_news.anonymousContactRefused();

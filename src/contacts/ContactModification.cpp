@@ -2,7 +2,6 @@
 #include "src/contacts/ContactModification.h"
 
 #include "platform/framework/KestinLogger.h"
-#include "src/contacts/AnonymousContact.h"
 #include "src/contacts/ContactWrite.h"
 #include "src/contacts/ListedContacts.h"
 #include "src/contacts/ResultCode.h"
@@ -39,7 +38,7 @@ int ContactModification::modifyLocalContact(const QString &reqId, Contact contac
         KestinLogger::debug("Contact type is %1, only local contacts can be modified. Return 1", contact.type);
         return ResultCode::wrongType;
     }
-    if (isAnonymous(contact)) {
+    if (contact.isAnonymous()) {
         KestinLogger::warning("Attempt to create anonymous contact => refused.");
         if (contact.type != ContactType::Cached)
             Q_EMIT m_news.anonymousContactRefused();

@@ -215,7 +215,8 @@ void ClientTest::contactLivesFromAddToRemove()
     QCOMPARE(changed.value(u"misc"_s), QJsonObject({{u"city"_s, u"Paris"_s}}));
     QCOMPARE(changed.value(u"isPrivate"_s), false);
 
-    const QString other = add({u"--last-name"_s, u"Other"_s});
+    const QString other = add({u"--last-name"_s, u"Other"_s, u"--home"_s, u"anonymous"_s}); // its canonical form tells
+    QVERIFY(client({u"edit"_s, other, u"--home"_s, u"1"_s}).error.contains(u"\"anonymous\" is not accepted"));
     const Outcome removal = client({u"remove"_s, id, u"nobody"_s, other});
     QCOMPARE(removal.code, 1);
     QCOMPARE(removal.error, u"kestin-dir: no contact has the id nobody\n"_s);
