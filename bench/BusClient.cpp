@@ -14,9 +14,7 @@ BusClient::BusClient(const QDBusConnection &connection)
 BusClient::Answer BusClient::call(const QString &module, const QString &method, const QVariantList &arguments) const
 {
     constexpr int limitMs = 120000;
-    QDBusMessage message = QDBusMessage::createMethodCall(KestinBus::serviceName(module), KestinBus::objectPath(module),
-                                                          QLatin1String(KestinBus::moduleInterface), method);
-    message.setArguments(arguments);
+    const QDBusMessage message = KestinBus::methodCall(module, method, arguments);
     QElapsedTimer timer;
     timer.start();
     const QDBusMessage reply = m_connection.call(message, QDBus::Block, limitMs);
@@ -28,12 +26,12 @@ BusClient::Answer BusClient::call(const QString &module, const QString &method, 
 
 BusClient::Answer BusClient::callDirectory(const QString &method, const QVariantList &arguments) const
 {
-    return call(QStringLiteral("KestinDirectory"), method, arguments);
+    return call(ModuleName::directory, method, arguments);
 }
 
 BusClient::Answer BusClient::callTelephony(const QString &method, const QStringList &numbers) const
 {
-    return call(QStringLiteral("Telephony"), method, {numbers});
+    return call(ModuleName::telephony, method, {numbers});
 }
 
 BusClient::Answer BusClient::emptyCall() const

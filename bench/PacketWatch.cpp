@@ -10,10 +10,10 @@
 PacketWatch::PacketWatch(const QDBusConnection &connection)
     : m_connection(connection)
 {
-    for (const char *module : {"WSManager", "KestinDirectory"})
-        m_connection.connect(QString(), KestinBus::objectPath(QLatin1String(module)),
-                             QLatin1String(KestinBus::eventInterface), QLatin1String(KestinBus::eventSignal),
-                             QLatin1String(KestinBus::eventSignature), this, SLOT(take(QDBusMessage)));
+    for (const QLatin1String module : {ModuleName::webServiceManager, ModuleName::directory})
+        m_connection.connect(QString(), KestinBus::objectPath(module), QLatin1String(KestinBus::eventInterface),
+                             QLatin1String(KestinBus::eventSignal), QLatin1String(KestinBus::eventSignature), this,
+                             SLOT(take(QDBusMessage)));
 }
 
 void PacketWatch::take(const QDBusMessage &message)
@@ -31,12 +31,10 @@ void PacketWatch::measure(const QString &name, int packets, Samples &samples)
 {
     constexpr int limitMs = 60000;
     constexpr int allSummaries = 1000000;
-    const QString module = QStringLiteral("KestinDirectory");
     m_times.clear();
-    QDBusMessage call = QDBusMessage::createMethodCall(KestinBus::serviceName(module), KestinBus::objectPath(module),
-                                                       QLatin1String(KestinBus::moduleInterface),
-                                                       QStringLiteral("startSearchContactByName"));
-    call.setArguments({QStringLiteral("packets %1").arg(++m_searches), name, allSummaries, false});
+    const QDBusMessage call =
+        KestinBus::methodCall(ModuleName::directory, QStringLiteral("startSearchContactByName"),
+                              {QStringLiteral("packets %1").arg(++m_searches), name, allSummaries, false});
     QDBusPendingCall reply = m_connection.asyncCall(call);
     QTimer::singleShot(limitMs, &m_loop, &QEventLoop::quit);
     m_loop.exec();

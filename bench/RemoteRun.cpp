@@ -6,6 +6,7 @@
 #include "bench/Rounds.h"
 #include "bench/SearchClient.h"
 #include "bench/Stand.h"
+#include "platform/records/KestinBus.h"
 
 #include <QFile>
 
@@ -73,7 +74,7 @@ bool RemoteRun::isPossible()
 
 RemoteRun::RemoteRun(const Stand &stand)
     : m_stand(stand)
-    , m_wsmanager(program, QStringLiteral("WSManager"), stand.folder(), stand.connection(),
+    , m_wsmanager(program, ModuleName::webServiceManager, stand.folder(), stand.connection(),
                   {QStringLiteral("--config"), makeCompany(stand.folder())})
 {
     m_wsmanager.start();

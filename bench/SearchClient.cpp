@@ -13,8 +13,6 @@
 
 namespace {
 
-const QString module = QStringLiteral("KestinDirectory");
-
 ListEventArgument argumentsOf(const QDBusMessage &event)
 {
     return qdbus_cast<ListEventArgument>(event.arguments().value(1));
@@ -25,9 +23,9 @@ ListEventArgument argumentsOf(const QDBusMessage &event)
 SearchClient::SearchClient(const QDBusConnection &connection)
     : m_connection(connection)
 {
-    m_connection.connect(QString(), KestinBus::objectPath(module), QLatin1String(KestinBus::eventInterface),
-                         QLatin1String(KestinBus::eventSignal), QLatin1String(KestinBus::eventSignature), this,
-                         SLOT(take(QDBusMessage)));
+    m_connection.connect(QString(), KestinBus::objectPath(ModuleName::directory),
+                         QLatin1String(KestinBus::eventInterface), QLatin1String(KestinBus::eventSignal),
+                         QLatin1String(KestinBus::eventSignature), this, SLOT(take(QDBusMessage)));
 }
 
 void SearchClient::take(const QDBusMessage &message)
@@ -49,10 +47,8 @@ SearchClient::Times SearchClient::search(const QString &name, int hits, bool loc
     constexpr int limitMs = 120000;
     m_searchId = QStringLiteral("bench %1").arg(++m_searches);
     m_times = {};
-    QDBusMessage call = QDBusMessage::createMethodCall(KestinBus::serviceName(module), KestinBus::objectPath(module),
-                                                       QLatin1String(KestinBus::moduleInterface),
-                                                       QStringLiteral("startSearchContactByName"));
-    call.setArguments({m_searchId, name, summariesWanted, localOnly});
+    const QDBusMessage call = KestinBus::methodCall(ModuleName::directory, QStringLiteral("startSearchContactByName"),
+                                                    {m_searchId, name, summariesWanted, localOnly});
     QTimer limit;
     limit.setSingleShot(true);
     connect(&limit, &QTimer::timeout, &m_loop, &QEventLoop::quit);

@@ -2,6 +2,7 @@
 #include "bench/Stand.h"
 
 #include "bench/BenchError.h"
+#include "platform/records/KestinBus.h"
 #include "platform/records/UpdateReport.h"
 
 #include <QUuid>
@@ -10,9 +11,9 @@ Stand::Stand(const QString &workDirectory, int capacity)
     : m_folder(workDirectory + QLatin1String("/kestin-bench-XXXXXX"))
     , m_connection(m_bus.connection(QUuid::createUuid().toString()))
     , m_client(m_connection)
-    , m_settings(QStringLiteral("kestin-settings"), QStringLiteral("SettingsManager"), m_folder.path(), m_connection)
-    , m_telephony(QStringLiteral("kestin-telephony"), QStringLiteral("Telephony"), m_folder.path(), m_connection)
-    , m_directory(QStringLiteral("kestin-directory"), QStringLiteral("KestinDirectory"), m_folder.path(), m_connection)
+    , m_settings(QStringLiteral("kestin-settings"), ModuleName::settings, m_folder.path(), m_connection)
+    , m_telephony(QStringLiteral("kestin-telephony"), ModuleName::telephony, m_folder.path(), m_connection)
+    , m_directory(QStringLiteral("kestin-directory"), ModuleName::directory, m_folder.path(), m_connection)
 {
     if (!m_folder.isValid())
         throw BenchError(QStringLiteral("no folder can be made in %1: %2").arg(workDirectory, m_folder.errorString()));
@@ -30,8 +31,7 @@ QString Stand::databasePath() const
 void Stand::set(const QString &key, const QString &value)
 {
     const auto report =
-        m_client.call(QStringLiteral("SettingsManager"), QStringLiteral("setSettingValue"), {key, value})
-            .value<UpdateReport>();
+        m_client.call(ModuleName::settings, QStringLiteral("setSettingValue"), {key, value}).value<UpdateReport>();
     if (report.code != 0)
         throw BenchError(QStringLiteral("%1 cannot be set to %2: %3").arg(key, value, report.message));
 }

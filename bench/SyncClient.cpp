@@ -11,16 +11,12 @@
 #include <QElapsedTimer>
 #include <QTimer>
 
-namespace {
-const QString module = QStringLiteral("KestinDirectory");
-}
-
 SyncClient::SyncClient(const QDBusConnection &connection)
     : m_connection(connection)
 {
-    m_connection.connect(QString(), KestinBus::objectPath(module), QLatin1String(KestinBus::eventInterface),
-                         QLatin1String(KestinBus::eventSignal), QLatin1String(KestinBus::eventSignature), this,
-                         SLOT(take(QDBusMessage)));
+    m_connection.connect(QString(), KestinBus::objectPath(ModuleName::directory),
+                         QLatin1String(KestinBus::eventInterface), QLatin1String(KestinBus::eventSignal),
+                         QLatin1String(KestinBus::eventSignature), this, SLOT(take(QDBusMessage)));
 }
 
 void SyncClient::take(const QDBusMessage &message)
@@ -48,9 +44,7 @@ qint64 SyncClient::run(const QString &method, const QVariantList &arguments, con
     constexpr int limitMs = 600000;
     m_event = event;
     m_end = {};
-    QDBusMessage call = QDBusMessage::createMethodCall(KestinBus::serviceName(module), KestinBus::objectPath(module),
-                                                       QLatin1String(KestinBus::moduleInterface), method);
-    call.setArguments(arguments);
+    const QDBusMessage call = KestinBus::methodCall(ModuleName::directory, method, arguments);
     QTimer limit;
     limit.setSingleShot(true);
     connect(&limit, &QTimer::timeout, &m_loop, &QEventLoop::quit);

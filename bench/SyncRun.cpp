@@ -7,6 +7,7 @@
 #include "bench/ProcessMemory.h"
 #include "bench/Samples.h"
 #include "bench/Stand.h"
+#include "platform/records/KestinBus.h"
 #include "platform/records/RecordMaps.h"
 
 #include <QFile>
@@ -128,7 +129,7 @@ qint64 SyncRun::canonicalNumbers() const
         for (const int end = std::min(m_size, done + atATime); done < end; ++done)
             request.insert(QString::number(done), MadeUpContacts::rawNumbers(done));
         nanoseconds += m_stand.client()
-                           .call(QStringLiteral("Telephony"), QStringLiteral("makeCanonicalNumberMapWithoutPrefix"),
+                           .call(ModuleName::telephony, QStringLiteral("makeCanonicalNumberMapWithoutPrefix"),
                                  {QVariant::fromValue(request)})
                            .nanoseconds;
     }

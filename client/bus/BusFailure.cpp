@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/bus/BusFailure.h"
 
+#include "platform/records/KestinBus.h"
+
 #include <QDBusError>
 
 namespace {
@@ -38,7 +40,7 @@ QString textOf(const QString &module, const QDBusError &error)
         return QStringLiteral("%1 gave no answer in time, or ended before it answered").arg(module);
     default:
         // The platform's own error carries a sentence; others need their name to be understood.
-        if (error.name().startsWith(QLatin1String("com.norlan.Kestin.")))
+        if (error.name().startsWith(KestinBus::prefix))
             return QStringLiteral("%1: %2").arg(module, error.message());
         return QStringLiteral("%1 answered with an error: %2 (%3)").arg(module, error.message(), error.name());
     }

@@ -10,18 +10,6 @@
 
 #include <QDBusConnectionInterface>
 
-namespace {
-
-QDBusMessage callOf(const QString &module, const QString &method, const QVariantList &arguments)
-{
-    QDBusMessage call = QDBusMessage::createMethodCall(KestinBus::serviceName(module), KestinBus::objectPath(module),
-                                                       QLatin1String(KestinBus::moduleInterface), method);
-    call.setArguments(arguments);
-    return call;
-}
-
-} // namespace
-
 BusSession::BusSession(std::chrono::milliseconds limit)
     : m_limit(limit)
 {
@@ -47,13 +35,13 @@ QDBusConnection BusSession::connection() const
 
 QDBusMessage BusSession::answer(const QString &module, const QString &method, const QVariantList &arguments) const
 {
-    return connection().call(callOf(module, method, arguments), QDBus::Block, int(m_limit.count()));
+    return connection().call(KestinBus::methodCall(module, method, arguments), QDBus::Block, int(m_limit.count()));
 }
 
 QDBusPendingCall BusSession::asyncCall(const QString &module, const QString &method,
                                        const QVariantList &arguments) const
 {
-    return connection().asyncCall(callOf(module, method, arguments), int(m_limit.count()));
+    return connection().asyncCall(KestinBus::methodCall(module, method, arguments), int(m_limit.count()));
 }
 
 void BusSession::expect(const QString &module, const QDBusMessage &reply, const QString &signature)

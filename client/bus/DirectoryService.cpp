@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/bus/DirectoryService.h"
 
+#include "platform/records/KestinBus.h"
+
 #include <QUuid>
 
 ListContact DirectoryService::page(int start, int length) const
@@ -36,7 +38,8 @@ int DirectoryService::create(const QString &requestId, const Contact &contact) c
 
 QDBusPendingCall DirectoryService::createAsync(const QString &requestId, const Contact &contact) const
 {
-    return m_bus.asyncCall(module, QStringLiteral("createLocalContact"), {requestId, QVariant::fromValue(contact)});
+    return m_bus.asyncCall(ModuleName::directory, QStringLiteral("createLocalContact"),
+                           {requestId, QVariant::fromValue(contact)});
 }
 
 int DirectoryService::modify(const QString &requestId, const Contact &contact) const
@@ -87,14 +90,14 @@ void DirectoryService::copyToLocal(const QString &id) const
 
 QDBusPendingCall DirectoryService::exportToXml(const ExportRequest &request) const
 {
-    return m_bus.asyncCall(module, QStringLiteral("exportToXml"),
+    return m_bus.asyncCall(ModuleName::directory, QStringLiteral("exportToXml"),
                            {request.path, request.pageSize, request.full, request.id, request.deviceId, request.created,
                             request.previousExport});
 }
 
 QDBusPendingCall DirectoryService::importFromXml(const QString &path) const
 {
-    return m_bus.asyncCall(module, QStringLiteral("importFromXml"), {path});
+    return m_bus.asyncCall(ModuleName::directory, QStringLiteral("importFromXml"), {path});
 }
 
 QString DirectoryService::newRequestId()

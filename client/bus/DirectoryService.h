@@ -3,6 +3,7 @@
 
 #include "client/bus/BusSession.h"
 #include "platform/records/Contact.h"
+#include "platform/records/KestinBus.h"
 
 #include <optional>
 
@@ -23,8 +24,6 @@ struct ExportRequest
 class DirectoryService
 {
 public:
-    static constexpr QLatin1String module{"KestinDirectory"};
-
     explicit DirectoryService(const BusSession &bus)
         : m_bus(bus)
     {
@@ -67,7 +66,7 @@ private:
     template <typename T>
     T call(const char *method, const QVariantList &arguments) const
     {
-        return m_bus.call<T>(module, QLatin1String(method), arguments);
+        return m_bus.call<T>(ModuleName::directory, QLatin1String(method), arguments);
     }
 
     const BusSession &m_bus;

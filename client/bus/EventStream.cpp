@@ -7,7 +7,7 @@
 EventStream::EventStream(const BusSession &bus, const QStringList &eventNames, const QString &module)
 {
     QDBusConnection connection = bus.connection();
-    const QString sender = module.isEmpty() ? QString(DirectoryService::module) : module;
+    const QString sender = module.isEmpty() ? QString(ModuleName::directory) : module;
     if (eventNames.isEmpty())
         subscribe(connection, sender, {});
     for (const QString &eventName : eventNames)

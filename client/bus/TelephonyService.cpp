@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/bus/TelephonyService.h"
 
+#include "platform/records/KestinBus.h"
+
 #include <QStringList>
 
 QString TelephonyService::canonicalNumber(const QString &number) const
@@ -11,7 +13,7 @@ QString TelephonyService::canonicalNumber(const QString &number) const
     numbers.first() = number;
     try {
         const auto canonical = m_bus.call<QStringList>(
-            QStringLiteral("Telephony"), QStringLiteral("makeCanonicalNumberListWithoutPrefix"), {numbers});
+            ModuleName::telephony, QStringLiteral("makeCanonicalNumberListWithoutPrefix"), {numbers});
         return canonical.size() >= numbersOfContact ? canonical.first() : number;
     } catch (const CommandFailure &) {
         return number;

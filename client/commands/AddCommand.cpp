@@ -8,6 +8,7 @@
 #include "client/commands/ContactOptions.h"
 #include "client/commands/Report.h"
 #include "client/text/EventValue.h"
+#include "platform/records/KestinBus.h"
 
 namespace {
 
@@ -16,7 +17,7 @@ QString create(const BusSession &bus, const Contact &contact)
 {
     const QString requestId = DirectoryService::newRequestId();
     EventWait wait(bus);
-    wait.listen({QStringLiteral("DIR_CONTACTS_CREATED")}, DirectoryService::module);
+    wait.listen({QStringLiteral("DIR_CONTACTS_CREATED")}, ModuleName::directory);
     const int code = DirectoryService(bus).create(requestId, contact);
     if (code != 0)
         throw CommandFailure(ExitCode::Refused, RefusalText::ofCreate(code, contact));

@@ -9,6 +9,7 @@
 #include "client/commands/Report.h"
 #include "client/defaults/DefaultContacts.h"
 #include "client/text/EventValue.h"
+#include "platform/records/KestinBus.h"
 #include "platform/records/RegularFile.h"
 
 #include <cstdio>
@@ -54,7 +55,7 @@ void apply(const QString &key, const DefaultContacts &contacts, bool hadSome, co
     const QString last =
         contacts.count > 0 ? QStringLiteral("DIR_CONTACTS_CREATED") : QStringLiteral("DIR_CONTACTS_DELETED");
     EventWait wait(bus);
-    wait.listen({last}, DirectoryService::module);
+    wait.listen({last}, ModuleName::directory);
     write(key, contacts.value, bus);
     if (contacts.count == 0 && !hadSome)
         return;

@@ -10,6 +10,7 @@
 #include "client/photo/PhotoFolder.h"
 #include "client/photo/PictureFile.h"
 #include "client/text/EventValue.h"
+#include "platform/records/KestinBus.h"
 
 #include <QRegularExpression>
 
@@ -84,7 +85,7 @@ QString setAddressAndWait(const QString &address, const QString &id, const BusSe
     const Interruption interruption;
     EventWait wait(bus);
     QObject::connect(&interruption, &Interruption::interrupted, &wait, &EventWait::interrupt);
-    wait.listen({QStringLiteral("DIR_CONTACTS_UPDATED")}, DirectoryService::module);
+    wait.listen({QStringLiteral("DIR_CONTACTS_UPDATED")}, ModuleName::directory);
     const DirectoryService directory(bus);
     setPhoto(contactOf(id, directory), address, directory);
     QString photo;

@@ -7,6 +7,7 @@
 #include "client/commands/Interruption.h"
 #include "client/commands/Report.h"
 #include "client/text/EventText.h"
+#include "platform/records/KestinBus.h"
 
 #include <QDateTime>
 #include <QEventLoop>
@@ -66,7 +67,7 @@ ExitCode WatchCommand::run(const QCommandLineParser &arguments, CommandContext &
         result = ExitCode::NoService;
         loop.quit();
     });
-    Report::problem(context.bus.isRunning(DirectoryService::module)
+    Report::problem(context.bus.isRunning(ModuleName::directory)
                         ? QStringLiteral("watching; Ctrl-C ends")
                         : QStringLiteral("watching, but the directory is not running yet; Ctrl-C ends"));
     loop.exec();

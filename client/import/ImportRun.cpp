@@ -4,6 +4,7 @@
 #include "client/bus/RefusalText.h"
 #include "client/text/ContactText.h"
 #include "client/text/Printable.h"
+#include "platform/records/KestinBus.h"
 
 #include <QDBusPendingCallWatcher>
 #include <QElapsedTimer>
@@ -98,7 +99,7 @@ PhotoFile ImportRun::putPhoto(const RefusedCard &card, const QByteArray &picture
 void ImportRun::settle(const RefusedCard &card, const Contact &contact, PhotoFile &photo, const QDBusMessage &reply)
 {
     try {
-        const int code = BusSession::valueOf<int>(DirectoryService::module, reply);
+        const int code = BusSession::valueOf<int>(ModuleName::directory, reply);
         if (code == 0) {
             photo.keep();
             ++m_report.created;

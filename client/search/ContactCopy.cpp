@@ -4,10 +4,10 @@
 #include "client/bus/DirectoryService.h"
 #include "client/bus/RefusalText.h"
 #include "client/text/EventValue.h"
+#include "platform/records/KestinBus.h"
 
 namespace {
 
-constexpr QLatin1String webServiceManager{"WSManager"};
 constexpr QLatin1String createdEvent{"DIR_CONTACTS_CREATED"};
 constexpr QLatin1String fullEvent{"DIR_CONTACT_DB_FULL"};
 constexpr QLatin1String profileEvent{"WS_DIRECTORY_GET_CONTACT_PROFILE"};
@@ -22,13 +22,13 @@ ContactCopy::ContactCopy(const BusSession &bus)
 
 QString ContactCopy::copy(const QString &id)
 {
-    m_wait.listen({createdEvent, fullEvent}, DirectoryService::module);
-    if (!m_bus.isReachable(webServiceManager))
+    m_wait.listen({createdEvent, fullEvent}, ModuleName::directory);
+    if (!m_bus.isReachable(ModuleName::webServiceManager))
         throw CommandFailure(ExitCode::NoService, QStringLiteral("the company directory cannot be reached: %1 is not "
                                                                  "running on this message bus")
-                                                      .arg(webServiceManager));
+                                                      .arg(ModuleName::webServiceManager));
     // The directory itself does not tell that there is no such contact.
-    m_wait.listen({profileEvent}, webServiceManager);
+    m_wait.listen({profileEvent}, ModuleName::webServiceManager);
     DirectoryService(m_bus).copyToLocal(id);
     const EventWait::End end = m_wait.run([this, &id](const QString &eventName, const ListEventArgument &arguments) {
         return take(id, eventName, arguments);

@@ -2,6 +2,7 @@
 #include "client/search/SearchRun.h"
 
 #include "client/text/EventValue.h"
+#include "platform/records/KestinBus.h"
 
 #include <algorithm>
 
@@ -21,7 +22,7 @@ SearchRun::SearchRun(const BusSession &bus)
     , m_wait(bus)
     , m_searchId(DirectoryService::newRequestId())
 {
-    m_wait.listen({resultsEvent, completedByNameEvent, completedByNumberEvent}, DirectoryService::module);
+    m_wait.listen({resultsEvent, completedByNameEvent, completedByNumberEvent}, ModuleName::directory);
 }
 
 SearchRun::~SearchRun()

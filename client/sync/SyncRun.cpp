@@ -3,6 +3,7 @@
 
 #include "client/sync/SyncFile.h"
 #include "client/text/EventValue.h"
+#include "platform/records/KestinBus.h"
 
 #include <QDBusError>
 
@@ -37,7 +38,7 @@ SyncRun::Outcome SyncRun::importFrom(const QString &path)
 SyncRun::Outcome SyncRun::run(const QString &eventName,
                               const std::function<QDBusPendingCall(const DirectoryService &)> &call)
 {
-    m_wait.listen({eventName}, DirectoryService::module);
+    m_wait.listen({eventName}, ModuleName::directory);
     const QDBusPendingCallWatcher watcher(call(DirectoryService(m_patientBus)));
     connect(&watcher, &QDBusPendingCallWatcher::finished, this,
             [this](const QDBusPendingCallWatcher *finished) { takeReply(finished->reply()); });
@@ -63,7 +64,7 @@ void SyncRun::takeReply(const QDBusMessage &reply)
         return;
     m_isAnswered = true;
     if (reply.type() == QDBusMessage::ErrorMessage)
-        m_wait.fail(BusFailure(DirectoryService::module, reply));
+        m_wait.fail(BusFailure(ModuleName::directory, reply));
     else if (m_outcome)
         m_wait.finish();
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "peers/settings/SettingsCatalogue.h"
 
+#include "platform/records/KestinBus.h"
+
 #include <QStringList>
 
 #include <algorithm>
@@ -25,8 +27,8 @@ struct Row
     const char *description;
 };
 
-constexpr char directory[] = "KestinDirectory";
-constexpr char telephony[] = "Telephony";
+constexpr const char *directory = ModuleName::directory.data();
+constexpr const char *telephony = ModuleName::telephony.data();
 constexpr char rulesChanged[] = "dialingRulesChanged";
 
 constexpr Row rows[] = {

@@ -6,12 +6,13 @@
 #include "platform/framework/ErrorReplying.h"
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/AddressText.h"
+#include "platform/records/KestinBus.h"
 
 #include <QDir>
 #include <QFileInfo>
 
 SettingsManager::SettingsManager(const QString &path)
-    : KestinModule(QStringLiteral("SettingsManager"))
+    : KestinModule(ModuleName::settings)
     , m_store(path)
 {
     connect(&m_store, &SettingsStore::changed, this, &SettingsManager::tellOwner);
@@ -75,6 +76,5 @@ void SettingsManager::tellOwner(const Setting &setting)
 
 void SettingsManager::answerUnknown(const QString &key)
 {
-    answerWithError(QStringLiteral("com.norlan.Kestin.KestinException"),
-                    QStringLiteral("there is no setting \"%1\"").arg(key));
+    answerWithError(KestinBus::exceptionError, QStringLiteral("there is no setting \"%1\"").arg(key));
 }

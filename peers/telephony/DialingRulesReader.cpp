@@ -4,10 +4,10 @@
 #include "platform/framework/KestinException.h"
 #include "platform/framework/KestinLogger.h"
 #include "platform/framework/RemoteCaller.h"
+#include "platform/records/KestinBus.h"
 
 namespace {
 constexpr int pauseMs = 10000;
-constexpr QLatin1String unknownSetting("com.norlan.Kestin.KestinException");
 } // namespace
 
 DialingRulesReader::DialingRulesReader(RemoteCaller &caller)
@@ -38,9 +38,9 @@ bool DialingRulesReader::read(DialingRules &rules)
     const QStringList keys = DialingRules::settingKeys();
     for (const QString &key : keys) {
         const QDBusMessage reply =
-            m_caller.syncRemoteCall(QStringLiteral("SettingsManager"), QStringLiteral("getSettingValue"), {key});
+            m_caller.syncRemoteCall(ModuleName::settings, QStringLiteral("getSettingValue"), {key});
         const bool isError = reply.type() == QDBusMessage::ErrorMessage;
-        if (isError && reply.errorName() != unknownSetting) {
+        if (isError && reply.errorName() != KestinBus::exceptionError) {
             noteFailure(reply.errorMessage());
             return false;
         }

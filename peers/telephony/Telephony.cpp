@@ -22,7 +22,7 @@ QStringList canonicalList(const NumberFormatter &form, const QStringList &number
 } // namespace
 
 Telephony::Telephony(const KestinMode &mode)
-    : KestinModule(QStringLiteral("Telephony"))
+    : KestinModule(ModuleName::telephony)
     , m_mode(mode)
     , m_rulesReader(*this)
 {
@@ -34,8 +34,8 @@ bool Telephony::init()
     registerDBusKestinMode();
     registerDBusQMapQStringQStringList();
     // A settings manager that was started again may have been given another file.
-    auto *watcher = new QDBusServiceWatcher(KestinBus::serviceName(QStringLiteral("SettingsManager")),
-                                            KestinBus::connect(), QDBusServiceWatcher::WatchForRegistration, this);
+    auto *watcher = new QDBusServiceWatcher(KestinBus::serviceName(ModuleName::settings), KestinBus::connect(),
+                                            QDBusServiceWatcher::WatchForRegistration, this);
     connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] { m_rulesReader.forget(); });
     return true;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "peers/wsmanager/NumberService.h"
 
+#include "platform/records/KestinBus.h"
+
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 
@@ -9,7 +11,7 @@ namespace {
 void convert(RemoteCaller &caller, QObject &receiver, const char *method, const QStringList &numbers,
              const std::function<void(const QStringList &converted)> &answer)
 {
-    const QDBusPendingCall call = caller.asyncRemoteCall(QStringLiteral("Telephony"), QLatin1String(method), {numbers});
+    const QDBusPendingCall call = caller.asyncRemoteCall(ModuleName::telephony, QLatin1String(method), {numbers});
     auto *watcher = new QDBusPendingCallWatcher(call, &receiver);
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, &receiver, [watcher, numbers, answer] {
         watcher->deleteLater();

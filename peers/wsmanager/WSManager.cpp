@@ -7,6 +7,7 @@
 #include "peers/wsmanager/WSManagerAdaptor.h"
 #include "platform/framework/ErrorReplying.h"
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/KestinBus.h"
 #include "platform/records/RecordMaps.h"
 
 #include <QCoreApplication>
@@ -15,7 +16,7 @@
 #include <algorithm>
 
 WSManager::WSManager(const DirectoryConfig &config)
-    : KestinModule(QStringLiteral("WSManager"))
+    : KestinModule(ModuleName::webServiceManager)
     , m_config(config)
     , m_queries(m_config.attributes)
 {

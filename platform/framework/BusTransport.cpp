@@ -13,14 +13,6 @@
 
 namespace {
 
-QDBusMessage callOf(const QString &module, const QString &method, const QVariantList &arguments)
-{
-    QDBusMessage call = QDBusMessage::createMethodCall(KestinBus::serviceName(module), KestinBus::objectPath(module),
-                                                       QLatin1String(KestinBus::moduleInterface), method);
-    call.setArguments(arguments);
-    return call;
-}
-
 qsizetype wireSizeOf(const KestinEvent &event)
 {
     qsizetype size = 0;
@@ -59,19 +51,19 @@ BusTransport::BusTransport(const QDBusConnection &connection, QObject *parent)
 QDBusMessage BusTransport::syncRemoteCall(const QString &module, const QString &method, const QVariantList &arguments,
                                           std::chrono::milliseconds limit)
 {
-    return m_connection.call(callOf(module, method, arguments), QDBus::Block, int(limit.count()));
+    return m_connection.call(KestinBus::methodCall(module, method, arguments), QDBus::Block, int(limit.count()));
 }
 
 QDBusPendingCall BusTransport::asyncRemoteCall(const QString &module, const QString &method,
                                                const QVariantList &arguments)
 {
-    return m_connection.asyncCall(callOf(module, method, arguments), int(callLimit.count()));
+    return m_connection.asyncCall(KestinBus::methodCall(module, method, arguments), int(callLimit.count()));
 }
 
 void BusTransport::send(const QString &module, const QString &method, const QVariantList &arguments)
 {
     // The bus library marks a call that is sent this way as one without a reply.
-    if (!m_connection.send(callOf(module, method, arguments)))
+    if (!m_connection.send(KestinBus::methodCall(module, method, arguments)))
         KestinLogger::warning("%1 of %2 was not called: %3", method, module, m_connection.lastError().message());
 }
 

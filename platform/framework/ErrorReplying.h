@@ -4,6 +4,7 @@
 #include "platform/framework/KestinException.h"
 #include "platform/framework/KestinModule.h"
 #include "platform/framework/WireSize.h"
+#include "platform/records/KestinBus.h"
 
 #include <QMetaMethod>
 
@@ -39,7 +40,7 @@ public:
             return rest;
         } catch (KestinException *thrown) {
             const std::unique_ptr<KestinException> exception(thrown);
-            m_module.answerWithError(QStringLiteral("com.norlan.Kestin.KestinException"), exception->message());
+            m_module.answerWithError(KestinBus::exceptionError, exception->message());
             return -1;
         }
     }

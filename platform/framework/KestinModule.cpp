@@ -3,6 +3,7 @@
 
 #include "platform/framework/KestinException.h"
 #include "platform/framework/KestinTransport.h"
+#include "platform/records/KestinBus.h"
 
 KestinModule::KestinModule(const QString &name)
     : m_name(name)
@@ -111,7 +112,7 @@ bool KestinModule::showPopup(const QString &text, int kind, int duration, const 
 {
     if (!m_transport)
         return false;
-    m_transport->send(QStringLiteral("Presentation"), QStringLiteral("showPopup"),
+    m_transport->send(ModuleName::presentation, QStringLiteral("showPopup"),
                       {text, kind, duration, buttons, icon, arguments, QVariant::fromValue(options)});
     return true;
 }

@@ -3,12 +3,12 @@
 
 #include "platform/framework/KestinException.h"
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/KestinBus.h"
 #include "platform/records/UpdateReport.h"
 
 #include <QDBusReply>
 
 namespace {
-const QString settingsManager = QStringLiteral("SettingsManager");
 const QString getMethod = QStringLiteral("getSettingValue");
 const QString setMethod = QStringLiteral("setSettingValue");
 } // namespace
@@ -18,7 +18,7 @@ QString PlatformCalls::getStringSetting(const QString &key, bool *success)
     if (success)
         *success = false;
     try {
-        const QDBusReply<QString> reply = m_caller.syncRemoteCall(settingsManager, getMethod, {key});
+        const QDBusReply<QString> reply = m_caller.syncRemoteCall(ModuleName::settings, getMethod, {key});
         if (reply.isValid()) {
             if (success)
                 *success = true;
@@ -41,7 +41,7 @@ int PlatformCalls::getIntSetting(const QString &key, bool *success)
 QString PlatformCalls::getSetting(const QString &key)
 {
     try {
-        const QDBusReply<QString> reply = m_caller.syncRemoteCall(settingsManager, getMethod, {key});
+        const QDBusReply<QString> reply = m_caller.syncRemoteCall(ModuleName::settings, getMethod, {key});
         if (reply.isValid())
             return reply.value();
     } catch (...) {
@@ -54,7 +54,7 @@ QString PlatformCalls::getSetting(const QString &key)
 void PlatformCalls::setStringSetting(const QString &key, const QString &value)
 {
     try {
-        m_caller.send(settingsManager, setMethod, {key, value});
+        m_caller.send(ModuleName::settings, setMethod, {key, value});
     } catch (const KestinException &exception) {
         KestinLogger::error("ERROR: While setting value of %1:\n%2", key, exception.message());
     } catch (...) {
@@ -70,7 +70,7 @@ void PlatformCalls::setIntSetting(const QString &key, int value)
 bool PlatformCalls::setSettingConfirmed(const QString &key, const QString &value)
 {
     try {
-        const QDBusReply<UpdateReport> reply = m_caller.syncRemoteCall(settingsManager, setMethod, {key, value});
+        const QDBusReply<UpdateReport> reply = m_caller.syncRemoteCall(ModuleName::settings, setMethod, {key, value});
         if (reply.isValid())
             return true;
         KestinLogger::error("ERROR 1: While setting %1 with value : %2", key, value);

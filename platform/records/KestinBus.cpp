@@ -3,12 +3,20 @@
 
 QString KestinBus::serviceName(const QString &module)
 {
-    return QLatin1String("com.norlan.Kestin.") + module;
+    return prefix + module;
 }
 
 QString KestinBus::objectPath(const QString &module)
 {
     return QLatin1String("/com/norlan/Kestin/") + module;
+}
+
+QDBusMessage KestinBus::methodCall(const QString &module, const QString &method, const QVariantList &arguments)
+{
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(serviceName(module), objectPath(module), QLatin1String(moduleInterface), method);
+    call.setArguments(arguments);
+    return call;
 }
 
 QDBusConnection KestinBus::connect()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/framework/ErrorReplying.h"
 #include "platform/framework/KestinApplication.h"
+#include "platform/records/KestinBus.h"
 #include "src/dbus/KestinDirectoryAdaptor.h"
 #include "src/directory/KestinDirectory.h"
 
@@ -45,8 +46,7 @@ int main(int argc, char **argv)
 {
     keepOneHeap();
     KestinApplication application(argc, argv);
-    QCoreApplication::setApplicationName(
-        QStringLiteral("%1").arg(QLatin1String("KestinDirectory"), 0, QLatin1Char(' ')));
+    QCoreApplication::setApplicationName(QStringLiteral("%1").arg(ModuleName::directory, 0, QLatin1Char(' ')));
     QCoreApplication::setApplicationVersion(QStringLiteral(KESTIN_VERSION));
     parseCommandLine(application);
     KestinDirectory *directory = KestinDirectory::instance();

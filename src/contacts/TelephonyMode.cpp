@@ -3,6 +3,7 @@
 
 #include "platform/framework/KestinException.h"
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/KestinBus.h"
 #include "platform/records/KestinMode.h"
 
 #include <QDBusReply>
@@ -13,7 +14,7 @@ bool TelephonyMode::getKestinMode()
     KestinMode mode{STR_KESTIN_MODE_UNKNOWN};
     try {
         const QDBusReply<KestinMode> reply =
-            m_caller.syncRemoteCall(QStringLiteral("Telephony"), QStringLiteral("getKestinMode"), {});
+            m_caller.syncRemoteCall(ModuleName::telephony, QStringLiteral("getKestinMode"), {});
         if (!reply.isValid()) {
             KestinLogger::debug("WS not available yet...");
             return false;

@@ -4,6 +4,7 @@
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/AddressText.h"
 #include "platform/records/ImpExpStatus.h"
+#include "platform/records/KestinBus.h"
 #include "platform/records/KestinMode.h"
 #include "platform/records/KestinPaths.h"
 #include "platform/records/UpdateReport.h"
@@ -38,7 +39,7 @@ KestinDirectory::~KestinDirectory()
 KestinDirectory *KestinDirectory::instance()
 {
     if (!s_instance)
-        s_instance = new KestinDirectory(QStringLiteral("KestinDirectory"));
+        s_instance = new KestinDirectory(ModuleName::directory);
     return s_instance;
 }
 
@@ -67,7 +68,7 @@ bool KestinDirectory::init()
     connect(&m_useCases->search, &ContactSearch::workerCreated, this, &KestinDirectory::connectWorker);
     connect(&m_settings, &DirectorySettings::defaultContactsWanted, this,
             [this](const QString &value) { m_useCases->defaultContacts.setDefaultContacts(value); });
-    m_settingsWatch = watchModule(QStringLiteral("SettingsManager"));
+    m_settingsWatch = watchModule(ModuleName::settings);
     connect(m_settingsWatch.get(), &ModuleWatch::came, &m_settings, &DirectorySettings::readAgain);
     m_settings.readDirectory();
     subscribeToWebService();
@@ -169,7 +170,7 @@ void KestinDirectory::subscribeToWebService()
     };
     for (const auto &[event, slot] : handlers)
         subscribeEvent(QLatin1String(event), this, slot); // without them the company directory stays silent
-    m_webServiceWatch = watchModule(QStringLiteral("WSManager"));
+    m_webServiceWatch = watchModule(ModuleName::webServiceManager);
     m_useCases->followCompanyDirectory(*m_webServiceWatch);
 }
 

@@ -4,6 +4,7 @@
 #include "platform/framework/KestinException.h"
 #include "platform/framework/KestinLogger.h"
 #include "platform/framework/RemoteCaller.h"
+#include "platform/records/KestinBus.h"
 
 #include <QDBusPendingCallWatcher>
 #include <QDBusReply>
@@ -42,8 +43,7 @@ void UnreadSettings::ask(const QString &key)
 {
     try {
         auto *watcher = new QDBusPendingCallWatcher(
-            m_caller.asyncRemoteCall(QStringLiteral("SettingsManager"), QStringLiteral("getSettingValue"), {key}),
-            this);
+            m_caller.asyncRemoteCall(ModuleName::settings, QStringLiteral("getSettingValue"), {key}), this);
         connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, key, watcher] {
             watcher->deleteLater();
             take(key, watcher->reply());
@@ -57,7 +57,7 @@ void UnreadSettings::take(const QString &key, const QDBusMessage &message)
 {
     const QDBusReply<QString> reply = message;
     // A refusal by the manager itself is an answer too: it has no such setting.
-    const bool isAnswer = reply.isValid() || reply.error().name() == QLatin1String("com.norlan.Kestin.KestinException");
+    const bool isAnswer = reply.isValid() || reply.error().name() == KestinBus::exceptionError;
     if (!isAnswer || !m_keys.remove(key) || !reply.isValid())
         return;
     KestinLogger::info("The setting %1, which could not be read before, has come", key);

@@ -3,6 +3,7 @@
 
 #include "platform/framework/KestinException.h"
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/KestinBus.h"
 
 #include <QDBusReply>
 
@@ -12,7 +13,6 @@
 
 namespace {
 
-const QString telephony = QStringLiteral("Telephony");
 const QString manyNumbers = QStringLiteral("makeCanonicalNumberMapWithoutPrefix");
 
 struct Number
@@ -81,7 +81,7 @@ QDBusMessage CanonicalNumbers::call(const QString &method, const QVariant &argum
 {
     if (m_isSilent)
         return QDBusMessage::createError(QDBusError::NoReply, QStringLiteral("it did not answer in time just now"));
-    const QDBusMessage reply = m_caller.syncRemoteCall(telephony, method, {argument});
+    const QDBusMessage reply = m_caller.syncRemoteCall(ModuleName::telephony, method, {argument});
     noteSilence(reply);
     return reply;
 }
@@ -167,7 +167,7 @@ AskedNumbers CanonicalNumbers::askForCanonicalNumbers(const ListContact &contact
     if (m_isSilent)
         return {*this, std::nullopt};
     return {*this, attempted([&] {
-                return m_caller.asyncRemoteCall(telephony, manyNumbers, {QVariant::fromValue(request)});
+                return m_caller.asyncRemoteCall(ModuleName::telephony, manyNumbers, {QVariant::fromValue(request)});
             })};
 }
 

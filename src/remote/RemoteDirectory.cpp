@@ -3,6 +3,7 @@
 
 #include "platform/framework/KestinException.h"
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/KestinBus.h"
 
 bool RemoteDirectory::send(const char *name, const QString &method, const QVariantList &arguments, bool *ok,
                            const char *separator)
@@ -11,7 +12,7 @@ bool RemoteDirectory::send(const char *name, const QString &method, const QVaria
         *ok = false;
     const QString text = QStringLiteral("ERROR: While calling method %1 of module KestinWebServiceHelper");
     try {
-        m_caller.send(QStringLiteral("WSManager"), method, arguments);
+        m_caller.send(ModuleName::webServiceManager, method, arguments);
     } catch (const KestinException &exception) {
         const QByteArray pattern = text.toUtf8() + separator + "%2";
         KestinLogger::error(pattern.constData(), name, exception.message());

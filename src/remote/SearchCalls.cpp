@@ -1,30 +1,28 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "src/remote/SearchCalls.h"
 
-#include <QStringList>
+#include "platform/records/KestinBus.h"
 
-namespace {
-const QString webServiceManager = QStringLiteral("WSManager");
-}
+#include <QStringList>
 
 void SearchCalls::searchByFullName(const QString &searchId, const QString &name)
 {
-    m_calls.callModule(webServiceManager, QStringLiteral("udaSearchByFullName"), {searchId, name});
+    m_calls.callModule(ModuleName::webServiceManager, QStringLiteral("udaSearchByFullName"), {searchId, name});
 }
 
 void SearchCalls::searchByPhoneNumber(const QString &searchId, const QString &phoneNumber)
 {
-    m_calls.callModule(webServiceManager, QStringLiteral("udaSearch"),
+    m_calls.callModule(ModuleName::webServiceManager, QStringLiteral("udaSearch"),
                        {searchId, QStringLiteral("AND"), QStringList{QStringLiteral("TELEPHONENUMBER")},
                         QStringList{QStringLiteral("EQUAL")}, QStringList{phoneNumber}});
 }
 
 void SearchCalls::getNextResults(const QString &searchId)
 {
-    m_calls.callModule(webServiceManager, QStringLiteral("udaGetNextResults"), {searchId});
+    m_calls.callModule(ModuleName::webServiceManager, QStringLiteral("udaGetNextResults"), {searchId});
 }
 
 void SearchCalls::stopSearch(const QString &searchId)
 {
-    m_calls.callModule(webServiceManager, QStringLiteral("udaStopSearch"), {searchId});
+    m_calls.callModule(ModuleName::webServiceManager, QStringLiteral("udaStopSearch"), {searchId});
 }

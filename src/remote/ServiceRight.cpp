@@ -3,14 +3,11 @@
 
 #include "platform/framework/KestinLogger.h"
 #include "platform/framework/PlatformCalls.h"
+#include "platform/records/KestinBus.h"
 
 #include <QDBusReply>
 
 #include <utility>
-
-namespace {
-const QString webServiceManager = QStringLiteral("WSManager");
-}
 
 ServiceRight::ServiceRight(RemoteCaller &caller, DirectoryFields &fields)
     : m_caller(caller)
@@ -52,8 +49,8 @@ bool ServiceRight::check()
     m_requested.stop();
     bool isValid = false;
     try {
-        const QDBusReply<bool> reply =
-            m_caller.syncRemoteCall(webServiceManager, QStringLiteral("getServiceRight"), {QStringLiteral("IcsUda")});
+        const QDBusReply<bool> reply = m_caller.syncRemoteCall(
+            ModuleName::webServiceManager, QStringLiteral("getServiceRight"), {QStringLiteral("IcsUda")});
         isValid = reply.isValid();
         if (isValid)
             m_fields.icsLogin = reply.value();
@@ -67,7 +64,7 @@ bool ServiceRight::check()
     m_attributesInitialised = false;
     if (m_fields.icsLogin) {
         KestinLogger::debug("async call to WSManager : udaGetAttributes()");
-        PlatformCalls(m_caller).callModule(webServiceManager, QStringLiteral("udaGetAttributes"),
+        PlatformCalls(m_caller).callModule(ModuleName::webServiceManager, QStringLiteral("udaGetAttributes"),
                                            {QStringLiteral("InitDir")});
     }
     return m_attributesInitialised;

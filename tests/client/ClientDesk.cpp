@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/client/ClientDesk.h"
 
+#include "platform/records/KestinBus.h"
+
 #include <QDir>
 #include <QFile>
 
@@ -30,9 +32,9 @@ void ClientDesk::init()
     m_bus = std::make_unique<PrivateBus>();
     const QDBusConnection connection = m_bus->connection(u"test"_s);
     m_settings = std::make_unique<Program>(u"kestin-settings"_s);
-    QVERIFY(m_settings->startAndWaitForName(u"SettingsManager"_s, connection));
+    QVERIFY(m_settings->startAndWaitForName(ModuleName::settings, connection));
     m_telephony = std::make_unique<Program>(u"kestin-telephony"_s);
-    QVERIFY(m_telephony->startAndWaitForName(u"Telephony"_s, connection));
+    QVERIFY(m_telephony->startAndWaitForName(ModuleName::telephony, connection));
     startDirectory();
 }
 
@@ -41,7 +43,7 @@ void ClientDesk::startDirectory()
     m_directory = std::make_unique<Program>(u"kestin-directory"_s);
     m_directory->setEnvironment(u"KESTIN_LOG_LEVEL"_s, u"7"_s); // what a test waits for stands in the log
     m_directory->setEnvironment(u"http_proxy"_s, m_proxy);
-    QVERIFY(m_directory->startAndWaitForName(u"KestinDirectory"_s, m_bus->connection(u"test"_s)));
+    QVERIFY(m_directory->startAndWaitForName(ModuleName::directory, m_bus->connection(u"test"_s)));
 }
 
 void ClientDesk::cleanup()

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "platform/records/KestinBus.h"
 #include "tests/client/ClientDesk.h"
 
 #include <QDir>
@@ -73,7 +74,7 @@ void ClientTest::startCompany(const QStringList &options)
           "sn: Marlow\ntelephoneNumber: +33 1 99 00 00 01\n");
     m_company =
         std::make_unique<Program>(u"kestin-wsmanager"_s, QStringList{u"--ldif"_s, path(u"company.ldif"_s)} + options);
-    QVERIFY(m_company->startAndWaitForName(u"WSManager"_s, m_bus->connection(u"test"_s)));
+    QVERIFY(m_company->startAndWaitForName(ModuleName::webServiceManager, m_bus->connection(u"test"_s)));
     QVERIFY(m_directory->waitForErrorOutput(u"ICS services availability : 1"_s));
 }
 

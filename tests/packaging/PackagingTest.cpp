@@ -20,7 +20,8 @@
 
 namespace {
 
-const QStringList modules{"KestinDirectory", "SettingsManager", "Telephony", "WSManager"};
+const QStringList modules{ModuleName::directory, ModuleName::settings, ModuleName::telephony,
+                          ModuleName::webServiceManager};
 const QString somebodyElse = "daemon"; // a user and a group that every system has
 
 QString contentOf(const QString &path)
@@ -130,8 +131,7 @@ void PackagingTest::nobodyButTheServiceMayBeAModule()
     for (const QString &module : modules) {
         const QString name = KestinBus::serviceName(module);
         // Nobody has the name, so the daemon starts the program: it fails, but only after the policy let the call in.
-        const QDBusMessage call = QDBusMessage::createMethodCall(name, KestinBus::objectPath(module),
-                                                                 QLatin1String(KestinBus::moduleInterface), "any");
+        const QDBusMessage call = KestinBus::methodCall(module, "any");
         if (m_activationFiles.contains(name + ".service"))
             QTEST(connection.call(call).errorName(), "answer");
         QTEST(connection.registerService(name), "mayOwn");

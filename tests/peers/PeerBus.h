@@ -4,19 +4,13 @@
 #include "platform/records/KestinBus.h"
 #include "tests/support/PrivateBus.h"
 
-#include <QDBusMessage>
-
 /// A bus of its own and a client on it that calls the peers.
 class PeerBus
 {
 public:
     QDBusMessage call(const QString &module, const QString &method, const QVariantList &arguments = {}) const
     {
-        QDBusMessage message =
-            QDBusMessage::createMethodCall(KestinBus::serviceName(module), KestinBus::objectPath(module),
-                                           QLatin1String(KestinBus::moduleInterface), method);
-        message.setArguments(arguments);
-        return connection.call(message);
+        return connection.call(KestinBus::methodCall(module, method, arguments));
     }
 
     PrivateBus bus;

@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString module = u"SettingsManager"_s;
+const QString module = ModuleName::settings;
 const QString defaultContacts = u"DirectoryDefaultContacts"_s;
 
 /// Takes every call that the settings manager makes to one module.
@@ -195,8 +195,8 @@ void SettingsTest::ownerIsToldOfRealChanges()
     QVERIFY(m_program->startAndWaitForName(module, m_bus->connection));
     Owner owner;
     QDBusConnection connection = m_bus->bus.connection(u"owner"_s);
-    QVERIFY(connection.registerVirtualObject(KestinBus::objectPath(u"KestinDirectory"_s), &owner));
-    QVERIFY(connection.registerService(KestinBus::serviceName(u"KestinDirectory"_s)));
+    QVERIFY(connection.registerVirtualObject(KestinBus::objectPath(ModuleName::directory), &owner));
+    QVERIFY(connection.registerService(KestinBus::serviceName(ModuleName::directory)));
     const QList<std::array<QString, 3>> writes{
         {u"DirMaxContact"_s, u"1000"_s}, // its default
         {u"DirMaxContact"_s, u"7"_s, u"dirMaxContactChanged"_s},
@@ -221,8 +221,8 @@ void SettingsTest::editsOfTheFileReachTheOwner()
 {
     Owner owner;
     QDBusConnection connection = m_bus->bus.connection(u"owner"_s);
-    connection.unregisterObject(KestinBus::objectPath(u"KestinDirectory"_s));
-    QVERIFY(connection.registerVirtualObject(KestinBus::objectPath(u"KestinDirectory"_s), &owner));
+    connection.unregisterObject(KestinBus::objectPath(ModuleName::directory));
+    QVERIFY(connection.registerVirtualObject(KestinBus::objectPath(ModuleName::directory), &owner));
     const QString told = u"dirMaxContactChanged DirMaxContact=%1 by file"_s;
 
     replaceFile(m_path, "[General]\nDirMaxContact=1\n");

@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString module = u"Telephony"_s;
+const QString module = ModuleName::telephony;
 
 DialingRules rules(const QString &country, const QString &area, const QString &prefix, const QString &exceptions = {})
 {
@@ -177,7 +177,7 @@ QString TelephonyTest::canonical(const QString &number)
 
 int TelephonyTest::set(const QString &key, const QString &value)
 {
-    const QDBusMessage reply = m_bus->call(u"SettingsManager"_s, u"setSettingValue"_s, {key, value});
+    const QDBusMessage reply = m_bus->call(ModuleName::settings, u"setSettingValue"_s, {key, value});
     return qdbus_cast<UpdateReport>(reply.arguments().value(0)).code;
 }
 
@@ -198,7 +198,7 @@ void TelephonyTest::rulesFollowTheSettings()
         return std::make_unique<Program>(u"kestin-settings"_s, arguments);
     };
     std::unique_ptr<Program> manager = settings("one.ini");
-    QVERIFY(manager->startAndWaitForName(u"SettingsManager"_s, m_bus->connection));
+    QVERIFY(manager->startAndWaitForName(ModuleName::settings, m_bus->connection));
     QCOMPARE(canonical(number), number);
     QCOMPARE(set(countryCode, u"33"_s), 0);
     QCOMPARE(canonical(number), inFrance);
@@ -209,7 +209,7 @@ void TelephonyTest::rulesFollowTheSettings()
     manager->kill();
     QCOMPARE(canonical(number), inFrance);
     manager = settings("two.ini");
-    QVERIFY(manager->startAndWaitForName(u"SettingsManager"_s, m_bus->connection));
+    QVERIFY(manager->startAndWaitForName(ModuleName::settings, m_bus->connection));
     QCOMPARE(canonical(number), number);
     QCOMPARE(telephony.terminate(), 0);
 }

@@ -288,7 +288,7 @@ void TransportTest::aPopupIsAskedOfThePresentation()
     const auto show = [this] { return m_module->showPopup(u"text"_s, 3, -1, {}, {}, {}, {}); };
     QVERIFY(show()); // nobody there is no failure
     Peer peer;
-    publishPeer(u"Presentation"_s, peer);
+    publishPeer(ModuleName::presentation, peer);
     // The peer lives on this thread and answers none of them until they all were sent: a system bus lets 128 wait.
     constexpr int popups = 200;
     for (int i = 0; i < popups; ++i)

@@ -5,8 +5,6 @@
 
 #include <QTest>
 
-const QString PhoneUnderTest::name = QStringLiteral("KestinDirectory");
-
 namespace {
 
 /// Before any of the programs takes over the environment.
@@ -18,14 +16,6 @@ QString exported(const QTemporaryDir &folder)
     registerDBusEventArgument();
     static int count = 0;
     return QStringLiteral("client%1").arg(++count);
-}
-
-QDBusMessage messageTo(const QString &module, const QString &method, const QVariantList &arguments)
-{
-    QDBusMessage message = QDBusMessage::createMethodCall(KestinBus::serviceName(module), KestinBus::objectPath(module),
-                                                          KestinBus::moduleInterface, method);
-    message.setArguments(arguments);
-    return message;
 }
 
 } // namespace
@@ -41,31 +31,31 @@ PhoneUnderTest::PhoneUnderTest()
 
 void PhoneUnderTest::startPeers()
 {
-    QVERIFY2(settings.startAndWaitForName("SettingsManager", client), qPrintable(settings.errorOutput()));
+    QVERIFY2(settings.startAndWaitForName(ModuleName::settings, client), qPrintable(settings.errorOutput()));
     set("DialingRuleCountryCode", "33");
     set("DialingRuleExternalPrefix", "0");
     set("DialingRuleMinNumberLength", "6");
-    QVERIFY2(telephony.startAndWaitForName("Telephony", client), qPrintable(telephony.errorOutput()));
+    QVERIFY2(telephony.startAndWaitForName(ModuleName::telephony, client), qPrintable(telephony.errorOutput()));
 }
 
 bool PhoneUnderTest::startDirectory()
 {
-    return directory.startAndWaitForName(name, client);
+    return directory.startAndWaitForName(ModuleName::directory, client);
 }
 
 QDBusMessage PhoneUnderTest::callModule(const QString &module, const QString &method, const QVariantList &arguments)
 {
-    return client.call(messageTo(module, method, arguments), QDBus::Block, Program::limitMs);
+    return client.call(KestinBus::methodCall(module, method, arguments), QDBus::Block, Program::limitMs);
 }
 
 QDBusPendingCall PhoneUnderTest::asyncCall(const QString &method, const QVariantList &arguments)
 {
-    return client.asyncCall(messageTo(name, method, arguments), Program::limitMs);
+    return client.asyncCall(KestinBus::methodCall(ModuleName::directory, method, arguments), Program::limitMs);
 }
 
 void PhoneUnderTest::set(const QString &key, const QString &value)
 {
-    QCOMPARE(callModule("SettingsManager", "setSettingValue", {key, value}).type(), QDBusMessage::ReplyMessage);
+    QCOMPARE(callModule(ModuleName::settings, "setSettingValue", {key, value}).type(), QDBusMessage::ReplyMessage);
 }
 
 void PhoneUnderTest::raise(const QString &event, const ListEventArgument &arguments)

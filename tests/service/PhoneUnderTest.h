@@ -3,6 +3,7 @@
 
 #include "platform/records/Contact.h"
 #include "platform/records/EventArgument.h"
+#include "platform/records/KestinBus.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/Program.h"
 
@@ -28,7 +29,7 @@ public:
     QDBusMessage callModule(const QString &module, const QString &method, const QVariantList &arguments);
     QDBusMessage call(const QString &method, const QVariantList &arguments)
     {
-        return callModule(name, method, arguments);
+        return callModule(ModuleName::directory, method, arguments);
     }
     QDBusPendingCall asyncCall(const QString &method, const QVariantList &arguments);
     int code(const QString &method, const QVariantList &arguments)
@@ -44,7 +45,6 @@ public:
     void raise(const QString &event, const ListEventArgument &arguments);
     QString databasePath() const;
 
-    static const QString name; ///< of the module
     PrivateBus bus;
     QTemporaryDir data;
     Program settings{QStringLiteral("kestin-settings")};

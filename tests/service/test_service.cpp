@@ -65,8 +65,8 @@ void TestService::aCallerIsKnownByAnySpelling()
     contact.personalFax = "4711";
     QCOMPARE(phone->code("createLocalContact", created(contact)), 0);
     for (const char *number : {"0388123456", "00388123456", "+33 388 12 34 56", "0033388123456"}) {
-        const QDBusReply<QStringList> canonical = phone->callModule("Telephony", "makeCanonicalNumberListWithoutPrefix",
-                                                                    {QStringList{number, "", "", "", ""}});
+        const QDBusReply<QStringList> canonical = phone->callModule(
+            ModuleName::telephony, "makeCanonicalNumberListWithoutPrefix", {QStringList{number, "", "", "", ""}});
         const ListContact callers = phone->contacts("getLocalContacts", {canonical.value().value(0)});
         QVERIFY2(callers.size() == 1, number);
         QCOMPARE(callers.first().name, "Müller");
@@ -109,7 +109,7 @@ void TestService::aChangedSettingCounts()
 void TestService::readOnlyModeComesAsAnEvent()
 {
     const auto tell = [this](bool readOnly) {
-        phone->raise("READ_ONLY_MODE", {{"moduleName", PhoneUnderTest::name, true}, {"readOnly", readOnly, true}});
+        phone->raise("READ_ONLY_MODE", {{"moduleName", ModuleName::directory, true}, {"readOnly", readOnly, true}});
     };
     tell(true);
     QTRY_COMPARE(phone->code("deleteLocalContact", {"r", "nobody"}), 6);
@@ -257,7 +257,7 @@ void TestService::changedDialingRulesCountFromTheNextStart()
     QCOMPARE(phone->directory.terminate(), 0);
     QVERIFY(phone->startDirectory());
     QCOMPARE(phone->contacts("getLocalContacts", {"+33388123456"}).size(), 1);
-    QVERIFY(phone->telephony.startAndWaitForName("Telephony", phone->client));
+    QVERIFY(phone->telephony.startAndWaitForName(ModuleName::telephony, phone->client));
     QCOMPARE(phone->directory.terminate(), 0);
     QVERIFY(phone->startDirectory());
     const ListContact found = phone->contacts("getLocalContacts", {"+49388123456"});

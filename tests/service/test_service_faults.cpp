@@ -233,7 +233,7 @@ void TestServiceFaults::withoutABusItEnds()
         auto bus = std::make_unique<PrivateBus>();
         Program service("kestin-directory");
         const QDBusConnection client = bus->connection("watcher");
-        QVERIFY(service.startAndWaitForName(PhoneUnderTest::name, client));
+        QVERIFY(service.startAndWaitForName(ModuleName::directory, client));
         bus.reset();
         QVERIFY(service.waitForErrorOutput("<3>KestinDirectory ends: the message bus closed the connection"));
         QCOMPARE(service.waitForEnd(), 1);

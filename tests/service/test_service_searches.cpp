@@ -55,7 +55,7 @@ private Q_SLOTS:
     {
         phone = std::make_unique<PhoneUnderTest>();
         phone->startPeers();
-        QVERIFY2(phone->company.startAndWaitForName("WSManager", phone->client),
+        QVERIFY2(phone->company.startAndWaitForName(ModuleName::webServiceManager, phone->client),
                  qPrintable(phone->company.errorOutput()));
         QVERIFY2(phone->startDirectory(), qPrintable(phone->directory.errorOutput()));
         QCOMPARE(phone->code("createLocalContact", {"r", QVariant::fromValue(person("Zoë", "Martin"))}), 0);
@@ -146,7 +146,7 @@ void TestServiceSearches::aDirectoryThatHangsAndDiesDelaysNobody()
     QCOMPARE(results("s").value(0).name, "Martin");
     phone->call("startSearchContactByPhoneNumber", {"n", "+33199000000", false});
     QVERIFY(complete("n", soonMs));
-    QVERIFY(phone->company.startAndWaitForName("WSManager", phone->client));
+    QVERIFY(phone->company.startAndWaitForName(ModuleName::webServiceManager, phone->client));
     int probe = 0;
     QTRY_VERIFY(isRemote(QString("back%1").arg(++probe)));
 }
@@ -160,7 +160,8 @@ void TestServiceSearches::searchesAtRandomLeaveNothingBehind()
     Program company("kestin-wsmanager", {"--ldif", manyPeople(phone->data), "--page-size", "100"});
     company.setEnvironment("KESTIN_DATA_DIR", phone->data.path());
     phone->company.kill();
-    QVERIFY2(company.startAndWaitForName("WSManager", phone->client), qPrintable(company.errorOutput()));
+    QVERIFY2(company.startAndWaitForName(ModuleName::webServiceManager, phone->client),
+             qPrintable(company.errorOutput()));
     const int threadsBefore = threads();
     const qsizetype filesBefore = openFiles();
     int residentEarly = 0;
@@ -198,7 +199,7 @@ void TestServiceSearches::searchesAtRandomLeaveNothingBehind()
         }
         if (i % 400 == 399) {
             company.kill();
-            company.startAndWaitForName("WSManager", phone->client);
+            company.startAndWaitForName(ModuleName::webServiceManager, phone->client);
         }
         if (random->bounded(2) == 0)
             call->waitForFinished(); // otherwise the next one follows at once

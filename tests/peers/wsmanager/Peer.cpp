@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/peers/wsmanager/Peer.h"
 
+#include "platform/records/KestinBus.h"
+
 Peer::Peer(const PeerBus &bus, const QStringList &arguments)
     : m_bus(bus)
-    , m_events(m_bus.connection, QStringLiteral("WSManager"))
+    , m_events(m_bus.connection, ModuleName::webServiceManager)
     , m_program(QStringLiteral("kestin-wsmanager"), arguments)
 {
     registerDBusContact();
-    if (!m_program.startAndWaitForName(QStringLiteral("WSManager"), m_bus.connection))
+    if (!m_program.startAndWaitForName(ModuleName::webServiceManager, m_bus.connection))
         qFatal("kestin-wsmanager does not come up: %s", qPrintable(m_program.errorOutput()));
 }
 

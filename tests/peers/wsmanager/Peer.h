@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/records/Contact.h"
+#include "platform/records/KestinBus.h"
 #include "tests/peers/PeerBus.h"
 #include "tests/peers/wsmanager/EventListener.h"
 #include "tests/support/Program.h"
@@ -14,7 +15,7 @@ public:
 
     QDBusMessage call(const QString &method, const QVariantList &arguments) const
     {
-        return m_bus.call(QStringLiteral("WSManager"), method, arguments);
+        return m_bus.call(ModuleName::webServiceManager, method, arguments);
     }
     bool hasRight() const;
     /// Waits for the event that the directory became available or no longer is.

@@ -279,8 +279,8 @@ void WSManagerTest::numberIsFoundInItsCanonicalForm()
     const QString file = rules.write("settings.ini", "[General]\nDialingRuleCountryCode=33\n");
     Program settings("kestin-settings", {"--file", file});
     Program telephony("kestin-telephony");
-    QVERIFY(settings.startAndWaitForName("SettingsManager", m_bus->connection));
-    QVERIFY(telephony.startAndWaitForName("Telephony", m_bus->connection));
+    QVERIFY(settings.startAndWaitForName(ModuleName::settings, m_bus->connection));
+    QVERIFY(telephony.startAndWaitForName(ModuleName::telephony, m_bus->connection));
     QCOMPARE(peer.start("udaSearch", search), 1);
     QCOMPARE(idsOf(peer.all("n")).size(), 1);
     peer.call("makeDialableCallNumber", {"d", "01 99-00 75 67"});

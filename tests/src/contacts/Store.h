@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "platform/records/KestinBus.h"
 #include "src/contacts/RequestId.h"
 #include "src/dao/Database.h"
 #include "src/directory/UseCases.h"
@@ -37,7 +38,7 @@ struct Store
         fields.maxContacts = 1000;
         fields.comLogSize = 40;
         transport.answer = ScriptedTransport::answerAsTelephony;
-        useCases.emplace(database.connection(), transport, transport, fields, QStringLiteral("KestinDirectory"));
+        useCases.emplace(database.connection(), transport, transport, fields, ModuleName::directory);
         record();
     }
 

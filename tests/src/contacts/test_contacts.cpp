@@ -616,11 +616,10 @@ void TestContacts::aSilenceCountsForTheListInWhichItCame()
     const PrivateBus bus;
     const QDBusConnection caller = bus.connection("caller");
     Program telephony("kestin-telephony");
-    QVERIFY(telephony.startAndWaitForName("Telephony", caller));
+    QVERIFY(telephony.startAndWaitForName(ModuleName::telephony, caller));
     telephony.freeze();
-    const QString name = KestinBus::serviceName("Telephony");
-    const QDBusPendingCall call =
-        caller.asyncCall(QDBusMessage::createMethodCall(name, KestinBus::objectPath("Telephony"), QString(), "a"));
+    const QString name = KestinBus::serviceName(ModuleName::telephony);
+    const QDBusPendingCall call = caller.asyncCall(KestinBus::methodCall(ModuleName::telephony, "a"));
     QVERIFY(caller.interface()->isServiceRegistered(name)); // is answered behind the call
     telephony.kill();
     store.transport.answer = [lost = QDBusPendingReply<>(call)](const auto &, const auto &) mutable {
@@ -760,18 +759,18 @@ void TestContacts::modeOfTelephony()
 void TestContacts::onlyItsOwnReadOnlyEventCounts()
 {
     DirectoryFields fields;
-    ReadOnlyMode mode("KestinDirectory", fields);
-    const auto tell = [&](const char *module, const QVariant &value) {
+    ReadOnlyMode mode(ModuleName::directory, fields);
+    const auto tell = [&](const QString &module, const QVariant &value) {
         KestinEvent event;
-        event.addArgument(QString::fromLatin1(module), "moduleName", true);
+        event.addArgument(module, "moduleName", true);
         event.addArgument(value, "readOnly", true);
         mode.syncReadOnlyModeSlot(event);
         return fields.readOnlyMode;
     };
     QVERIFY(!tell("Other", true));
-    QVERIFY(tell("KestinDirectory", true));
+    QVERIFY(tell(ModuleName::directory, true));
     QVERIFY(tell("Other", false));
-    QVERIFY(!tell("KestinDirectory", false));
+    QVERIFY(!tell(ModuleName::directory, false));
 }
 
 QTEST_GUILESS_MAIN(TestContacts)

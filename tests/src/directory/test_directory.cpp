@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/framework/KestinException.h"
+#include "platform/records/KestinBus.h"
 #include "src/dao/DaoContact.h"
 #include "src/dao/Database.h"
 #include "src/dbus/KestinDirectoryAdaptor.h"
@@ -52,7 +53,7 @@ struct Module
     QTemporaryDir folder;
     QMap<QString, QString> settings;
     ScriptedTransport transport;
-    KestinDirectory directory{"KestinDirectory"};
+    KestinDirectory directory{ModuleName::directory};
 };
 
 QStringList ownSlots(const QMetaObject &object)
@@ -293,10 +294,10 @@ void TestDirectory::startsWithoutAnyPeer()
     module.settings = {{"DirMaxContact", "3"}, {"DirSearchMode", "1"}, {"DirectoryDefaultContacts", "1,,,A,,0,,"}};
     const auto tellReadOnly = [&module](bool isOn) {
         module.directory.syncReadOnlyModeSlot(
-            KestinEvent("E", {{"moduleName", "KestinDirectory", true}, {"readOnly", isOn, true}}));
+            KestinEvent("E", {{"moduleName", ModuleName::directory, true}, {"readOnly", isOn, true}}));
     };
     tellReadOnly(true); // refuses contacts, and so holds them back
-    Q_EMIT module.transport.watches.value("SettingsManager")->came();
+    Q_EMIT module.transport.watches.value(ModuleName::settings)->came();
     QTRY_VERIFY(module.log.contains("<6>KestinDIR::dirMaxContactChanged to 3"));
     QTRY_VERIFY(module.log.contains("<6>The setting DirectoryDefaultContacts, which could not be read before, has "
                                     "come"));
@@ -564,7 +565,7 @@ void TestDirectory::whatIsLeftBehindStaysForASetAsideDatabase()
     QVERIFY(QFile(photo).open(QIODevice::WriteOnly) && file.open(QIODevice::WriteOnly) && file.write("broken") > 0);
     file.close();
     for (int start = 0; start < 2; ++start) {
-        KestinDirectory directory("KestinDirectory");
+        KestinDirectory directory(ModuleName::directory);
         directory.attach(module.transport);
         QVERIFY((directory.check() || directory.deploy()) && directory.init() && QFile::exists(photo));
     }
@@ -589,7 +590,7 @@ void TestDirectory::photosFollowTheirContacts()
     Database database;
     DirectoryFields fields;
     QVERIFY(database.openDatabase(module.folder.path()) && database.createTables());
-    UseCases useCases(database.connection(), module.directory, module.directory, fields, "KestinDirectory");
+    UseCases useCases(database.connection(), module.directory, module.directory, fields, ModuleName::directory);
     Q_EMIT useCases.contactPhotos.contactsUpdated({}, true);
     QVERIFY(fields.lastLocalChangeDate.isValid()); // an export takes it up
     ContactPhotos &photos = useCases.contactPhotos;

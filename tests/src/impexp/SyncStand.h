@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "platform/records/KestinBus.h"
 #include "src/impexp/ContactExport.h"
 #include "src/impexp/ContactImport.h"
 #include "src/numbers/CanonicalNumbers.h"
@@ -92,5 +93,5 @@ struct SyncStand : TemporaryStore
     CanonicalNumbers numbers{telephony};
     PhotoFiles photos{*dao, fields};
     ContactImport importing{*dao, fields, numbers, photos};
-    ContactExport exporting{*dao, fields, "KestinDirectory"};
+    ContactExport exporting{*dao, fields, ModuleName::directory};
 };
