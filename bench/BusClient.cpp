@@ -2,6 +2,7 @@
 #include "bench/BusClient.h"
 
 #include "bench/BenchError.h"
+#include "platform/records/ContactIds.h"
 #include "platform/records/KestinBus.h"
 
 #include <QElapsedTimer>
@@ -37,5 +38,5 @@ BusClient::Answer BusClient::callTelephony(const QString &method, const QStringL
 BusClient::Answer BusClient::emptyCall() const
 {
     // An id of this form is answered from its text alone.
-    return callDirectory(QStringLiteral("getContactTypeById"), {QStringLiteral("##")});
+    return callDirectory(QStringLiteral("getContactTypeById"), {ContactIds::remoteEnd});
 }

@@ -6,6 +6,7 @@
 #include "bench/BusClient.h"
 #include "bench/MadeUpContacts.h"
 #include "bench/Rounds.h"
+#include "platform/records/ContactIds.h"
 
 namespace {
 constexpr int perRound = 10;
@@ -38,7 +39,7 @@ void CreateRun::measure(int creates, int size, FigureTable &table, Progress &pro
     };
     // What the service stored of a contact is what goes into the bare store, so both write the same.
     const auto insert = [this, &bare](int i) {
-        const QString id = QStringLiteral("#CONTACT_%1#").arg(m_stored + i + 1);
+        const QString id = ContactIds::ofRow(m_stored + i + 1);
         const auto stored = m_client.callDirectory(QStringLiteral("getContactById"), {id}).value<ListContact>();
         if (stored.isEmpty())
             throw BenchError(QStringLiteral("a contact that was created is not there"));

@@ -5,6 +5,7 @@
 #include "bench/BusClient.h"
 #include "bench/MadeUpContacts.h"
 #include "bench/Rounds.h"
+#include "platform/records/ContactIds.h"
 
 #include <algorithm>
 
@@ -16,7 +17,7 @@ constexpr int pageLength = 50;
 
 QString idOf(int index)
 {
-    return QStringLiteral("#CONTACT_%1#").arg(index + 1);
+    return ContactIds::ofRow(index + 1);
 }
 
 qint64 timeOf(const BusClient::Answer &answer, const QString &expectedId)

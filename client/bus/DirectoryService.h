@@ -20,7 +20,7 @@ struct ExportRequest
 };
 
 /// The calls of the contact directory, typed. Every one throws what BusSession::call throws. Methods that answer a
-/// code return it: 0 for done, otherwise RefusalText tells what it means.
+/// ResultCode return it; RefusalText tells what it means.
 class DirectoryService
 {
 public:

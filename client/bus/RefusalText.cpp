@@ -1,15 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/bus/RefusalText.h"
 
-namespace {
+#include "platform/records/DirectoryCodes.h"
 
-// The answer codes. -1 says that the contact is anonymous or unknown, and in every call that the database failed.
-constexpr int failed = -1;
-constexpr int wrongType = 1;
-constexpr int unknown = 2;
-constexpr int full = 3;
-constexpr int nothingToDo = 4;
-constexpr int readOnly = 6;
+namespace {
 
 QString readOnlyText()
 {
@@ -28,7 +22,7 @@ QString databaseText(int code)
 
 QString failedWriteText(int code, const Contact &contact)
 {
-    if (code == failed && contact.isAnonymous())
+    if (code == ResultCode::anonymous && contact.isAnonymous())
         return QStringLiteral("a contact whose number is \"anonymous\" is not accepted");
     return databaseText(code);
 }
@@ -36,13 +30,13 @@ QString failedWriteText(int code, const Contact &contact)
 QString previewText(int code, const QString &id, const QString &nothingToDoText)
 {
     switch (code) {
-    case failed:
+    case ResultCode::notFound:
         return unknownText(id);
-    case wrongType:
+    case ResultCode::wrongType:
         return QStringLiteral("%1 is a manager or assistant, who stays in the preview list").arg(id);
-    case nothingToDo:
+    case ResultCode::nothingToDo:
         return nothingToDoText.arg(id);
-    case readOnly:
+    case ResultCode::readOnly:
         return readOnlyText();
     default:
         return databaseText(code);
@@ -53,7 +47,7 @@ QString previewText(int code, const QString &id, const QString &nothingToDoText)
 
 bool RefusalText::isFinal(int createCode)
 {
-    return createCode == full || createCode == readOnly;
+    return createCode == ResultCode::capacityReached || createCode == ResultCode::readOnly;
 }
 
 QString RefusalText::ofFullDirectory()
@@ -64,9 +58,9 @@ QString RefusalText::ofFullDirectory()
 QString RefusalText::ofCreate(int code, const Contact &contact)
 {
     switch (code) {
-    case full:
+    case ResultCode::capacityReached:
         return ofFullDirectory();
-    case readOnly:
+    case ResultCode::readOnly:
         return readOnlyText();
     default:
         return failedWriteText(code, contact);
@@ -76,11 +70,11 @@ QString RefusalText::ofCreate(int code, const Contact &contact)
 QString RefusalText::ofModify(int code, const Contact &contact)
 {
     switch (code) {
-    case wrongType:
+    case ResultCode::wrongType:
         return QStringLiteral("%1 was not made on this phone and cannot be changed here").arg(contact.contactId);
-    case unknown:
+    case ResultCode::noSuchContact:
         return unknownText(contact.contactId);
-    case readOnly:
+    case ResultCode::readOnly:
         return readOnlyText();
     default:
         return failedWriteText(code, contact);
@@ -90,11 +84,11 @@ QString RefusalText::ofModify(int code, const Contact &contact)
 QString RefusalText::ofRemove(int code, const QString &id)
 {
     switch (code) {
-    case wrongType:
+    case ResultCode::wrongType:
         return QStringLiteral("%1 was not made on this phone and cannot be removed here").arg(id);
-    case unknown:
+    case ResultCode::noSuchContact:
         return unknownText(id);
-    case readOnly:
+    case ResultCode::readOnly:
         return readOnlyText();
     default:
         return databaseText(code);

@@ -3,8 +3,8 @@
 
 #include "platform/records/Contact.h"
 
-/// The directory's answer codes as sentences. The same number means different things in different calls, so there is
-/// one operation a call. `code` is not 0.
+/// The directory's ResultCodes as sentences. The same number means different things in different calls, so there is one
+/// operation a call. `code` is not ResultCode::done.
 namespace RefusalText {
 
 /// A code that says that no further contact can be created for now: the directory is full or read-only.

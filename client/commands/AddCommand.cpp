@@ -8,6 +8,7 @@
 #include "client/commands/ContactOptions.h"
 #include "client/commands/Report.h"
 #include "client/text/EventValue.h"
+#include "platform/records/DirectoryCodes.h"
 #include "platform/records/KestinBus.h"
 
 namespace {
@@ -19,7 +20,7 @@ QString create(const BusSession &bus, const Contact &contact)
     EventWait wait(bus);
     wait.listen({QStringLiteral("DIR_CONTACTS_CREATED")}, ModuleName::directory);
     const int code = DirectoryService(bus).create(requestId, contact);
-    if (code != 0)
+    if (code != ResultCode::done)
         throw CommandFailure(ExitCode::Refused, RefusalText::ofCreate(code, contact));
     QString id;
     wait.run([&](const QString &, const ListEventArgument &arguments) {

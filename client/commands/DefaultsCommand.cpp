@@ -9,6 +9,7 @@
 #include "client/commands/Report.h"
 #include "client/defaults/DefaultContacts.h"
 #include "client/text/EventValue.h"
+#include "platform/records/DirectoryCodes.h"
 #include "platform/records/KestinBus.h"
 #include "platform/records/RegularFile.h"
 
@@ -60,7 +61,7 @@ void apply(const QString &key, const DefaultContacts &contacts, bool hadSome, co
     if (contacts.count == 0 && !hadSome)
         return;
     const EventWait::End end = wait.run([](const QString &, const ListEventArgument &arguments) {
-        return EventValue::of<QString>(arguments, QLatin1String("reqId")) == QLatin1String("DM");
+        return EventValue::of<QString>(arguments, QLatin1String("reqId")) == RequestId::deviceManagement;
     });
     if (end != EventWait::End::Done)
         throw CommandFailure(ExitCode::NoAnswer,

@@ -5,6 +5,7 @@
 #include "client/bus/RefusalText.h"
 #include "client/commands/CommandArguments.h"
 #include "client/commands/ContactOptions.h"
+#include "platform/records/DirectoryCodes.h"
 
 CommandHelp EditCommand::help() const
 {
@@ -32,7 +33,7 @@ ExitCode EditCommand::run(const QCommandLineParser &arguments, CommandContext &c
         throw CommandFailure(ExitCode::Refused, QStringLiteral("no contact has the id %1").arg(id));
     ContactOptions::apply(arguments, *contact);
     const int code = directory.modify(DirectoryService::newRequestId(), *contact);
-    if (code != 0)
+    if (code != ResultCode::done)
         throw CommandFailure(ExitCode::Refused, RefusalText::ofModify(code, *contact));
     return ExitCode::Done;
 }

@@ -10,6 +10,7 @@
 #include "client/photo/PhotoFolder.h"
 #include "client/photo/PictureFile.h"
 #include "client/text/EventValue.h"
+#include "platform/records/DirectoryCodes.h"
 #include "platform/records/KestinBus.h"
 
 #include <QRegularExpression>
@@ -34,7 +35,7 @@ void setPhoto(Contact contact, const QString &photo, const DirectoryService &dir
 {
     contact.photo = photo;
     const int code = directory.modify(DirectoryService::newRequestId(), contact);
-    if (code != 0)
+    if (code != ResultCode::done)
         throw CommandFailure(ExitCode::Refused, RefusalText::ofModify(code, contact));
 }
 

@@ -6,6 +6,7 @@
 #include "client/bus/RefusalText.h"
 #include "client/commands/CommandArguments.h"
 #include "client/commands/Report.h"
+#include "platform/records/DirectoryCodes.h"
 
 namespace {
 
@@ -18,7 +19,7 @@ ExitCode change(const QStringList &ids, const BusSession &bus, Change operation,
     ExitCode result = ExitCode::Done;
     for (const QString &id : CommandArguments::some(ids, QStringLiteral("ID"))) {
         const int code = (directory.*operation)(DirectoryService::newRequestId(), id);
-        if (code == 0)
+        if (code == ResultCode::done)
             continue;
         Report::problem(refusal(code, id));
         result = ExitCode::Refused;

@@ -5,6 +5,7 @@
 #include "client/bus/RefusalText.h"
 #include "client/commands/CommandArguments.h"
 #include "client/commands/Report.h"
+#include "platform/records/DirectoryCodes.h"
 
 CommandHelp RemoveCommand::help() const
 {
@@ -19,7 +20,7 @@ ExitCode RemoveCommand::run(const QCommandLineParser &arguments, CommandContext 
     ExitCode result = ExitCode::Done;
     for (const QString &id : CommandArguments::some(arguments.positionalArguments(), QStringLiteral("ID"))) {
         const int code = directory.remove(DirectoryService::newRequestId(), id);
-        if (code == 0)
+        if (code == ResultCode::done)
             continue;
         Report::problem(RefusalText::ofRemove(code, id));
         result = ExitCode::Refused;

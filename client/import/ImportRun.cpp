@@ -4,6 +4,7 @@
 #include "client/bus/RefusalText.h"
 #include "client/text/ContactText.h"
 #include "client/text/Printable.h"
+#include "platform/records/DirectoryCodes.h"
 #include "platform/records/KestinBus.h"
 
 #include <QDBusPendingCallWatcher>
@@ -100,7 +101,7 @@ void ImportRun::settle(const RefusedCard &card, const Contact &contact, PhotoFil
 {
     try {
         const int code = BusSession::valueOf<int>(ModuleName::directory, reply);
-        if (code == 0) {
+        if (code == ResultCode::done) {
             photo.keep();
             ++m_report.created;
             return;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/text/ContactText.h"
 
+#include "platform/records/ContactIds.h"
+
 #include <array>
 
 namespace {
@@ -32,7 +34,7 @@ QString ContactText::displayName(const ContactSummary &contact)
 
 bool ContactText::isOfCompany(const ContactSummary &contact)
 {
-    return contact.type == ContactType::Remote || contact.contactId.endsWith(QLatin1String("##"));
+    return contact.type == ContactType::Remote || ContactIds::isRemote(contact.contactId);
 }
 
 QString ContactText::typeName(qint32 type)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "peers/wsmanager/AttributeMap.h"
 
+#include "platform/records/ContactIds.h"
+
 #include <QUrl>
 
 #include <algorithm>
@@ -10,7 +12,6 @@ namespace {
 
 constexpr QLatin1String miscPrefix("misc.");
 constexpr QLatin1String photoField("photo");
-constexpr QLatin1String remoteIdEnd("##");
 
 struct Default
 {
@@ -152,11 +153,12 @@ QString AttributeMap::valueOf(const Contact &contact, const QString &field)
 
 QString AttributeMap::contactIdOf(const QString &dn)
 {
-    return QString::fromLatin1(QUrl::toPercentEncoding(dn, "=,@+ '")) + remoteIdEnd;
+    return QString::fromLatin1(QUrl::toPercentEncoding(dn, "=,@+ '")) + ContactIds::remoteEnd;
 }
 
 QString AttributeMap::dnOf(const QString &contactId)
 {
-    const QString encoded = contactId.endsWith(remoteIdEnd) ? contactId.chopped(remoteIdEnd.size()) : contactId;
+    const QString encoded =
+        ContactIds::isRemote(contactId) ? contactId.chopped(ContactIds::remoteEnd.size()) : contactId;
     return QUrl::fromPercentEncoding(encoded.toUtf8());
 }

@@ -2,11 +2,10 @@
 #include "src/contacts/ContactCreation.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/ContactIds.h"
+#include "platform/records/DirectoryCodes.h"
 #include "src/contacts/ContactWrite.h"
 #include "src/contacts/ListedContacts.h"
-#include "src/contacts/RequestId.h"
-#include "src/contacts/ResultCode.h"
-#include "src/dao/ContactIds.h"
 #include "src/dao/DaoContact.h"
 #include "src/dao/LatinText.h"
 

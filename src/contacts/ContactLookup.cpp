@@ -2,6 +2,7 @@
 #include "src/contacts/ContactLookup.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/ContactIds.h"
 #include "src/dao/ContactOrder.h"
 #include "src/dao/DaoContact.h"
 
@@ -82,7 +83,7 @@ ListContact ContactLookup::getContactToMerge(const QString &imAddress, const QSt
 int ContactLookup::getContactTypeById(const QString &contactId)
 {
     KestinLogger::debug("-- Method getContactTypeById called with contactId=[%1] --", contactId);
-    if (contactId.endsWith(QLatin1String("##")))
+    if (ContactIds::isRemote(contactId))
         return ContactType::Remote;
     return getContactById(contactId).isEmpty() ? ContactType::Other : ContactType::Local;
 }

@@ -2,9 +2,9 @@
 #include "src/contacts/ContactModification.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/DirectoryCodes.h"
 #include "src/contacts/ContactWrite.h"
 #include "src/contacts/ListedContacts.h"
-#include "src/contacts/ResultCode.h"
 #include "src/dao/DaoContact.h"
 #include "src/dao/LatinText.h"
 

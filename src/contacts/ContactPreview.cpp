@@ -2,9 +2,8 @@
 #include "src/contacts/ContactPreview.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/DirectoryCodes.h"
 #include "src/contacts/ContactWrite.h"
-#include "src/contacts/RequestId.h"
-#include "src/contacts/ResultCode.h"
 #include "src/dao/DaoContact.h"
 
 ContactPreview::ContactPreview(DaoContact &dao, const DirectoryFields &fields, ContactNews &news)

@@ -3,10 +3,9 @@
 
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/AddressText.h"
+#include "platform/records/DirectoryCodes.h"
 #include "src/contacts/ContactWrite.h"
 #include "src/contacts/DefaultContactsText.h"
-#include "src/contacts/RequestId.h"
-#include "src/contacts/ResultCode.h"
 #include "src/dao/DaoContact.h"
 
 DefaultContacts::DefaultContacts(DaoContact &dao, CanonicalNumbers &numbers, ContactCreation &creation,

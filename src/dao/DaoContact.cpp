@@ -3,8 +3,8 @@
 
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/AddressText.h"
+#include "platform/records/ContactIds.h"
 #include "src/dao/Connection.h"
-#include "src/dao/ContactIds.h"
 #include "src/dao/ContactRow.h"
 #include "src/dao/QueryText.h"
 

@@ -2,6 +2,7 @@
 #include "src/impexp/ContactImport.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/DirectoryCodes.h"
 #include "src/impexp/ImportRun.h"
 
 ContactImport::ContactImport(DaoContact &dao, DirectoryFields &fields, CanonicalNumbers &numbers,
@@ -30,7 +31,7 @@ void ContactImport::importFromXml(const QString &path)
     if (outcome.status == ImpExpStatus::Success)
         KestinLogger::info("KestinDirectory::importFromXml : import process succeeded.");
     if (!outcome.deletedIds.isEmpty())
-        Q_EMIT contactsDeleted(QStringLiteral("pcSyncDeleteContactReqId"), outcome.deletedIds);
+        Q_EMIT contactsDeleted(RequestId::importDeletion, outcome.deletedIds);
     for (const QString &text : outcome.errors)
         Q_EMIT contactNotImported(text);
     if (outcome.isChanged)

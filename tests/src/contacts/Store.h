@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "platform/records/DirectoryCodes.h"
 #include "platform/records/KestinBus.h"
-#include "src/contacts/RequestId.h"
 #include "src/dao/Database.h"
 #include "src/directory/UseCases.h"
 #include "tests/support/LogCapture.h"

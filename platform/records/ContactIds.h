@@ -4,8 +4,9 @@
 #include <QRegularExpression>
 #include <QString>
 
-/// The ids that the directory gives: "#CONTACT_7#" (the database makes it of the row) and "#DM_x#" for the contact that
-/// device management calls x. Any other is one that a caller gave.
+/// The forms of contacts' ids. The directory gives "#CONTACT_7#" (the database makes it of the row) and "#DM_x#" for
+/// the contact that device management calls x; an id that ends with "##" is the company directory's. Any other is one
+/// that a caller gave.
 namespace ContactIds {
 
 inline QString ofRow(qint64 rowId)
@@ -24,6 +25,13 @@ inline bool isOfDirectory(const QString &id)
     static const QRegularExpression form(QStringLiteral("\\A#(CONTACT_[0-9]+|DM_.*)#\\z"),
                                          QRegularExpression::DotMatchesEverythingOption);
     return form.match(id).hasMatch();
+}
+
+inline constexpr QLatin1String remoteEnd("##");
+
+inline bool isRemote(const QString &id)
+{
+    return id.endsWith(remoteEnd);
 }
 
 } // namespace ContactIds
