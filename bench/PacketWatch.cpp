@@ -3,6 +3,7 @@
 
 #include "bench/BenchError.h"
 #include "platform/records/KestinBus.h"
+#include "platform/records/PlatformEvents.h"
 
 #include <QDBusPendingCall>
 #include <QTimer>
@@ -19,11 +20,11 @@ PacketWatch::PacketWatch(const QDBusConnection &connection)
 void PacketWatch::take(const QDBusMessage &message)
 {
     const QString name = message.arguments().value(0).toString();
-    if (name == QLatin1String("WS_DIRECTORY_GET_NEXT_RESULTS"))
+    if (name == EventName::wsNextResults)
         m_timer.start();
-    else if (name == QLatin1String("DIR_SEARCH_RESULTS"))
+    else if (name == EventName::searchResults)
         m_times.append(m_timer.nsecsElapsed());
-    else if (name == QLatin1String("DIR_SEARCH_COMPLETED_BY_NAME"))
+    else if (name == EventName::searchCompletedByName)
         m_loop.quit();
 }
 

@@ -5,6 +5,7 @@
 #include "platform/records/ContactSummary.h"
 #include "platform/records/EventArgument.h"
 #include "platform/records/KestinBus.h"
+#include "platform/records/PlatformEvents.h"
 
 #include <QDBusPendingCall>
 #include <QTimer>
@@ -32,10 +33,10 @@ void SearchClient::take(const QDBusMessage &message)
 {
     const qint64 now = m_timer.isValid() ? m_timer.nsecsElapsed() : 0;
     const QString name = message.arguments().value(0).toString();
-    if (name == QLatin1String("DIR_SEARCH_RESULTS") && m_times.firstResults == 0) {
+    if (name == EventName::searchResults && m_times.firstResults == 0) {
         m_times.firstResults = now;
         m_firstResults = message;
-    } else if (name == QLatin1String("DIR_SEARCH_COMPLETED_BY_NAME")) {
+    } else if (name == EventName::searchCompletedByName) {
         m_times.completion = now;
         m_completion = message;
         m_loop.quit();

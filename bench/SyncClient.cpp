@@ -5,6 +5,7 @@
 #include "platform/records/EventArgument.h"
 #include "platform/records/ImpExpStatus.h"
 #include "platform/records/KestinBus.h"
+#include "platform/records/PlatformEvents.h"
 
 #include <QDBusPendingCall>
 #include <QDateTime>
@@ -31,12 +32,12 @@ qint64 SyncClient::exportTo(const QString &path)
 {
     const QVariantList arguments{
         path, 0, true, QStringLiteral("bench"), QStringLiteral("bench"), QDateTime::currentDateTimeUtc(), QDateTime()};
-    return run(QStringLiteral("exportToXml"), arguments, QStringLiteral("ExportFinishedEvt"));
+    return run(QStringLiteral("exportToXml"), arguments, EventName::exportFinished);
 }
 
 qint64 SyncClient::importFrom(const QString &path)
 {
-    return run(QStringLiteral("importFromXml"), {path}, QStringLiteral("ImportFinishedEvt"));
+    return run(QStringLiteral("importFromXml"), {path}, EventName::importFinished);
 }
 
 qint64 SyncClient::run(const QString &method, const QVariantList &arguments, const QString &event)

@@ -10,6 +10,7 @@
 #include "client/text/EventValue.h"
 #include "platform/records/DirectoryCodes.h"
 #include "platform/records/KestinBus.h"
+#include "platform/records/PlatformEvents.h"
 
 namespace {
 
@@ -18,14 +19,14 @@ QString create(const BusSession &bus, const Contact &contact)
 {
     const QString requestId = DirectoryService::newRequestId();
     EventWait wait(bus);
-    wait.listen({QStringLiteral("DIR_CONTACTS_CREATED")}, ModuleName::directory);
+    wait.listen({EventName::contactsCreated}, ModuleName::directory);
     const int code = DirectoryService(bus).create(requestId, contact);
     if (code != ResultCode::done)
         throw CommandFailure(ExitCode::Refused, RefusalText::ofCreate(code, contact));
     QString id;
     wait.run([&](const QString &, const ListEventArgument &arguments) {
-        if (EventValue::of<QString>(arguments, QLatin1String("reqId")) == requestId)
-            id = EventValue::of<ListContact>(arguments, QLatin1String("contacts")).value(0).contactId;
+        if (EventValue::of<QString>(arguments, ArgumentName::reqId) == requestId)
+            id = EventValue::of<ListContact>(arguments, ArgumentName::contacts).value(0).contactId;
         return !id.isEmpty();
     });
     if (id.isEmpty())

@@ -11,6 +11,7 @@
 #include "client/text/EventValue.h"
 #include "platform/records/DirectoryCodes.h"
 #include "platform/records/KestinBus.h"
+#include "platform/records/PlatformEvents.h"
 #include "platform/records/RegularFile.h"
 
 #include <cstdio>
@@ -53,15 +54,14 @@ void write(const QString &key, const QString &value, const BusSession &bus)
 /// Writes the setting and waits until the directory tells that it holds the contacts.
 void apply(const QString &key, const DefaultContacts &contacts, bool hadSome, const BusSession &bus)
 {
-    const QString last =
-        contacts.count > 0 ? QStringLiteral("DIR_CONTACTS_CREATED") : QStringLiteral("DIR_CONTACTS_DELETED");
+    const QString last = contacts.count > 0 ? EventName::contactsCreated : EventName::contactsDeleted;
     EventWait wait(bus);
     wait.listen({last}, ModuleName::directory);
     write(key, contacts.value, bus);
     if (contacts.count == 0 && !hadSome)
         return;
     const EventWait::End end = wait.run([](const QString &, const ListEventArgument &arguments) {
-        return EventValue::of<QString>(arguments, QLatin1String("reqId")) == RequestId::deviceManagement;
+        return EventValue::of<QString>(arguments, ArgumentName::reqId) == RequestId::deviceManagement;
     });
     if (end != EventWait::End::Done)
         throw CommandFailure(ExitCode::NoAnswer,

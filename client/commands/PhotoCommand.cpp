@@ -12,6 +12,7 @@
 #include "client/text/EventValue.h"
 #include "platform/records/DirectoryCodes.h"
 #include "platform/records/KestinBus.h"
+#include "platform/records/PlatformEvents.h"
 
 #include <QRegularExpression>
 
@@ -72,9 +73,9 @@ QString set(const QString &source, const QString &id, const BusSession &bus)
 /// The photo that the event says the directory has fetched for the contact; empty when it says no such thing.
 QString fetchedPhoto(const QString &id, const ListEventArgument &arguments)
 {
-    if (!EventValue::of<bool>(arguments, QLatin1String("onlyPhotoHasChanged")))
+    if (!EventValue::of<bool>(arguments, ArgumentName::onlyPhotoHasChanged))
         return {};
-    for (const Contact &contact : EventValue::of<ListContact>(arguments, QLatin1String("contacts"))) {
+    for (const Contact &contact : EventValue::of<ListContact>(arguments, ArgumentName::contacts)) {
         if (contact.contactId == id)
             return contact.photo;
     }
@@ -86,7 +87,7 @@ QString setAddressAndWait(const QString &address, const QString &id, const BusSe
     const Interruption interruption;
     EventWait wait(bus);
     QObject::connect(&interruption, &Interruption::interrupted, &wait, &EventWait::interrupt);
-    wait.listen({QStringLiteral("DIR_CONTACTS_UPDATED")}, ModuleName::directory);
+    wait.listen({EventName::contactsUpdated}, ModuleName::directory);
     const DirectoryService directory(bus);
     setPhoto(contactOf(id, directory), address, directory);
     QString photo;

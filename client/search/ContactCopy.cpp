@@ -5,14 +5,7 @@
 #include "client/bus/RefusalText.h"
 #include "client/text/EventValue.h"
 #include "platform/records/KestinBus.h"
-
-namespace {
-
-constexpr QLatin1String createdEvent{"DIR_CONTACTS_CREATED"};
-constexpr QLatin1String fullEvent{"DIR_CONTACT_DB_FULL"};
-constexpr QLatin1String profileEvent{"WS_DIRECTORY_GET_CONTACT_PROFILE"};
-
-} // namespace
+#include "platform/records/PlatformEvents.h"
 
 ContactCopy::ContactCopy(const BusSession &bus)
     : m_bus(bus)
@@ -22,13 +15,13 @@ ContactCopy::ContactCopy(const BusSession &bus)
 
 QString ContactCopy::copy(const QString &id)
 {
-    m_wait.listen({createdEvent, fullEvent}, ModuleName::directory);
+    m_wait.listen({EventName::contactsCreated, EventName::databaseFull}, ModuleName::directory);
     if (!m_bus.isReachable(ModuleName::webServiceManager))
         throw CommandFailure(ExitCode::NoService, QStringLiteral("the company directory cannot be reached: %1 is not "
                                                                  "running on this message bus")
                                                       .arg(ModuleName::webServiceManager));
     // The directory itself does not tell that there is no such contact.
-    m_wait.listen({profileEvent}, ModuleName::webServiceManager);
+    m_wait.listen({EventName::wsContactProfile}, ModuleName::webServiceManager);
     DirectoryService(m_bus).copyToLocal(id);
     const EventWait::End end = m_wait.run([this, &id](const QString &eventName, const ListEventArgument &arguments) {
         return take(id, eventName, arguments);
@@ -46,17 +39,17 @@ QString ContactCopy::copy(const QString &id)
 
 bool ContactCopy::take(const QString &id, const QString &eventName, const ListEventArgument &arguments)
 {
-    if (eventName == fullEvent) {
+    if (eventName == EventName::databaseFull) {
         m_refusal = RefusalText::ofFullDirectory();
         return true;
     }
-    if (EventValue::of<QString>(arguments, QLatin1String("reqId")) != id)
+    if (EventValue::of<QString>(arguments, ArgumentName::reqId) != id)
         return false;
-    if (eventName == createdEvent) {
-        m_newId = EventValue::of<ListContact>(arguments, QLatin1String("contacts")).value(0).contactId;
+    if (eventName == EventName::contactsCreated) {
+        m_newId = EventValue::of<ListContact>(arguments, ArgumentName::contacts).value(0).contactId;
         return true;
     }
-    if (EventValue::of<ListContact>(arguments, QLatin1String("result")).isEmpty())
+    if (EventValue::of<ListContact>(arguments, ArgumentName::result).isEmpty())
         m_refusal = QStringLiteral("the company directory gave no contact with the id %1").arg(id);
     return !m_refusal.isEmpty();
 }

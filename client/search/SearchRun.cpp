@@ -3,14 +3,11 @@
 
 #include "client/text/EventValue.h"
 #include "platform/records/KestinBus.h"
+#include "platform/records/PlatformEvents.h"
 
 #include <algorithm>
 
 namespace {
-
-constexpr QLatin1String resultsEvent{"DIR_SEARCH_RESULTS"};
-constexpr QLatin1String completedByNameEvent{"DIR_SEARCH_COMPLETED_BY_NAME"};
-constexpr QLatin1String completedByNumberEvent{"DIR_SEARCH_COMPLETED_BY_PHONE_NUMBER"};
 
 constexpr int pageLength = 200;
 constexpr std::chrono::seconds purgeLimit(2);
@@ -22,7 +19,8 @@ SearchRun::SearchRun(const BusSession &bus)
     , m_wait(bus)
     , m_searchId(DirectoryService::newRequestId())
 {
-    m_wait.listen({resultsEvent, completedByNameEvent, completedByNumberEvent}, ModuleName::directory);
+    m_wait.listen({EventName::searchResults, EventName::searchCompletedByName, EventName::searchCompletedByPhoneNumber},
+                  ModuleName::directory);
 }
 
 SearchRun::~SearchRun()
@@ -51,13 +49,13 @@ EventWait::End SearchRun::wait()
 
 bool SearchRun::take(const QString &eventName, const ListEventArgument &arguments)
 {
-    if (EventValue::of<QString>(arguments, QLatin1String("searchId")) != m_searchId)
+    if (EventValue::of<QString>(arguments, ArgumentName::searchId) != m_searchId)
         return false;
-    m_match = EventValue::of<Contact>(arguments, QLatin1String("contact"));
+    m_match = EventValue::of<Contact>(arguments, ArgumentName::contact);
     // What a completion tells may have been told before; then all of it can be fetched.
-    if (eventName != resultsEvent)
+    if (eventName != EventName::searchResults)
         return true;
-    m_announced += EventValue::of<ListContactSummary>(arguments, QLatin1String("listContactSummary"));
+    m_announced += EventValue::of<ListContactSummary>(arguments, ArgumentName::listContactSummary);
     Q_EMIT announcedMore();
     return false;
 }

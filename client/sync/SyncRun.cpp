@@ -4,6 +4,7 @@
 #include "client/sync/SyncFile.h"
 #include "client/text/EventValue.h"
 #include "platform/records/KestinBus.h"
+#include "platform/records/PlatformEvents.h"
 
 #include <QDBusError>
 
@@ -24,14 +25,14 @@ SyncRun::SyncRun(const BusSession &bus, std::chrono::milliseconds limit)
 SyncRun::Outcome SyncRun::exportTo(const ExportRequest &request)
 {
     m_wait.setLimit(m_limit, [path = request.path] { return SyncFile::bytesWritten(path); });
-    return run(QStringLiteral("ExportFinishedEvt"),
+    return run(EventName::exportFinished,
                [&request](const DirectoryService &directory) { return directory.exportToXml(request); });
 }
 
 SyncRun::Outcome SyncRun::importFrom(const QString &path)
 {
     m_wait.setLimit(m_limit);
-    return run(QStringLiteral("ImportFinishedEvt"),
+    return run(EventName::importFinished,
                [&path](const DirectoryService &directory) { return directory.importFromXml(path); });
 }
 
@@ -43,8 +44,8 @@ SyncRun::Outcome SyncRun::run(const QString &eventName,
     connect(&watcher, &QDBusPendingCallWatcher::finished, this,
             [this](const QDBusPendingCallWatcher *finished) { takeReply(finished->reply()); });
     const EventWait::End end = m_wait.run([this](const QString &, const ListEventArgument &arguments) {
-        m_outcome = Outcome{EventValue::of<ImpExpStatus>(arguments, QLatin1String("status")),
-                            EventValue::of<QString>(arguments, QLatin1String("cause"))};
+        m_outcome = Outcome{EventValue::of<ImpExpStatus>(arguments, ArgumentName::status),
+                            EventValue::of<QString>(arguments, ArgumentName::cause)};
         return m_isAnswered;
     });
     if (end == EventWait::End::Interrupted)

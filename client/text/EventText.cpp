@@ -5,6 +5,7 @@
 #include "client/text/EventValue.h"
 #include "client/text/RecordJson.h"
 #include "platform/records/ImpExpStatus.h"
+#include "platform/records/PlatformEvents.h"
 
 #include <QJsonArray>
 
@@ -85,8 +86,8 @@ QStringList EventText::arguments(const ListEventArgument &arguments)
     for (const EventArgument &argument : arguments)
         texts.append(argument.name + QLatin1Char('=') + formsOf(argument.value).text);
     // What has changed is not seen otherwise.
-    if (EventValue::of<bool>(arguments, QLatin1String("onlyPhotoHasChanged"))) {
-        for (const Contact &contact : EventValue::of<ListContact>(arguments, QLatin1String("contacts")))
+    if (EventValue::of<bool>(arguments, ArgumentName::onlyPhotoHasChanged)) {
+        for (const Contact &contact : EventValue::of<ListContact>(arguments, ArgumentName::contacts))
             texts.append(QLatin1String("photo=") + contact.photo);
     }
     return texts;

@@ -2,15 +2,9 @@
 #pragma once
 
 #include "peers/wsmanager/DirectoryEntry.h"
+#include "platform/records/PlatformEvents.h"
 
 #include <QObject>
-
-/// How things stand after a packet; the values are those of the event that carries it.
-enum class PacketStatus {
-    More = 1,     ///< there may be more
-    Finished = 2, ///< that was all
-    TimedOut = 3  ///< the directory does not answer; there may have been more
-};
 
 /// One search in a company directory, which gives its entries in packets. Deleting it stops it. Main thread only.
 class DirectorySearch : public QObject

@@ -8,6 +8,7 @@
 #include "platform/framework/ErrorReplying.h"
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/KestinBus.h"
+#include "platform/records/PlatformEvents.h"
 #include "platform/records/RecordMaps.h"
 
 #include <QCoreApplication>
@@ -52,7 +53,7 @@ bool WSManager::getServiceRight(const QString &right) const
 void WSManager::udaGetAttributes(const QString &reqId)
 {
     const bool isAvailable = m_source->isAvailable();
-    raise("WS_DIRECTORY_GET_ATTRIBUTES", reqId, isAvailable ? 1 : 0,
+    raise(EventName::wsAttributes, reqId, isAvailable ? 1 : 0,
           isAvailable ? QStringLiteral("OK") : QStringLiteral("the directory cannot be reached"),
           m_queries.attributeNames());
 }
@@ -69,19 +70,19 @@ void WSManager::udaGetAttributeProperties(const QString &reqId, const QString &a
     const QMapQStringQString properties{{QStringLiteral("name"), attribute},
                                         {QStringLiteral("fields"), fields.join(QLatin1Char(','))},
                                         {QStringLiteral("ldap"), sources.join(QLatin1Char(','))}};
-    raise("WS_DIRECTORY_GET_ATTRIBUTE_PROPERTIES", reqId, fields.isEmpty() ? 0 : 1,
+    raise(EventName::wsAttributeProperties, reqId, fields.isEmpty() ? 0 : 1,
           fields.isEmpty() ? QStringLiteral("there is no such attribute") : QStringLiteral("OK"),
           QVariant::fromValue(properties));
 }
 
 void WSManager::udaGetOperators(const QString &reqId)
 {
-    raise("WS_DIRECTORY_GET_OPERATORS", reqId, 1, QStringLiteral("OK"), QueryBuilder::operatorNames());
+    raise(EventName::wsOperators, reqId, 1, QStringLiteral("OK"), QueryBuilder::operatorNames());
 }
 
 void WSManager::udaGetDirectories(const QString &reqId)
 {
-    raise("WS_DIRECTORY_GET_DIRECTORIES", reqId, 1, QStringLiteral("OK"), QStringList{m_config.name});
+    raise(EventName::wsDirectories, reqId, 1, QStringLiteral("OK"), QStringList{m_config.name});
 }
 
 void WSManager::udaSearchByFullName(const QString &searchId, const QString &name, const QStringList &attributes,
@@ -96,15 +97,14 @@ void WSManager::udaSearchByFullName(const QString &searchId, const QString &name
             query.problem = further.problem;
     }
     const QString refusal = startSearch(searchId, query);
-    raise("WS_DIRECTORY_SEARCH_BY_FULL_NAME", searchId, refusal.isEmpty() ? 1 : 0,
+    raise(EventName::wsSearchByFullName, searchId, refusal.isEmpty() ? 1 : 0,
           refusal.isEmpty() ? QStringLiteral("OK") : refusal);
 }
 
 void WSManager::udaSearch(const QString &searchId, const DirectoryQuery &query)
 {
     const QString refusal = startSearch(searchId, query);
-    raise("WS_DIRECTORY_SEARCH", searchId, refusal.isEmpty() ? 1 : 0,
-          refusal.isEmpty() ? QStringLiteral("OK") : refusal);
+    raise(EventName::wsSearch, searchId, refusal.isEmpty() ? 1 : 0, refusal.isEmpty() ? QStringLiteral("OK") : refusal);
 }
 
 QString WSManager::startSearch(const QString &searchId, const DirectoryQuery &query)
@@ -155,7 +155,7 @@ void WSManager::udaGetNextResults(const QString &searchId)
 {
     const auto found = m_searches.find(searchId);
     if (found == m_searches.end())
-        raise("WS_DIRECTORY_GET_NEXT_RESULTS", searchId, int(PacketStatus::Finished),
+        raise(EventName::wsNextResults, searchId, int(PacketStatus::Finished),
               QStringLiteral("there is no such search"), QVariant::fromValue(ListContact()));
     else
         found->second->ask();
@@ -166,7 +166,7 @@ void WSManager::answerNextResults(const QString &searchId, const DirectoryEntrie
     if (status != PacketStatus::More)
         end(m_searches, searchId);
     const bool isAnswer = status != PacketStatus::TimedOut;
-    raise("WS_DIRECTORY_GET_NEXT_RESULTS", searchId, int(status),
+    raise(EventName::wsNextResults, searchId, int(status),
           isAnswer ? QStringLiteral("OK") : QStringLiteral("the directory does not answer"),
           QVariant::fromValue(contactsOf(entries)));
 }
@@ -175,7 +175,7 @@ void WSManager::udaStopSearch(const QString &searchId)
 {
     const bool isRunning = m_searches.count(searchId) > 0;
     end(m_searches, searchId);
-    raise("WS_DIRECTORY_STOP_SEARCH", searchId, isRunning ? 1 : 0,
+    raise(EventName::wsStopSearch, searchId, isRunning ? 1 : 0,
           isRunning ? QStringLiteral("OK") : QStringLiteral("there is no such search"));
 }
 
@@ -200,7 +200,7 @@ void WSManager::lookUp(const QString &contactId, const Found &found)
 void WSManager::udaGetContactProfile(const QString &reqId, const QString &contactId)
 {
     lookUp(contactId, [this, reqId](const ListContact &contacts) {
-        raise("WS_DIRECTORY_GET_CONTACT_PROFILE", reqId, contacts.isEmpty() ? 0 : 1,
+        raise(EventName::wsContactProfile, reqId, contacts.isEmpty() ? 0 : 1,
               contacts.isEmpty() ? QStringLiteral("no such contact was found") : QStringLiteral("OK"),
               QVariant::fromValue(contacts));
     });
@@ -210,7 +210,7 @@ void WSManager::getAttributeTypeByContactId(const QString &reqId, const QString 
 {
     lookUp(contactId, [this, reqId, attribute](const ListContact &contacts) {
         const QString value = contacts.isEmpty() ? QString() : AttributeMap::valueOf(contacts.first(), attribute);
-        raise("WS_DIRECTORY_GETATTRIBUTEBYCONTACTID", reqId, value.isEmpty() ? 0 : 1,
+        raise(EventName::wsAttributeByContactId, reqId, value.isEmpty() ? 0 : 1,
               value.isEmpty() ? QStringLiteral("no value was found") : QStringLiteral("OK"), value);
     });
 }
@@ -218,18 +218,18 @@ void WSManager::getAttributeTypeByContactId(const QString &reqId, const QString 
 void WSManager::makeDialableCallNumber(const QString &reqId, const QString &number)
 {
     NumberService::makeDialable(*this, *this, number, [this, reqId](const QString &dialable) {
-        raise("WS_DIRECTORY_CANONIZE_NUMBER", reqId, 1, QStringLiteral("OK"), dialable);
+        raise(EventName::wsCanonizeNumber, reqId, 1, QStringLiteral("OK"), dialable);
     });
 }
 
 void WSManager::tellAvailability(bool isAvailable)
 {
-    tell("UDAAvailabilityEvent", isAvailable);
+    tell(EventName::wsDirectoryAvailability, isAvailable);
 }
 
 void WSManager::tellStart()
 {
-    tell("WSManagerAvailabilityEvent", true);
+    tell(EventName::wsManagerAvailability, true);
     // Before the name is given back.
     connect(qApp, &QCoreApplication::aboutToQuit, this, &WSManager::tellEnd);
 }
@@ -238,13 +238,13 @@ void WSManager::tellEnd()
 {
     if (m_source->isAvailable())
         tellAvailability(false);
-    tell("WSManagerAvailabilityEvent", false);
+    tell(EventName::wsManagerAvailability, false);
 }
 
-void WSManager::tell(const char *name, bool isAvailable)
+void WSManager::tell(QLatin1String name, bool isAvailable)
 {
-    KestinEvent event(QString::fromLatin1(name), {});
-    event.addArgument(isAvailable ? 1 : 0, QStringLiteral("status"), true);
+    KestinEvent event(name, {});
+    event.addArgument(isAvailable ? 1 : 0, ArgumentName::status, true);
     notifyEvent(event);
 }
 
@@ -256,15 +256,15 @@ ListContact WSManager::contactsOf(const DirectoryEntries &entries) const
     return contacts;
 }
 
-void WSManager::raise(const char *name, const QString &reqId, int status, const QString &response,
+void WSManager::raise(QLatin1String name, const QString &reqId, int status, const QString &response,
                       const QVariant &result)
 {
-    KestinEvent event(QString::fromLatin1(name), {});
-    event.addArgument(reqId, QStringLiteral("reqId"), true);
-    event.addArgument(status, QStringLiteral("status"), true);
-    event.addArgument(response, QStringLiteral("response"), true);
+    KestinEvent event(name, {});
+    event.addArgument(reqId, ArgumentName::reqId, true);
+    event.addArgument(status, ArgumentName::status, true);
+    event.addArgument(response, ArgumentName::response, true);
     if (result.isValid())
-        event.addArgument(result, QStringLiteral("result"), true);
+        event.addArgument(result, ArgumentName::result, true);
     const bool isSent = notifyEvent(event);
     KestinLogger::debug(isSent ? "Event %1 for %2 with status %3: %4" : "Event %1 for %2 cannot be sent (%3: %4)", name,
                         reqId, status, response);

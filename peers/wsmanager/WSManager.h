@@ -57,9 +57,9 @@ private:
     void tellAvailability(bool isAvailable);
     void tellStart();
     void tellEnd();
-    void tell(const char *name, bool isAvailable);
+    void tell(QLatin1String name, bool isAvailable);
     ListContact contactsOf(const DirectoryEntries &entries) const;
-    void raise(const char *name, const QString &reqId, int status, const QString &response = QStringLiteral("OK"),
+    void raise(QLatin1String name, const QString &reqId, int status, const QString &response = QStringLiteral("OK"),
                const QVariant &result = QVariant());
 
     const DirectoryConfig m_config;

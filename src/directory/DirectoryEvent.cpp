@@ -1,113 +1,119 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "src/directory/DirectoryEvent.h"
 
+#include "platform/records/PlatformEvents.h"
+
 DirectoryEvent::DirectoryEvent(const QString &name)
 {
     m_event.setEvtName(name);
 }
 
 template <typename T>
-DirectoryEvent &DirectoryEvent::with(const char *name, const T &value)
+DirectoryEvent &DirectoryEvent::with(QLatin1String name, const T &value)
 {
-    m_event.addArgument(QVariant::fromValue(value), QLatin1String(name), true);
+    m_event.addArgument(QVariant::fromValue(value), name, true);
     return *this;
 }
 
 DirectoryEvent DirectoryEvent::contactsCreated(const QString &reqId, const ListContact &contacts)
 {
-    return DirectoryEvent(QStringLiteral("DIR_CONTACTS_CREATED")).with("reqId", reqId).with("contacts", contacts);
+    return DirectoryEvent(EventName::contactsCreated)
+        .with(ArgumentName::reqId, reqId)
+        .with(ArgumentName::contacts, contacts);
 }
 
 DirectoryEvent DirectoryEvent::contactsUpdated(const QString &reqId, const ListContact &contacts,
                                                bool onlyPhotoHasChanged)
 {
-    return DirectoryEvent(QStringLiteral("DIR_CONTACTS_UPDATED"))
-        .with("reqId", reqId)
-        .with("contacts", contacts)
-        .with("onlyPhotoHasChanged", onlyPhotoHasChanged);
+    return DirectoryEvent(EventName::contactsUpdated)
+        .with(ArgumentName::reqId, reqId)
+        .with(ArgumentName::contacts, contacts)
+        .with(ArgumentName::onlyPhotoHasChanged, onlyPhotoHasChanged);
 }
 
 DirectoryEvent DirectoryEvent::contactsDeleted(const QString &reqId, const QStringList &contactIds)
 {
-    return DirectoryEvent(QStringLiteral("DIR_CONTACTS_DELETED")).with("reqId", reqId).with("contactIds", contactIds);
+    return DirectoryEvent(EventName::contactsDeleted)
+        .with(ArgumentName::reqId, reqId)
+        .with(ArgumentName::contactIds, contactIds);
 }
 
 DirectoryEvent DirectoryEvent::previewCreated(const QString &reqId, const ListContact &contacts)
 {
-    return DirectoryEvent(QStringLiteral("DIR_CONTACTSINPREVIEW_CREATED"))
-        .with("reqId", reqId)
-        .with("contacts", contacts);
+    return DirectoryEvent(EventName::previewCreated)
+        .with(ArgumentName::reqId, reqId)
+        .with(ArgumentName::contacts, contacts);
 }
 
 DirectoryEvent DirectoryEvent::previewDeleted(const QString &reqId, const ListContact &contacts, bool requestedByUser)
 {
-    return DirectoryEvent(QStringLiteral("DIR_CONTACTSINPREVIEW_DELETED"))
-        .with("reqId", reqId)
-        .with("contacts", contacts)
-        .with("requestedByUser", requestedByUser);
+    return DirectoryEvent(EventName::previewDeleted)
+        .with(ArgumentName::reqId, reqId)
+        .with(ArgumentName::contacts, contacts)
+        .with(ArgumentName::requestedByUser, requestedByUser);
 }
 
 DirectoryEvent DirectoryEvent::databaseFull()
 {
-    return DirectoryEvent(QStringLiteral("DIR_CONTACT_DB_FULL"));
+    return DirectoryEvent(EventName::databaseFull);
 }
 
 DirectoryEvent DirectoryEvent::contentChanged()
 {
-    return DirectoryEvent(QStringLiteral("DIR_CONTENT_CHANGED"));
+    return DirectoryEvent(EventName::contentChanged);
 }
 
 DirectoryEvent DirectoryEvent::searchResults(const QString &searchId, int nbResults,
                                              const ListContactSummary &summaries)
 {
-    return DirectoryEvent(QStringLiteral("DIR_SEARCH_RESULTS"))
-        .with("searchId", searchId)
-        .with("nbResults", nbResults)
-        .with("listContactSummary", summaries);
+    return DirectoryEvent(EventName::searchResults)
+        .with(ArgumentName::searchId, searchId)
+        .with(ArgumentName::nbResults, nbResults)
+        .with(ArgumentName::listContactSummary, summaries);
 }
 
 DirectoryEvent DirectoryEvent::searchCompletedByName(const QString &searchId, int nbResults,
                                                      const ListContactSummary &summaries)
 {
-    return DirectoryEvent(QStringLiteral("DIR_SEARCH_COMPLETED_BY_NAME"))
-        .with("searchId", searchId)
-        .with("nbResults", nbResults)
-        .with("listContactSummary", summaries);
+    return DirectoryEvent(EventName::searchCompletedByName)
+        .with(ArgumentName::searchId, searchId)
+        .with(ArgumentName::nbResults, nbResults)
+        .with(ArgumentName::listContactSummary, summaries);
 }
 
 DirectoryEvent DirectoryEvent::searchCompletedByPhoneNumber(const QString &searchId, const Contact &contact)
 {
-    return DirectoryEvent(QStringLiteral("DIR_SEARCH_COMPLETED_BY_PHONE_NUMBER"))
-        .with("searchId", searchId)
-        .with("contact", contact);
+    return DirectoryEvent(EventName::searchCompletedByPhoneNumber)
+        .with(ArgumentName::searchId, searchId)
+        .with(ArgumentName::contact, contact);
 }
 
 DirectoryEvent DirectoryEvent::imAddressResult(const QString &contactId, const QString &imAddress)
 {
-    return DirectoryEvent(QStringLiteral("DIR_IM_ADDRESS_RESULT"))
-        .with("contactId", contactId)
-        .with("imAddress", imAddress);
+    return DirectoryEvent(EventName::imAddressResult)
+        .with(ArgumentName::contactId, contactId)
+        .with(ArgumentName::imAddress, imAddress);
 }
 
 DirectoryEvent DirectoryEvent::userPhotoChanged(const QString &fileName)
 {
-    return DirectoryEvent(QStringLiteral("userPhotoChanged")).with("fileName", fileName);
+    return DirectoryEvent(EventName::userPhotoChanged).with(ArgumentName::fileName, fileName);
 }
 
 DirectoryEvent DirectoryEvent::importFinished(const ImpExpStatus &status, const QString &cause)
 {
-    return finished(QStringLiteral("ImportFinishedEvt"), status, cause);
+    return finished(EventName::importFinished, status, cause);
 }
 
 DirectoryEvent DirectoryEvent::exportFinished(const ImpExpStatus &status, const QString &cause)
 {
-    return finished(QStringLiteral("ExportFinishedEvt"), status, cause);
+    return finished(EventName::exportFinished, status, cause);
 }
 
 DirectoryEvent DirectoryEvent::finished(const QString &name, const ImpExpStatus &status, const QString &cause)
 {
     DirectoryEvent event(name);
-    event.with("status", status).with("cause", cause);
+    event.with(ArgumentName::status, status).with(ArgumentName::cause, cause);
     event.m_details = Details{QStringLiteral("status:") + status.toString(), cause};
     return event;
 }

@@ -52,7 +52,7 @@ private:
     explicit DirectoryEvent(const QString &name);
     static DirectoryEvent finished(const QString &name, const ImpExpStatus &status, const QString &cause);
     template <typename T>
-    DirectoryEvent &with(const char *name, const T &value);
+    DirectoryEvent &with(QLatin1String name, const T &value);
     /// With another value in the place of its last argument.
     KestinEvent endingWith(const QVariant &value) const;
 

@@ -7,6 +7,7 @@
 #include "platform/records/KestinBus.h"
 #include "platform/records/KestinMode.h"
 #include "platform/records/KestinPaths.h"
+#include "platform/records/PlatformEvents.h"
 #include "platform/records/UpdateReport.h"
 #include "src/dao/ContactOrder.h"
 #include "src/directory/DataRestore.h"
@@ -154,29 +155,29 @@ void KestinDirectory::connectWorker(SearchThread *worker)
 
 void KestinDirectory::subscribeToWebService()
 {
-    constexpr std::pair<const char *, const char *> handlers[] = {
-        {"WS_DIRECTORY_GET_CONTACT_PROFILE", "event_WS_DIRECTORY_GET_CONTACT_PROFILE_handle(KestinEvent)"},
-        {"WS_DIRECTORY_GET_ATTRIBUTES", "event_WS_DIRECTORY_GET_ATTRIBUTES_handle(KestinEvent)"},
-        {"WS_DIRECTORY_GET_NEXT_RESULTS", "event_WS_DIRECTORY_GET_NEXT_RESULTS_handle(KestinEvent)"},
-        {"WS_DIRECTORY_GET_OPERATORS", "event_WS_DIRECTORY_GET_OPERATORS_handle(KestinEvent)"},
-        {"WS_DIRECTORY_SEARCH", "event_WS_DIRECTORY_SEARCH_handle(KestinEvent)"},
-        {"WS_DIRECTORY_SEARCH_BY_FULL_NAME", "event_WS_DIRECTORY_SEARCH_BY_FULL_NAME_handle(KestinEvent)"},
-        {"WS_DIRECTORY_STOP_SEARCH", "event_WS_DIRECTORY_STOP_SEARCH_handle(KestinEvent)"},
-        {"WS_DIRECTORY_CANONIZE_NUMBER", "event_WS_DIRECTORY_CANONIZE_NUMBER_handle(KestinEvent)"},
-        {"WSManagerAvailabilityEvent", "event_WSMANAGER_EVENT_AVAILABILITY_STATUS_handle(KestinEvent)"},
-        {"UDAAvailabilityEvent", "event_WSMANAGER_EVENT_DIRECTORY_AVAILABILITY_STATUS_handle(KestinEvent)"},
-        {"WS_DIRECTORY_GETATTRIBUTEBYCONTACTID",
+    constexpr std::pair<QLatin1String, const char *> handlers[] = {
+        {EventName::wsContactProfile, "event_WS_DIRECTORY_GET_CONTACT_PROFILE_handle(KestinEvent)"},
+        {EventName::wsAttributes, "event_WS_DIRECTORY_GET_ATTRIBUTES_handle(KestinEvent)"},
+        {EventName::wsNextResults, "event_WS_DIRECTORY_GET_NEXT_RESULTS_handle(KestinEvent)"},
+        {EventName::wsOperators, "event_WS_DIRECTORY_GET_OPERATORS_handle(KestinEvent)"},
+        {EventName::wsSearch, "event_WS_DIRECTORY_SEARCH_handle(KestinEvent)"},
+        {EventName::wsSearchByFullName, "event_WS_DIRECTORY_SEARCH_BY_FULL_NAME_handle(KestinEvent)"},
+        {EventName::wsStopSearch, "event_WS_DIRECTORY_STOP_SEARCH_handle(KestinEvent)"},
+        {EventName::wsCanonizeNumber, "event_WS_DIRECTORY_CANONIZE_NUMBER_handle(KestinEvent)"},
+        {EventName::wsManagerAvailability, "event_WSMANAGER_EVENT_AVAILABILITY_STATUS_handle(KestinEvent)"},
+        {EventName::wsDirectoryAvailability, "event_WSMANAGER_EVENT_DIRECTORY_AVAILABILITY_STATUS_handle(KestinEvent)"},
+        {EventName::wsAttributeByContactId,
          "event_WSMANAGER_EVENT_DIRECTORY_GETATTRIBUTEBYCONTACTID_handle(KestinEvent)"},
     };
     for (const auto &[event, slot] : handlers)
-        subscribeEvent(QLatin1String(event), this, slot); // without them the company directory stays silent
+        subscribeEvent(event, this, slot); // without them the company directory stays silent
     m_webServiceWatch = watchModule(ModuleName::webServiceManager);
     m_useCases->followCompanyDirectory(*m_webServiceWatch);
 }
 
 void KestinDirectory::eventsSyncSubscription()
 {
-    const QString event = QStringLiteral("READ_ONLY_MODE");
+    const QString event = EventName::readOnlyMode;
     if (subscribeEvent(event, this, "syncReadOnlyModeSlot(const KestinEvent &)"))
         KestinLogger::debug("KestinDirectory::eventsSyncSubscription : Subscription successful to %1", event);
     else
@@ -185,7 +186,7 @@ void KestinDirectory::eventsSyncSubscription()
 
 void KestinDirectory::subscribeToPresentationLoaded()
 {
-    if (subscribeEvent(QStringLiteral("presentationLoaded"), this, "slot_presentationLoaded(const KestinEvent &)"))
+    if (subscribeEvent(EventName::presentationLoaded, this, "slot_presentationLoaded(const KestinEvent &)"))
         KestinLogger::info("KestinDirectory::subscribeToPresentationLoaded : subscription successful to "
                            "PresentationLoaded event");
     else

@@ -2,12 +2,13 @@
 #include "src/remote/WebServiceEvents.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/PlatformEvents.h"
 
 namespace {
 
 QString requestOf(const KestinEvent &event)
 {
-    return event.argument<QString>(QStringLiteral("reqId"));
+    return event.argument<QString>(ArgumentName::reqId);
 }
 
 void logReceived(const KestinEvent &event)
@@ -21,15 +22,15 @@ void WebServiceEvents::searchAccepted(const KestinEvent &event)
 {
     logReceived(event);
     const QString searchId = requestOf(event);
-    KestinLogger::debug("Result status=%1 searchId=%2", event.argument<QString>(QStringLiteral("response")), searchId);
+    KestinLogger::debug("Result status=%1 searchId=%2", event.argument<QString>(ArgumentName::response), searchId);
     Q_EMIT searchStarted(searchId);
 }
 
 void WebServiceEvents::nextResults(const KestinEvent &event)
 {
     logReceived(event);
-    const auto contacts = event.argument<ListContact>(QStringLiteral("result"));
-    const auto status = event.argument<int>(QStringLiteral("status"));
+    const auto contacts = event.argument<ListContact>(ArgumentName::result);
+    const auto status = event.argument<int>(ArgumentName::status);
     Q_EMIT packetReceived(requestOf(event), contacts, status);
     KestinLogger::debug("Event get next results with status [%1] and nb contacts [%2] ", status, contacts.size());
 }
@@ -37,13 +38,13 @@ void WebServiceEvents::nextResults(const KestinEvent &event)
 void WebServiceEvents::attributes(const KestinEvent &event)
 {
     logReceived(event);
-    Q_EMIT attributesReceived(event.argument<bool>(QStringLiteral("status")));
+    Q_EMIT attributesReceived(event.argument<bool>(ArgumentName::status));
 }
 
 void WebServiceEvents::managerAvailability(const KestinEvent &event)
 {
     logReceived(event);
-    KestinLogger::debug("ICS Availibility is now : %1", event.argument<int>(QStringLiteral("status")));
+    KestinLogger::debug("ICS Availibility is now : %1", event.argument<int>(ArgumentName::status));
     Q_EMIT availabilityChanged();
 }
 
@@ -57,7 +58,7 @@ void WebServiceEvents::attributeByContactId(const KestinEvent &event)
 {
     logReceived(event);
     const QString reqId = requestOf(event);
-    const auto value = event.argument<QString>(QStringLiteral("result"));
+    const auto value = event.argument<QString>(ArgumentName::result);
     KestinLogger::debug("Attribute is %1 (reqId %2)", value, reqId);
     // The tag is the contact's id with the attribute in brackets behind it.
     Q_EMIT imAddressReceived(reqId.left(reqId.lastIndexOf(QLatin1Char('['))), value);
@@ -66,7 +67,7 @@ void WebServiceEvents::attributeByContactId(const KestinEvent &event)
 void WebServiceEvents::contactProfile(const KestinEvent &event)
 {
     logReceived(event);
-    Q_EMIT profileReceived(requestOf(event), event.argument<ListContact>(QStringLiteral("result")));
+    Q_EMIT profileReceived(requestOf(event), event.argument<ListContact>(ArgumentName::result));
 }
 
 void WebServiceEvents::operators(const KestinEvent &event)

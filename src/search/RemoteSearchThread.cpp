@@ -2,6 +2,7 @@
 #include "src/search/RemoteSearchThread.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/PlatformEvents.h"
 
 RemoteSearchThread::RemoteSearchThread(SearchMailbox &mailbox, const QString &searchText, const QString &searchId)
     : SearchThread(searchText, searchId)
@@ -47,12 +48,12 @@ bool RemoteSearchThread::takePacket()
     KestinLogger::debug(texts().packet, m_searchId, answer.contacts.size());
     if (!answer.contacts.isEmpty())
         Q_EMIT signal_addContactsToMap(m_searchId, answer.contacts, false);
-    switch (answer.status) {
-    case SearchMailbox::timeout:
+    switch (PacketStatus(answer.status)) {
+    case PacketStatus::TimedOut:
         KestinLogger::debug(texts().timeout);
         Q_EMIT signal_stopSearch(m_searchId);
         return false;
-    case SearchMailbox::finish:
+    case PacketStatus::Finished:
         KestinLogger::debug(texts().finish, m_searchId);
         return false;
     default:

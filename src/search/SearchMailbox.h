@@ -16,14 +16,10 @@
 class SearchMailbox
 {
 public:
-    /// Values of an answer's status; any other means that more may follow.
-    static constexpr int finish = 2;
-    static constexpr int timeout = 3;
-
     struct Answer
     {
         ListContact contacts;
-        int status = 0;
+        int status = 0; ///< PacketStatus
     };
 
     void open(const QString &searchId);

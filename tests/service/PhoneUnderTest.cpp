@@ -78,7 +78,7 @@ void PhoneUnderTest::note(const QDBusMessage &message)
         return;
     const auto arguments = qdbus_cast<ListEventArgument>(message.arguments().value(1));
     const QString searchId = arguments.value(0).value.toString();
-    if (event == "DIR_SEARCH_RESULTS")
+    if (event == EventName::searchResults)
         firstResults[searchId] += qdbus_cast<ListContactSummary>(arguments.value(2).value);
     else
         ended.append(searchId);

@@ -4,6 +4,7 @@
 #include "platform/records/Contact.h"
 #include "platform/records/EventArgument.h"
 #include "platform/records/KestinBus.h"
+#include "platform/records/PlatformEvents.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/Program.h"
 

@@ -81,7 +81,7 @@ void TestService::aCallerIsKnownByAnySpelling()
             QCOMPARE(phone->contacts("getContactToMerge", arguments).size(), place == value ? 1 : 0);
         }
     }
-    QTRY_COMPARE(phone->events, QStringList("DIR_CONTACTS_CREATED"));
+    QTRY_COMPARE(phone->events, QStringList(EventName::contactsCreated));
 }
 
 void TestService::mapsTravelAsTexts()
@@ -103,13 +103,14 @@ void TestService::aChangedSettingCounts()
     const auto stored = phone->contacts("getLocalContacts", {0, -1}).size();
     phone->set("DirMaxContact", QString::number(stored + 10));
     QTRY_COMPARE(phone->code("createLocalContact", created(person("B"))), 0);
-    QTRY_VERIFY(phone->events.contains("DIR_CONTACT_DB_FULL"));
+    QTRY_VERIFY(phone->events.contains(EventName::databaseFull));
 }
 
 void TestService::readOnlyModeComesAsAnEvent()
 {
     const auto tell = [this](bool readOnly) {
-        phone->raise("READ_ONLY_MODE", {{"moduleName", ModuleName::directory, true}, {"readOnly", readOnly, true}});
+        phone->raise(EventName::readOnlyMode,
+                     {{"moduleName", ModuleName::directory, true}, {"readOnly", readOnly, true}});
     };
     tell(true);
     QTRY_COMPARE(phone->code("deleteLocalContact", {"r", "nobody"}), 6);
@@ -170,8 +171,8 @@ void TestService::noArgumentOfAnEventHarms()
     for (const QString &event : events) {
         const bool isOfWebService = event.startsWith("WS_") || event.endsWith("AvailabilityEvent");
         const QString line = isOfWebService ? "<7>Event " + event + " Received"
-                                            : QString(event == "READ_ONLY_MODE" ? "::syncReadOnlyModeSlot"
-                                                                                : "::slot_presentationLoaded");
+                                            : QString(event == EventName::readOnlyMode ? "::syncReadOnlyModeSlot"
+                                                                                       : "::slot_presentationLoaded");
         QVERIFY2(phone->directory.waitForErrorOutput(line), qPrintable(line));
     }
 }

@@ -126,7 +126,7 @@ void TestServiceSearches::aRemoteContactIsCopied()
     QVERIFY(complete("s"));
     const ContactSummary remote = results("s").last();
     phone->call("copyContactToLocal", {remote.contactId});
-    QTRY_VERIFY(phone->events.contains("DIR_CONTACTS_CREATED"));
+    QTRY_VERIFY(phone->events.contains(EventName::contactsCreated));
     const ListContact stored = phone->contacts("getLocalContacts", {0, -1});
     QCOMPARE(stored.size(), 2);
     QVERIFY(std::any_of(stored.cbegin(), stored.cend(), [&](const Contact &contact) {

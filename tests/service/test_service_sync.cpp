@@ -88,7 +88,7 @@ void TestServiceSync::aKilledImportIsAllOrNothing()
                 const qsizetype count = photos().size();
                 most = qMax(most, count);
                 return (when > 0 && count >= before + when) || (when == removing && count < most) ||
-                       phone.events.contains("ImportFinishedEvt");
+                       phone.events.contains(EventName::importFinished);
             },
             Program::limitMs));
         phone.directory.kill();
@@ -101,9 +101,9 @@ void TestServiceSync::aKilledImportIsAllOrNothing()
     QCOMPARE(ends.size(), 2);
     phone.events.clear();
     phone.asyncCall("importFromXml", {write("c")});
-    QTRY_VERIFY_WITH_TIMEOUT(phone.events.contains("DIR_CONTENT_CHANGED"), Program::limitMs);
+    QTRY_VERIFY_WITH_TIMEOUT(phone.events.contains(EventName::contentChanged), Program::limitMs);
     QCOMPARE(markOfAll(), "c");
-    QCOMPARE(phone.events.filter("ImportFinishedEvt").size(), 1);
+    QCOMPARE(phone.events.filter(EventName::importFinished).size(), 1);
 }
 
 QTEST_GUILESS_MAIN(TestServiceSync)

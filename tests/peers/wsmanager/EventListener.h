@@ -3,6 +3,7 @@
 
 #include "platform/framework/KestinEvent.h"
 #include "platform/records/KestinBus.h"
+#include "platform/records/PlatformEvents.h"
 
 #include <QDBusConnection>
 #include <QTest>
@@ -39,7 +40,7 @@ private:
     std::optional<KestinEvent> find(const QString &name, const QString &reqId)
     {
         for (qsizetype i = 0; i < m_events.size(); ++i) {
-            if (m_events[i].getEvtName() == name && m_events[i].argument<QString>(QStringLiteral("reqId")) == reqId)
+            if (m_events[i].getEvtName() == name && m_events[i].argument<QString>(ArgumentName::reqId) == reqId)
                 return m_events.takeAt(i);
         }
         return std::nullopt;

@@ -2,6 +2,7 @@
 #include "tests/peers/wsmanager/Peer.h"
 
 #include "platform/records/KestinBus.h"
+#include "platform/records/PlatformEvents.h"
 
 Peer::Peer(const PeerBus &bus, const QStringList &arguments)
     : m_bus(bus)
@@ -20,27 +21,26 @@ bool Peer::hasRight() const
 
 bool Peer::waitForAvailability(bool isAvailable)
 {
-    const std::optional<KestinEvent> event = m_events.next(QStringLiteral("UDAAvailabilityEvent"));
-    return event && event->argument<int>(QStringLiteral("status")) == int(isAvailable) && hasRight() == isAvailable;
+    const std::optional<KestinEvent> event = m_events.next(EventName::wsDirectoryAvailability);
+    return event && event->argument<int>(ArgumentName::status) == int(isAvailable) && hasRight() == isAvailable;
 }
 
 int Peer::start(const QString &method, const QVariantList &arguments)
 {
     call(method, arguments);
     const bool isByName = method == QLatin1String("udaSearchByFullName");
-    const QString name =
-        isByName ? QStringLiteral("WS_DIRECTORY_SEARCH_BY_FULL_NAME") : QStringLiteral("WS_DIRECTORY_SEARCH");
+    const QString name = isByName ? EventName::wsSearchByFullName : EventName::wsSearch;
     const std::optional<KestinEvent> event = m_events.next(name, arguments.value(0).toString());
-    return event ? event->argument<int>(QStringLiteral("status")) : -1;
+    return event ? event->argument<int>(ArgumentName::status) : -1;
 }
 
 Peer::Packet Peer::next(const QString &searchId)
 {
     call(QStringLiteral("udaGetNextResults"), {searchId});
-    const std::optional<KestinEvent> event = m_events.next(QStringLiteral("WS_DIRECTORY_GET_NEXT_RESULTS"), searchId);
+    const std::optional<KestinEvent> event = m_events.next(EventName::wsNextResults, searchId);
     if (!event)
         return {};
-    return {event->argument<int>(QStringLiteral("status")), event->argument<ListContact>(QStringLiteral("result"))};
+    return {event->argument<int>(ArgumentName::status), event->argument<ListContact>(ArgumentName::result)};
 }
 
 QList<Peer::Packet> Peer::all(const QString &searchId)

@@ -208,7 +208,7 @@ void WSManagerTest::entryBecomesContact()
 
     const QString id = expected.contactId;
     peer.call("udaGetContactProfile", {id, id});
-    const auto profile = peer.events().next("WS_DIRECTORY_GET_CONTACT_PROFILE", id);
+    const auto profile = peer.events().next(EventName::wsContactProfile, id);
     QVERIFY(profile);
     QCOMPARE(profile->argument<ListContact>("result"), ListContact{expected});
     const QList<std::pair<QString, QString>> values{{u"imAddress"_s, u"sip:zoe@example.org"_s},
@@ -218,7 +218,7 @@ void WSManagerTest::entryBecomesContact()
     for (const auto &[attribute, value] : values) {
         const QString tag = id + u'[' + attribute + u']';
         peer.call("getAttributeTypeByContactId", {tag, id, attribute});
-        const auto event = peer.events().next("WS_DIRECTORY_GETATTRIBUTEBYCONTACTID", tag);
+        const auto event = peer.events().next(EventName::wsAttributeByContactId, tag);
         QVERIFY(event);
         QCOMPARE(event->argument<QString>("result"), value);
         QCOMPARE(event->argument<int>("status"), value.isEmpty() ? 0 : 1);
@@ -232,12 +232,12 @@ void WSManagerTest::questionsAreAnswered()
     const Config config(urlOf(server) + "name=Brumaire, Paris");
     Peer peer(*m_bus, config.arguments());
     QVERIFY(peer.waitForAvailability(true));
-    QVERIFY(peer.events().next("WSManagerAvailabilityEvent"));
+    QVERIFY(peer.events().next(EventName::wsManagerAvailability));
     QVERIFY(!peer.call("getServiceRight", {"IcsCall"}).arguments().value(0).toBool());
     const QList<std::tuple<QString, QVariantList, QString, QString>> questions{
-        {"udaGetAttributes", {"InitDir"}, "WS_DIRECTORY_GET_ATTRIBUTES", "TELEPHONENUMBER"},
-        {"udaGetOperators", {"InitDir"}, "WS_DIRECTORY_GET_OPERATORS", "EQUAL"},
-        {"udaGetDirectories", {"InitDir"}, "WS_DIRECTORY_GET_DIRECTORIES", "Brumaire, Paris"}};
+        {"udaGetAttributes", {"InitDir"}, EventName::wsAttributes, "TELEPHONENUMBER"},
+        {"udaGetOperators", {"InitDir"}, EventName::wsOperators, "EQUAL"},
+        {"udaGetDirectories", {"InitDir"}, EventName::wsDirectories, "Brumaire, Paris"}};
     for (const auto &[method, arguments, event, element] : questions) {
         peer.call(method, arguments);
         const auto answer = peer.events().next(event, "InitDir");
@@ -249,7 +249,7 @@ void WSManagerTest::questionsAreAnswered()
     for (const auto &[id, count] :
          QList<std::pair<QString, int>>{{known, 1}, {"uid=x," + base + "##", 0}, {"x##", 0}}) {
         peer.call("udaGetContactProfile", {id, id});
-        const auto profile = peer.events().next("WS_DIRECTORY_GET_CONTACT_PROFILE", id);
+        const auto profile = peer.events().next(EventName::wsContactProfile, id);
         QVERIFY(profile);
         QCOMPARE(profile->argument<ListContact>("result").size(), count);
     }
@@ -261,9 +261,9 @@ void WSManagerTest::questionsAreAnswered()
     QVERIFY(!idsOf(peer.all("both")).contains(known));
     QCOMPARE(peer.call(byName, {"one"}).errorName(), u"org.freedesktop.DBus.Error.UnknownMethod"_s);
     QCOMPARE(peer.program().terminate(), 0);
-    for (const char *name : {"UDAAvailabilityEvent", "WSManagerAvailabilityEvent"}) {
+    for (const QLatin1String name : {EventName::wsDirectoryAvailability, EventName::wsManagerAvailability}) {
         const auto end = peer.events().next(name);
-        QVERIFY2(end, name);
+        QVERIFY2(end, name.data());
         QCOMPARE(end->argument<int>("status"), 0);
     }
 }
@@ -284,7 +284,7 @@ void WSManagerTest::numberIsFoundInItsCanonicalForm()
     QCOMPARE(peer.start("udaSearch", search), 1);
     QCOMPARE(idsOf(peer.all("n")).size(), 1);
     peer.call("makeDialableCallNumber", {"d", "01 99-00 75 67"});
-    const auto dialable = peer.events().next("WS_DIRECTORY_CANONIZE_NUMBER", "d");
+    const auto dialable = peer.events().next(EventName::wsCanonizeNumber, "d");
     QVERIFY(dialable);
     QCOMPARE(dialable->argument<QString>("result"), u"0199007567"_s);
 }
@@ -419,7 +419,7 @@ void WSManagerTest::baseIsTheLimit()
         peer.start(byName, {"1", "ann comma"});
         QCOMPARE(peer.next("1").contacts.size(), count);
         peer.call("udaGetContactProfile", {id, id});
-        const auto profile = peer.events().next("WS_DIRECTORY_GET_CONTACT_PROFILE", id);
+        const auto profile = peer.events().next(EventName::wsContactProfile, id);
         QVERIFY(profile);
         QCOMPARE(profile->argument<ListContact>("result").size(), count);
     }
@@ -442,7 +442,7 @@ void WSManagerTest::serverThatMisbehaves()
     QCOMPARE(peer.next("2").status, 3);
     QTRY_COMPARE(server.binds, binds + 2);
     QVERIFY(peer.hasRight());
-    QVERIFY(!peer.events().next("UDAAvailabilityEvent", "", 0));
+    QVERIFY(!peer.events().next(EventName::wsDirectoryAvailability, "", 0));
     QVERIFY(peer.program().errorOutput().contains("<4>A search on the directory server"));
 }
 
@@ -460,9 +460,9 @@ void WSManagerTest::serverThatHangs()
     peer.call("udaGetNextResults", {"1"});
     // The bus is served meanwhile: what is asked later is answered before.
     peer.call("udaGetOperators", {"meanwhile"});
-    QVERIFY(peer.events().next("WS_DIRECTORY_GET_OPERATORS", "meanwhile"));
-    QVERIFY(!peer.events().next("WS_DIRECTORY_GET_NEXT_RESULTS", "1", 0));
-    const auto event = peer.events().next("WS_DIRECTORY_GET_NEXT_RESULTS", "1");
+    QVERIFY(peer.events().next(EventName::wsOperators, "meanwhile"));
+    QVERIFY(!peer.events().next(EventName::wsNextResults, "1", 0));
+    const auto event = peer.events().next(EventName::wsNextResults, "1");
     QVERIFY(event);
     QCOMPARE(event->argument<int>("status"), 3);
     QVERIFY(peer.waitForAvailability(false));
@@ -510,7 +510,7 @@ void WSManagerTest::stopAbandonsTheOperation()
     peer.call("udaGetNextResults", {"1"});
     QTRY_COMPARE(peer.program().errorOutput().count(asked), sofar + 1);
     peer.call("udaStopSearch", {"1"});
-    const auto stopped = peer.events().next("WS_DIRECTORY_STOP_SEARCH", "1");
+    const auto stopped = peer.events().next(EventName::wsStopSearch, "1");
     QVERIFY(stopped);
     QCOMPARE(stopped->argument<int>("status"), 1);
     server.freeze(false);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/framework/KestinException.h"
 #include "platform/records/KestinBus.h"
+#include "platform/records/PlatformEvents.h"
 #include "src/dao/DaoContact.h"
 #include "src/dao/Database.h"
 #include "src/dbus/KestinDirectoryAdaptor.h"
@@ -284,7 +285,7 @@ void TestDirectory::startsWithoutAnyPeer()
     QVERIFY(module.log.contains("<3>KestinDirectory::init() : can't get the FileDiskUserQuota setting"));
     QVERIFY(module.log.contains("<7>KestinDir run; ICS login  : 0"));
     QCOMPARE(module.directory.createLocalContact("r", Contact()), 3); // no capacity is known
-    QCOMPARE(module.transport.eventNames(), QStringList("DIR_CONTACT_DB_FULL"));
+    QCOMPARE(module.transport.eventNames(), QStringList(EventName::databaseFull));
     QVERIFY(module.transport.events.first().arguments().isEmpty());
     QCOMPARE(module.directory.createLocalContact("CACHED_REQID", Contact()), 0);
     QVERIFY(module.log.contains("<7>createLocalContact: contact type is CACHED, maxCachedContacts=40, "
@@ -337,7 +338,7 @@ void TestDirectory::photosMadeSquareAtStartAreTold()
         QCOMPARE(DaoContact(database.connection()).insertContact(contact, false), 0);
     }
     module.start();
-    QCOMPARE(module.transport.eventNames(), QStringList("DIR_CONTACTS_UPDATED"));
+    QCOMPARE(module.transport.eventNames(), QStringList(EventName::contactsUpdated));
     const auto arguments = module.transport.events.first().arguments();
     const auto told = arguments.value(1).value.value<ListContact>();
     QVERIFY(told.size() == 1 && told.first().photo == contact.photo + "_100x100" && !arguments.value(2).value.toBool());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "platform/records/PlatformEvents.h"
 #include "src/dao/DaoContact.h"
 #include "src/dao/Database.h"
 #include "src/dao/LatinText.h"
@@ -96,7 +97,7 @@ struct SearchStand
                 next = 0;
                 search->mailbox().setStarted(id);
             } else if (what == "next") {
-                const int status = next + 1 < packets.size() ? 1 : SearchMailbox::finish;
+                const int status = next + 1 < packets.size() ? int(PacketStatus::More) : int(PacketStatus::Finished);
                 search->mailbox().put(id, {packets.value(next++), status});
             }
         };

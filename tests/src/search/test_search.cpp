@@ -204,7 +204,7 @@ void TestSearch::anIdThatComesAgainGetsItsOwnContactsOnly_data()
     QTest::addColumn<bool>("isPurged");
     QTest::newRow("replaced") << 0 << false;
     QTest::newRow("purged") << 0 << true;
-    QTest::newRow("given up") << SearchMailbox::timeout << false;
+    QTest::newRow("given up") << int(PacketStatus::TimedOut) << false;
 }
 
 void TestSearch::anIdThatComesAgainGetsItsOwnContactsOnly()
@@ -227,10 +227,10 @@ void TestSearch::anIdThatComesAgainGetsItsOwnContactsOnly()
     stand.told.clear();
     stand.search->startSearchContactByName("s", "m", 10, false);
     QTRY_COMPARE(stand.asked, (QStringList{"search s", "next s", "stop s", "search s"}));
-    mailbox.put("s", {{stand.person("late", "Stranger")}, SearchMailbox::finish});
+    mailbox.put("s", {{stand.person("late", "Stranger")}, int(PacketStatus::Finished)});
     mailbox.setStarted("s");
     QTRY_COMPARE(stand.asked.size(), 5);
-    mailbox.put("s", {{stand.person("b", "Martin")}, SearchMailbox::finish});
+    mailbox.put("s", {{stand.person("b", "Martin")}, int(PacketStatus::Finished)});
     QTRY_COMPARE(stand.told, QStringList("completed s 1"));
     QCOMPARE(stand.page("s"), "bMartin");
     stand.search->startSearchContactByName("t", "f", 10, true);
@@ -311,7 +311,7 @@ void TestSearch::strangeAnswersDoNoHarm()
         if (what != "next")
             return;
         for (int i = 0; i < 2; ++i) // answered twice counts once
-            mailbox.put(id, {ListContact(10000, stand.person("a", "B")), SearchMailbox::finish});
+            mailbox.put(id, {ListContact(10000, stand.person("a", "B")), int(PacketStatus::Finished)});
     };
     stand.search->startSearchContactByName("s", "b", 0, false);
     QTRY_COMPARE(stand.told, QStringList("completed s 10000"));
