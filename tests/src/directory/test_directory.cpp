@@ -10,13 +10,13 @@
 #include "tests/support/LogCapture.h"
 #include "tests/support/ScriptedTransport.h"
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
 #include <QMetaMethod>
 #include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QXmlStreamReader>
 
 namespace {
 
@@ -66,53 +66,6 @@ QStringList ownSlots(const QMetaObject &object)
                       method.parameterNames().join(',') + (method.access() == QMetaMethod::Private ? " private" : ""));
     }
     return result;
-}
-
-/// One line a method of the introspection text: "name(argument:signature:type, …)->signature:type".
-QStringList publishedMethods()
-{
-    const QMetaObject &adaptor = KestinDirectoryAdaptor::staticMetaObject;
-    const char *text = adaptor.classInfo(adaptor.indexOfClassInfo("D-Bus Introspection")).value();
-    QStringList methods;
-    QXmlStreamReader reader(QString::fromUtf8(text));
-    QString name;
-    QString result;
-    QStringList arguments;
-    while (!reader.atEnd()) {
-        reader.readNext();
-        const QXmlStreamAttributes attributes = reader.attributes();
-        if (reader.isStartElement() && reader.name() == QStringView(u"method")) {
-            name = attributes.value("name").toString();
-            result.clear();
-            arguments.clear();
-        } else if (reader.isStartElement() && reader.name() == QStringView(u"arg")) {
-            const QString signature = attributes.value("type").toString();
-            if (attributes.value("direction") == QStringView(u"out"))
-                result = signature;
-            else
-                arguments.append(attributes.value("name").toString() + ':' + signature);
-        } else if (reader.isStartElement() && reader.name() == QStringView(u"annotation")) {
-            const QString which = attributes.value("name").toString().section('.', -1);
-            const QString type = ':' + attributes.value("value").toString();
-            if (which == "Out0")
-                result += type;
-            else
-                arguments[which.mid(2).toInt()] += type;
-        } else if (reader.isEndElement() && reader.name() == QStringView(u"method")) {
-            methods.append(name + '(' + arguments.join(", ") + ")->" + result);
-        }
-    }
-    return reader.hasError() ? QStringList{reader.errorString()} : methods;
-}
-
-QStringList published(QStringList expected)
-{
-    for (QString &line : expected) {
-        line.replace("CONTACT", "(ssssssssssssssssssssssssssa{ss}bbisss((iii)(iiii)i))");
-        line.replace("DATE:", "((iii)(iiii)i):");
-        line.replace("SETTING", "(sssssssiiia(ss)bbs)");
-    }
-    return expected;
 }
 
 } // namespace
@@ -212,47 +165,11 @@ void TestDirectory::slotsStandInTheirOrder()
 
 void TestDirectory::theIntrospectionTextIsAsPublished()
 {
-    const QStringList expected{
-        "createLocalContact(reqId:s, contact:CONTACT:Contact)->i",
-        "createLocalContacts(reqId:s, contacts:aCONTACT:ListContact)->a{si}:QMapQStringQString",
-        "modifyLocalContact(reqId:s, contact:CONTACT:Contact)->i",
-        "modifyLocalContacts(reqId:s, contacts:aCONTACT:ListContact)->a{si}:QMapQStringQString",
-        "deleteLocalContact(reqId:s, idContact:s)->i",
-        "addContactToPreview(reqId:s, idContact:s)->i",
-        "removeContactFromPreview(reqId:s, idContact:s)->i",
-        "updateContactsPreview(reqId:s, contactsIds:a(s):QStringList, isPreviewed:b)->i",
-        "getContactById(idContact:s)->aCONTACT:ListContact",
-        "getLocalContactByIMAddress(imAddress:s)->aCONTACT:ListContact",
-        "getContactToMerge(imAddress:s, phoneNumber:s, extentionPhone:s)->aCONTACT:ListContact",
-        "getLocalContactByEmailAddress(emailAddress:s)->aCONTACT:ListContact",
-        "getAllContactsInPreview(startInd:i, length:i)->aCONTACT:ListContact",
-        "getContactsByType(type:i)->aCONTACT:ListContact",
-        "getLocalContacts(startInd:i, length:i)->aCONTACT:ListContact",
-        "getLocalContacts(phoneNumber:s)->aCONTACT:ListContact",
-        "startSearchContactByName(searchId:s, name:s, nbContacts:i, localOnly:b)->i",
-        "startSearchContactByAllFields(searchId:s, criteria:s, localOnly:b)->i",
-        "startSearchContactByPhoneNumber(searchId:s, phoneNumber:s, localOnly:b)->i",
-        "startSearchContactByIMAddress(searchId:s, imAddress:s, localOnly:b)->i",
-        "getSearchResults(searchId:s, startInd:i, length:i)->a(sssssi):ListContactSummary",
-        "getContactFromSearch(searchId:s, contactId:s)->CONTACT:Contact",
-        "purgeSearchResults(searchId:s)->i",
-        "copyContactToLocal(idContact:s)->s",
-        "getImAddressByContactId(idContact:s)->s",
-        "getContactTypeById(contactId:s)->i",
-        "defaultContactsChanged(setting:SETTING:Setting)->aSETTING:ListSetting",
-        "dirMaxContactChanged(setting:SETTING:Setting)->aSETTING:ListSetting",
-        "dirSearchModeChanged(setting:SETTING:Setting)->aSETTING:ListSetting",
-        "removeHttpsFromPhotoUrlChanged(setting:SETTING:Setting)->aSETTING:ListSetting",
-        "userPhotoChanged(setting:SETTING:Setting)->aSETTING:ListSetting",
-        "exportToXml(path:s, pageSize:i, full:b, id:s, deviceId:s, createdDate:DATE:QDateTime, "
-        "previousExportDate:DATE:QDateTime)->",
-        "importFromXml(path:s)->",
-        "getCapabilities()->a{s(si)}:MapQStringCapability",
-        "getCapabilities(listId:i)->a{s(si)}:MapQStringCapability",
-        "getCapability(name:s)->(si):Capability",
-        "getCapability(listId:i, name:s)->(si):Capability",
-    };
-    QCOMPARE(publishedMethods(), published(expected));
+    const QMetaObject &adaptor = KestinDirectoryAdaptor::staticMetaObject;
+    const QByteArray text = adaptor.classInfo(adaptor.indexOfClassInfo("D-Bus Introspection")).value();
+    // Clients have been generated from it: every byte stays.
+    QCOMPARE(QCryptographicHash::hash(text, QCryptographicHash::Sha256).toHex(),
+             "b8853c444c5c29604d0fc3c6ff5b70d9ef1de09e9fd3ea67417c6a7307b63cea");
 }
 
 void TestDirectory::aMissingSlotIsThrownAsPointer()
