@@ -14,7 +14,8 @@
 
 /// Publishes the directory's methods on the bus. Each invokes the slot of the same name of the module, its parent, on
 /// the main thread, and returns what that returns. A slot that is not there is a KestinException, thrown as a pointer
-/// to a new object: to be created as ErrorReplying<KestinDirectoryAdaptor>, which answers the caller with it.
+/// to a new object, which ErrorReplying answers the caller with. Records are found by their registered names, so what
+/// a slot takes and returns must be registered (registerDBus…) before the first call.
 class KestinDirectoryAdaptor : public QDBusAbstractAdaptor
 {
     Q_OBJECT
@@ -63,4 +64,13 @@ public Q_SLOTS:
     MapQStringCapability getCapabilities(int listId);
     Capability getCapability(const QString &name);
     Capability getCapability(int listId, const QString &name);
+
+private:
+    template <typename Result, typename... Arguments>
+    Result invoke(const char *method, const Arguments &...arguments);
+    template <typename... Arguments>
+    void invokeVoid(const char *method, const Arguments &...arguments);
+    [[noreturn]] void fail(const char *method);
+
+    KestinModule &m_module;
 };

@@ -18,6 +18,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
+#include <array>
+
 namespace {
 
 /// The module on a data folder of its own, with a settings manager that knows `settings` and nobody else there.
@@ -77,6 +80,7 @@ class TestDirectory : public QObject
 private Q_SLOTS:
     void slotsStandInTheirOrder();
     void theIntrospectionTextIsAsPublished();
+    void everyPublishedMethodFindsItsSlot();
     void aMissingSlotIsThrownAsPointer();
     void startsWithoutAnyPeer();
     void photosMadeSquareAtStartAreTold();
@@ -170,6 +174,26 @@ void TestDirectory::theIntrospectionTextIsAsPublished()
     // Clients have been generated from it: every byte stays.
     QCOMPARE(QCryptographicHash::hash(text, QCryptographicHash::Sha256).toHex(),
              "b8853c444c5c29604d0fc3c6ff5b70d9ef1de09e9fd3ea67417c6a7307b63cea");
+}
+
+void TestDirectory::everyPublishedMethodFindsItsSlot()
+{
+    Module module;
+    module.start();
+    KestinDirectoryAdaptor adaptor(&module.directory);
+    const QMetaObject &type = KestinDirectoryAdaptor::staticMetaObject;
+    for (int i = type.methodOffset(); i < type.methodCount(); ++i) {
+        QVariantList values{QVariant(type.method(i).returnMetaType())};
+        for (int j = 0; j < type.method(i).parameterCount(); ++j)
+            values.append(QVariant(type.method(i).parameterMetaType(j)));
+        std::array<void *, 8> arguments{};
+        std::transform(values.begin(), values.end(), arguments.begin(), [](QVariant &value) { return value.data(); });
+        try {
+            adaptor.qt_metacall(QMetaObject::InvokeMetaMethod, i, arguments.data());
+        } catch (const KestinException *failure) {
+            QFAIL(qPrintable(failure->message()));
+        }
+    }
 }
 
 void TestDirectory::aMissingSlotIsThrownAsPointer()
