@@ -3,9 +3,9 @@
 
 #include "peers/settings/SettingsManager.h"
 
-SettingsAdaptor::SettingsAdaptor(KestinModule *module)
-    : QDBusAbstractAdaptor(module)
-    , m_settings(*static_cast<SettingsManager *>(module))
+SettingsAdaptor::SettingsAdaptor(SettingsManager &module)
+    : QDBusAbstractAdaptor(&module)
+    , m_settings(module)
 {
 }
 

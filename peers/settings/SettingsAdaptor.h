@@ -6,7 +6,6 @@
 
 #include <QDBusAbstractAdaptor>
 
-class KestinModule;
 class SettingsManager;
 
 /// The bus methods of the module "SettingsManager".
@@ -16,8 +15,8 @@ class SettingsAdaptor : public QDBusAbstractAdaptor
     Q_CLASSINFO("D-Bus Interface", "com.norlan.Kestin.KestinInterface")
 
 public:
-    /// `module` is the SettingsManager, already constructed.
-    explicit SettingsAdaptor(KestinModule *module);
+    /// A child of the module.
+    explicit SettingsAdaptor(SettingsManager &module);
 
 public Q_SLOTS:
     QString getSettingValue(const QString &key);

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "peers/settings/SettingsManager.h"
 
-#include "peers/settings/SettingsAdaptor.h"
 #include "peers/settings/SettingsFileWatcher.h"
-#include "platform/framework/ErrorReplying.h"
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/AddressText.h"
 #include "platform/records/KestinBus.h"
@@ -39,12 +37,6 @@ bool SettingsManager::init()
     m_store.load();
     auto *watcher = new SettingsFileWatcher(m_store.path(), this);
     connect(watcher, &SettingsFileWatcher::changed, &m_store, &SettingsStore::load);
-    return true;
-}
-
-bool SettingsManager::run()
-{
-    new ErrorReplying<SettingsAdaptor>(this);
     return true;
 }
 

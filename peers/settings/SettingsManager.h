@@ -18,7 +18,6 @@ public:
     bool check() override;
     bool deploy() override; ///< makes the folder of the file
     bool init() override;
-    bool run() override;
 
     // The bus methods. A setting that is neither known nor stored is answered with an error.
     QString getSettingValue(const QString &key);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "peers/settings/SettingsAdaptor.h"
 #include "peers/settings/SettingsManager.h"
 #include "platform/framework/KestinApplication.h"
 #include "platform/records/KestinPaths.h"
@@ -65,5 +66,5 @@ int main(int argc, char **argv)
     }
 
     SettingsManager module(parser.value(file));
-    return application.exec(module);
+    return application.exec<SettingsAdaptor>(module);
 }

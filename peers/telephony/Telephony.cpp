@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "peers/telephony/Telephony.h"
 
-#include "peers/telephony/TelephonyAdaptor.h"
-#include "platform/framework/ErrorReplying.h"
 #include "platform/framework/KestinLogger.h"
 #include "platform/framework/WireSize.h"
 #include "platform/records/KestinBus.h"
@@ -42,7 +40,6 @@ bool Telephony::init()
 
 bool Telephony::run()
 {
-    new ErrorReplying<TelephonyAdaptor>(this);
     formatter(); // what is slow the first time is done before anybody waits for it
     return true;
 }

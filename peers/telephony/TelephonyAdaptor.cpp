@@ -3,9 +3,9 @@
 
 #include "peers/telephony/Telephony.h"
 
-TelephonyAdaptor::TelephonyAdaptor(KestinModule *module)
-    : QDBusAbstractAdaptor(module)
-    , m_telephony(*static_cast<Telephony *>(module))
+TelephonyAdaptor::TelephonyAdaptor(Telephony &module)
+    : QDBusAbstractAdaptor(&module)
+    , m_telephony(module)
 {
 }
 

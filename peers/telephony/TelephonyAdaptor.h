@@ -7,7 +7,6 @@
 
 #include <QDBusAbstractAdaptor>
 
-class KestinModule;
 class Telephony;
 
 /// The bus methods of the module "Telephony".
@@ -17,8 +16,8 @@ class TelephonyAdaptor : public QDBusAbstractAdaptor
     Q_CLASSINFO("D-Bus Interface", "com.norlan.Kestin.KestinInterface")
 
 public:
-    /// `module` is the Telephony module, already constructed.
-    explicit TelephonyAdaptor(KestinModule *module);
+    /// A child of the module.
+    explicit TelephonyAdaptor(Telephony &module);
 
 public Q_SLOTS:
     QStringList extractDialableNumberList(const QStringList &numbers);

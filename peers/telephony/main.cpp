@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "peers/telephony/Telephony.h"
+#include "peers/telephony/TelephonyAdaptor.h"
 #include "platform/framework/KestinApplication.h"
 
 #include <QCommandLineParser>
@@ -70,5 +71,5 @@ int main(int argc, char **argv)
     }
 
     Telephony module(KestinMode{text});
-    return application.exec(module);
+    return application.exec<TelephonyAdaptor>(module);
 }

@@ -4,8 +4,6 @@
 #include "peers/wsmanager/LdapSource.h"
 #include "peers/wsmanager/LdifSource.h"
 #include "peers/wsmanager/NumberService.h"
-#include "peers/wsmanager/WSManagerAdaptor.h"
-#include "platform/framework/ErrorReplying.h"
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/KestinBus.h"
 #include "platform/records/PlatformEvents.h"
@@ -39,7 +37,6 @@ bool WSManager::init()
 
 bool WSManager::run()
 {
-    new ErrorReplying<WSManagerAdaptor>(this);
     // Once the event loop runs the name is on the bus: who hears of it can call.
     QTimer::singleShot(0, this, &WSManager::tellStart);
     return m_source->open();

@@ -3,9 +3,9 @@
 
 #include "peers/wsmanager/WSManager.h"
 
-WSManagerAdaptor::WSManagerAdaptor(KestinModule *module)
-    : QDBusAbstractAdaptor(module)
-    , m_manager(*static_cast<WSManager *>(module))
+WSManagerAdaptor::WSManagerAdaptor(WSManager &module)
+    : QDBusAbstractAdaptor(&module)
+    , m_manager(module)
 {
 }
 

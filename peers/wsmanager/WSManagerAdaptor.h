@@ -4,7 +4,6 @@
 #include <QDBusAbstractAdaptor>
 #include <QStringList>
 
-class KestinModule;
 class WSManager;
 
 /// The bus methods of the module "WSManager".
@@ -14,8 +13,8 @@ class WSManagerAdaptor : public QDBusAbstractAdaptor
     Q_CLASSINFO("D-Bus Interface", "com.norlan.Kestin.KestinInterface")
 
 public:
-    /// `module` is the WSManager module, already constructed.
-    explicit WSManagerAdaptor(KestinModule *module);
+    /// A child of the module.
+    explicit WSManagerAdaptor(WSManager &module);
 
 public Q_SLOTS:
     bool getServiceRight(const QString &right);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "peers/wsmanager/WSManager.h"
+#include "peers/wsmanager/WSManagerAdaptor.h"
 #include "platform/framework/KestinApplication.h"
 
 #include <QCommandLineParser>
@@ -138,5 +139,5 @@ int main(int argc, char **argv)
         return EXIT_FAILURE;
     }
     WSManager module(config);
-    return application.exec(module);
+    return application.exec<WSManagerAdaptor>(module);
 }

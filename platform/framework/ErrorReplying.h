@@ -15,14 +15,15 @@
 ///   "com.norlan.Kestin.KestinException" with the exception's message; it must never unwind through the bus library;
 /// - a result larger than the bus carries becomes "org.freedesktop.DBus.Error.LimitsExceeded", where sending it would
 ///   cost the module its connection. So do arguments of that size, which no event could tell any more.
-/// `Adaptor` is a QDBusAbstractAdaptor whose parent is a KestinModule.
+/// `Adaptor` is a QDBusAbstractAdaptor that is made with its parent, a KestinModule, by reference.
 template <typename Adaptor>
 class ErrorReplying : public Adaptor
 {
 public:
-    explicit ErrorReplying(KestinModule *module)
+    template <typename Module>
+    explicit ErrorReplying(Module &module)
         : Adaptor(module)
-        , m_module(*module)
+        , m_module(module)
     {
     }
 

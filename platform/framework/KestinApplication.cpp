@@ -43,11 +43,11 @@ KestinApplication::KestinApplication(int &argc, char **argv)
 
 KestinApplication::~KestinApplication() = default;
 
-int KestinApplication::exec(KestinModule &module)
+int KestinApplication::lead(KestinModule &module, const MakeAdaptor &makeAdaptor)
 {
     bool published = false;
-    const auto startInLoop = [this, &module, &published] {
-        const QString reason = start(module);
+    const auto startInLoop = [this, &module, &makeAdaptor, &published] {
+        const QString reason = start(module, makeAdaptor);
         published = reason.isEmpty();
         if (published) {
             sd_notify(0, "READY=1");
@@ -66,7 +66,7 @@ int KestinApplication::exec(KestinModule &module)
 }
 
 /// Empty when the module is on the bus, otherwise why it is not.
-QString KestinApplication::start(KestinModule &module)
+QString KestinApplication::start(KestinModule &module, const MakeAdaptor &makeAdaptor)
 {
     const QDBusConnection connection = KestinBus::connect();
     if (!connection.isConnected())
@@ -85,6 +85,7 @@ QString KestinApplication::start(KestinModule &module)
         return QStringLiteral("it could not be initialised");
     if (!module.run())
         return QStringLiteral("it could not be run");
+    makeAdaptor();
     return m_transport->publish(module);
 }
 

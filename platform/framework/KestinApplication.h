@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "platform/framework/ErrorReplying.h"
 #include "platform/framework/ProcessSignals.h"
 
 #include <QCoreApplication>
 
+#include <functional>
 #include <memory>
 
 class BusTransport;
@@ -21,13 +23,20 @@ public:
     ~KestinApplication() override;
 
     /// Runs the event loop with the module in it: a look at its name, check (deploy when it says no), init, run, then
-    /// the object is registered and the name claimed, last; readiness is told to the service manager. SIGTERM and
-    /// SIGINT end the loop: 0. A hook that fails, a bus that cannot be reached or goes away, a name that is taken: an
-    /// error line, 1.
-    int exec(KestinModule &module);
+    /// its bus methods get their Adaptor (ErrorReplying, a child of the module), the object is registered and the name
+    /// claimed, last; readiness is told to the service manager. SIGTERM and SIGINT end the loop: 0. A hook that fails,
+    /// a bus that cannot be reached or goes away, a name that is taken: an error line, 1.
+    template <typename Adaptor, typename Module>
+    int exec(Module &module)
+    {
+        return lead(module, [&module] { new ErrorReplying<Adaptor>(module); });
+    }
 
 private:
-    QString start(KestinModule &module);
+    using MakeAdaptor = std::function<void()>;
+
+    int lead(KestinModule &module, const MakeAdaptor &makeAdaptor);
+    QString start(KestinModule &module, const MakeAdaptor &makeAdaptor);
     void end(int exitCode);
 
     ProcessSignals m_signals;

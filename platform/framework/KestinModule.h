@@ -30,7 +30,7 @@ public:
     virtual bool check();  ///< is everything there that the module keeps? False calls deploy
     virtual bool deploy(); ///< makes what check missed; false ends the process
     virtual bool init();   ///< false ends the process
-    virtual bool run();    ///< creates the bus adaptor; false ends the process
+    virtual bool run();    ///< the last before it is on the bus; false ends the process
     virtual void presentation_loaded();
     virtual void presentation_stop();
     virtual void stop(); ///< the event loop has ended

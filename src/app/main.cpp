@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "platform/framework/ErrorReplying.h"
 #include "platform/framework/KestinApplication.h"
 #include "platform/records/KestinBus.h"
 #include "src/dbus/KestinDirectoryAdaptor.h"
@@ -50,8 +49,7 @@ int main(int argc, char **argv)
     QCoreApplication::setApplicationVersion(QStringLiteral(KESTIN_VERSION));
     parseCommandLine(application);
     KestinDirectory *directory = KestinDirectory::instance();
-    directory->publishThrough([](KestinModule *module) { return new ErrorReplying<KestinDirectoryAdaptor>(module); });
-    const int exitCode = application.exec(*directory);
+    const int exitCode = application.exec<KestinDirectoryAdaptor>(*directory);
     delete KestinDirectory::instance();
     return exitCode;
 }

@@ -14,9 +14,9 @@ QArgument<Type> argument(const Type &value)
 
 } // namespace
 
-KestinDirectoryAdaptor::KestinDirectoryAdaptor(KestinModule *module)
-    : QDBusAbstractAdaptor(module)
-    , m_module(*module)
+KestinDirectoryAdaptor::KestinDirectoryAdaptor(KestinModule &module)
+    : QDBusAbstractAdaptor(&module)
+    , m_module(module)
 {
     setAutoRelaySignals(true);
 }

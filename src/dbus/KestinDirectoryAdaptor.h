@@ -23,7 +23,8 @@ class KestinDirectoryAdaptor : public QDBusAbstractAdaptor
     Q_CLASSINFO("D-Bus Introspection", KESTIN_DIRECTORY_INTROSPECTION)
 
 public:
-    explicit KestinDirectoryAdaptor(KestinModule *module);
+    /// A child of the module.
+    explicit KestinDirectoryAdaptor(KestinModule &module);
 
 public Q_SLOTS:
     int createLocalContact(const QString &reqId, const Contact &contact);

@@ -98,8 +98,6 @@ bool KestinDirectory::init()
 bool KestinDirectory::run()
 {
     KestinLogger::debug("KestinDirectory starting...");
-    if (m_makeAdaptor)
-        m_adaptor = m_makeAdaptor(this);
     getCapabilities();
     m_fields.icsLogin = false;
     const bool isAllowed = m_telephonyMode.getKestinMode();

@@ -14,12 +14,10 @@
 #include "src/directory/SettingsCaller.h"
 #include "src/fields/DirectoryFields.h"
 
-#include <functional>
 #include <memory>
 
 class DataRestore;
 class NewsPublication;
-class QDBusAbstractAdaptor;
 class QNetworkReply;
 class QThread;
 class SearchThread;
@@ -39,11 +37,6 @@ public:
 
     /// The one module object of the process, made at the first call. Whoever destroys it ends it.
     static KestinDirectory *instance();
-
-    /// Makes the adaptor that publishes a module's methods, as a child of the module.
-    using AdaptorFactory = std::function<QDBusAbstractAdaptor *(KestinModule *module)>;
-    /// What run publishes the methods through; without it the module is not on the bus. Must come before run.
-    void publishThrough(const AdaptorFactory &factory) { m_makeAdaptor = factory; }
 
     bool check() override;
     bool deploy() override;
@@ -146,6 +139,4 @@ private:
     std::unique_ptr<ModuleWatch> m_settingsWatch;
     std::unique_ptr<ModuleWatch> m_webServiceWatch;
     std::unique_ptr<NewsPublication> m_news;
-    AdaptorFactory m_makeAdaptor;
-    QDBusAbstractAdaptor *m_adaptor = nullptr; ///< a child of this object
 };

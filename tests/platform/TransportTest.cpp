@@ -32,8 +32,8 @@ class TestAdaptor : public QDBusAbstractAdaptor
     Q_CLASSINFO("D-Bus Interface", "com.norlan.Kestin.KestinInterface")
 
 public:
-    explicit TestAdaptor(KestinModule *module)
-        : QDBusAbstractAdaptor(module)
+    explicit TestAdaptor(KestinModule &module)
+        : QDBusAbstractAdaptor(&module)
     {
     }
 
@@ -61,7 +61,7 @@ public:
         , transport(bus.connection(connectionName))
         , m_connectionName(connectionName)
     {
-        new ErrorReplying<TestAdaptor>(this);
+        new ErrorReplying<TestAdaptor>(*this);
         attach(transport);
     }
     ~TestModule() override { QDBusConnection::disconnectFromBus(m_connectionName); }
@@ -99,7 +99,8 @@ public Q_SLOTS:
     void showPopup(const QDBusMessage &message) { popups.append(message.signature()); }
 };
 
-/// Notes what the framework leads it through, with a "+" while its name is on the bus, and asks for its end.
+/// Notes what the framework leads it through, with a "*" while it has its adaptor and a "+" while its name
+/// is on the bus, and asks for its end.
 class LivingModule : public KestinModule
 {
 public:
@@ -129,7 +130,7 @@ private:
     bool note(const QString &hook)
     {
         const bool isOnBus = m_observer.interface()->isServiceRegistered(KestinBus::serviceName(getModuleName()));
-        life += hook + (isOnBus ? u"+ "_s : u" "_s);
+        life += hook + (findChild<TestAdaptor *>() ? u"*"_s : QString()) + (isOnBus ? u"+ "_s : u" "_s);
         return isOnBus;
     }
 
@@ -328,8 +329,8 @@ void TransportTest::failuresOfASlotAreErrorReplies()
 void TransportTest::aModuleIsOnTheBusFromRunToStop()
 {
     LivingModule module(m_bus.connection(u"peer"_s));
-    QCOMPARE(static_cast<KestinApplication *>(qApp)->exec(module), 0);
-    QCOMPARE(module.life, u"check deploy init run life+ stop "_s);
+    QCOMPARE(static_cast<KestinApplication *>(qApp)->exec<TestAdaptor>(module), 0);
+    QCOMPARE(module.life, u"check deploy init run life*+ stop* "_s);
 }
 
 void TransportTest::theEndOfTheBusIsTold()

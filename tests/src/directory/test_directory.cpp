@@ -180,7 +180,7 @@ void TestDirectory::everyPublishedMethodFindsItsSlot()
 {
     Module module;
     module.start();
-    KestinDirectoryAdaptor adaptor(&module.directory);
+    KestinDirectoryAdaptor adaptor(module.directory);
     const QMetaObject &type = KestinDirectoryAdaptor::staticMetaObject;
     for (int i = type.methodOffset(); i < type.methodCount(); ++i) {
         QVariantList values{QVariant(type.method(i).returnMetaType())};
@@ -200,7 +200,7 @@ void TestDirectory::aMissingSlotIsThrownAsPointer()
 {
     LogCapture log;
     KestinModule module("Other"); // has none of the slots
-    KestinDirectoryAdaptor adaptor(&module);
+    KestinDirectoryAdaptor adaptor(module);
     KestinException *thrown = nullptr;
     try {
         adaptor.getContactById("x");
