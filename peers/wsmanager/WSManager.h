@@ -49,7 +49,6 @@ private:
     using Found = std::function<void(const ListContact &contacts)>;
 
     QString startSearch(const QString &searchId, const DirectoryQuery &query);
-    void begin(const QString &searchId, const DirectoryQuery &query);
     void lookUp(const QString &contactId, const Found &found);
     std::unique_ptr<RunningSearch> newSearch();
     void end(Searches &searches, const QString &id);

@@ -40,7 +40,6 @@ Q_SIGNALS:
 private:
     void giveUp();
     void download(const QString &address);
-    void ask(const QString &source, const QByteArray &picture);
     void madeSquare(quint32 picture, const QByteArray &square);
     QString store(const QByteArray &square);
     QString storedFrom(const QString &source) const;
