@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "peers/wsmanager/WSManager.h"
-#include "peers/wsmanager/WSManagerAdaptor.h"
+#include "peers/wsmanager/bus/WSManager.h"
+#include "peers/wsmanager/bus/WSManagerAdaptor.h"
 #include "platform/framework/KestinApplication.h"
 
 #include <QCommandLineParser>

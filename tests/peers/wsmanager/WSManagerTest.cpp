@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "peers/wsmanager/LdapFilter.h"
-#include "peers/wsmanager/QueryBuilder.h"
+#include "peers/wsmanager/bus/QueryBuilder.h"
+#include "peers/wsmanager/company/LdapFilter.h"
 #include "tests/peers/wsmanager/LdapStub.h"
 #include "tests/peers/wsmanager/Peer.h"
 #include "tests/peers/wsmanager/Slapd.h"

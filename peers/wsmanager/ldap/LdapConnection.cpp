@@ -1,0 +1,238 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "peers/wsmanager/ldap/LdapConnection.h"
+
+#include "platform/framework/KestinLogger.h"
+#include "platform/records/RegularFile.h"
+
+#include <algorithm>
+
+#include <fcntl.h>
+#include <sys/time.h>
+
+namespace {
+
+QString errorText(int rc, const char *details = nullptr)
+{
+    const QString text = QString::fromUtf8(ldap_err2string(rc));
+    return details && *details ? QStringLiteral("%1 (%2)").arg(text, QString::fromUtf8(details)) : text;
+}
+
+/// A text among the library's options.
+QByteArray optionOf(LDAP *ldap, int option)
+{
+    char *text = nullptr;
+    ldap_get_option(ldap, option, &text);
+    const QByteArray result(text);
+    ldap_memfree(text);
+    return result;
+}
+
+/// A context of the connection's own, or, without one, for all connections. It is made when the options are set: those
+/// that come later do not count in it.
+bool makeTlsContext(LDAP *ldap, int certificates, const QByteArray &ciphers)
+{
+    const int oldest = LDAP_OPT_X_TLS_PROTOCOL_TLS1_2;
+    const int isServer = 0;
+    ldap_set_option(ldap, LDAP_OPT_X_TLS_REQUIRE_CERT, &certificates);
+    ldap_set_option(ldap, LDAP_OPT_X_TLS_PROTOCOL_MIN, &oldest);
+    if (!ciphers.isEmpty())
+        ldap_set_option(ldap, LDAP_OPT_X_TLS_CIPHER_SUITE, ciphers.constData());
+    return ldap_set_option(ldap, LDAP_OPT_X_TLS_NEWCTX, &isServer) == LDAP_OPT_SUCCESS;
+}
+
+QString trustedFile()
+{
+    return QFile::decodeName(optionOf(nullptr, LDAP_OPT_X_TLS_CACERTFILE));
+}
+
+} // namespace
+
+QString LdapConnection::setUpTls(const LdapServer &server)
+{
+    QByteArray ciphers = optionOf(nullptr, LDAP_OPT_X_TLS_CIPHER_SUITE);
+    // GnuTLS does not look at the oldest protocol.
+    if (optionOf(nullptr, LDAP_OPT_X_TLS_PACKAGE) == "GnuTLS")
+        ciphers = (ciphers.isEmpty() ? QByteArray("NORMAL") : ciphers) + ":-VERS-SSL3.0:-VERS-TLS1.0:-VERS-TLS1.1";
+    if (QFile certificates(server.caFile); !server.caFile.isEmpty()) {
+        if (const QString reason = RegularFile::open(certificates); !reason.isEmpty())
+            return QStringLiteral("the certificates in \"%1\" cannot be used: %2").arg(server.caFile, reason);
+        ldap_set_option(nullptr, LDAP_OPT_X_TLS_CACERTFILE, QFile::encodeName(server.caFile).constData());
+    }
+    if (makeTlsContext(nullptr, LDAP_OPT_X_TLS_DEMAND, ciphers))
+        return QString();
+    return QStringLiteral("the certificates in \"%1\" cannot be used").arg(trustedFile());
+}
+
+LdapConnection::LdapConnection(const LdapServer &server, const Wakeup &wakeup)
+    : m_server(server)
+    , m_wakeup(wakeup)
+{
+}
+
+void LdapConnection::open()
+{
+    prepare();
+    const QDeadlineTimer limit(m_server.connectSeconds * 1000);
+    try {
+        connect(limit);
+    } catch (const LdapFailure &) {
+        const QString reason =
+            m_server.usesTls() && !limit.hasExpired() && !m_wakeup.isAwake() ? refusedCertificate() : QString();
+        if (reason.isEmpty())
+            throw;
+        throw LdapFailure(reason);
+    }
+    bind(limit);
+    // From here on no read waits for the rest of a message that does not come; wait() does, and can be woken.
+    fcntl(descriptor(), F_SETFL, fcntl(descriptor(), F_GETFL) | O_NONBLOCK);
+}
+
+void LdapConnection::prepare()
+{
+    LDAP *ldap = nullptr;
+    const int rc = ldap_initialize(&ldap, m_server.url.toUtf8().constData());
+    m_ldap.reset(ldap);
+    if (rc != LDAP_SUCCESS)
+        throw LdapFailure(QStringLiteral("\"%1\" is no address of a server: %2").arg(m_server.url, errorText(rc)));
+    const int version = LDAP_VERSION3;
+    const timeval limit{m_server.connectSeconds, 0};
+    const unsigned int userTimeout = unsigned(m_server.connectSeconds) * 1000;
+    ldap_set_option(ldap, LDAP_OPT_PROTOCOL_VERSION, &version);
+    ldap_set_option(ldap, LDAP_OPT_NETWORK_TIMEOUT, &limit);
+    ldap_set_option(ldap, LDAP_OPT_TCP_USER_TIMEOUT, &userTimeout);
+    // Following a referral would bind anew to a server nobody named, and wait for it.
+    ldap_set_option(ldap, LDAP_OPT_REFERRALS, LDAP_OPT_OFF);
+}
+
+void LdapConnection::connect(const QDeadlineTimer &limit)
+{
+    if (m_server.usesStartTls)
+        startTls(limit);
+    else
+        check("connect", ldap_connect(m_ldap.get()));
+}
+
+/// The library does not say why a connection with TLS failed. If it succeeds when any certificate will do, and nothing
+/// is sent on it, it was the certificate. Empty when it was not.
+QString LdapConnection::refusedCertificate()
+{
+    try {
+        prepare();
+        makeTlsContext(m_ldap.get(), LDAP_OPT_X_TLS_NEVER, optionOf(nullptr, LDAP_OPT_X_TLS_CIPHER_SUITE));
+        connect(QDeadlineTimer(m_server.connectSeconds * 1000));
+    } catch (const LdapFailure &) {
+        return QString();
+    }
+    return QStringLiteral("the certificate of %1 is refused: it is out of date, or for another host, or nobody in "
+                          "\"%2\" has signed it")
+        .arg(m_server.url, trustedFile());
+}
+
+void LdapConnection::startTls(const QDeadlineTimer &limit)
+{
+    int operation = 0;
+    check("connect", ldap_start_tls(m_ldap.get(), nullptr, nullptr, &operation));
+    expect("start TLS", operation, limit);
+    check("start TLS", ldap_install_tls(m_ldap.get()));
+}
+
+void LdapConnection::bind(const QDeadlineTimer &limit)
+{
+    QByteArray secret = m_server.secret;
+    const berval credentials{ber_len_t(secret.size()), secret.data()};
+    int operation = 0;
+    check("connect", ldap_sasl_bind(m_ldap.get(), m_server.bindName.toUtf8().constData(), LDAP_SASL_SIMPLE,
+                                    const_cast<berval *>(&credentials), nullptr, nullptr, &operation));
+    expect("bind", operation, limit);
+}
+
+int LdapConnection::search(const LdapRequest &request, const QByteArray &cookie)
+{
+    QList<QByteArray> names;
+    for (const QString &attribute : request.attributes)
+        names.append(attribute.toUtf8());
+    QList<char *> attributes;
+    for (QByteArray &name : names)
+        attributes.append(name.data());
+    attributes.append(nullptr);
+
+    QByteArray copy = cookie;
+    berval position{ber_len_t(copy.size()), copy.data()};
+    LDAPControl *paging = nullptr;
+    check("search", ldap_create_page_control(m_ldap.get(), request.pageSize, &position, 0, &paging));
+    const std::unique_ptr<LDAPControl, decltype(&ldap_control_free)> owned(paging, &ldap_control_free);
+    LDAPControl *controls[]{request.isPaged ? paging : nullptr, nullptr};
+    int operation = 0;
+    check("search",
+          ldap_search_ext(m_ldap.get(), request.base.toUtf8().constData(), request.scope, request.filter.constData(),
+                          attributes.data(), 0, controls, nullptr, nullptr, request.sizeLimit, &operation));
+    KestinLogger::debug("The directory server is asked for %1 below \"%2\"", QString::fromUtf8(request.filter),
+                        request.base);
+    return operation;
+}
+
+LdapMessage LdapConnection::wait(int operation, QDeadlineTimer limit)
+{
+    while (true) {
+        timeval noTime{0, 0};
+        LDAPMessage *message = nullptr;
+        const int type = ldap_result(m_ldap.get(), operation, LDAP_MSG_ONE, &noTime, &message);
+        if (type > 0)
+            return {message, &ldap_msgfree};
+        if (type < 0)
+            check("wait for an answer", -1);
+        const int milliseconds = limit.isForever() ? -1 : int(limit.remainingTime());
+        switch (m_wakeup.waitFor(descriptor(), milliseconds)) {
+        case Wakeup::Event::Readable:
+            break;
+        case Wakeup::Event::Woken:
+            abandon(operation);
+            throw LdapStopped();
+        case Wakeup::Event::TimeOut:
+            throw LdapFailure(QStringLiteral("the server does not answer"));
+        }
+    }
+}
+
+void LdapConnection::abandon(int operation)
+{
+    ldap_abandon_ext(m_ldap.get(), operation, nullptr, nullptr);
+}
+
+int LdapConnection::descriptor() const
+{
+    int descriptor = -1;
+    ldap_get_option(m_ldap.get(), LDAP_OPT_DESC, &descriptor);
+    return descriptor;
+}
+
+int LdapConnection::resultOf(LDAP *ldap, LDAPMessage *message, QString &text)
+{
+    int result = LDAP_SUCCESS;
+    char *details = nullptr;
+    const int rc = ldap_parse_result(ldap, message, &result, nullptr, &details, nullptr, nullptr, 0);
+    if (rc != LDAP_SUCCESS)
+        result = rc;
+    text = errorText(result, details);
+    ldap_memfree(details);
+    return result;
+}
+
+void LdapConnection::expect(const char *step, int operation, const QDeadlineTimer &limit)
+{
+    const LdapMessage message = wait(operation, limit);
+    QString text;
+    if (resultOf(m_ldap.get(), message.get(), text) != LDAP_SUCCESS)
+        throw LdapFailure(QStringLiteral("%1: %2").arg(QLatin1String(step), text));
+}
+
+void LdapConnection::check(const char *step, int rc) const
+{
+    if (rc == LDAP_SUCCESS)
+        return;
+    int error = rc;
+    const QByteArray details = optionOf(m_ldap.get(), LDAP_OPT_DIAGNOSTIC_MESSAGE);
+    if (rc < 0)
+        ldap_get_option(m_ldap.get(), LDAP_OPT_RESULT_CODE, &error);
+    throw LdapFailure(QStringLiteral("%1: %2").arg(QLatin1String(step), errorText(error, details.constData())));
+}
