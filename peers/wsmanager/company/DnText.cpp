@@ -1,18 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "peers/wsmanager/company/DnText.h"
 
-#include <ldap.h>
+#include "peers/wsmanager/company/LdapMemory.h"
 
 QString DnText::normalized(const QByteArray &dn)
 {
     char *text = nullptr;
     const int rc =
         ldap_dn_normalize(dn.constData(), LDAP_DN_FORMAT_LDAP, &text, LDAP_DN_FORMAT_LDAPV3 | LDAP_DN_PRETTY);
-    if (rc != LDAP_SUCCESS)
-        return QString();
-    const QString result = QString::fromUtf8(text);
-    ldap_memfree(text);
-    return result;
+    const LdapText owned(text);
+    return rc == LDAP_SUCCESS ? QString::fromUtf8(text) : QString();
 }
 
 bool DnText::isWithin(const QString &dn, const QString &base)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "peers/wsmanager/company/LdapFilter.h"
 
-#include <ldap.h>
+#include "peers/wsmanager/company/LdapMemory.h"
 
 namespace {
 
@@ -71,10 +71,10 @@ bool LdapFilter::isWellFormed(const QString &filter)
     LDAP *ldap = nullptr;
     if (ldap_initialize(&ldap, "ldapi://%2Fdev%2Fnull%2Fnowhere") != LDAP_SUCCESS)
         return false;
+    const LdapHandle owned(ldap);
     int operation = 0;
     const int rc = ldap_search_ext(ldap, "", LDAP_SCOPE_BASE, filter.toUtf8().constData(), nullptr, 0, nullptr, nullptr,
                                    nullptr, 0, &operation);
-    ldap_unbind_ext(ldap, nullptr, nullptr);
     return rc != LDAP_FILTER_ERROR;
 }
 
@@ -86,8 +86,6 @@ QByteArray LdapFilter::escaped(const QString &value)
     if (bytes.isEmpty() || ldap_bv2escaped_filter_value(&in, &out) != 0)
         return QByteArray();
     // Nothing to escape: the library hands back what it was given.
-    const QByteArray result(out.bv_val, qsizetype(out.bv_len));
-    if (out.bv_val != in.bv_val)
-        ber_memfree(out.bv_val);
-    return result;
+    const LdapText owned(out.bv_val == in.bv_val ? nullptr : out.bv_val);
+    return QByteArray(out.bv_val, qsizetype(out.bv_len));
 }

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "peers/wsmanager/company/LdapServer.h"
 
+#include "peers/wsmanager/company/LdapMemory.h"
 #include "platform/records/AddressText.h"
 
 #include <QRegularExpression>
 #include <QStringList>
-
-#include <ldap.h>
 
 #include <algorithm>
 
@@ -18,10 +17,10 @@ QString schemeOf(const QString &address)
     LDAPURLDesc *parts = nullptr;
     if (ldap_url_parse(address.toUtf8().constData(), &parts) != LDAP_URL_SUCCESS)
         return QString();
+    const LdapUrl owned(parts);
     const QString scheme = QString::fromUtf8(parts->lud_scheme);
     const bool hasEntry = parts->lud_dn && *parts->lud_dn != '\0'; // a slash at the end names none
     const bool isServer = !hasEntry && parts->lud_port >= 0 && parts->lud_port <= 0xffff;
-    ldap_free_urldesc(parts);
     static const QStringList known{QStringLiteral("ldap"), QStringLiteral("ldaps"), QStringLiteral("ldapi")};
     return isServer && known.contains(scheme) ? scheme : QString();
 }

@@ -22,9 +22,8 @@ QByteArray optionOf(LDAP *ldap, int option)
 {
     char *text = nullptr;
     ldap_get_option(ldap, option, &text);
-    const QByteArray result(text);
-    ldap_memfree(text);
-    return result;
+    const LdapText owned(text);
+    return QByteArray(text);
 }
 
 /// A context of the connection's own, or, without one, for all connections. It is made when the options are set: those
@@ -160,7 +159,7 @@ int LdapConnection::search(const LdapRequest &request, const QByteArray &cookie)
     berval position{ber_len_t(copy.size()), copy.data()};
     LDAPControl *paging = nullptr;
     check("search", ldap_create_page_control(m_ldap.get(), request.pageSize, &position, 0, &paging));
-    const std::unique_ptr<LDAPControl, decltype(&ldap_control_free)> owned(paging, &ldap_control_free);
+    const LdapControl owned(paging);
     LDAPControl *controls[]{request.isPaged ? paging : nullptr, nullptr};
     int operation = 0;
     check("search",
@@ -178,7 +177,7 @@ LdapMessage LdapConnection::wait(int operation, QDeadlineTimer limit)
         LDAPMessage *message = nullptr;
         const int type = ldap_result(m_ldap.get(), operation, LDAP_MSG_ONE, &noTime, &message);
         if (type > 0)
-            return {message, &ldap_msgfree};
+            return LdapMessage(message);
         if (type < 0)
             check("wait for an answer", -1);
         const int milliseconds = limit.isForever() ? -1 : int(limit.remainingTime());
@@ -211,10 +210,10 @@ int LdapConnection::resultOf(LDAP *ldap, LDAPMessage *message, QString &text)
     int result = LDAP_SUCCESS;
     char *details = nullptr;
     const int rc = ldap_parse_result(ldap, message, &result, nullptr, &details, nullptr, nullptr, 0);
+    const LdapText owned(details);
     if (rc != LDAP_SUCCESS)
         result = rc;
     text = errorText(result, details);
-    ldap_memfree(details);
     return result;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "peers/wsmanager/company/LdapMemory.h"
 #include "peers/wsmanager/company/LdapServer.h"
 #include "peers/wsmanager/ldap/Wakeup.h"
 
@@ -9,10 +10,7 @@
 #include <QString>
 #include <QStringList>
 
-#include <ldap.h>
-
 #include <exception>
-#include <memory>
 
 /// What the server or the way to it answered instead of a result.
 class LdapFailure : public std::exception
@@ -32,8 +30,6 @@ private:
 class LdapStopped : public std::exception
 {
 };
-
-using LdapMessage = std::unique_ptr<LDAPMessage, decltype(&ldap_msgfree)>;
 
 /// What a search asks of the server.
 struct LdapRequest
@@ -74,11 +70,6 @@ public:
     static int resultOf(LDAP *ldap, LDAPMessage *message, QString &text);
 
 private:
-    struct Unbind
-    {
-        void operator()(LDAP *ldap) const { ldap_unbind_ext(ldap, nullptr, nullptr); }
-    };
-
     void prepare();
     void connect(const QDeadlineTimer &limit);
     void startTls(const QDeadlineTimer &limit);
@@ -90,5 +81,5 @@ private:
 
     const LdapServer &m_server;
     const Wakeup &m_wakeup;
-    std::unique_ptr<LDAP, Unbind> m_ldap;
+    LdapHandle m_ldap;
 };

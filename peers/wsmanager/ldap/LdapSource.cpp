@@ -48,9 +48,8 @@ QString baseOfLibrary()
 {
     char *base = nullptr;
     ldap_get_option(nullptr, LDAP_OPT_DEFBASE, &base);
-    const QString result = QString::fromUtf8(base);
-    ldap_memfree(base);
-    return result;
+    const LdapText owned(base);
+    return QString::fromUtf8(base);
 }
 
 } // namespace

@@ -11,21 +11,18 @@ namespace {
 DirectoryEntry entryOf(LDAP *ldap, LDAPMessage *message)
 {
     DirectoryEntry entry;
-    char *dn = ldap_get_dn(ldap, message);
-    entry.dn = DnText::normalized(dn);
+    const LdapText dn(ldap_get_dn(ldap, message));
+    entry.dn = DnText::normalized(dn.get());
     if (entry.dn.isEmpty())
-        KestinLogger::info("An entry is left out: its name \"%1\" is none", QString::fromUtf8(dn));
-    ldap_memfree(dn);
-    BerElement *position = nullptr;
-    for (char *name = ldap_first_attribute(ldap, message, &position); name;
-         name = ldap_next_attribute(ldap, message, position)) {
-        berval **values = ldap_get_values_len(ldap, message, name);
-        for (berval **value = values; value && *value; ++value)
-            entry.add(QString::fromUtf8(name), QString::fromUtf8((*value)->bv_val, qsizetype((*value)->bv_len)));
-        ldap_value_free_len(values);
-        ldap_memfree(name);
+        KestinLogger::info("An entry is left out: its name \"%1\" is none", QString::fromUtf8(dn.get()));
+    BerElement *walk = nullptr;
+    LdapText name(ldap_first_attribute(ldap, message, &walk));
+    const LdapPosition position(walk);
+    for (; name; name.reset(ldap_next_attribute(ldap, message, walk))) {
+        const LdapValues values(ldap_get_values_len(ldap, message, name.get()));
+        for (berval **value = values.get(); value && *value; ++value)
+            entry.add(QString::fromUtf8(name.get()), QString::fromUtf8((*value)->bv_val, qsizetype((*value)->bv_len)));
     }
-    ber_free(position, 0);
     return entry;
 }
 
@@ -33,17 +30,16 @@ DirectoryEntry entryOf(LDAP *ldap, LDAPMessage *message)
 QByteArray cookieOf(LDAP *ldap, LDAPMessage *message)
 {
     LDAPControl **controls = nullptr;
-    QByteArray result;
-    if (ldap_parse_result(ldap, message, nullptr, nullptr, nullptr, nullptr, &controls, 0) != LDAP_SUCCESS)
-        return result;
+    const int rc = ldap_parse_result(ldap, message, nullptr, nullptr, nullptr, nullptr, &controls, 0);
+    const LdapControls owned(controls);
+    if (rc != LDAP_SUCCESS)
+        return QByteArray();
     LDAPControl *paging = ldap_control_find(LDAP_CONTROL_PAGEDRESULTS, controls, nullptr);
     ber_int_t estimate = 0;
     berval cookie{0, nullptr};
-    if (paging && ldap_parse_pageresponse_control(ldap, paging, &estimate, &cookie) == LDAP_SUCCESS)
-        result = QByteArray(cookie.bv_val, qsizetype(cookie.bv_len));
-    ber_memfree(cookie.bv_val);
-    ldap_controls_free(controls);
-    return result;
+    const bool isPage = paging && ldap_parse_pageresponse_control(ldap, paging, &estimate, &cookie) == LDAP_SUCCESS;
+    const LdapText text(cookie.bv_val);
+    return isPage ? QByteArray(cookie.bv_val, qsizetype(cookie.bv_len)) : QByteArray();
 }
 
 } // namespace

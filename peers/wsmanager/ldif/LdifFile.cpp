@@ -2,9 +2,9 @@
 #include "peers/wsmanager/ldif/LdifFile.h"
 
 #include "peers/wsmanager/company/DnText.h"
+#include "peers/wsmanager/company/LdapMemory.h"
 #include "platform/records/RegularFile.h"
 
-#include <ldap.h>
 #include <ldif.h>
 
 #include <cstdlib>
@@ -16,6 +16,21 @@ QString textOf(const berval &value)
 {
     return QString::fromUtf8(value.bv_val, qsizetype(value.bv_len));
 }
+
+/// What a record holds.
+using LdifRecord = std::unique_ptr<LDIFRecord, LdapDeleter<ldap_ldif_record_done>>;
+
+/// What the library reads a record into, and grows as it needs.
+struct RecordText
+{
+    RecordText() = default;
+    RecordText(const RecordText &) = delete;
+    RecordText &operator=(const RecordText &) = delete;
+    ~RecordText() { ber_memfree(text); }
+
+    char *text = nullptr;
+    int size = 0;
+};
 
 /// The line "version: 1" may stand alone at the beginning.
 bool isVersion(const berval &record)
@@ -49,13 +64,13 @@ LdifFile LdifFile::read(const QString &path)
         result.problem = QStringLiteral("%1 cannot be opened: %2").arg(path, reason);
         return result;
     }
-    char *buffer = nullptr;
-    int size = 0;
+    RecordText buffer;
     unsigned long line = 0;
     int state = 0;
-    while (result.problem.isEmpty() && (state = ldif_read_record(file.get(), &line, &buffer, &size)) > 0) {
+    while (result.problem.isEmpty() && (state = ldif_read_record(file.get(), &line, &buffer.text, &buffer.size)) > 0) {
         LDIFRecord record{};
-        berval text{ber_len_t(size), buffer};
+        const LdifRecord owned(&record);
+        berval text{ber_len_t(buffer.size), buffer.text};
         const bool isVersionLine = isVersion(text); // the text is gone once it has been parsed
         const int rc = ldap_parse_ldif_record(&text, line, &record, "kestin-wsmanager",
                                               LDIF_DEFAULT_ADD | LDIF_ENTRIES_ONLY | LDIF_NO_CONTROLS);
@@ -64,9 +79,7 @@ LdifFile LdifFile::read(const QString &path)
             result.entries.append(entry);
         else if (!isVersionLine)
             result.problem = QStringLiteral("%1 is no well-formed LDIF near line %2").arg(path).arg(line);
-        ldap_ldif_record_done(&record);
     }
-    ber_memfree(buffer);
     if (state < 0)
         result.problem = QStringLiteral("%1 cannot be read").arg(path);
     return result;
