@@ -10,33 +10,31 @@
 namespace {
 
 constexpr char description[] =
-    "Measures the directory service over a message bus of its own, with the settings manager and the telephony\n"
-    "service beside it, all found beside this program. Every size begins with an empty data folder.\n"
-    "Run it on a quiet machine, with a release build, on the kind of disk that counts.\n"
-    "\n"
-    "The store is filled with createLocalContacts; then single calls are made one after the other, and the median\n"
-    "and the 99th percentile of their times are printed in microseconds, as a table in Markdown, with what is wanted\n"
-    "of them. Groups of figures (--only):\n"
-    "  creates   single createLocalContact, and beside it what it cannot do without: an empty call, the two calls of\n"
-    "            the telephony service, a durable insert in bare SQLite\n"
-    "  starts    from the start of the process to its name on the bus\n"
-    "  lookups   by number and by id, and pages of 50, beside an empty call\n"
-    "  searches  by name, from the call to the first results and to the completion, for prefixes that 1, 20, 200 and\n"
-    "            2000 contacts have (2000 in a store of 10000 or more), and pages of 50 of the longest list; beside "
-    "them\n"
-    "            an empty call and the query in bare SQLite\n"
-    "  photos    the resizing of a large photo, and a start with 100 photos to resize\n"
-    "  sync      exports and imports of the whole store, in stores of up to 10000; beside them the same rows in bare\n"
-    "            SQLite and the XML\n"
-    "  remote    searches by name in a company directory of 1, 10 and 100 packets of 20, when kestin-wsmanager is "
-    "there\n"
-    "The contacts created per second and the memory are always measured.\n"
-    "\n"
-    "Example:\n"
-    "  kestin-bench --sizes 1000,10000 --only lookups --work-dir /var/tmp\n"
-    "\n"
-    "Exit codes: 0 measured, whatever the figures; 1 something could not be measured (the reason is on standard\n"
-    "error), or the command line is wrong.";
+    R"(Measures the directory service over a message bus of its own, with the settings manager and the telephony
+service beside it, all found beside this program. Every size begins with an empty data folder.
+Run it on a quiet machine, with a release build, on the kind of disk that counts.
+
+The store is filled with createLocalContacts; then single calls are made one after the other, and the median
+and the 99th percentile of their times are printed in microseconds, as a table in Markdown, with what is wanted
+of them. Groups of figures (--only):
+  creates   single createLocalContact, and beside it what it cannot do without: an empty call, the two calls of
+            the telephony service, a durable insert in bare SQLite
+  starts    from the start of the process to its name on the bus
+  lookups   by number and by id, and pages of 50, beside an empty call
+  searches  by name, from the call to the first results and to the completion, for prefixes that 1, 20, 200 and
+            2000 contacts have (2000 in a store of 10000 or more), and pages of 50 of the longest list; beside them
+            an empty call and the query in bare SQLite
+  photos    the resizing of a large photo, and a start with 100 photos to resize
+  sync      exports and imports of the whole store, in stores of up to 10000; beside them the same rows in bare
+            SQLite and the XML
+  remote    searches by name in a company directory of 1, 10 and 100 packets of 20, when kestin-wsmanager is there
+The contacts created per second and the memory are always measured.
+
+Example:
+  kestin-bench --sizes 1000,10000 --only lookups --work-dir /var/tmp
+
+Exit codes: 0 measured, whatever the figures; 1 something could not be measured (the reason is on standard
+error), or the command line is wrong.)";
 
 [[noreturn]] void refuse(const QString &reason)
 {

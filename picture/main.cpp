@@ -18,15 +18,16 @@ namespace {
 constexpr int maxSide = 1000;
 
 constexpr char usage[] =
-    "usage: kestin-picture SIDE [FILE] > SQUARE\n"
-    "\n"
-    "Makes the centred square of a picture (JPEG, PNG, GIF, BMP; WebP where Qt's plugin for it is installed), SIDE\n"
-    "pixels wide, as JPEG. Without a file it reads standard input. Who starts it need not trust the picture: before a\n"
-    "byte of it is read the process gives up what it could do harm with; it is ended when it takes more than 5 s of\n"
-    "processor time or 128 MiB of memory.\n"
-    "Standard error tells the size of the picture, \"300 x 200\", or why there is no square.\n"
-    "\n"
-    "Exit codes: 0 made, 1 not made, 2 the command line is wrong; or a signal.\n";
+    R"(usage: kestin-picture SIDE [FILE] > SQUARE
+
+Makes the centred square of a picture (JPEG, PNG, GIF, BMP; WebP where Qt's plugin for it is installed), SIDE
+pixels wide, as JPEG. Without a file it reads standard input. Who starts it need not trust the picture: before a
+byte of it is read the process gives up what it could do harm with; it is ended when it takes more than 5 s of
+processor time or 128 MiB of memory.
+Standard error tells the size of the picture, "300 x 200", or why there is no square.
+
+Exit codes: 0 made, 1 not made, 2 the command line is wrong; or a signal.
+)";
 
 int fail(const QString &reason)
 {

@@ -78,16 +78,16 @@ CommandHelp DefaultsCommand::help() const
         {QStringLiteral("defaults [show]"), QStringLiteral("defaults set FILE [--text]"),
          QStringLiteral("defaults set --none")},
         QStringLiteral(
-            "Shows the contacts that device management has put on the phone, or replaces all of them: they are "
-            "written\n"
-            "into the setting DirectoryDefaultContacts, the directory's taking them over is waited for, and what it\n"
-            "holds then is printed. FILE holds vCards, or with --text records in the setting's own form, one or more\n"
-            "a line; \"-\" is the standard input. The setting has no place for everything that a contact can hold;\n"
-            "what is left out is told. It ends with 1 when a contact cannot be carried or was not taken.\n\n"
-            "A record has 8 or 20 fields: id, salutation, first name, last name, office number, 1 for the preview\n"
-            "list, e-mail address, photo; fax, mobile, home, private e-mail address, extension, instant-messaging\n"
-            "address, company, job, address, city, zip, country. \"#\" stands between records and \",\" between\n"
-            "fields, a backslash before either where a field holds it."),
+            R"(Shows the contacts that device management has put on the phone, or replaces all of them: they are written
+into the setting DirectoryDefaultContacts, the directory's taking them over is waited for, and what it
+holds then is printed. FILE holds vCards, or with --text records in the setting's own form, one or more
+a line; "-" is the standard input. The setting has no place for everything that a contact can hold;
+what is left out is told. It ends with 1 when a contact cannot be carried or was not taken.
+
+A record has 8 or 20 fields: id, salutation, first name, last name, office number, 1 for the preview
+list, e-mail address, photo; fax, mobile, home, private e-mail address, extension, instant-messaging
+address, company, job, address, city, zip, country. "#" stands between records and "," between
+fields, a backslash before either where a field holds it.)"),
         {QStringLiteral("kestin-dir defaults"), QStringLiteral("kestin-dir defaults set reception.vcf"),
          QStringLiteral("echo '1,,Zoë,Müller,7000,1,,' | kestin-dir defaults set - --text")}};
 }

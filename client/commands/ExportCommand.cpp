@@ -45,10 +45,10 @@ CommandHelp ExportCommand::help() const
     return {
         {QStringLiteral("export FILE")},
         QStringLiteral(
-            "Writes the contacts of the user as vCards of version 3.0, \"-\" being the standard output. kestin-dir\n"
-            "import makes the same contacts of them: what a vCard has no place for stands in properties of our own\n"
-            "(X-KESTIN-...). A photo that is a file of this machine is embedded; where that cannot be read it is\n"
-            "told and left out. Not written are the ids and dates that the directory gives by itself."),
+            R"(Writes the contacts of the user as vCards of version 3.0, "-" being the standard output. kestin-dir
+import makes the same contacts of them: what a vCard has no place for stands in properties of our own
+(X-KESTIN-...). A photo that is a file of this machine is embedded; where that cannot be read it is
+told and left out. Not written are the ids and dates that the directory gives by itself.)"),
         {QStringLiteral("kestin-dir export people.vcf"), QStringLiteral("kestin-dir export - | gzip >people.vcf.gz")}};
 }
 

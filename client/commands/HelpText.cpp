@@ -26,33 +26,40 @@ QString optionLine(const QCommandLineOption &option)
 
 QString HelpText::ofProgram(const std::vector<std::unique_ptr<Command>> &commands)
 {
-    QString text = QStringLiteral("Usage: kestin-dir COMMAND [options] [arguments]\n\n"
-                                  "Works with the contact directory of the phone over the message bus.\n\n"
-                                  "Commands (kestin-dir COMMAND --help tells more of each):\n");
+    QString text = QStringLiteral(R"(Usage: kestin-dir COMMAND [options] [arguments]
+
+Works with the contact directory of the phone over the message bus.
+
+Commands (kestin-dir COMMAND --help tells more of each):
+)");
     for (const auto &command : commands)
         text += aligned(command->name(), commandColumn, command->summary());
-    return text +
-           QStringLiteral(
-               "\nOptions:\n"
-               "  --help, -h               This text\n"
-               "  --version                The version of the program\n"
-               "\nEnvironment:\n"
-               "  KESTIN_BUS       The message bus: \"system\" (default), \"session\", or an address\n"
-               "  KESTIN_DATA_DIR  The folder in the place of /data, as for the directory (photos)\n"
-               "\nExit codes:\n"
-               "  0  done\n"
-               "  1  refused by the directory or the settings manager, all or a part; nobody found; interrupted\n"
-               "  2  the command line makes no sense\n"
-               "  3  the bus or the service cannot be reached\n"
-               "  4  a file cannot be read, or the output cannot be written\n"
-               "  5  a service gave no answer in time\n"
-               "\nExamples:\n"
-               "  kestin-dir add --first-name Zoë --last-name Müller --office '+33 1 55 66 70 00'\n"
-               "  kestin-dir list\n"
-               "  kestin-dir show '#CONTACT_1#'        (quote ids: a shell takes # as a comment)\n"
-               "  kestin-dir who '+33 1 55 66 70 00'\n"
-               "  kestin-dir search mül\n"
-               "  kestin-dir import people.vcf\n");
+    return text + QStringLiteral(
+                      R"(
+Options:
+  --help, -h               This text
+  --version                The version of the program
+
+Environment:
+  KESTIN_BUS       The message bus: "system" (default), "session", or an address
+  KESTIN_DATA_DIR  The folder in the place of /data, as for the directory (photos)
+
+Exit codes:
+  0  done
+  1  refused by the directory or the settings manager, all or a part; nobody found; interrupted
+  2  the command line makes no sense
+  3  the bus or the service cannot be reached
+  4  a file cannot be read, or the output cannot be written
+  5  a service gave no answer in time
+
+Examples:
+  kestin-dir add --first-name Zoë --last-name Müller --office '+33 1 55 66 70 00'
+  kestin-dir list
+  kestin-dir show '#CONTACT_1#'        (quote ids: a shell takes # as a comment)
+  kestin-dir who '+33 1 55 66 70 00'
+  kestin-dir search mül
+  kestin-dir import people.vcf
+)");
 }
 
 QString HelpText::ofCommand(const Command &command, const QList<QCommandLineOption> &options)

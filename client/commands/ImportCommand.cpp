@@ -14,15 +14,16 @@ CommandHelp ImportCommand::help() const
 {
     return {{QStringLiteral("import FILE [FILE...]")},
             QStringLiteral(
-                "Reads vCards of version 2.1, 3.0 and 4.0, \"-\" being the standard input, and creates a contact for\n"
-                "each. A card that cannot be used, or that the directory refuses, is told with its place in the file,\n"
-                "its name and the reason, and the import goes on; when the directory is full or read-only it stops.\n"
-                "At the end a line says how many were created and refused. It ends with 1 when any was refused.\n\n"
-                "Numbers: work -> office (a second one, or a short one, -> extension), cell -> mobile, home -> home,\n"
-                "fax -> fax. What has no field of its own becomes an attribute (company, job, address, city, zip,\n"
-                "country, note, url, birthday...). An embedded photo is put into the directory's photo folder;\n"
-                "where that cannot be done, that is told and the contact has none. Cards that kestin-dir export\n"
-                "wrote come back as they were."),
+                R"(Reads vCards of version 2.1, 3.0 and 4.0, "-" being the standard input, and creates a contact for
+each. A card that cannot be used, or that the directory refuses, is told with its place in the file,
+its name and the reason, and the import goes on; when the directory is full or read-only it stops.
+At the end a line says how many were created and refused. It ends with 1 when any was refused.
+
+Numbers: work -> office (a second one, or a short one, -> extension), cell -> mobile, home -> home,
+fax -> fax. What has no field of its own becomes an attribute (company, job, address, city, zip,
+country, note, url, birthday...). An embedded photo is put into the directory's photo folder;
+where that cannot be done, that is told and the contact has none. Cards that kestin-dir export
+wrote come back as they were.)"),
             {QStringLiteral("kestin-dir import people.vcf"), QStringLiteral("cat *.vcf | kestin-dir import -")}};
 }
 

@@ -132,11 +132,11 @@ CommandHelp PhotoCommand::help() const
         {QStringLiteral("photo ID FILE"), QStringLiteral("photo ID ADDRESS [--wait]"),
          QStringLiteral("photo ID --none")},
         QStringLiteral(
-            "Sets the photo of a contact and prints what it is: the path of its file with its size, or its address.\n"
-            "FILE is a JPEG, PNG or GIF of at most 10 MiB; a copy goes into the directory's photo folder, within\n"
-            "what the setting FileDiskUserQuota allows. At its next start the directory makes it 100 x 100 pixels.\n"
-            "ADDRESS begins with http:// or https://; the directory fetches the photo after the answer, and with\n"
-            "--wait that is waited for. --none takes the photo away."),
+            R"(Sets the photo of a contact and prints what it is: the path of its file with its size, or its address.
+FILE is a JPEG, PNG or GIF of at most 10 MiB; a copy goes into the directory's photo folder, within
+what the setting FileDiskUserQuota allows. At its next start the directory makes it 100 x 100 pixels.
+ADDRESS begins with http:// or https://; the directory fetches the photo after the answer, and with
+--wait that is waited for. --none takes the photo away.)"),
         {QStringLiteral("kestin-dir photo '#CONTACT_12#' zoe.jpg"),
          QStringLiteral("kestin-dir photo '#CONTACT_12#' https://people.example.org/zoe.png --wait"),
          QStringLiteral("kestin-dir photo '#CONTACT_12#' --none")}};

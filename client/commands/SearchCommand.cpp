@@ -53,20 +53,20 @@ struct SearchCommand::Request
 
 CommandHelp SearchCommand::help() const
 {
-    return {
-        {QStringLiteral("search TEXT [--local] [--limit N]"),
-         QStringLiteral("search --number NUMBER [--local] [--limit N]")},
-        QStringLiteral(
-            "Finds contacts of the phone whose last name begins with the text, and those that the company\n"
-            "directory finds by it; or everybody with a number. The column FROM says where a contact is kept:\n"
-            "\"phone\" or \"company\" (with --json the key \"company\"). A contact of the company directory can be\n"
-            "taken over with kestin-dir copy.\n\n"
-            "On a terminal contacts are shown as they come, and at the end the table in its order takes their place;\n"
-            "into a file or a pipe only that table is written. When the search is interrupted (Ctrl-C) or takes too\n"
-            "long, what has come until then is printed, and the exit code is not 0. It ends with 1 when nobody is\n"
-            "found. The directory runs one search at a time: this one takes the place of one that is running."),
-        {QStringLiteral("kestin-dir search mül"), QStringLiteral("kestin-dir search mül --local --limit 5"),
-         QStringLiteral("kestin-dir search --number '+33 1 55 66 70 00' --json | jq -r '.[].name'")}};
+    return {{QStringLiteral("search TEXT [--local] [--limit N]"),
+             QStringLiteral("search --number NUMBER [--local] [--limit N]")},
+            QStringLiteral(
+                R"(Finds contacts of the phone whose last name begins with the text, and those that the company
+directory finds by it; or everybody with a number. The column FROM says where a contact is kept:
+"phone" or "company" (with --json the key "company"). A contact of the company directory can be
+taken over with kestin-dir copy.
+
+On a terminal contacts are shown as they come, and at the end the table in its order takes their place;
+into a file or a pipe only that table is written. When the search is interrupted (Ctrl-C) or takes too
+long, what has come until then is printed, and the exit code is not 0. It ends with 1 when nobody is
+found. The directory runs one search at a time: this one takes the place of one that is running.)"),
+            {QStringLiteral("kestin-dir search mül"), QStringLiteral("kestin-dir search mül --local --limit 5"),
+             QStringLiteral("kestin-dir search --number '+33 1 55 66 70 00' --json | jq -r '.[].name'")}};
 }
 
 QList<QCommandLineOption> SearchCommand::options() const

@@ -87,15 +87,17 @@ CommandHelp SyncCommand::help() const
         {QStringLiteral("sync export FILE [--full] [--since DATE] [--page-size N] [--id TEXT] [--device TEXT]"),
          QStringLiteral("sync import FILE")},
         QStringLiteral(
-            "Export has the directory write the contacts of the user into FILE: for each its id on the phone (duid)\n"
-            "and that of the other side (puid), with --full all that the file knows of it, the photo included.\n"
-            "With --since it does nothing when no contact has changed since (the first export after a start of the\n"
-            "directory, or after a change of its capacity, is made all the same); otherwise it always exports.\n\n"
-            "Import has the directory make its contacts those of FILE: contacts that it does not list are removed,\n"
-            "whole ones without a duid are created, those with one changed. It works in read-only mode too. When\n"
-            "single contacts cannot be imported the others are, each is told, and it ends with 1.\n\n"
-            "It is the directory that reads and writes FILE, so its user must be allowed to. --timeout is how long\n"
-            "is waited without a sign of progress; for an import, 1 s more for each 64 KiB when it is not given."),
+            R"(Export has the directory write the contacts of the user into FILE: for each its id on the phone (duid)
+and that of the other side (puid), with --full all that the file knows of it, the photo included.
+With --since it does nothing when no contact has changed since (the first export after a start of the
+directory, or after a change of its capacity, is made all the same); otherwise it always exports.
+
+Import has the directory make its contacts those of FILE: contacts that it does not list are removed,
+whole ones without a duid are created, those with one changed. It works in read-only mode too. When
+single contacts cannot be imported the others are, each is told, and it ends with 1.
+
+It is the directory that reads and writes FILE, so its user must be allowed to. --timeout is how long
+is waited without a sign of progress; for an import, 1 s more for each 64 KiB when it is not given.)"),
         {QStringLiteral("kestin-dir sync export contacts.xml --full"),
          QStringLiteral("kestin-dir sync export map.xml --since 2026-11-21T08:00:00Z"),
          QStringLiteral("kestin-dir sync import contacts.xml")}};

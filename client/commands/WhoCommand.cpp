@@ -33,11 +33,11 @@ CommandHelp WhoCommand::help() const
 {
     return {
         {QStringLiteral("who NUMBER [--local]")},
-        QStringLiteral("Prints the names of everybody with this number, one a line, and ends with 1 when there is\n"
-                       "nobody. The number is brought into its canonical form by the phone's telephony first, as\n"
-                       "for a caller; without telephony it is looked for as it stands. When nobody on the phone has\n"
-                       "it the company directory is searched, where there is one; \"(company directory)\" stands\n"
-                       "behind a name from there (with --json the key \"company\" is true)."),
+        QStringLiteral(R"help(Prints the names of everybody with this number, one a line, and ends with 1 when there is
+nobody. The number is brought into its canonical form by the phone's telephony first, as
+for a caller; without telephony it is looked for as it stands. When nobody on the phone has
+it the company directory is searched, where there is one; "(company directory)" stands
+behind a name from there (with --json the key "company" is true).)help"),
         {QStringLiteral("kestin-dir who '+33 1 55 66 70 00'"), QStringLiteral("kestin-dir who 7000 --json")}};
 }
 

@@ -11,36 +11,36 @@
 namespace {
 
 constexpr char description[] =
-    "The settings manager of a Kestin phone: module \"SettingsManager\" on the message bus.\n"
-    "\n"
-    "Keeps the settings in an INI file, answers with the default where the file has\n"
-    "none, and tells the module that owns a setting when its value changes: over the\n"
-    "bus, or because the file was edited while this runs.\n"
-    "\n"
-    "Methods of com.norlan.Kestin.KestinInterface at /com/norlan/Kestin/SettingsManager:\n"
-    "  getSettingValue(s key) -> s              an error for a key nobody knows\n"
-    "  setSettingValue(s key, s value) -> (is)  0 once the value is on the disk; else\n"
-    "                                           1 bad key, 2 value refused, 3 too long,\n"
-    "                                           4 file not writable, with a text\n"
-    "  getSetting(s key) -> (sssssssiiia(ss)bbs)\n"
-    "  getSettings() -> a(sssssssiiia(ss)bbs)   every setting, described\n"
-    "\n"
-    "In the file, under [General], a line is key=value. Put a value with commas,\n"
-    "semicolons or quotes in double quotes and double each backslash in it.\n"
-    "Comments do not survive a write.\n"
-    "\n"
-    "Environment:\n"
-    "  KESTIN_BUS        system (default), session, or a bus address\n"
-    "  KESTIN_DATA_DIR   stands for /data in the file's default path\n"
-    "  KESTIN_LOG_LEVEL  3 errors, 4 warnings (default), 6 changes, 7 everything\n"
-    "\n"
-    "Example:\n"
-    "  KESTIN_BUS=session kestin-settings --file ./settings.ini &\n"
-    "  busctl --user call com.norlan.Kestin.SettingsManager \\\n"
-    "    /com/norlan/Kestin/SettingsManager com.norlan.Kestin.KestinInterface \\\n"
-    "    setSettingValue ss DialingRuleCountryCode 33\n"
-    "\n"
-    "Exit code: 0 after SIGTERM or SIGINT, 1 when it cannot start or the bus is gone.";
+    R"(The settings manager of a Kestin phone: module "SettingsManager" on the message bus.
+
+Keeps the settings in an INI file, answers with the default where the file has
+none, and tells the module that owns a setting when its value changes: over the
+bus, or because the file was edited while this runs.
+
+Methods of com.norlan.Kestin.KestinInterface at /com/norlan/Kestin/SettingsManager:
+  getSettingValue(s key) -> s              an error for a key nobody knows
+  setSettingValue(s key, s value) -> (is)  0 once the value is on the disk; else
+                                           1 bad key, 2 value refused, 3 too long,
+                                           4 file not writable, with a text
+  getSetting(s key) -> (sssssssiiia(ss)bbs)
+  getSettings() -> a(sssssssiiia(ss)bbs)   every setting, described
+
+In the file, under [General], a line is key=value. Put a value with commas,
+semicolons or quotes in double quotes and double each backslash in it.
+Comments do not survive a write.
+
+Environment:
+  KESTIN_BUS        system (default), session, or a bus address
+  KESTIN_DATA_DIR   stands for /data in the file's default path
+  KESTIN_LOG_LEVEL  3 errors, 4 warnings (default), 6 changes, 7 everything
+
+Example:
+  KESTIN_BUS=session kestin-settings --file ./settings.ini &
+  busctl --user call com.norlan.Kestin.SettingsManager \
+    /com/norlan/Kestin/SettingsManager com.norlan.Kestin.KestinInterface \
+    setSettingValue ss DialingRuleCountryCode 33
+
+Exit code: 0 after SIGTERM or SIGINT, 1 when it cannot start or the bus is gone.)";
 
 } // namespace
 

@@ -10,78 +10,78 @@
 namespace {
 
 constexpr char description[] =
-    "The web-service manager of a Kestin phone, as far as the directory needs it: module\n"
-    "\"WSManager\" on the message bus.\n"
-    "\n"
-    "Searches in the company directory: an LDAP server, or an LDIF file on a desk without\n"
-    "one. A question is answered by an event; a server that is slow or gone holds up\n"
-    "nobody. One of --url and --ldif is needed, here or in the configuration.\n"
-    "\n"
-    "Configuration (INI; every key but url or ldif may be left out):\n"
-    "  [directory]\n"
-    "  url=ldaps://ldap.example.org  or ldap://HOST:PORT, or ldapi://%2Fpath%2Fof%2Fsocket\n"
-    "  ldif=/path/of/company.ldif    in place of url; read once at the start\n"
-    "  name=Company directory        what it is called\n"
-    "  base=dc=example,dc=org        where people stand; contacts elsewhere are unknown\n"
-    "  objectClass=inetOrgPerson     what they are\n"
-    "  filter=(departmentNumber=12)  narrows them further (servers only)\n"
-    "  bindName=cn=phone,dc=example,dc=org   otherwise anonymous\n"
-    "  secretFile=/path              its first line is the password\n"
-    "  startTls=false                true: secures an ldap:// connection\n"
-    "  caFile=/path                  trusted in place of the system's certificates\n"
-    "  pageSize=20 maxResults=500    entries a packet, and a search\n"
-    "  timeoutSeconds=8              for a packet; the phone waits for 10\n"
-    "  connectSeconds=5 retrySeconds=30  to reach the server; until the next attempt\n"
-    "  delayMs=0                     as --delay\n"
-    "  [attributes]                  field of a contact = attributes, the first set counts;\n"
-    "                                attribute#label: the values with this label behind them\n"
-    "  officePhone=telephoneNumber   personalMobile=mobile      personalHome=homePhone\n"
-    "  fax=facsimileTelephoneNumber  email=mail                 loginName=uid\n"
-    "  firstName=givenName           name=sn,cn                 language=preferredLanguage\n"
-    "  photo=labeledURI#photo        collaborationId=labeledURI#im\n"
-    "  misc.company=o                misc.department=ou         misc.job=title\n"
-    "  misc.address=street           misc.zip=postalCode        misc.city=l\n"
-    "  misc.country=c,co\n"
-    "A line is one setting, and its value is what stands behind the =. One that begins or\n"
-    "ends with a blank, or has an odd double quote, stands in double quotes, with a\n"
-    "backslash before each \" and \\. No setting stands twice.\n"
-    "\n"
-    "Methods of com.norlan.Kestin.KestinInterface at /com/norlan/Kestin/WSManager, and the\n"
-    "events that answer them (each with reqId, status, response and most with result):\n"
-    "  getServiceRight(s) -> b              \"IcsUda\": the directory can be asked\n"
-    "  udaSearchByFullName(ss)              WS_DIRECTORY_SEARCH_BY_FULL_NAME\n"
-    "  udaSearch(ssasasas)                  WS_DIRECTORY_SEARCH: id, AND or OR, attributes,\n"
-    "                                       operators, values\n"
-    "  udaSearchByIMAddress(ss)             WS_DIRECTORY_SEARCH\n"
-    "  udaGetNextResults(s)                 WS_DIRECTORY_GET_NEXT_RESULTS: status 1 more,\n"
-    "                                       2 finished, 3 no answer in time\n"
-    "  udaStopSearch(s)                     WS_DIRECTORY_STOP_SEARCH\n"
-    "  udaGetContactProfile(ss)             WS_DIRECTORY_GET_CONTACT_PROFILE\n"
-    "  getAttributeTypeByContactId(sss)     WS_DIRECTORY_GETATTRIBUTEBYCONTACTID\n"
-    "  udaGetAttributes(s)                  WS_DIRECTORY_GET_ATTRIBUTES\n"
-    "  udaGetAttributeProperties(ss)        WS_DIRECTORY_GET_ATTRIBUTE_PROPERTIES\n"
-    "  udaGetOperators(s)                   WS_DIRECTORY_GET_OPERATORS\n"
-    "  udaGetDirectories(s)                 WS_DIRECTORY_GET_DIRECTORIES\n"
-    "  makeDialableCallNumber(ss)           WS_DIRECTORY_CANONIZE_NUMBER\n"
-    "UDAAvailabilityEvent tells when the directory can be reached (1), or no longer (0);\n"
-    "WSManagerAvailabilityEvent that this program is there (1), or ends (0).\n"
-    "\n"
-    "Environment:\n"
-    "  KESTIN_BUS        system (default), session, or a bus address\n"
-    "  KESTIN_DATA_DIR   has no effect here: nothing is kept\n"
-    "  KESTIN_LOG_LEVEL  3 errors, 4 what the server refuses (default), 6 availability,\n"
-    "                    7 every event\n"
-    "For a server, /etc/ldap/ldap.conf holds where nothing else is said here (BASE,\n"
-    "TLS_CACERT). A server's certificate must be good, and TLS 1.2 or later.\n"
-    "\n"
-    "Example:\n"
-    "  KESTIN_BUS=session kestin-wsmanager --ldif samples/company.ldif &\n"
-    "  dbus-monitor --session interface=com.norlan.Kestin.KestinEvent &\n"
-    "  ws() { busctl --user call com.norlan.Kestin.WSManager /com/norlan/Kestin/WSManager \\\n"
-    "    com.norlan.Kestin.KestinInterface \"$@\"; }\n"
-    "  ws udaSearchByFullName ss demo Zo; ws udaGetNextResults s demo\n"
-    "\n"
-    "Exit code: 0 after SIGTERM or SIGINT, 1 when it cannot start or the bus is gone.";
+    R"(The web-service manager of a Kestin phone, as far as the directory needs it: module
+"WSManager" on the message bus.
+
+Searches in the company directory: an LDAP server, or an LDIF file on a desk without
+one. A question is answered by an event; a server that is slow or gone holds up
+nobody. One of --url and --ldif is needed, here or in the configuration.
+
+Configuration (INI; every key but url or ldif may be left out):
+  [directory]
+  url=ldaps://ldap.example.org  or ldap://HOST:PORT, or ldapi://%2Fpath%2Fof%2Fsocket
+  ldif=/path/of/company.ldif    in place of url; read once at the start
+  name=Company directory        what it is called
+  base=dc=example,dc=org        where people stand; contacts elsewhere are unknown
+  objectClass=inetOrgPerson     what they are
+  filter=(departmentNumber=12)  narrows them further (servers only)
+  bindName=cn=phone,dc=example,dc=org   otherwise anonymous
+  secretFile=/path              its first line is the password
+  startTls=false                true: secures an ldap:// connection
+  caFile=/path                  trusted in place of the system's certificates
+  pageSize=20 maxResults=500    entries a packet, and a search
+  timeoutSeconds=8              for a packet; the phone waits for 10
+  connectSeconds=5 retrySeconds=30  to reach the server; until the next attempt
+  delayMs=0                     as --delay
+  [attributes]                  field of a contact = attributes, the first set counts;
+                                attribute#label: the values with this label behind them
+  officePhone=telephoneNumber   personalMobile=mobile      personalHome=homePhone
+  fax=facsimileTelephoneNumber  email=mail                 loginName=uid
+  firstName=givenName           name=sn,cn                 language=preferredLanguage
+  photo=labeledURI#photo        collaborationId=labeledURI#im
+  misc.company=o                misc.department=ou         misc.job=title
+  misc.address=street           misc.zip=postalCode        misc.city=l
+  misc.country=c,co
+A line is one setting, and its value is what stands behind the =. One that begins or
+ends with a blank, or has an odd double quote, stands in double quotes, with a
+backslash before each " and \. No setting stands twice.
+
+Methods of com.norlan.Kestin.KestinInterface at /com/norlan/Kestin/WSManager, and the
+events that answer them (each with reqId, status, response and most with result):
+  getServiceRight(s) -> b              "IcsUda": the directory can be asked
+  udaSearchByFullName(ss)              WS_DIRECTORY_SEARCH_BY_FULL_NAME
+  udaSearch(ssasasas)                  WS_DIRECTORY_SEARCH: id, AND or OR, attributes,
+                                       operators, values
+  udaSearchByIMAddress(ss)             WS_DIRECTORY_SEARCH
+  udaGetNextResults(s)                 WS_DIRECTORY_GET_NEXT_RESULTS: status 1 more,
+                                       2 finished, 3 no answer in time
+  udaStopSearch(s)                     WS_DIRECTORY_STOP_SEARCH
+  udaGetContactProfile(ss)             WS_DIRECTORY_GET_CONTACT_PROFILE
+  getAttributeTypeByContactId(sss)     WS_DIRECTORY_GETATTRIBUTEBYCONTACTID
+  udaGetAttributes(s)                  WS_DIRECTORY_GET_ATTRIBUTES
+  udaGetAttributeProperties(ss)        WS_DIRECTORY_GET_ATTRIBUTE_PROPERTIES
+  udaGetOperators(s)                   WS_DIRECTORY_GET_OPERATORS
+  udaGetDirectories(s)                 WS_DIRECTORY_GET_DIRECTORIES
+  makeDialableCallNumber(ss)           WS_DIRECTORY_CANONIZE_NUMBER
+UDAAvailabilityEvent tells when the directory can be reached (1), or no longer (0);
+WSManagerAvailabilityEvent that this program is there (1), or ends (0).
+
+Environment:
+  KESTIN_BUS        system (default), session, or a bus address
+  KESTIN_DATA_DIR   has no effect here: nothing is kept
+  KESTIN_LOG_LEVEL  3 errors, 4 what the server refuses (default), 6 availability,
+                    7 every event
+For a server, /etc/ldap/ldap.conf holds where nothing else is said here (BASE,
+TLS_CACERT). A server's certificate must be good, and TLS 1.2 or later.
+
+Example:
+  KESTIN_BUS=session kestin-wsmanager --ldif samples/company.ldif &
+  dbus-monitor --session interface=com.norlan.Kestin.KestinEvent &
+  ws() { busctl --user call com.norlan.Kestin.WSManager /com/norlan/Kestin/WSManager \
+    com.norlan.Kestin.KestinInterface "$@"; }
+  ws udaSearchByFullName ss demo Zo; ws udaGetNextResults s demo
+
+Exit code: 0 after SIGTERM or SIGINT, 1 when it cannot start or the bus is gone.)";
 
 /// An option, and the setting of the configuration that it replaces.
 struct Option

@@ -16,16 +16,16 @@ void parseCommandLine(const QCoreApplication &application)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
-        "The contact directory of the phone: keeps contacts, knows who is calling, and answers on the message bus as\n"
-        "com.norlan.Kestin.KestinDirectory. Runs until SIGTERM or SIGINT.\n"
-        "\n"
-        "Environment:\n"
-        "  KESTIN_BUS        system (default), session, or the address of a bus\n"
-        "  KESTIN_DATA_DIR   folder that takes the place of /data, where the database and the photos lie\n"
-        "  http_proxy        proxy through which photos are fetched; also https_proxy, no_proxy\n"
-        "  KESTIN_LOG_LEVEL  3 errors, 4 warnings too (default), 6 information too, 7 everything\n"
-        "\n"
-        "Exit codes: 0 ended by a signal, 1 it could not start or lost the bus; the log on standard error says why."));
+        R"(The contact directory of the phone: keeps contacts, knows who is calling, and answers on the message bus as
+com.norlan.Kestin.KestinDirectory. Runs until SIGTERM or SIGINT.
+
+Environment:
+  KESTIN_BUS        system (default), session, or the address of a bus
+  KESTIN_DATA_DIR   folder that takes the place of /data, where the database and the photos lie
+  http_proxy        proxy through which photos are fetched; also https_proxy, no_proxy
+  KESTIN_LOG_LEVEL  3 errors, 4 warnings too (default), 6 information too, 7 everything
+
+Exit codes: 0 ended by a signal, 1 it could not start or lost the bus; the log on standard error says why.)"));
     parser.addHelpOption();
     parser.addVersionOption();
     parser.process(application);
