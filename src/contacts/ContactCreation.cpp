@@ -4,10 +4,11 @@
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/ContactIds.h"
 #include "platform/records/DirectoryCodes.h"
-#include "src/contacts/ContactWrite.h"
+#include "src/contacts/ContactNews.h"
 #include "src/contacts/ListedContacts.h"
 #include "src/dao/DaoContact.h"
 #include "src/dao/LatinText.h"
+#include "src/dao/Transaction.h"
 
 #include <algorithm>
 
@@ -51,20 +52,24 @@ int ContactCreation::createLocalContact(const QString &reqId, Contact contact)
     contact.type = typeOf(reqId);
     if (const int code = refusalOf(contact); code != ResultCode::done)
         return code;
-    ContactWrite write(m_dao, m_news);
-    if (!write.isActive() || !makeWay(contact) || (contact.type == ContactType::Cached && !makeRoomInCache()))
+    Transaction transaction(m_dao.connection());
+    if (!transaction.isActive() || !makeWay(contact) || (contact.type == ContactType::Cached && !makeRoomInCache()))
         return ResultCode::writeFailed;
     m_numbers.extractDialableNumberList(contact);
     m_numbers.makeCanonicalNumberListWithoutPrefix(contact);
     fillLatinNames(contact);
     if (const int code = store(contact); code != ResultCode::done)
         return code;
-    if (reqId != RequestId::deviceManagement) {
-        write.noteChange(m_fields);
-        write.announce(&ContactNews::contactsCreated, reqId, ListContact{contact});
-        write.announcePhotoWanted(contact);
-    }
-    return write.commit() ? ResultCode::done : ResultCode::writeFailed;
+    if (reqId != RequestId::deviceManagement)
+        transaction.afterCommit([this, reqId, contact] { tell(reqId, contact); });
+    return transaction.commit() ? ResultCode::done : ResultCode::writeFailed;
+}
+
+void ContactCreation::tell(const QString &reqId, const Contact &created)
+{
+    m_fields.noteLocalChange();
+    Q_EMIT m_news.contactsCreated(reqId, {created});
+    m_news.tellPhotoWanted(created);
 }
 
 int ContactCreation::typeOf(const QString &reqId)
@@ -165,27 +170,28 @@ QMapQStringQString ContactCreation::createLocalContacts(const QString &reqId, co
     KestinLogger::debug("Setting:maxContacts=%1, current=%2", m_fields.maxContacts, *count);
     ListContact created;
     const NumbersOfMany numbersOfList(m_numbers);
-    ContactWrite write(m_dao, m_news);
+    Transaction transaction(m_dao.connection());
     for (Contact contact : contacts) {
-        if (write.isActive() && !isRefusedInList(contact) && createInList(contact))
+        if (transaction.isActive() && !isRefusedInList(contact) && createInList(contact))
             created.append(contact);
     }
     const std::optional<ListContact> kept = keptOf(created);
     if (!kept)
         return {};
-    announceList(write, reqId, *kept);
+    if (!kept->isEmpty())
+        transaction.afterCommit([this, reqId, created = *kept] { tellList(reqId, created); });
     QMapQStringQString ids;
     for (const Contact &contact : *kept)
         ids.insert(contact.collaborationId, contact.contactId);
-    return write.commit() ? ids : QMapQStringQString();
+    return transaction.commit() ? ids : QMapQStringQString();
 }
 
 bool ContactCreation::createInList(Contact &contact)
 {
     m_numbers.extractDialableNumberList(contact);
     m_numbers.makeCanonicalNumberListWithoutPrefix(contact);
-    ContactWrite one(m_dao, m_news);
-    if (one.isActive() && makeWay(contact) && store(contact) == ResultCode::done && one.commit())
+    Transaction transaction(m_dao.connection());
+    if (transaction.isActive() && makeWay(contact) && store(contact) == ResultCode::done && transaction.commit())
         return true;
     KestinLogger::debug("KestinDirectory:createLocalContacts fail to insert contact into database.");
     return false;
@@ -206,18 +212,16 @@ std::optional<ListContact> ContactCreation::keptOf(const ListContact &created)
     return kept;
 }
 
-void ContactCreation::announceList(ContactWrite &write, const QString &reqId, const ListContact &created)
+void ContactCreation::tellList(const QString &reqId, const ListContact &created)
 {
-    if (created.isEmpty())
-        return;
     if (reqId != RequestId::deviceManagement) {
         for (const Contact &contact : created) {
             if (contact.type == ContactType::Local || contact.type == ContactType::ManagerAssistant)
-                write.announcePhotoWanted(contact);
+                m_news.tellPhotoWanted(contact);
         }
-        write.noteChange(m_fields);
+        m_fields.noteLocalChange();
     }
-    write.announce(&ContactNews::contactsCreated, reqId, created);
+    Q_EMIT m_news.contactsCreated(reqId, created);
 }
 
 bool ContactCreation::isRefusedInList(const Contact &contact)

@@ -9,7 +9,6 @@
 
 #include <optional>
 
-class ContactWrite;
 class DaoContact;
 
 /// Creates contacts under the capacity limits. Main thread only.
@@ -43,7 +42,8 @@ private:
     bool isRefusedInList(const Contact &contact);
     bool createInList(Contact &contact);
     std::optional<ListContact> keptOf(const ListContact &created);
-    void announceList(ContactWrite &write, const QString &reqId, const ListContact &created);
+    void tell(const QString &reqId, const Contact &created);
+    void tellList(const QString &reqId, const ListContact &created);
 
     DaoContact &m_dao;
     DirectoryFields &m_fields;

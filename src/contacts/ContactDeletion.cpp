@@ -3,8 +3,10 @@
 
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/DirectoryCodes.h"
-#include "src/contacts/ContactWrite.h"
+#include "src/contacts/ContactNews.h"
 #include "src/dao/DaoContact.h"
+#include "src/dao/Transaction.h"
+#include "src/fields/DirectoryFields.h"
 
 #include <algorithm>
 
@@ -35,17 +37,21 @@ int ContactDeletion::deleteLocalContact(const QString &reqId, const QString &idC
         KestinLogger::debug("Contact is not local nor cached");
         return ResultCode::wrongType;
     }
-    ContactWrite write(m_dao, m_news);
-    if (!write.isActive() || m_dao.deleteContact(idContact) != 0)
+    Transaction transaction(m_dao.connection());
+    if (!transaction.isActive() || m_dao.deleteContact(idContact) != 0)
         return ResultCode::writeFailed;
-    const bool isTold = reqId != RequestId::deviceManagement;
-    if (isTold) {
-        write.logDone("Contact successfully deleted");
-        write.noteChange(m_fields);
-        write.announce(&ContactNews::contactsDeleted, reqId, QStringList{idContact});
+    transaction.afterCommit([this, reqId, deleted = stored->first()] { tell(reqId, deleted); });
+    return transaction.commit() ? ResultCode::done : ResultCode::writeFailed;
+}
+
+void ContactDeletion::tell(const QString &reqId, const Contact &deleted)
+{
+    if (reqId != RequestId::deviceManagement) {
+        KestinLogger::debug("Contact successfully deleted");
+        m_fields.noteLocalChange();
+        Q_EMIT m_news.contactsDeleted(reqId, {deleted.contactId});
     }
-    write.announcePhotoDropped(stored->first());
-    return write.commit() ? ResultCode::done : ResultCode::writeFailed;
+    m_news.tellPhotoDropped(deleted);
 }
 
 bool ContactDeletion::dropCachedCopy(const QString &idContact)

@@ -23,6 +23,8 @@ public:
     bool deleteCachedContactsWithMatchingOfficePhone(const Contact &contact);
 
 private:
+    void tell(const QString &reqId, const Contact &deleted);
+
     DaoContact &m_dao;
     DirectoryFields &m_fields;
     ContactNews &m_news;

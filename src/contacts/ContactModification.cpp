@@ -3,10 +3,11 @@
 
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/DirectoryCodes.h"
-#include "src/contacts/ContactWrite.h"
+#include "src/contacts/ContactNews.h"
 #include "src/contacts/ListedContacts.h"
 #include "src/dao/DaoContact.h"
 #include "src/dao/LatinText.h"
+#include "src/dao/Transaction.h"
 
 ContactModification::ContactModification(DaoContact &dao, DirectoryFields &fields, CanonicalNumbers &numbers,
                                          ContactNews &news)
@@ -46,14 +47,20 @@ int ContactModification::modifyLocalContact(const QString &reqId, Contact contac
     }
     m_numbers.makeCanonicalNumberListWithoutPrefix(contact);
     fillLatinNames(contact);
-    ContactWrite write(m_dao, m_news);
-    const bool isStored = store(contact, write);
-    write.noteChange(m_fields);
-    write.announce(&ContactNews::contactsUpdated, reqId, ListContact{contact}, false);
-    if (contact.photo != stored->first().photo)
-        write.announcePhotoDropped(stored->first());
-    write.announcePhotoWanted(contact);
-    return isStored && commit(write, contact.contactId) ? ResultCode::done : ResultCode::writeFailed;
+    Transaction transaction(m_dao.connection());
+    if (!store(contact, transaction))
+        return ResultCode::writeFailed;
+    transaction.afterCommit([this, reqId, before = stored->first(), contact] { tell(reqId, before, contact); });
+    return commit(transaction, contact.contactId) ? ResultCode::done : ResultCode::writeFailed;
+}
+
+void ContactModification::tell(const QString &reqId, const Contact &before, const Contact &now)
+{
+    m_fields.noteLocalChange();
+    Q_EMIT m_news.contactsUpdated(reqId, {now}, false);
+    if (now.photo != before.photo)
+        m_news.tellPhotoDropped(before);
+    m_news.tellPhotoWanted(now);
 }
 
 /// What is the directory's own stays.
@@ -65,20 +72,21 @@ void ContactModification::keepOwn(const Contact &stored, Contact &contact)
 }
 
 /// Writes the row and the misc pairs.
-bool ContactModification::store(Contact &contact, ContactWrite &write)
+bool ContactModification::store(Contact &contact, Transaction &transaction)
 {
-    if (write.isActive() && m_dao.updateContact(contact) == 0 &&
+    if (transaction.isActive() && m_dao.updateContact(contact) == 0 &&
         m_dao.misc().replacePairs(contact.contactId, contact.misc) == 0) {
-        write.logDone("Local contact of id %1 has been updated", contact.contactId);
+        transaction.afterCommit(
+            [id = contact.contactId] { KestinLogger::debug("Local contact of id %1 has been updated", id); });
         return true;
     }
     KestinLogger::error("Local contact of id %1 has not been updated: Database error", contact.contactId);
     return false;
 }
 
-bool ContactModification::commit(ContactWrite &write, const QString &contactId)
+bool ContactModification::commit(Transaction &transaction, const QString &contactId)
 {
-    const bool isCommitted = write.commit();
+    const bool isCommitted = transaction.commit();
     if (!isCommitted)
         KestinLogger::error("Local contact of id %1 has not been updated: Database error", contactId);
     return isCommitted;
@@ -95,16 +103,18 @@ QMapQStringQString ContactModification::modifyLocalContacts(const QString &reqId
     QMapQStringQString addresses;
     ListContact updated;
     const NumbersOfMany numbersOfList(m_numbers);
-    ContactWrite write(m_dao, m_news);
+    Transaction transaction(m_dao.connection());
     for (Contact contact : contacts) {
-        if (write.isActive() && replaceInList(contact, addresses))
+        if (transaction.isActive() && replaceInList(contact, addresses))
             updated.append(contact);
     }
     if (!updated.isEmpty()) {
-        write.noteChange(m_fields);
-        write.announce(&ContactNews::contactsUpdated, reqId, lastOfEachId(updated), false);
+        transaction.afterCommit([this, reqId, updated = lastOfEachId(updated)] {
+            m_fields.noteLocalChange();
+            Q_EMIT m_news.contactsUpdated(reqId, updated, false);
+        });
     }
-    return write.commit() ? addresses : QMapQStringQString();
+    return transaction.commit() ? addresses : QMapQStringQString();
 }
 
 bool ContactModification::replaceInList(Contact &contact, QMapQStringQString &addresses)
@@ -122,10 +132,10 @@ bool ContactModification::replaceInList(Contact &contact, QMapQStringQString &ad
         return false;
     }
     m_numbers.makeCanonicalNumberListWithoutPrefix(contact);
-    ContactWrite one(m_dao, m_news);
+    Transaction transaction(m_dao.connection());
     if (contact.photo != stored->first().photo)
-        one.announcePhotoDropped(stored->first());
-    if (!store(contact, one) || !commit(one, contact.contactId))
+        transaction.afterCommit([this, before = stored->first()] { m_news.tellPhotoDropped(before); });
+    if (!store(contact, transaction) || !commit(transaction, contact.contactId))
         return false;
     addresses.insert(stored->first().contactId, stored->first().collaborationId);
     return true;

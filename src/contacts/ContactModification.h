@@ -6,7 +6,7 @@
 #include "src/fields/DirectoryFields.h"
 #include "src/numbers/CanonicalNumbers.h"
 
-class ContactWrite;
+class Transaction;
 class DaoContact;
 
 /// Replaces stored contacts. Main thread only.
@@ -26,8 +26,9 @@ public:
 
 private:
     static void keepOwn(const Contact &stored, Contact &contact);
-    bool store(Contact &contact, ContactWrite &write);
-    static bool commit(ContactWrite &write, const QString &contactId);
+    void tell(const QString &reqId, const Contact &before, const Contact &now);
+    bool store(Contact &contact, Transaction &transaction);
+    static bool commit(Transaction &transaction, const QString &contactId);
     bool replaceInList(Contact &contact, QMapQStringQString &addresses);
 
     DaoContact &m_dao;

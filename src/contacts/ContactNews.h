@@ -6,13 +6,24 @@
 #include <QObject>
 #include <QStringList>
 
-#include <functional>
-
 /// Tells what happened to contacts. Signals about writes come when these are durable, in the order in which they were
-/// made (ContactWrite). Main thread only.
+/// made (Transaction::afterCommit).
 class ContactNews : public QObject
 {
     Q_OBJECT
+
+public:
+    /// Tell nothing of a contact without a photo.
+    void tellPhotoWanted(const Contact &contact)
+    {
+        if (!contact.photo.isEmpty())
+            Q_EMIT photoWanted(contact.contactId, contact.photo);
+    }
+    void tellPhotoDropped(const Contact &contact)
+    {
+        if (!contact.photo.isEmpty())
+            Q_EMIT photoDropped(contact.contactId, contact.photo);
+    }
 
 Q_SIGNALS:
     void contactsCreated(const QString &reqId, const ListContact &contacts);
@@ -26,9 +37,4 @@ Q_SIGNALS:
     void photoDropped(const QString &contactId, const QString &photo);
     void databaseFull();
     void anonymousContactRefused();
-
-private:
-    friend class ContactWrite;
-
-    QList<std::function<void()>> m_pending;
 };

@@ -3,8 +3,9 @@
 
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/DirectoryCodes.h"
-#include "src/contacts/ContactWrite.h"
+#include "src/contacts/ContactNews.h"
 #include "src/dao/DaoContact.h"
+#include "src/dao/Transaction.h"
 
 ContactPreview::ContactPreview(DaoContact &dao, const DirectoryFields &fields, ContactNews &news)
     : m_dao(dao)
@@ -80,8 +81,8 @@ int ContactPreview::updateContactsPreview(const QString &reqId, const QStringLis
                               "during synchronization mode (read only)");
         return ResultCode::readOnly;
     }
-    ContactWrite write(m_dao, m_news);
-    if (!write.isActive())
+    Transaction transaction(m_dao.connection());
+    if (!transaction.isActive())
         return ResultCode::writeFailed;
     if (const int code = m_dao.updateContactsPreview(contactsIds, isPreviewed); code != 0)
         return code;
@@ -89,10 +90,12 @@ int ContactPreview::updateContactsPreview(const QString &reqId, const QStringLis
         const std::optional<ListContact> contacts = m_dao.getContactsById(contactsIds);
         if (!contacts)
             return ResultCode::writeFailed; // undone: nobody could be told of whom
-        if (isPreviewed)
-            write.announce(&ContactNews::previewCreated, reqId, *contacts);
-        else
-            write.announce(&ContactNews::previewDeleted, reqId, *contacts, false);
+        transaction.afterCommit([this, reqId, contacts = *contacts, isPreviewed] {
+            if (isPreviewed)
+                Q_EMIT m_news.previewCreated(reqId, contacts);
+            else
+                Q_EMIT m_news.previewDeleted(reqId, contacts, false);
+        });
     }
-    return write.commit() ? ResultCode::done : ResultCode::writeFailed;
+    return transaction.commit() ? ResultCode::done : ResultCode::writeFailed;
 }

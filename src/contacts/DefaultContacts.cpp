@@ -4,9 +4,10 @@
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/AddressText.h"
 #include "platform/records/DirectoryCodes.h"
-#include "src/contacts/ContactWrite.h"
+#include "src/contacts/ContactNews.h"
 #include "src/contacts/DefaultContactsText.h"
 #include "src/dao/DaoContact.h"
+#include "src/dao/Transaction.h"
 
 DefaultContacts::DefaultContacts(DaoContact &dao, CanonicalNumbers &numbers, ContactCreation &creation,
                                  ContactDeletion &deletion, ContactNews &news)
@@ -21,8 +22,8 @@ DefaultContacts::DefaultContacts(DaoContact &dao, CanonicalNumbers &numbers, Con
 void DefaultContacts::setDefaultContacts(const QString &value)
 {
     KestinLogger::debug("Create contacts from setting : %1", AddressText::withoutUserInfo(value));
-    ContactWrite write(m_dao, m_news);
-    const bool isBegun = write.isActive(); // later a statement that failed would look the same
+    Transaction transaction(m_dao.connection());
+    const bool isBegun = transaction.isActive(); // later a statement that failed would look the same
     if (!isBegun)
         KestinLogger::error("KestinDirectory::setDefaultcontacts : error while trying to begin a unique transaction "
                             "during the import process on the database.");
@@ -32,16 +33,14 @@ void DefaultContacts::setDefaultContacts(const QString &value)
     if (!stored)
         return;
     if (const QStringList removed = remove(*stored); !removed.isEmpty())
-        write.announce(&ContactNews::contactsDeleted, reqId, removed);
+        transaction.afterCommit([this, reqId, removed] { Q_EMIT m_news.contactsDeleted(reqId, removed); });
     if (create(wanted)) {
         const std::optional<ListContact> created = m_dao.getContactByType(ContactType::DeviceManagement);
         if (!created)
             return;
-        write.announce(&ContactNews::contactsCreated, reqId, *created);
+        transaction.afterCommit([this, reqId, created = *created] { Q_EMIT m_news.contactsCreated(reqId, created); });
     }
-    if (!isBegun)
-        write.tell(); // each of them was a write of its own
-    else if (!write.commit())
+    if (isBegun && !transaction.commit())
         KestinLogger::error("KestinDirectory::setDefaultContacts : error while trying to commit a unique transaction "
                             "during the import process to the database.");
 }

@@ -23,5 +23,5 @@ void LatinNames::checkAndFillLatinName()
         if (!transaction.isActive() || m_dao.updateLatinNames(contact) != 0)
             return; // logged there; undone here, and tried again at the next start
     }
-    transaction.commit();
+    (void)transaction.commit(); // a failure is logged there, and what is missing is made at the next start
 }

@@ -3,9 +3,12 @@
 
 #include "src/dao/Statement.h"
 
+#include <QList>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QString>
+
+#include <functional>
 
 struct sqlite3;
 
@@ -69,5 +72,6 @@ private:
     TransactionStatements m_transaction;
     quint64 m_epoch = 0;
     int m_depth = 0;
+    QList<std::function<void()>> m_afterCommit;
     int m_failedDepth = 0; ///< of the outermost transaction in which a statement has failed; 0: none
 };

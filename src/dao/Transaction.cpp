@@ -3,11 +3,15 @@
 
 #include "src/dao/Connection.h"
 
+#include <utility>
+
 Transaction::Transaction(Connection &connection)
     : m_connection(connection)
     , m_depth(connection.m_depth + 1)
     , m_changesBefore(connection.changes())
-    , m_open(begin())
+    , m_newsBefore(connection.m_afterCommit.size())
+    , m_begun(begin())
+    , m_open(m_begun)
 {
     if (m_open)
         m_connection.m_depth = m_depth;
@@ -24,6 +28,14 @@ bool Transaction::isActive() const
     return m_open && (m_connection.isUsable() || m_connection.m_failedDepth > m_depth);
 }
 
+void Transaction::afterCommit(const std::function<void()> &tell)
+{
+    if (m_begun)
+        m_connection.m_afterCommit.append(tell);
+    else
+        tell();
+}
+
 bool Transaction::commit()
 {
     if (!m_open)
@@ -34,7 +46,17 @@ bool Transaction::commit()
     }
     m_open = false;
     m_connection.m_depth = m_depth - 1;
+    if (m_depth == 1)
+        tellAll();
     return true;
+}
+
+void Transaction::tellAll()
+{
+    // Taken out first: whoever is told may write again.
+    const auto news = std::exchange(m_connection.m_afterCommit, {});
+    for (const auto &tell : news)
+        tell();
 }
 
 bool Transaction::begin()
@@ -53,6 +75,7 @@ void Transaction::rollBack()
 {
     m_open = false;
     m_connection.m_depth = m_depth - 1;
+    m_connection.m_afterCommit.resize(m_newsBefore);
     if (m_connection.changes() != m_changesBefore)
         m_connection.beginEpoch();
     if (m_connection.m_failedDepth != 0 && m_connection.m_failedDepth < m_depth)

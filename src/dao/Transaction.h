@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QtGlobal>
+
+#include <functional>
+
 class Connection;
 
 /// Groups writes: all of them happen, or none. Rolls back unless committed. One inside another is a savepoint of the
@@ -19,16 +23,24 @@ public:
 
     /// False when it could not be begun, and after a statement in it has failed (both logged).
     bool isActive() const;
+    /// Calls this once the writes are durable: after the commit of the outermost transaction, in the order in which
+    /// they were handed over. What a transaction was given goes with it when it is rolled back. Where it could not be
+    /// begun, each write is durable by itself, so it is called at once.
+    void afterCommit(const std::function<void()> &tell);
+
     /// False when it could not be committed (logged); it is rolled back then.
-    bool commit();
+    [[nodiscard]] bool commit();
 
 private:
     bool begin();
     bool end();
     void rollBack();
+    void tellAll();
 
     Connection &m_connection;
     int m_depth; ///< from 1, the outermost
     int m_changesBefore;
+    qsizetype m_newsBefore;
+    bool m_begun;
     bool m_open;
 };

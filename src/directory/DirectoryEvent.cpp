@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "src/directory/DirectoryEvent.h"
 
+#include "platform/framework/KestinLogger.h"
+#include "platform/framework/KestinModule.h"
 #include "platform/records/PlatformEvents.h"
 
 DirectoryEvent::DirectoryEvent(const QString &name)
@@ -137,4 +139,28 @@ KestinEvent DirectoryEvent::endingWith(const QVariant &value) const
     ListEventArgument arguments = m_event.arguments();
     arguments.last().value = value;
     return KestinEvent(m_event.getEvtName(), arguments);
+}
+
+bool DirectoryEvent::sendBrief(KestinModule &module) const
+{
+    for (const Brief &brief : briefs()) {
+        if (!module.notifyEvent(brief.event))
+            continue;
+        KestinLogger::warning("event %1 is sent %2: all of it is more than the bus carries", brief.event.getEvtName(),
+                              brief.with);
+        return true;
+    }
+    return false;
+}
+
+void DirectoryEvent::send(KestinModule &module) const
+{
+    const QString name = m_event.getEvtName();
+    const bool sent = module.notifyEvent(m_event) || sendBrief(module);
+    const KestinLogger::Level level = sent ? KestinLogger::Debug : KestinLogger::Error;
+    if (m_details)
+        KestinLogger::log(level, sent ? "event %1 sent %2\n%3" : "event %1 notification failed %2\n%3", name,
+                          m_details->status, m_details->cause);
+    else
+        KestinLogger::log(level, sent ? "event %1 sent " : "event %1 notification failed ", name);
 }

@@ -9,7 +9,9 @@
 
 #include <optional>
 
-/// The events that the directory raises, each with its arguments in their order. Made by name, then published.
+class KestinModule;
+
+/// The events that the directory raises, each with its arguments in their order. Made by name, then sent.
 class DirectoryEvent
 {
 public:
@@ -30,25 +32,27 @@ public:
     static DirectoryEvent importFinished(const ImpExpStatus &status, const QString &cause);
     static DirectoryEvent exportFinished(const ImpExpStatus &status, const QString &cause);
 
-    const KestinEvent &event() const { return m_event; }
+    /// Sends the event, or what of it the bus carries, and logs whether that worked.
+    void send(KestinModule &module) const;
+
+private:
     /// The event with less in it, and what the log says of that.
     struct Brief
     {
         KestinEvent event;
         QString with;
     };
-    /// For when a search has found more than the bus carries, the fullest first: its end is told all the same, and what
-    /// it found can be read in pages. None for an event that is not of a search.
-    QList<Brief> briefs() const;
     /// What the log tells beside the name: the end of its line, and a line of its own. Most events have none.
     struct Details
     {
         QString status;
         QString cause;
     };
-    const std::optional<Details> &details() const { return m_details; }
 
-private:
+    /// For when a search has found more than the bus carries, the fullest first: its end is told all the same, and what
+    /// it found can be read in pages. None for an event that is not of a search.
+    QList<Brief> briefs() const;
+    bool sendBrief(KestinModule &module) const;
     explicit DirectoryEvent(const QString &name);
     static DirectoryEvent finished(const QString &name, const ImpExpStatus &status, const QString &cause);
     template <typename T>

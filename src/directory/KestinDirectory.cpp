@@ -22,7 +22,6 @@ KestinDirectory *KestinDirectory::s_instance = nullptr;
 
 KestinDirectory::KestinDirectory(const QString &name)
     : KestinModule(name)
-    , m_publisher(*this)
     , m_popups(*this, m_fields)
     , m_settingsCaller(*this)
     , m_settings(m_settingsCaller, m_fields)
@@ -65,7 +64,7 @@ bool KestinDirectory::init()
     m_useCases =
         std::make_unique<UseCases>(m_database.connection(), *this, m_settingsCaller, m_fields, getModuleName());
     m_restore = std::make_unique<DataRestore>(m_database, *m_useCases, m_settings);
-    m_news = std::make_unique<NewsPublication>(*m_useCases, m_fields, m_publisher, m_popups);
+    m_news = std::make_unique<NewsPublication>(*m_useCases, m_fields, *this, m_popups);
     connect(&m_useCases->search, &ContactSearch::workerCreated, this, &KestinDirectory::connectWorker);
     connect(&m_settings, &DirectorySettings::defaultContactsWanted, this,
             [this](const QString &value) { m_useCases->defaultContacts.setDefaultContacts(value); });
@@ -110,7 +109,7 @@ bool KestinDirectory::restoreDataToDefault()
 {
     KestinLogger::debug("KestinDirectory restoreDataToDefault...");
     if (m_restore->toDefault())
-        m_publisher.publish(DirectoryEvent::contentChanged());
+        DirectoryEvent::contentChanged().send(*this);
     return false;
 }
 
@@ -118,7 +117,7 @@ bool KestinDirectory::restoreDataToFactory()
 {
     KestinLogger::debug("KestinDirectory restoreDataToFactory...");
     if (m_restore->toFactory())
-        m_publisher.publish(DirectoryEvent::contentChanged());
+        DirectoryEvent::contentChanged().send(*this);
     return true;
 }
 

@@ -9,7 +9,6 @@
 #include "src/contacts/TelephonyMode.h"
 #include "src/dao/Database.h"
 #include "src/directory/DirectorySettings.h"
-#include "src/directory/EventPublisher.h"
 #include "src/directory/Popups.h"
 #include "src/directory/SettingsCaller.h"
 #include "src/fields/DirectoryFields.h"
@@ -128,7 +127,6 @@ private:
 
     DirectoryFields m_fields;
     Database m_database;
-    EventPublisher m_publisher;
     Popups m_popups;
     SettingsCaller m_settingsCaller;
     DirectorySettings m_settings;

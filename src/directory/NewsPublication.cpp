@@ -5,10 +5,10 @@
 
 #include <utility>
 
-NewsPublication::NewsPublication(UseCases &useCases, const DirectoryFields &fields, EventPublisher &publisher,
+NewsPublication::NewsPublication(UseCases &useCases, const DirectoryFields &fields, KestinModule &module,
                                  Popups &popups)
     : m_fields(fields)
-    , m_publisher(publisher)
+    , m_module(module)
     , m_popups(popups)
 {
     publishContacts(useCases);
@@ -48,7 +48,7 @@ void NewsPublication::publishImAddresses(UseCases &useCases)
 void NewsPublication::publishPhotos(UseCases &useCases)
 {
     const auto contactsUpdated = [this](const ListContact &contacts, bool onlyPhotoHasChanged) {
-        m_publisher.publish(DirectoryEvent::contactsUpdated(QString(), contacts, onlyPhotoHasChanged));
+        DirectoryEvent::contactsUpdated(QString(), contacts, onlyPhotoHasChanged).send(m_module);
     };
     connect(&useCases.contactPhotos, &ContactPhotos::contactsUpdated, this, contactsUpdated);
     connect(&useCases.photoResizing, &PhotoResizing::contactsUpdated, this, contactsUpdated);

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "src/directory/DirectoryEvent.h"
-#include "src/directory/EventPublisher.h"
 #include "src/directory/Popups.h"
 
 #include <QObject>
@@ -15,7 +14,7 @@ class NewsPublication : public QObject
     Q_OBJECT
 
 public:
-    NewsPublication(UseCases &useCases, const DirectoryFields &fields, EventPublisher &publisher, Popups &popups);
+    NewsPublication(UseCases &useCases, const DirectoryFields &fields, KestinModule &module, Popups &popups);
 
 private:
     void publishContacts(UseCases &useCases);
@@ -29,13 +28,13 @@ private:
     void publish(Sender &sender, Signal signal, DirectoryEvent (*makeEvent)(Arguments...))
     {
         connect(&sender, signal, this,
-                [this, makeEvent](const auto &...arguments) { m_publisher.publish(makeEvent(arguments...)); });
+                [this, makeEvent](const auto &...arguments) { makeEvent(arguments...).send(m_module); });
     }
 
     void tellQuotaExceeded();
 
     const DirectoryFields &m_fields;
-    EventPublisher &m_publisher;
+    KestinModule &m_module;
     Popups &m_popups;
     bool m_isQuotaTold = false; ///< in the import that is going on
 };

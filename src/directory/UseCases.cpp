@@ -45,7 +45,7 @@ UseCases::UseCases(Connection &connection, RemoteCaller &caller, RemoteCaller &s
     connectPhotos();
     // A photo that came after an export is a change to be exported.
     QObject::connect(&contactPhotos, &ContactPhotos::contactsUpdated, &contactPhotos,
-                     [&fields] { fields.lastLocalChangeDate = QDateTime::currentDateTimeUtc(); });
+                     [&fields] { fields.noteLocalChange(); });
 }
 
 void UseCases::connectPhotos()

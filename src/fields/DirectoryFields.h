@@ -25,4 +25,6 @@ struct DirectoryFields
     bool importOngoing = false;
     QDateTime lastLocalChangeDate; ///< UTC
     QMap<qint32, QString> popupTexts;
+
+    void noteLocalChange() { lastLocalChangeDate = QDateTime::currentDateTimeUtc(); }
 };

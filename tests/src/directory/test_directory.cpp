@@ -5,6 +5,7 @@
 #include "src/dao/DaoContact.h"
 #include "src/dao/Database.h"
 #include "src/dbus/KestinDirectoryAdaptor.h"
+#include "src/directory/DirectoryEvent.h"
 #include "src/directory/KestinDirectory.h"
 #include "src/directory/UseCases.h"
 #include "tests/support/LogCapture.h"
@@ -386,7 +387,7 @@ void TestDirectory::aFailedEventIsOnlyLogged()
         {"", sent, "<3>" + name + "notification failed "}};
     for (const QStringList &end : ends) {
         module.transport.refusedEvents = int(ends.indexOf(end)) + 1;
-        EventPublisher(module.directory).publish(DirectoryEvent::searchCompletedByPhoneNumber("s", whole));
+        DirectoryEvent::searchCompletedByPhoneNumber("s", whole).send(module.directory);
         const auto told = module.transport.events.last().argument<Contact>("contact");
         QCOMPARE((QStringList{told.name + told.photo} + module.log.lines.mid(module.log.lines.size() - 2)), end);
     }
