@@ -3,23 +3,23 @@
 
 #include "src/dao/Database.h"
 #include "src/directory/DirectorySettings.h"
-#include "src/directory/UseCases.h"
+#include "src/directory/OpenDirectory.h"
 
-DataRestore::DataRestore(Database &database, UseCases &useCases, DirectorySettings &settings)
+DataRestore::DataRestore(Database &database, OpenDirectory &open, DirectorySettings &settings)
     : m_database(database)
-    , m_useCases(useCases)
+    , m_open(open)
     , m_settings(settings)
 {
 }
 
 bool DataRestore::toDefault() const
 {
-    const QSet<QString> photos = m_useCases.dao.getPhotos().value_or(QSet<QString>());
+    const QSet<QString> photos = m_open.dao.getPhotos().value_or(QSet<QString>());
     if (!emptyStore())
         return false;
-    m_useCases.defaultContacts.setDefaultContacts(m_settings.getDefaultContactsSetting());
+    m_open.contacts.defaultContacts.setDefaultContacts(m_settings.getDefaultContactsSetting());
     for (const QString &photo : photos) // behind them: they may name some
-        m_useCases.photoFiles.removeIfUnused(photo);
+        m_open.photoFiles.removeIfUnused(photo);
     sweepPhotos();
     return true;
 }
@@ -29,8 +29,8 @@ bool DataRestore::toFactory() const
     if (!emptyStore())
         return false;
     m_database.setAsideFiles().clear();
-    m_useCases.photoFiles.sweep();
-    m_useCases.userPhoto.remove();
+    m_open.photoFiles.sweep();
+    m_open.photos.ofUser.remove();
     return true;
 }
 
@@ -38,12 +38,12 @@ bool DataRestore::emptyStore() const
 {
     // Statements are finished after each use, so none holds the tables.
     const bool isEmptied = m_database.createTables();
-    m_useCases.contactPhotos.giveUpUnfitting();
+    m_open.photos.ofContacts.giveUpUnfitting();
     return isEmptied;
 }
 
 void DataRestore::sweepPhotos() const
 {
     if (m_database.setAsideFiles().isEmpty()) // one of them may name photos, and be put back
-        m_useCases.photoFiles.sweep();
+        m_open.photoFiles.sweep();
 }

@@ -3,7 +3,7 @@
 
 class Database;
 class DirectorySettings;
-struct UseCases;
+struct OpenDirectory;
 
 /// What a restore does to the store and the photo files. The steps tell nobody; a store that the database refuses to
 /// empty is left as it is, with error lines. Main thread only.
@@ -11,7 +11,7 @@ class DataRestore
 {
 public:
     /// All must outlive this object.
-    DataRestore(Database &database, UseCases &useCases, DirectorySettings &settings);
+    DataRestore(Database &database, OpenDirectory &open, DirectorySettings &settings);
 
     /// Leaves the contacts of device management and the user's own photo. False when the database refuses.
     [[nodiscard]] bool toDefault() const;
@@ -25,6 +25,6 @@ private:
     bool emptyStore() const;
 
     Database &m_database;
-    UseCases &m_useCases;
+    OpenDirectory &m_open;
     DirectorySettings &m_settings;
 };

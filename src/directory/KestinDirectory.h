@@ -20,7 +20,7 @@ class NewsPublication;
 class QNetworkReply;
 class QThread;
 class SearchThread;
-struct UseCases;
+struct OpenDirectory;
 
 /// The module "KestinDirectory": puts the use cases together, hands them what arrives (bus calls, events, changed
 /// settings) and publishes what they tell. What an operation does and answers is said where it is done: see the class
@@ -132,7 +132,7 @@ private:
     DirectorySettings m_settings;
     TelephonyMode m_telephonyMode;
     ReadOnlyMode m_readOnlyMode;
-    std::unique_ptr<UseCases> m_useCases;
+    std::unique_ptr<OpenDirectory> m_open;
     std::unique_ptr<DataRestore> m_restore;
     std::unique_ptr<ModuleWatch> m_settingsWatch;
     std::unique_ptr<ModuleWatch> m_webServiceWatch;

@@ -1,26 +1,26 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "src/directory/NewsPublication.h"
 
-#include "src/directory/UseCases.h"
+#include "src/directory/OpenDirectory.h"
 
 #include <utility>
 
-NewsPublication::NewsPublication(UseCases &useCases, const DirectoryFields &fields, KestinModule &module,
+NewsPublication::NewsPublication(OpenDirectory &open, const DirectoryFields &fields, KestinModule &module,
                                  Popups &popups)
     : m_fields(fields)
     , m_module(module)
     , m_popups(popups)
 {
-    publishContacts(useCases);
-    publishSearches(useCases);
-    publishImAddresses(useCases);
-    publishPhotos(useCases);
-    publishSynchronisation(useCases);
+    publishContacts(open);
+    publishSearches(open);
+    publishImAddresses(open);
+    publishPhotos(open);
+    publishSynchronisation(open);
 }
 
-void NewsPublication::publishContacts(UseCases &useCases)
+void NewsPublication::publishContacts(OpenDirectory &open)
 {
-    ContactNews &news = useCases.news;
+    ContactNews &news = open.contacts.news;
     publish(news, &ContactNews::contactsCreated, &DirectoryEvent::contactsCreated);
     publish(news, &ContactNews::contactsUpdated, &DirectoryEvent::contactsUpdated);
     publish(news, &ContactNews::contactsDeleted, &DirectoryEvent::contactsDeleted);
@@ -31,29 +31,29 @@ void NewsPublication::publishContacts(UseCases &useCases)
             [this] { m_popups.showPopupCreatingAnonymousContactImpossible(); });
 }
 
-void NewsPublication::publishSearches(UseCases &useCases)
+void NewsPublication::publishSearches(OpenDirectory &open)
 {
-    ContactSearch &search = useCases.search;
+    ContactSearch &search = open.search;
     publish(search, &ContactSearch::searchResults, &DirectoryEvent::searchResults);
     publish(search, &ContactSearch::completedByName, &DirectoryEvent::searchCompletedByName);
     publish(search, &ContactSearch::completedByPhoneNumber, &DirectoryEvent::searchCompletedByPhoneNumber);
 }
 
-void NewsPublication::publishImAddresses(UseCases &useCases)
+void NewsPublication::publishImAddresses(OpenDirectory &open)
 {
-    publish(useCases.webServiceEvents, &WebServiceEvents::imAddressReceived, &DirectoryEvent::imAddressResult);
-    publish(useCases.lookup, &ContactLookup::imAddressFound, &DirectoryEvent::imAddressResult);
+    publish(open.company.events, &WebServiceEvents::imAddressReceived, &DirectoryEvent::imAddressResult);
+    publish(open.contacts.lookup, &ContactLookup::imAddressFound, &DirectoryEvent::imAddressResult);
 }
 
-void NewsPublication::publishPhotos(UseCases &useCases)
+void NewsPublication::publishPhotos(OpenDirectory &open)
 {
     const auto contactsUpdated = [this](const ListContact &contacts, bool onlyPhotoHasChanged) {
         DirectoryEvent::contactsUpdated(QString(), contacts, onlyPhotoHasChanged).send(m_module);
     };
-    connect(&useCases.contactPhotos, &ContactPhotos::contactsUpdated, this, contactsUpdated);
-    connect(&useCases.photoResizing, &PhotoResizing::contactsUpdated, this, contactsUpdated);
-    connect(&useCases.photoFiles, &PhotoFiles::quotaExceeded, this, &NewsPublication::tellQuotaExceeded);
-    publish(useCases.userPhoto, &UserPhoto::userPhotoChanged, &DirectoryEvent::userPhotoChanged);
+    connect(&open.photos.ofContacts, &ContactPhotos::contactsUpdated, this, contactsUpdated);
+    connect(&open.photos.resizing, &PhotoResizing::contactsUpdated, this, contactsUpdated);
+    connect(&open.photoFiles, &PhotoFiles::quotaExceeded, this, &NewsPublication::tellQuotaExceeded);
+    publish(open.photos.ofUser, &UserPhoto::userPhotoChanged, &DirectoryEvent::userPhotoChanged);
 }
 
 /// An import tells it once: thousands of its photos may not fit.
@@ -63,16 +63,16 @@ void NewsPublication::tellQuotaExceeded()
         m_popups.showPopupContactsPhotosTotalSizeExceeded();
 }
 
-void NewsPublication::publishSynchronisation(UseCases &useCases)
+void NewsPublication::publishSynchronisation(OpenDirectory &open)
 {
-    ContactImport &import = useCases.contactImport;
+    ContactImport &import = open.synchronisation.importer;
     connect(&import, &ContactImport::importFinished, this, [this] { m_isQuotaTold = false; });
     publish(import, &ContactImport::importFinished, &DirectoryEvent::importFinished);
     publish(import, &ContactImport::contactsDeleted, &DirectoryEvent::contactsDeleted);
     publish(import, &ContactImport::contentChanged, &DirectoryEvent::contentChanged);
     connect(&import, &ContactImport::contactNotImported, this,
             [this](const QString &text) { m_popups.showPopupContactFailureDuringSynchronization(text); });
-    ContactExport &exporter = useCases.contactExport;
+    ContactExport &exporter = open.synchronisation.exporter;
     publish(exporter, &ContactExport::exportFinished, &DirectoryEvent::exportFinished);
     connect(&exporter, &ContactExport::contactsNotExported, this,
             [this] { m_popups.showPopupContactFailureDuringSynchronization(); });

@@ -6,7 +6,7 @@
 
 #include <QObject>
 
-struct UseCases;
+struct OpenDirectory;
 
 /// Makes an event or a popup of each thing that the use cases tell. Main thread only; ends before what it listens to.
 class NewsPublication : public QObject
@@ -14,14 +14,14 @@ class NewsPublication : public QObject
     Q_OBJECT
 
 public:
-    NewsPublication(UseCases &useCases, const DirectoryFields &fields, KestinModule &module, Popups &popups);
+    NewsPublication(OpenDirectory &open, const DirectoryFields &fields, KestinModule &module, Popups &popups);
 
 private:
-    void publishContacts(UseCases &useCases);
-    void publishSearches(UseCases &useCases);
-    void publishImAddresses(UseCases &useCases);
-    void publishPhotos(UseCases &useCases);
-    void publishSynchronisation(UseCases &useCases);
+    void publishContacts(OpenDirectory &open);
+    void publishSearches(OpenDirectory &open);
+    void publishImAddresses(OpenDirectory &open);
+    void publishPhotos(OpenDirectory &open);
+    void publishSynchronisation(OpenDirectory &open);
 
     /// Publishes the event that is made of the signal's arguments.
     template <typename Sender, typename Signal, typename... Arguments>

@@ -4,7 +4,7 @@
 #include "platform/records/DirectoryCodes.h"
 #include "platform/records/KestinBus.h"
 #include "src/dao/Database.h"
-#include "src/directory/UseCases.h"
+#include "src/directory/OpenDirectory.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/ScriptedTransport.h"
 
@@ -38,13 +38,13 @@ struct Store
         fields.maxContacts = 1000;
         fields.comLogSize = 40;
         transport.answer = ScriptedTransport::answerAsTelephony;
-        useCases.emplace(database.connection(), transport, transport, fields, ModuleName::directory);
+        open.emplace(database.connection(), transport, transport, fields, ModuleName::directory);
         record();
     }
 
     void record()
     {
-        const ContactNews *told = &useCases->news;
+        const ContactNews *told = &open->contacts.news;
         const auto note = [this](const char *what) {
             return [this, what](const QString &reqId, const auto &subjects, auto... flag) {
                 QString line = QLatin1String(what) + QLatin1Char(' ') + reqId;
@@ -72,12 +72,12 @@ struct Store
 
     /// The news since the last call.
     QStringList takeNews() { return std::exchange(news, {}); }
-    Contact stored(const QString &id) { return useCases->dao.getContact(id)->value(0); }
+    Contact stored(const QString &id) { return open->dao.getContact(id)->value(0); }
     /// Puts a contact of any type straight into the database and returns its id.
     QString put(Contact contact)
     {
-        useCases->dao.insertContact(contact, false);
-        useCases->dao.misc().replacePairs(contact.contactId, contact.misc);
+        open->dao.insertContact(contact, false);
+        open->dao.misc().replacePairs(contact.contactId, contact.misc);
         return contact.contactId;
     }
 
@@ -104,6 +104,6 @@ struct Store
     Database database;
     ScriptedTransport transport;
     DirectoryFields fields;
-    std::optional<UseCases> useCases;
+    std::optional<OpenDirectory> open;
     QStringList news;
 };

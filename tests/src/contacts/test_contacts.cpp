@@ -73,7 +73,7 @@ void TestContacts::aCreatedContactIsCompletedStoredAndTold()
     contact.latinName = "caller's own";
     contact.setPUID("caller's own");
     contact.misc = {{"company", "Acme"}, {QString(), QString()}};
-    QCOMPARE(store.useCases->creation.createLocalContact(request, contact), 0);
+    QCOMPARE(store.open->contacts.creation.createLocalContact(request, contact), 0);
     QCOMPARE(store.takeNews(), QStringList{"created r #CONTACT_1#"});
     const Contact stored = store.stored("#CONTACT_1#");
     QCOMPARE(stored.officePhone, "0388");
@@ -89,14 +89,14 @@ void TestContacts::aCreatedContactIsCompletedStoredAndTold()
 void TestContacts::theRequestIdDecidesTypeAndNews()
 {
     Store store;
-    QCOMPARE(store.useCases->creation.createLocalContact(RequestId::deviceManagement, withType(Cached, "42")), 0);
+    QCOMPARE(store.open->contacts.creation.createLocalContact(RequestId::deviceManagement, withType(Cached, "42")), 0);
     QCOMPARE(store.takeNews(), QStringList());
     QCOMPARE(store.stored("#DM_42#").type, DeviceManagement);
     QVERIFY(!store.fields.lastLocalChangeDate.isValid());
-    QCOMPARE(store.useCases->creation.createLocalContact(RequestId::cached, withType(Local, "c1")), 0);
+    QCOMPARE(store.open->contacts.creation.createLocalContact(RequestId::cached, withType(Local, "c1")), 0);
     QCOMPARE(store.stored("c1").type, Cached);
     QCOMPARE(store.takeNews(), QStringList{"created CACHED_REQID c1"});
-    QCOMPARE(store.useCases->deletion.deleteLocalContact(RequestId::deviceManagement, "#DM_42#"), 0);
+    QCOMPARE(store.open->contacts.deletion.deleteLocalContact(RequestId::deviceManagement, "#DM_42#"), 0);
     QCOMPARE(store.takeNews(), QStringList());
 }
 
@@ -104,15 +104,16 @@ void TestContacts::capacityIsHeld()
 {
     Store store;
     store.fields.maxContacts = 1;
-    QCOMPARE(store.useCases->creation.createLocalContact(request, person("A", "B")), 0);
+    QCOMPARE(store.open->contacts.creation.createLocalContact(request, person("A", "B")), 0);
     store.takeNews();
-    QCOMPARE(store.useCases->creation.createLocalContact(request, person("C", "D")), 3);
+    QCOMPARE(store.open->contacts.creation.createLocalContact(request, person("C", "D")), 3);
     QCOMPARE(store.takeNews(), QStringList{"full"});
     QVERIFY(store.log.contains("<7>DataBase Full"));
-    QVERIFY(store.useCases->creation.createLocalContacts(request, {person("C", "D")}).isEmpty());
+    QVERIFY(store.open->contacts.creation.createLocalContacts(request, {person("C", "D")}).isEmpty());
     QCOMPARE(store.takeNews(), QStringList());
-    QCOMPARE(store.useCases->creation.createLocalContact(RequestId::deviceManagement, withType(DeviceManagement)), 0);
-    QCOMPARE(store.useCases->dao.nbContact(), 2);
+    QCOMPARE(store.open->contacts.creation.createLocalContact(RequestId::deviceManagement, withType(DeviceManagement)),
+             0);
+    QCOMPARE(store.open->dao.nbContact(), 2);
     // A count that cannot be read is no room.
     store.fields.maxContacts = 1000;
     const QVariant handle = store.database.connection().handle().driver()->handle();
@@ -121,8 +122,8 @@ void TestContacts::capacityIsHeld()
     };
     sqlite3_set_authorizer(*static_cast<sqlite3 *const *>(handle.constData()), refuse, nullptr);
     store.database.connection().beginEpoch();
-    QCOMPARE(store.useCases->creation.createLocalContact(request, person("C", "D")), -1);
-    QVERIFY(store.useCases->creation.createLocalContacts(request, {person("C", "D")}).isEmpty());
+    QCOMPARE(store.open->contacts.creation.createLocalContact(request, person("C", "D")), -1);
+    QVERIFY(store.open->contacts.creation.createLocalContacts(request, {person("C", "D")}).isEmpty());
     QCOMPARE(store.takeNews(), QStringList());
 }
 
@@ -131,9 +132,8 @@ void TestContacts::aFullCacheGivesUpItsOldestOnly()
     Store store;
     store.fields.comLogSize = 2;
     const auto cache = [&store](const char *id) {
-        store.useCases->creation.createLocalContact(RequestId::cached, withType(Cached, id));
-        return store.takeNews().join('|') + ' ' +
-               QString::number(store.useCases->dao._nbCachedContactQuery().value_or(-1));
+        store.open->contacts.creation.createLocalContact(RequestId::cached, withType(Cached, id));
+        return store.takeNews().join('|') + ' ' + QString::number(store.open->dao._nbCachedContactQuery().value_or(-1));
     };
     for (const char *id : {"c1", "c2"})
         store.put(withType(Cached, id));
@@ -162,14 +162,14 @@ void TestContacts::aCopyTakesNobodysId()
     QFETCH(QString, id);
     QFETCH(bool, isCreated);
     Store store;
-    ContactCreation &creation = store.useCases->creation;
+    ContactCreation &creation = store.open->contacts.creation;
     for (const Contact &contact :
          {person("A", "B"), withType(DeviceManagement, "7"), withType(2, "kind 2"), withType(Cached, "copy")})
         store.put(contact);
     Contact copy = withType(Cached);
     copy.contactId = id;
     const QStringList replaced{"deleted CACHED_REQID " + id};
-    const auto rows = store.useCases->dao.getContact(id)->size();
+    const auto rows = store.open->dao.getContact(id)->size();
     QCOMPARE(creation.createLocalContact(RequestId::cached, copy), isCreated ? 0 : 1);
     QCOMPARE(store.takeNews(), (id == "copy" ? replaced : QStringList()) +
                                    (isCreated ? QStringList{"created CACHED_REQID " + id} : QStringList()));
@@ -179,7 +179,7 @@ void TestContacts::aCopyTakesNobodysId()
         QCOMPARE(store.takeNews(), isCreated ? replaced + QStringList{"created r " + id} : QStringList());
     }
     QCOMPARE(creation.createLocalContacts(request, {copy}).size(), 0);
-    QCOMPARE(store.useCases->dao.getContact(id)->size(), isCreated ? 1 : rows);
+    QCOMPARE(store.open->dao.getContact(id)->size(), isCreated ? 1 : rows);
 }
 
 void TestContacts::aLocalContactReplacesItsCachedCopies()
@@ -194,13 +194,13 @@ void TestContacts::aLocalContactReplacesItsCachedCopies()
     contact.misc.insert("k", "v");
     const QString kept = store.put(contact);
     cached.contactId = kept;
-    store.useCases->dao.insertContact(cached, false);
-    QCOMPARE(store.useCases->lookup.getContactById(kept).size(), 1);
+    store.open->dao.insertContact(cached, false);
+    QCOMPARE(store.open->contacts.lookup.getContactById(kept).size(), 1);
     contact.personalMobile = "12";
-    QCOMPARE(store.useCases->creation.createLocalContact(request, contact), 0);
+    QCOMPARE(store.open->contacts.creation.createLocalContact(request, contact), 0);
     QCOMPARE(store.takeNews(), (QStringList{"deleted CACHED_REQID c1", "created r #CONTACT_6#"}));
     QVERIFY(!store.stored("without number").contactId.isEmpty());
-    QCOMPARE(store.useCases->dao.getContact(kept)->size(), 1);
+    QCOMPARE(store.open->dao.getContact(kept)->size(), 1);
     QCOMPARE(store.stored(kept).misc, contact.misc);
 }
 
@@ -221,14 +221,14 @@ void TestContacts::anonymousContactsAreRefused()
         if (qstrcmp(QTest::currentDataTag(), text.name) == 0)
             contact.*text.value = "anonymous";
     }
-    QCOMPARE(store.useCases->creation.createLocalContact(request, contact), isRefused ? -1 : 0);
+    QCOMPARE(store.open->contacts.creation.createLocalContact(request, contact), isRefused ? -1 : 0);
     QCOMPARE(store.takeNews().first(), isRefused ? "anonymous" : "created r #CONTACT_1#");
     if (!isRefused)
         return;
-    QCOMPARE(store.useCases->creation.createLocalContact(RequestId::cached, contact), -1);
+    QCOMPARE(store.open->contacts.creation.createLocalContact(RequestId::cached, contact), -1);
     contact.contactId = store.put(person("A", "B"));
     QCOMPARE(store.takeNews(), QStringList()); // no popup for a cached one
-    QCOMPARE(store.useCases->modification.modifyLocalContact(request, contact), -1);
+    QCOMPARE(store.open->contacts.modification.modifyLocalContact(request, contact), -1);
     QCOMPARE(store.takeNews(), QStringList{"anonymous"});
 }
 
@@ -239,15 +239,15 @@ void TestContacts::readOnlyModeRefusesEveryWrite()
     store.fields.readOnlyMode = true;
     Contact contact = store.stored(id);
     contact.name = "C";
-    QCOMPARE(store.useCases->creation.createLocalContact(request, contact), 6);
-    QVERIFY(store.useCases->creation.createLocalContacts(request, {contact}).isEmpty());
-    QCOMPARE(store.useCases->modification.modifyLocalContact(request, contact), 6);
-    QVERIFY(store.useCases->modification.modifyLocalContacts(request, {contact}).isEmpty());
-    QCOMPARE(store.useCases->deletion.deleteLocalContact(request, id), 6);
-    QCOMPARE(store.useCases->preview.addContactToPreview(request, id), 6);
-    QCOMPARE(store.useCases->preview.removeContactFromPreview(request, id), 6);
-    QCOMPARE(store.useCases->preview.updateContactsPreview(request, {id}, true), 6);
-    QCOMPARE(store.useCases->dao.nbContact(), 1);
+    QCOMPARE(store.open->contacts.creation.createLocalContact(request, contact), 6);
+    QVERIFY(store.open->contacts.creation.createLocalContacts(request, {contact}).isEmpty());
+    QCOMPARE(store.open->contacts.modification.modifyLocalContact(request, contact), 6);
+    QVERIFY(store.open->contacts.modification.modifyLocalContacts(request, {contact}).isEmpty());
+    QCOMPARE(store.open->contacts.deletion.deleteLocalContact(request, id), 6);
+    QCOMPARE(store.open->contacts.preview.addContactToPreview(request, id), 6);
+    QCOMPARE(store.open->contacts.preview.removeContactFromPreview(request, id), 6);
+    QCOMPARE(store.open->contacts.preview.updateContactsPreview(request, {id}, true), 6);
+    QCOMPARE(store.open->dao.nbContact(), 1);
     QCOMPARE(store.stored(id).name, "B");
     QCOMPARE(store.takeNews(), QStringList());
     QVERIFY(store.log.contains(
@@ -266,7 +266,7 @@ void TestContacts::theListFormCreatesWithLessCare()
         contact.contactId += QString::number(type);
         contacts.append(contact);
     }
-    const QMapQStringQString ids = store.useCases->creation.createLocalContacts(request, contacts);
+    const QMapQStringQString ids = store.open->contacts.creation.createLocalContacts(request, contacts);
     QCOMPARE(ids,
              (QMapQStringQString{{"im0", "#CONTACT_1#"}, {"im4", "#CONTACT_2#"}, {"im5", "own6"}, {"im6", "own2"}}));
     QCOMPARE(store.takeNews(), QStringList{"created r #CONTACT_1# #CONTACT_2# own6 own2"});
@@ -279,11 +279,11 @@ void TestContacts::theListFormCreatesWithLessCare()
         contacts[i].personalMobile = contacts[i].officePhone = "12";
     for (qsizetype i = 0; i < contacts.size(); ++i)
         contacts[i].collaborationId = QStringLiteral("im%1").arg(i);
-    QCOMPARE(store.useCases->creation.createLocalContacts(request, contacts),
+    QCOMPARE(store.open->contacts.creation.createLocalContacts(request, contacts),
              (QMapQStringQString{{"im2", "c2"}, {"im3", "#CONTACT_7#"}, {"im4", "#CONTACT_8#"}}));
     QCOMPARE(store.takeNews(), (QStringList{"deleted CACHED_REQID c2", "deleted CACHED_REQID c1",
                                             "created r c2 #CONTACT_7# #CONTACT_8#"}));
-    QVERIFY(store.useCases->creation.createLocalContacts(request, {}).isEmpty());
+    QVERIFY(store.open->contacts.creation.createLocalContacts(request, {}).isEmpty());
     QCOMPARE(store.takeNews(), QStringList());
 }
 
@@ -293,23 +293,23 @@ void TestContacts::modifyingReplacesAllButTypeAndPuid()
     Contact contact = person("A", "B");
     contact.misc = {{"company", "Acme"}};
     contact.contactId = store.put(contact);
-    store.useCases->dao.updatePuidContact(contact.contactId, "p1");
+    store.open->dao.updatePuidContact(contact.contactId, "p1");
     contact.setPUID("caller's own");
     contact.name = "É";
     contact.type = Cached;
     contact.officePhone = "1 2";
     contact.misc = {{"job", "chef"}, {"zip", "1"}};
     store.transport.calls.clear();
-    QCOMPARE(store.useCases->modification.modifyLocalContact(request, contact), 0);
+    QCOMPARE(store.open->contacts.modification.modifyLocalContact(request, contact), 0);
     QCOMPARE(store.takeNews(), QStringList{"updated r #CONTACT_1# false"});
     const Contact stored = store.stored(contact.contactId);
     const qsizetype logged = store.log.lines.indexOf("<7>Local contact of id #CONTACT_1# has been updated");
     QVERIFY(logged >= 0 && logged < store.log.lines.indexOf("updated r #CONTACT_1# false"));
     contact.setLastModificationDate(QDateTime(QDate(2001, 2, 3), QTime(4, 5), Qt::UTC));
-    QCOMPARE(store.useCases->modification.modifyLocalContact(request, contact), 0); // changes nothing
+    QCOMPARE(store.open->contacts.modification.modifyLocalContact(request, contact), 0); // changes nothing
     contact.latinFirstName = stored.latinFirstName;
     contact.latinName = stored.latinName;
-    QCOMPARE(store.useCases->modification.modifyLocalContacts(request, {contact}).size(), 1);
+    QCOMPARE(store.open->contacts.modification.modifyLocalContacts(request, {contact}).size(), 1);
     QCOMPARE(store.takeNews(), (QStringList{"updated r #CONTACT_1# false", "updated r #CONTACT_1# false"}));
     QVERIFY(store.stored(contact.contactId) == stored);
     QCOMPARE(stored.type, Local);
@@ -320,7 +320,7 @@ void TestContacts::modifyingReplacesAllButTypeAndPuid()
     QCOMPARE(stored.getPUID(), "p1");
     QCOMPARE(store.transport.calls.size(), 3);
     contact.contactId = "' OR 1=1 --";
-    QCOMPARE(store.useCases->modification.modifyLocalContact(request, contact), 2);
+    QCOMPARE(store.open->contacts.modification.modifyLocalContact(request, contact), 2);
     QVERIFY(store.log.contains("<7>Contact does not exist. Return 2"));
 }
 
@@ -344,10 +344,10 @@ void TestContacts::modifyingIsRefusedByType()
     contact.contactId = store.put(contact);
     contact.type = type == Local ? DeviceManagement : Local; // says the caller
     contact.name = "single";
-    QCOMPARE(store.useCases->modification.modifyLocalContact(request, contact), code);
+    QCOMPARE(store.open->contacts.modification.modifyLocalContact(request, contact), code);
     QCOMPARE(store.stored(contact.contactId).name == QLatin1String("single"), code == 0);
     contact.name = "list";
-    QCOMPARE(store.useCases->modification.modifyLocalContacts(request, {contact}).contains(contact.contactId),
+    QCOMPARE(store.open->contacts.modification.modifyLocalContacts(request, {contact}).contains(contact.contactId),
              isInList);
     QCOMPARE(store.stored(contact.contactId).name == QLatin1String("list"), isInList);
     QCOMPARE(store.stored(contact.contactId).type, type);
@@ -366,7 +366,7 @@ void TestContacts::theListFormModifiesWithLessCare()
     missing.contactId = "nobody";
     earlier.name = "E";
     earlier.collaborationId = "old@im";
-    QCOMPARE(store.useCases->modification.modifyLocalContacts(request, {missing, earlier, contact}),
+    QCOMPARE(store.open->contacts.modification.modifyLocalContacts(request, {missing, earlier, contact}),
              (QMapQStringQString{{contact.contactId, "old@im"}}));
     QCOMPARE(store.takeNews(), QStringList{"updated r #CONTACT_1# false"});
     QCOMPARE(store.stored(contact.contactId).latinName, "given");
@@ -388,13 +388,13 @@ void TestContacts::deletingIsRefusedByType()
     Contact contact = withType(type);
     contact.misc.insert("k", "v");
     const QString id = store.put(contact);
-    QCOMPARE(store.useCases->deletion.deleteLocalContact(request, id), code);
-    QCOMPARE(store.useCases->dao.misc().pairs(id)->size(), qsizetype(code));
+    QCOMPARE(store.open->contacts.deletion.deleteLocalContact(request, id), code);
+    QCOMPARE(store.open->dao.misc().pairs(id)->size(), qsizetype(code));
     const QStringList told = store.takeNews();
     QCOMPARE(told.join(QLatin1Char(';')), code == 0 ? "deleted r " + id : QString());
     const QStringList &lines = store.log.lines;
     QCOMPARE(lines.indexOf("<7>Contact successfully deleted") + 1, code == 0 ? lines.indexOf(told.first()) : 0);
-    QCOMPARE(store.useCases->deletion.deleteLocalContact(request, "nobody"), 2);
+    QCOMPARE(store.open->contacts.deletion.deleteLocalContact(request, "nobody"), 2);
 }
 
 void TestContacts::photosAreWantedAndDroppedByType()
@@ -403,27 +403,27 @@ void TestContacts::photosAreWantedAndDroppedByType()
     const auto lastOf = [&store] { return store.takeNews().mid(1).join('|'); };
     Contact contact = withType(Cached, "c");
     contact.photo = "http://a/1";
-    store.useCases->creation.createLocalContact(RequestId::cached, contact);
+    store.open->contacts.creation.createLocalContact(RequestId::cached, contact);
     QCOMPARE(lastOf(), "wanted c http://a/1");
-    store.useCases->modification.modifyLocalContact(request, contact);
+    store.open->contacts.modification.modifyLocalContact(request, contact);
     QCOMPARE(lastOf(), "wanted c http://a/1");
     contact.photo = "/p/photo_2";
-    store.useCases->modification.modifyLocalContact(request, contact);
+    store.open->contacts.modification.modifyLocalContact(request, contact);
     QCOMPARE(lastOf(), "dropped http://a/1|wanted c /p/photo_2");
     contact.photo.clear();
-    store.useCases->modification.modifyLocalContacts(request, {contact});
+    store.open->contacts.modification.modifyLocalContacts(request, {contact});
     QCOMPARE(store.takeNews().join('|'), "dropped /p/photo_2|updated r c false");
 
     contact.photo = "http://a/3";
-    store.useCases->creation.createLocalContact(RequestId::deviceManagement, contact);
+    store.open->contacts.creation.createLocalContact(RequestId::deviceManagement, contact);
     QCOMPARE(store.takeNews(), QStringList());
-    store.useCases->deletion.deleteLocalContact(RequestId::deviceManagement, "#DM_c#");
+    store.open->contacts.deletion.deleteLocalContact(RequestId::deviceManagement, "#DM_c#");
     QCOMPARE(store.takeNews(), QStringList("dropped http://a/3"));
     contact.type = ManagerAssistant;
     Contact cached = contact;
     cached.contactId = "d";
     cached.type = Cached; // whose photo the list form leaves alone
-    store.useCases->creation.createLocalContacts(request, {cached, contact});
+    store.open->contacts.creation.createLocalContacts(request, {cached, contact});
     QCOMPARE(store.takeNews().filter("wanted").join('|'), "wanted #CONTACT_3# http://a/3");
 }
 
@@ -438,21 +438,21 @@ void TestContacts::aFailedWriteLeavesNothingAndTellsNothing()
     // The row goes in, the pair does not: the row must go again, and the cached copy come back.
     store.database.connection().executeQuery(QStringLiteral(
         "CREATE TEMP TRIGGER fault BEFORE INSERT ON MISC WHEN NEW.value='refused' BEGIN SELECT RAISE(ABORT,'x'); END"));
-    QCOMPARE(store.useCases->creation.createLocalContact(request, contact), -1);
+    QCOMPARE(store.open->contacts.creation.createLocalContact(request, contact), -1);
     QCOMPARE(store.takeNews(), QStringList());
     QVERIFY(!store.fields.lastLocalChangeDate.isValid());
-    QCOMPARE(store.useCases->dao.nbContact(), 1);
+    QCOMPARE(store.open->dao.nbContact(), 1);
     QCOMPARE(store.stored("c1").contactId, "c1");
     // In a list only that one is missing.
     Contact other = person("C", "D");
     other.collaborationId = "im";
-    QCOMPARE(store.useCases->creation.createLocalContacts(request, {contact, other}).size(), 1);
+    QCOMPARE(store.open->contacts.creation.createLocalContacts(request, {contact, other}).size(), 1);
     QCOMPARE(store.takeNews().size(), 1);
-    QCOMPARE(store.useCases->dao.nbContact(), 2);
+    QCOMPARE(store.open->dao.nbContact(), 2);
     store.failCommits();
     contact.contactId = "c1";
-    QCOMPARE(store.useCases->modification.modifyLocalContact(request, contact), -1);
-    QCOMPARE(store.useCases->deletion.deleteLocalContact(request, "c1"), -1);
+    QCOMPARE(store.open->contacts.modification.modifyLocalContact(request, contact), -1);
+    QCOMPARE(store.open->contacts.deletion.deleteLocalContact(request, "c1"), -1);
     QVERIFY(!store.log.contains("<7>Local contact of id c1 has been updated"));
     QVERIFY(!store.log.contains("<7>Contact successfully deleted"));
     QCOMPARE(store.takeNews(), QStringList());
@@ -461,7 +461,7 @@ void TestContacts::aFailedWriteLeavesNothingAndTellsNothing()
 void TestContacts::previewCodesAndNews()
 {
     Store store;
-    ContactPreview &preview = store.useCases->preview;
+    ContactPreview &preview = store.open->contacts.preview;
     const QString local = store.put(person("A", "B"));
     const QString assistant = store.put(withType(ManagerAssistant));
     QCOMPARE(preview.addContactToPreview(request, "nobody"), -1);
@@ -470,7 +470,7 @@ void TestContacts::previewCodesAndNews()
     QCOMPARE(preview.addContactToPreview(request, local), 4);
     QCOMPARE(preview.removeContactFromPreview(request, assistant), 1); // even when not in it
     QCOMPARE(preview.addContactToPreview(RequestId::deviceManagement, assistant), 0);
-    QCOMPARE(store.useCases->lookup.getAllContactsInPreview(0, -1).size(), 2);
+    QCOMPARE(store.open->contacts.lookup.getAllContactsInPreview(0, -1).size(), 2);
     QCOMPARE(preview.removeContactFromPreview(request, local), 0);
     QCOMPARE(store.takeNews(), (QStringList{"previewed r #CONTACT_1#", "unpreviewed r #CONTACT_1# true"}));
     QCOMPARE(preview.updateContactsPreview(request, {local, "nobody", assistant}, false), 0);
@@ -484,7 +484,7 @@ void TestContacts::previewCodesAndNews()
 void TestContacts::lookUps()
 {
     Store store;
-    ContactLookup &lookup = store.useCases->lookup;
+    ContactLookup &lookup = store.open->contacts.lookup;
     Contact last = person("a", "z", "2");
     last.email = "A@b.example";
     last.officePhoneCan = "+2";
@@ -516,7 +516,7 @@ void TestContacts::lookUps()
     QObject::connect(&lookup, &ContactLookup::imAddressFound, [&imAddress](const QString &id, const QString &address) {
         imAddress = {id, address};
     });
-    store.useCases->dao.misc().insertPair("#CONTACT_1#", "imAddress", "im@h");
+    store.open->dao.misc().insertPair("#CONTACT_1#", "imAddress", "im@h");
     lookup.getImAddressByContactId("#CONTACT_1#");
     QCOMPARE(imAddress, (QStringList{"#CONTACT_1#", "im@h"}));
     lookup.getImAddressByContactId("42");
@@ -556,7 +556,7 @@ void TestContacts::numbersSurviveTelephonyFaults()
     };
     Contact contact = person("A", "B", "0 3");
     contact.officePhoneCan = "stale";
-    QCOMPARE(store.useCases->creation.createLocalContact(request, contact), 0);
+    QCOMPARE(store.open->contacts.creation.createLocalContact(request, contact), 0);
     const Contact stored = store.stored("#CONTACT_1#");
     QCOMPARE(stored.officePhone, "0 3");
     QCOMPARE(stored.officePhoneCan, "0 3");
@@ -569,7 +569,7 @@ void TestContacts::numbersOfManySurviveTelephonyFaults()
     const auto canonicalOf = [&store](const ScriptedTransport::Answer &answer) {
         store.transport.answer = answer;
         ListContact contacts{person("A", "B", "1"), person("C", "D", "2")};
-        store.useCases->numbers.askForCanonicalNumbers(contacts).fill(contacts);
+        store.open->numbers.canonical.askForCanonicalNumbers(contacts).fill(contacts);
         return contacts.at(0).officePhoneCan + ' ' + contacts.at(1).officePhoneCan;
     };
     const auto secondOnly = [](const ScriptedTransport::Call &call, const QDBusMessage &message) {
@@ -586,7 +586,7 @@ void TestContacts::numbersOfManySurviveTelephonyFaults()
 void TestContacts::aSilenceCountsForTheListInWhichItCame()
 {
     Store store;
-    UseCases &cases = *store.useCases;
+    OpenDirectory &cases = *store.open;
     const ListContact list(3, person("A", "B", "1"));
     const QString file = store.folder.filePath("contacts.xml");
     QFile xml(file);
@@ -600,16 +600,18 @@ void TestContacts::aSilenceCountsForTheListInWhichItCame()
         work();
         return store.transport.calls.size();
     };
-    const auto create = [&] { cases.creation.createLocalContacts(request, list); };
-    const auto createOne = [&] { cases.creation.createLocalContact(request, list.first()); };
+    const auto create = [&] { cases.contacts.creation.createLocalContacts(request, list); };
+    const auto createOne = [&] { cases.contacts.creation.createLocalContact(request, list.first()); };
     store.transport.answer = [](const auto &, const QDBusMessage &message) {
         return message.createErrorReply(QDBusError::NoReply, "silent");
     };
     for (int i = 0; i < 2; ++i) {
         QCOMPARE(callsOf(create), 1);
-        QCOMPARE(callsOf([&] { cases.modification.modifyLocalContacts(request, *cases.dao.getAllContact()); }), 1);
-        QCOMPARE(callsOf([&] { cases.defaultContacts.setDefaultContacts("1,,,A,1,,,#2,,,B,2,,,"); }), 1);
-        QCOMPARE(callsOf([&] { cases.contactImport.importFromXml(file); }), 2); // the second went out with the first
+        QCOMPARE(callsOf([&] { cases.contacts.modification.modifyLocalContacts(request, *cases.dao.getAllContact()); }),
+                 1);
+        QCOMPARE(callsOf([&] { cases.contacts.defaultContacts.setDefaultContacts("1,,,A,1,,,#2,,,B,2,,,"); }), 1);
+        QCOMPARE(callsOf([&] { cases.synchronisation.importer.importFromXml(file); }),
+                 2); // the second went out with the first
         QCOMPARE(callsOf(createOne), 2);
     }
     // Who leaves the bus during a call is not silent.
@@ -634,27 +636,27 @@ void TestContacts::aSilenceCountsForTheListInWhichItCame()
 void TestContacts::changedDialingRulesRecomputeOnce()
 {
     Store store;
-    UseCases &cases = *store.useCases;
+    OpenDirectory &cases = *store.open;
     QMap<QString, QString> settings{{"DialingRuleCountryCode", "33"}};
     store.transport.answer = [&](const ScriptedTransport::Call &call, const QDBusMessage &message) {
         const QString key = call.arguments.value(0).toString();
         if (call.method == QLatin1String("getSettingValue"))
             return message.createReply(QVariant(settings.value(key, QString())));
-        if (cases.storedNumbers.areStale()) // before the copies, or a kill in between would leave the old numbers
+        if (cases.numbers.stored.areStale()) // before the copies, or a kill in between would leave the old numbers
             settings[key] = call.arguments.value(1).toString();
         return message.createReply(QVariant(QString()));
     };
     store.database.connection().executeQuery("PRAGMA query_only=1");
-    QVERIFY(cases.dialingRules.dialingRulesChanged());
+    QVERIFY(cases.numbers.dialingRules.dialingRulesChanged());
     QCOMPARE(store.transport.calls.size(), 10); // what cannot be marked is not taken for done
     store.database.connection().executeQuery("PRAGMA query_only=0");
-    QVERIFY(cases.dialingRules.dialingRulesChanged());
+    QVERIFY(cases.numbers.dialingRules.dialingRulesChanged());
     QCOMPARE(store.transport.calls.size(), 25);
     QCOMPARE(store.transport.calls.last().arguments.value(0).toString(), "DialingRuleExternalPrefixExceptionsSave");
     QCOMPARE(settings.value("DialingRuleCountryCodeSave"), "33");
-    QVERIFY(!cases.dialingRules.dialingRulesChanged());
-    cases.storedNumbers.fillContactsCanonicalNumbers(); // of nobody
-    QVERIFY(!cases.storedNumbers.areStale());
+    QVERIFY(!cases.numbers.dialingRules.dialingRulesChanged());
+    cases.numbers.stored.fillContactsCanonicalNumbers(); // of nobody
+    QVERIFY(!cases.numbers.stored.areStale());
     QCOMPARE(store.transport.calls.size(), 35);
 }
 
@@ -672,7 +674,7 @@ void TestContacts::recomputingGoesOnAtTheNextStart()
 {
     QFETCH(int, error);
     Store store;
-    StoredNumbers &numbers = store.useCases->storedNumbers;
+    StoredNumbers &numbers = store.open->numbers.stored;
     Contact contact = person("A", "B", "12");
     contact.misc.insert("company", "Acme");
     Transaction transaction(store.database.connection());
@@ -693,7 +695,7 @@ void TestContacts::recomputingGoesOnAtTheNextStart()
     };
     numbers.fillContactsCanonicalNumbers();
     QTEST(int(store.transport.calls.size()), "calls");
-    QTEST(int(store.useCases->lookup.getLocalContacts("+5").size()), "renewed");
+    QTEST(int(store.open->contacts.lookup.getLocalContacts("+5").size()), "renewed");
     QVERIFY(numbers.areStale());
     const Contact stored = store.stored("#CONTACT_1#");
     QCOMPARE(stored.officePhoneCan + stored.faxCan + stored.personalMobileCan + stored.personalHomeCan +
@@ -703,7 +705,7 @@ void TestContacts::recomputingGoesOnAtTheNextStart()
     QVERIFY(store.log.contains("<3>fillContactsCanonicalNumbers Unknown contactID gone"));
     error = 0;
     numbers.fillContactsCanonicalNumbers();
-    QCOMPARE(store.useCases->lookup.getLocalContacts("+5").size(), 400);
+    QCOMPARE(store.open->contacts.lookup.getLocalContacts("+5").size(), 400);
     QVERIFY(!numbers.areStale());
     QVERIFY(store.stored("#CONTACT_1#") == stored);
     QCOMPARE(store.takeNews(), QStringList());
@@ -718,7 +720,7 @@ void TestContacts::missingLatinNamesAreFilledAtStart()
     const QString nameless = store.put(person("Only", ""));
     const QDateTime date = store.stored(id).getLastModificationDate();
     for (int start = 0; start < 2; ++start)
-        store.useCases->latinNames.checkAndFillLatinName();
+        store.open->contacts.latinNames.checkAndFillLatinName();
     QCOMPARE(store.stored(id).latinName, "bbee\u0301");
     QCOMPARE(store.stored(id).misc, contact.misc);
     QCOMPARE(store.stored(id).getLastModificationDate(), date); // what is derived is no change

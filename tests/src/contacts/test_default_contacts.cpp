@@ -59,13 +59,13 @@ void TestDefaultContacts::theWholeSetIsReplaced()
 {
     Store store;
     store.fields.maxContacts = 0;
-    DefaultContacts &defaults = store.useCases->defaultContacts;
+    DefaultContacts &defaults = store.open->contacts.defaultContacts;
     store.put(withType(ContactType::Cached, "#DM_3#")); // gives way; of two with the same id the first counts
     defaults.setDefaultContacts("1,,,A,,1,,#2,,,B,anonymous,0,,#3,,,C,,0,,#3,,,D,,0,,");
     store.fields.lastLocalChangeDate = {}; // of the copy
     QCOMPARE(store.takeNews(), (QStringList{"anonymous", "deleted CACHED_REQID #DM_3#", "created DM #DM_1# #DM_3#"}));
     defaults.setDefaultContacts(R"(3,,,C,,0,,http://me:sec\,ret@a/p)");
-    store.useCases->dao._nbContactsUsingThisPhotoQuery(store.stored("#DM_3#").photo);
+    store.open->dao._nbContactsUsingThisPhotoQuery(store.stored("#DM_3#").photo);
     QVERIFY(store.log.lines.filter("using photo http://a/p").size() == 1 && store.log.lines.filter("ret@").isEmpty());
     QCOMPARE(store.takeNews(), (QStringList{"deleted DM #DM_1# #DM_3#", "created DM #DM_3#"}));
     QCOMPARE(store.stored("#DM_3#").latinName, "cc");
@@ -77,19 +77,19 @@ void TestDefaultContacts::theWholeSetIsReplaced()
 void TestDefaultContacts::readOnlyModeTellsNothing()
 {
     Store store;
-    store.useCases->defaultContacts.setDefaultContacts("1,,,A,,0,,");
+    store.open->contacts.defaultContacts.setDefaultContacts("1,,,A,,0,,");
     store.takeNews();
     store.fields.readOnlyMode = true;
-    store.useCases->defaultContacts.setDefaultContacts("2,,,B,,0,,");
+    store.open->contacts.defaultContacts.setDefaultContacts("2,,,B,,0,,");
     QCOMPARE(store.takeNews(), QStringList());
-    QCOMPARE(store.useCases->dao.getContactByType(ContactType::DeviceManagement)->size(), 1);
+    QCOMPARE(store.open->dao.getContactByType(ContactType::DeviceManagement)->size(), 1);
 }
 
 void TestDefaultContacts::aFailedWriteKeepsTheOldSet()
 {
     for (const bool isAtCommit : {true, false}) {
         Store store;
-        store.useCases->defaultContacts.setDefaultContacts("1,,,A,,0,,#3,,,C,,0,,");
+        store.open->contacts.defaultContacts.setDefaultContacts("1,,,A,,0,,#3,,,C,,0,,");
         store.takeNews();
         if (isAtCommit)
             store.failCommits();
@@ -97,7 +97,7 @@ void TestDefaultContacts::aFailedWriteKeepsTheOldSet()
             store.database.connection().executeQuery(
                 "CREATE TEMP TRIGGER fault BEFORE DELETE ON CONTACT WHEN OLD.contactId='#DM_3#' "
                 "BEGIN SELECT RAISE(ROLLBACK,'full'); END");
-        store.useCases->defaultContacts.setDefaultContacts("2,,,B,,0,,");
+        store.open->contacts.defaultContacts.setDefaultContacts("2,,,B,,0,,");
         QVERIFY(store.log.contains("<3>KestinDirectory::setDefaultContacts : error while trying to commit a unique "
                                    "transaction during the import process to the database."));
         QCOMPARE(store.takeNews(), QStringList());

@@ -7,7 +7,7 @@
 #include "src/dbus/KestinDirectoryAdaptor.h"
 #include "src/directory/DirectoryEvent.h"
 #include "src/directory/KestinDirectory.h"
-#include "src/directory/UseCases.h"
+#include "src/directory/OpenDirectory.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/ScriptedTransport.h"
 
@@ -533,14 +533,14 @@ void TestDirectory::photosFollowTheirContacts()
     Database database;
     DirectoryFields fields;
     QVERIFY(database.openDatabase(module.folder.path()) && database.createTables());
-    UseCases useCases(database.connection(), module.directory, module.directory, fields, ModuleName::directory);
-    Q_EMIT useCases.contactPhotos.contactsUpdated({}, true);
+    OpenDirectory open(database.connection(), module.directory, module.directory, fields, ModuleName::directory);
+    Q_EMIT open.photos.ofContacts.contactsUpdated({}, true);
     QVERIFY(fields.lastLocalChangeDate.isValid()); // an export takes it up
-    ContactPhotos &photos = useCases.contactPhotos;
+    ContactPhotos &photos = open.photos.ofContacts;
     QVERIFY(photos.want("a", "http://photos.example/a") && photos.want("b", "http://photos.example/b"));
-    Q_EMIT useCases.news.photoDropped("a", "http://photos.example/a");
+    Q_EMIT open.contacts.news.photoDropped("a", "http://photos.example/a");
     QCOMPARE(photos.pendingCount(), 1);
-    Q_EMIT useCases.contactImport.contentChanged(); // nobody of that id
+    Q_EMIT open.synchronisation.importer.contentChanged(); // nobody of that id
     QCOMPARE(photos.pendingCount(), 0);
 }
 
