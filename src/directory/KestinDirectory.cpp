@@ -12,8 +12,7 @@
 #include "src/directory/DataRestore.h"
 #include "src/directory/NewsPublication.h"
 #include "src/directory/OpenDirectory.h"
-#include "src/search/RemoteSearchByNameThread.h"
-#include "src/search/RemoteSearchByPhoneNumberThread.h"
+#include "src/search/RemoteSearchThreads.h"
 
 #include <QDir>
 

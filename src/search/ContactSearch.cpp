@@ -6,10 +6,8 @@
 #include "src/dao/ContactOrder.h"
 #include "src/dao/DaoContact.h"
 #include "src/numbers/CanonicalNumbers.h"
-#include "src/search/LocalSearchByNameThread.h"
-#include "src/search/LocalSearchByPhoneNumberThread.h"
-#include "src/search/RemoteSearchByNameThread.h"
-#include "src/search/RemoteSearchByPhoneNumberThread.h"
+#include "src/search/LocalSearchThreads.h"
+#include "src/search/RemoteSearchThreads.h"
 
 #include <utility>
 

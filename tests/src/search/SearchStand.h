@@ -7,8 +7,7 @@
 #include "src/dao/LatinText.h"
 #include "src/numbers/CanonicalNumbers.h"
 #include "src/search/ContactSearch.h"
-#include "src/search/RemoteSearchByNameThread.h"
-#include "src/search/RemoteSearchByPhoneNumberThread.h"
+#include "src/search/RemoteSearchThreads.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/ScriptedTransport.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "src/search/LocalSearchByNameThread.h"
+#include "src/search/LocalSearchThreads.h"
 
 #include "platform/framework/KestinLogger.h"
 #include "src/dao/LatinText.h"
@@ -15,4 +15,15 @@ void LocalSearchByNameThread::run()
     Q_EMIT signal_addContactsToMap(m_searchId, contacts, true);
     Q_EMIT signal_threadSearchFinished(m_searchId);
     KestinLogger::debug("[Thread Local search by name] end");
+}
+
+void LocalSearchByPhoneNumberThread::run()
+{
+    KestinLogger::debug("[Thread Local search by phone number] started");
+    WorkerDatabase database; // closed behind the signals: nobody waits for that
+    const ListContact contacts = database.contacts().getContactByPhoneNumber(m_searchText).value_or(ListContact());
+    if (!contacts.isEmpty())
+        Q_EMIT signal_addContactsToMap(m_searchId, contacts, false);
+    Q_EMIT signal_threadSearchFinished(m_searchId);
+    KestinLogger::debug("[Thread Local search by phone number] end");
 }

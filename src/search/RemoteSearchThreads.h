@@ -44,3 +44,35 @@ private:
 
     SearchMailbox &m_mailbox;
 };
+
+/// Searches the company directory by full name.
+class RemoteSearchByNameThread : public RemoteSearchThread
+{
+    Q_OBJECT
+
+public:
+    using RemoteSearchThread::RemoteSearchThread;
+
+Q_SIGNALS:
+    void signal_searchByFullName(const QString &searchId, const QString &searchText);
+
+protected:
+    void requestSearch() override { Q_EMIT signal_searchByFullName(m_searchId, m_searchText); }
+    const Texts &texts() const override;
+};
+
+/// Searches the company directory by phone number; most of its texts name it shorter.
+class RemoteSearchByPhoneNumberThread : public RemoteSearchThread
+{
+    Q_OBJECT
+
+public:
+    using RemoteSearchThread::RemoteSearchThread;
+
+Q_SIGNALS:
+    void signal_searchByPhoneNumber(const QString &searchId, const QString &searchText);
+
+protected:
+    void requestSearch() override { Q_EMIT signal_searchByPhoneNumber(m_searchId, m_searchText); }
+    const Texts &texts() const override;
+};

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "src/search/RemoteSearchThread.h"
+#include "src/search/RemoteSearchThreads.h"
 
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/PlatformEvents.h"
@@ -60,4 +60,34 @@ bool RemoteSearchThread::takePacket()
         KestinLogger::debug(texts().more, answer.status, m_searchId);
         return true;
     }
+}
+
+const RemoteSearchThread::Texts &RemoteSearchByNameThread::texts() const
+{
+    static constexpr Texts texts{
+        "[RemoteSearchByNameThread] start search Id: %1",
+        "[RemoteSearchByNameThread] Security: stopping search unstarted",
+        "[RemoteSearchByNameThread] Security: stopping search %1 w/o results",
+        "[RemoteSearchByNameThread]search %1 getting a packet of [%2] contacts from WS",
+        "[RemoteSearchByNameThread] UDA GetNextResults returns TIMEOUT. I'm stopping.",
+        "[RemoteSearchByNameThread] UDA GetNextResults returns FINISH. I'm stopping search %1 ",
+        "[RemoteSearchByNameThread] UDA GetNextResults returns %1. I ask more results for search %2",
+        "[RemoteSearchByNameThread] ending search %1",
+    };
+    return texts;
+}
+
+const RemoteSearchThread::Texts &RemoteSearchByPhoneNumberThread::texts() const
+{
+    static constexpr Texts texts{
+        "[RemoteSearchByPhoneNumberThread] start search Id: %1",
+        "[RemoteSearchByPhoneThread] Security: stopping search unstarted",
+        "[RemoteSearchByPhoneThread] Security: stopping search %1 w/o results",
+        "[RemoteSearchByPhoneThread]search %1 getting a packet of [%2] contacts from WS",
+        "[RemoteSearchByPhoneThread] UDA GetNextResults returns TIMEOUT. I'm stopping.",
+        "[RemoteSearchByPhoneThread] UDA GetNextResults returns FINISH. I'm stopping search %1 ",
+        "[RemoteSearchByPhoneThread] UDA GetNextResults returns %1. I ask more results for search %2",
+        "[RemoteSearchByPhoneThread] ending search %1",
+    };
+    return texts;
 }
