@@ -2,6 +2,7 @@
 #pragma once
 
 #include "src/fields/DirectoryFields.h"
+#include "src/search/RunningSearch.h"
 #include "src/search/SearchMailbox.h"
 #include "src/search/SearchRequest.h"
 #include "src/search/SearchResults.h"
@@ -9,6 +10,7 @@
 
 #include <QObject>
 
+#include <memory>
 #include <optional>
 
 class CanonicalNumbers;
@@ -58,34 +60,27 @@ Q_SIGNALS:
 
 private:
     struct StartTexts;
-    int decide(const StartTexts &texts);
-    void startWorkers(bool withRemote);
+    void dropResults(const SearchRequest &request);
+    int decide(const SearchRequest &request, const StartTexts &texts);
+    void replaceRunning(const SearchRequest &request);
+    void startWorkers(const SearchRequest &request, bool withRemote);
     void startWorker(SearchThread *worker);
     void endUnstarted(SearchThread *worker);
-    SearchThread *makeLocalWorker() const;
-    SearchThread *makeRemoteWorker();
-    bool isPerDirectory() const { return m_running.searchMode == DirectoryFields::perDirectory; }
-    bool isRunning() const { return !m_workers.isEmpty(); }
 
-    void addLocal(const QString &searchId, const ListContact &contacts);
-    void addToMain(const QString &searchId, ListContact contacts);
-    ListContact setAside(const ListContact &contacts, SearchResults::Lists &lists) const;
-    void tellPacket(const QString &searchId, const ListContact &packet);
     void rewritePhotoAddresses(ListContact &contacts) const;
 
-    std::optional<Contact> wholeRecord(const QString &searchId, const QString &contactId) const;
+    void complete();
+    void tellCompletion(const SearchRequest &request, const RunningSearch::Outcome &outcome);
+    void startWaiting();
 
-    void complete(const QString &searchId);
-    void completeByName(const QString &searchId);
-    void restartWithLastRequest();
+    SearchResults resultsOf(const QString &searchId) const;
+    std::optional<Contact> wholeRecord(const QString &searchId, const QString &contactId) const;
 
     const DirectoryFields &m_fields;
     DaoContact &m_dao;
     CanonicalNumbers &m_numbers;
     SearchMailbox m_mailbox;
-    SearchResults m_results;
-    SearchRequest m_last;    ///< as asked for last, running or not
-    SearchRequest m_running; ///< as the running search was started
-    bool m_hasLocalResults = false;
-    QList<SearchThread *> m_workers; ///< of the running search, which ends with the last of them
+    std::unique_ptr<RunningSearch> m_running; ///< null when no search runs
+    std::optional<SearchRequest> m_waiting;   ///< is started when the running search, which it replaces, has ended
+    SearchResults m_finished;                 ///< of the search that completed last
 };

@@ -16,20 +16,20 @@ void RemoteSearchThread::run()
     requestSearch();
     search();
     KestinLogger::debug(texts().end, m_searchId);
-    if (m_mailbox.isReplaced())
+    if (m_mailbox.isReplaced(m_searchId))
         Q_EMIT signal_stopSearch(m_searchId);
     Q_EMIT signal_threadSearchFinished(m_searchId);
 }
 
 void RemoteSearchThread::search()
 {
-    if (m_mailbox.isReplaced())
+    if (m_mailbox.isReplaced(m_searchId))
         return;
     if (!m_mailbox.waitUntilStarted(m_searchId)) {
         KestinLogger::debug(texts().notStarted);
         return;
     }
-    while (!m_mailbox.isReplaced()) {
+    while (!m_mailbox.isReplaced(m_searchId)) {
         Q_EMIT signal_getNextResults(m_searchId);
         if (!m_mailbox.waitForAnswer(m_searchId)) {
             KestinLogger::debug(texts().noResults, m_searchId);

@@ -41,17 +41,20 @@ void SearchMailbox::put(const QString &searchId, const Answer &answer)
     m_changed.notify_all();
 }
 
-void SearchMailbox::setReplaced(bool isReplaced)
+void SearchMailbox::setReplaced(const QString &searchId)
 {
     const std::lock_guard lock(m_mutex);
-    m_isReplaced = isReplaced;
+    const auto box = m_boxes.find(searchId);
+    if (box == m_boxes.end())
+        return;
+    box->isReplaced = true;
     m_changed.notify_all();
 }
 
-bool SearchMailbox::isReplaced() const
+bool SearchMailbox::isReplaced(const QString &searchId) const
 {
     const std::lock_guard lock(m_mutex);
-    return m_isReplaced;
+    return m_hasEnded || m_boxes.value(searchId).isReplaced;
 }
 
 void SearchMailbox::abandon()
@@ -66,7 +69,6 @@ void SearchMailbox::end()
 {
     const std::lock_guard lock(m_mutex);
     m_hasEnded = true;
-    m_isReplaced = true;
     m_changed.notify_all();
 }
 
@@ -82,8 +84,9 @@ bool SearchMailbox::waitForAnswer(const QString &searchId)
 {
     std::unique_lock lock(m_mutex);
     const auto box = [&] { return m_boxes.value(searchId); };
-    m_changed.wait_for(lock, waitLimit, [&] { return m_isReplaced || box().isAbandoned || box().isReady; });
-    return m_isReplaced || box().isReady;
+    const auto isOver = [&] { return m_hasEnded || box().isReplaced || box().isReady; };
+    m_changed.wait_for(lock, waitLimit, [&] { return isOver() || box().isAbandoned; });
+    return isOver();
 }
 
 SearchMailbox::Answer SearchMailbox::take(const QString &searchId)

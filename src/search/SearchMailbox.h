@@ -29,9 +29,10 @@ public:
     void setStarted(const QString &searchId);
     void put(const QString &searchId, const Answer &answer);
 
-    /// While this is set nobody wants the running search any more: its workers stop asking.
-    void setReplaced(bool isReplaced);
-    bool isReplaced() const;
+    /// Nobody wants this search any more: its worker stops asking.
+    void setReplaced(const QString &searchId);
+    /// True also when the service ends.
+    bool isReplaced(const QString &searchId) const;
 
     /// The company directory has gone: the waits of the searches that run are over at once, and count as in vain.
     void abandon();
@@ -50,6 +51,7 @@ private:
     {
         bool isStarted = false;
         bool isReady = false;
+        bool isReplaced = false;
         bool isAbandoned = false;
         Answer answer;
     };
@@ -57,6 +59,5 @@ private:
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;
     QHash<QString, Box> m_boxes;
-    bool m_isReplaced = false;
     bool m_hasEnded = false;
 };

@@ -6,9 +6,9 @@
 /// What a caller asked a search for.
 struct SearchRequest
 {
-    enum Kind { None = 0, ByName = 1, ByPhoneNumber = 2 };
+    enum Kind { ByName, ByPhoneNumber };
 
-    Kind kind = None;
+    Kind kind = ByName;
     QString searchId;
     QString name;
     QString phoneNumber;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "src/search/SearchResults.h"
 
-ListContactSummary SearchResults::summaries(const ListContact &contacts, qsizetype start, qsizetype count)
+ListContactSummary SearchResults::summariesOf(const ListContact &contacts, qsizetype start, qsizetype count)
 {
     ListContactSummary result;
     const ListContact part = contacts.mid(start, count);
