@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "client/bus/BusFailure.h"
+#include "client/bus/CommandFailure.h"
 
 #include "platform/records/KestinBus.h"
 

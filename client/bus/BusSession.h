@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "client/bus/BusFailure.h"
+#include "client/bus/CommandFailure.h"
 
 #include <QDBusConnection>
 #include <QDBusMetaType>

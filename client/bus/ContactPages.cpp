@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/bus/ContactPages.h"
 
-#include "client/bus/BusFailure.h"
+#include "client/bus/CommandFailure.h"
 #include "client/bus/DirectoryService.h"
 
 #include <algorithm>

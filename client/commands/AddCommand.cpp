@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "client/commands/AddCommand.h"
+#include "client/commands/Commands.h"
 
 #include "client/bus/DirectoryService.h"
 #include "client/bus/EventWait.h"
 #include "client/bus/RefusalText.h"
 #include "client/commands/CommandArguments.h"
-#include "client/commands/ContactOptions.h"
 #include "client/commands/Report.h"
-#include "client/text/EventValue.h"
+#include "client/text/EventText.h"
 #include "platform/records/DirectoryCodes.h"
 #include "platform/records/KestinBus.h"
 #include "platform/records/PlatformEvents.h"

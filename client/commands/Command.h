@@ -2,10 +2,11 @@
 #pragma once
 
 #include "client/bus/BusSession.h"
-#include "client/bus/ExitCode.h"
+#include "client/bus/CommandFailure.h"
 
 #include <QCommandLineOption>
 #include <QCommandLineParser>
+#include <QObject>
 #include <QTextStream>
 
 /// What a command works with.
@@ -48,4 +49,18 @@ public:
     /// Does it. `arguments` holds the parsed command line without the command's name. Throws CommandFailure; a command
     /// that goes on after a refusal tells of it itself and returns the code.
     virtual ExitCode run(const QCommandLineParser &arguments, CommandContext &context) = 0;
+};
+
+/// Turns Ctrl-C and SIGTERM into a signal of the event loop while it lives, so that a command can end in order. The
+/// second one ends the program at once. One object at a time.
+class Interruption : public QObject
+{
+    Q_OBJECT
+
+public:
+    Interruption();
+    ~Interruption() override;
+
+Q_SIGNALS:
+    void interrupted();
 };

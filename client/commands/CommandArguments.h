@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "platform/records/Contact.h"
+
+#include <QCommandLineOption>
 #include <QCommandLineParser>
 
 /// Checked access to a parsed command line. Each throws CommandFailure with ExitCode::Usage and a sentence that says
@@ -18,3 +21,14 @@ QStringList some(const QStringList &positional, const QString &what);
 void none(const QStringList &positional);
 
 } // namespace CommandArguments
+
+/// The options that name the fields of a contact, for the commands that write one.
+namespace ContactOptions {
+
+QList<QCommandLineOption> all();
+
+/// Writes the fields that the command line names into the contact and leaves the others. An empty value clears a
+/// field or takes a misc pair away. False when it names none. Throws CommandFailure for a misc pair without a "=".
+bool apply(const QCommandLineParser &arguments, Contact &contact);
+
+} // namespace ContactOptions

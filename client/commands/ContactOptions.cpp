@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "client/commands/ContactOptions.h"
+#include "client/commands/CommandArguments.h"
 
 #include "client/bus/CommandFailure.h"
 

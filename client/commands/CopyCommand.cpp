@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "client/commands/CopyCommand.h"
+#include "client/commands/Commands.h"
 
+#include "client/commands/Command.h"
 #include "client/commands/CommandArguments.h"
-#include "client/commands/Interruption.h"
 #include "client/commands/Report.h"
 #include "client/search/ContactCopy.h"
 

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "client/commands/DefaultsCommand.h"
+#include "client/commands/Commands.h"
 
 #include "client/bus/ContactPages.h"
 #include "client/bus/DirectoryService.h"
 #include "client/bus/EventWait.h"
-#include "client/bus/SettingsService.h"
+#include "client/bus/PeerServices.h"
 #include "client/commands/CommandArguments.h"
 #include "client/commands/Report.h"
 #include "client/defaults/DefaultContacts.h"
-#include "client/text/EventValue.h"
+#include "client/text/EventText.h"
 #include "platform/records/DirectoryCodes.h"
 #include "platform/records/KestinBus.h"
 #include "platform/records/PlatformEvents.h"

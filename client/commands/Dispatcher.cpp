@@ -1,25 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/commands/Dispatcher.h"
 
-#include "client/commands/AddCommand.h"
 #include "client/commands/CommandArguments.h"
-#include "client/commands/CopyCommand.h"
-#include "client/commands/DefaultsCommand.h"
-#include "client/commands/EditCommand.h"
-#include "client/commands/ExportCommand.h"
-#include "client/commands/HelpText.h"
-#include "client/commands/ImportCommand.h"
-#include "client/commands/ListCommand.h"
-#include "client/commands/PhotoCommand.h"
-#include "client/commands/PreviewCommand.h"
-#include "client/commands/RemoveCommand.h"
+#include "client/commands/Commands.h"
 #include "client/commands/Report.h"
-#include "client/commands/SearchCommand.h"
-#include "client/commands/SettingsCommand.h"
-#include "client/commands/ShowCommand.h"
-#include "client/commands/SyncCommand.h"
-#include "client/commands/WatchCommand.h"
-#include "client/commands/WhoCommand.h"
 
 #include <QRegularExpression>
 

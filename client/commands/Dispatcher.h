@@ -23,3 +23,13 @@ private:
     std::vector<std::unique_ptr<Command>> m_commands;
     QTextStream m_out;
 };
+
+/// The help pages. The completion script reads them as well: a command, and an option, begins a line after two blanks.
+namespace HelpText {
+
+QString ofProgram(const std::vector<std::unique_ptr<Command>> &commands);
+
+/// `options` are all that the command takes, the common ones included.
+QString ofCommand(const Command &command, const QList<QCommandLineOption> &options);
+
+} // namespace HelpText

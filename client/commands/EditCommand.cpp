@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "client/commands/EditCommand.h"
+#include "client/commands/Commands.h"
 
 #include "client/bus/DirectoryService.h"
 #include "client/bus/RefusalText.h"
 #include "client/commands/CommandArguments.h"
-#include "client/commands/ContactOptions.h"
 #include "platform/records/DirectoryCodes.h"
 
 CommandHelp EditCommand::help() const

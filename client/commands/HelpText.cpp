@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "client/commands/HelpText.h"
+#include "client/commands/Dispatcher.h"
 
 namespace {
 

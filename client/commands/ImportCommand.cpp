@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "client/commands/ImportCommand.h"
+#include "client/commands/Commands.h"
 
 #include "client/bus/DirectoryService.h"
+#include "client/commands/Command.h"
 #include "client/commands/CommandArguments.h"
-#include "client/commands/Interruption.h"
 #include "client/commands/Report.h"
 #include "client/import/ImportRun.h"
 #include "platform/records/RegularFile.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "client/commands/Interruption.h"
+#include "client/commands/Command.h"
 
 #include <QSocketNotifier>
 

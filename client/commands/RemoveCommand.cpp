@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "client/commands/RemoveCommand.h"
+#include "client/commands/Commands.h"
 
 #include "client/bus/DirectoryService.h"
 #include "client/bus/RefusalText.h"

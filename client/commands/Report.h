@@ -2,8 +2,7 @@
 #pragma once
 
 #include "client/text/ContactText.h"
-#include "client/text/Printable.h"
-#include "client/text/RecordJson.h"
+#include "client/text/Terminal.h"
 
 #include <QList>
 #include <QString>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "client/commands/SearchCommand.h"
+#include "client/commands/Commands.h"
 
-#include "client/bus/TelephonyService.h"
+#include "client/bus/PeerServices.h"
+#include "client/commands/Command.h"
 #include "client/commands/CommandArguments.h"
-#include "client/commands/Interruption.h"
 #include "client/commands/Report.h"
 #include "client/text/LiveTable.h"
 #include "client/text/Terminal.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "client/commands/SettingsCommand.h"
+#include "client/commands/Commands.h"
 
-#include "client/bus/SettingsService.h"
+#include "client/bus/PeerServices.h"
 #include "client/commands/CommandArguments.h"
 #include "client/commands/Report.h"
 #include "client/text/Table.h"

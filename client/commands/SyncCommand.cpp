@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "client/commands/SyncCommand.h"
+#include "client/commands/Commands.h"
 
+#include "client/commands/Command.h"
 #include "client/commands/CommandArguments.h"
-#include "client/commands/Interruption.h"
 #include "client/commands/Report.h"
-#include "client/sync/SyncFile.h"
 #include "client/sync/SyncRun.h"
 
 #include <QFileInfo>

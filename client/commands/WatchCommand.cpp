@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "client/commands/WatchCommand.h"
+#include "client/commands/Commands.h"
 
 #include "client/bus/DirectoryService.h"
 #include "client/bus/EventStream.h"
+#include "client/commands/Command.h"
 #include "client/commands/CommandArguments.h"
-#include "client/commands/Interruption.h"
 #include "client/commands/Report.h"
 #include "client/text/EventText.h"
 #include "platform/records/KestinBus.h"

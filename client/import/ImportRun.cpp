@@ -3,7 +3,7 @@
 
 #include "client/bus/RefusalText.h"
 #include "client/text/ContactText.h"
-#include "client/text/Printable.h"
+#include "client/text/Terminal.h"
 #include "platform/records/DirectoryCodes.h"
 #include "platform/records/KestinBus.h"
 

@@ -6,8 +6,11 @@
 #include "platform/records/KestinPaths.h"
 
 #include <QDir>
+#include <QFile>
 #include <QSaveFile>
 #include <QUuid>
+
+#include <utility>
 
 namespace {
 
@@ -22,6 +25,24 @@ qint64 bytesIn(const QString &folder)
 }
 
 } // namespace
+
+PhotoFile::PhotoFile(PhotoFile &&other) noexcept
+    : m_path(std::exchange(other.m_path, {}))
+{
+}
+
+PhotoFile &PhotoFile::operator=(PhotoFile &&other) noexcept
+{
+    std::swap(m_path, other.m_path);
+    return *this;
+}
+
+PhotoFile::~PhotoFile()
+{
+    // One that cannot be removed is in nobody's way.
+    if (!m_path.isEmpty())
+        QFile::remove(m_path);
+}
 
 QString PhotoFolder::path()
 {

@@ -1,10 +1,35 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "client/bus/SettingsService.h"
-#include "client/photo/PhotoFile.h"
+#include "client/bus/PeerServices.h"
+
+#include <QString>
 
 #include <optional>
+
+/// A photo in the directory's folder that no contact names yet: removed with this object unless it is kept.
+class PhotoFile
+{
+public:
+    PhotoFile() = default; ///< none
+    explicit PhotoFile(const QString &path)
+        : m_path(path)
+    {
+    }
+    PhotoFile(PhotoFile &&other) noexcept;
+    PhotoFile &operator=(PhotoFile &&other) noexcept;
+    PhotoFile(const PhotoFile &) = delete;
+    PhotoFile &operator=(const PhotoFile &) = delete;
+    ~PhotoFile();
+
+    /// What the contact's `photo` is to hold; empty when there is none.
+    QString path() const { return m_path; }
+    /// A contact names it now, so it is the directory's.
+    void keep() { m_path.clear(); }
+
+private:
+    QString m_path;
+};
 
 /// The folder in which the directory keeps the photos of contacts, and into which this program puts those that it
 /// brings. The directory makes the folder, and removes a photo when its contact goes.

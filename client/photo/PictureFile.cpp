@@ -2,11 +2,44 @@
 #include "client/photo/PictureFile.h"
 
 #include "client/bus/CommandFailure.h"
-#include "client/photo/ImageHeader.h"
-
 #include "platform/records/RegularFile.h"
 
+#include <QtEndian>
+
 namespace {
+
+template <typename Number>
+int bigEndian(const QByteArray &bytes, qsizetype place)
+{
+    const bool isInside = place + qsizetype(sizeof(Number)) <= bytes.size();
+    return isInside ? int(qFromBigEndian<Number>(bytes.constData() + place)) : 0;
+}
+
+int littleEndian16(const QByteArray &bytes, qsizetype place)
+{
+    return place + 2 <= bytes.size() ? qFromLittleEndian<quint16>(bytes.constData() + place) : 0;
+}
+
+/// Whether the marker opens the segment that holds the size: one of the frame headers, C0 to CF, which also has
+/// tables (C4, C8, CC) among it.
+bool isFrame(uchar marker)
+{
+    return marker >= 0xc0 && marker <= 0xcf && marker != 0xc4 && marker != 0xc8 && marker != 0xcc;
+}
+
+ImageHeader jpeg(const QByteArray &bytes)
+{
+    constexpr uchar markerStart = 0xff;
+    qsizetype place = 2;
+    while (place + 4 <= bytes.size() && uchar(bytes.at(place)) == markerStart) {
+        const auto marker = uchar(bytes.at(place + 1));
+        if (isFrame(marker))
+            return {"JPEG", bigEndian<quint16>(bytes, place + 7), bigEndian<quint16>(bytes, place + 5)};
+        // Markers may be preceded by any number of fill bytes.
+        place += marker == markerStart ? 1 : 2 + bigEndian<quint16>(bytes, place + 2);
+    }
+    return {"JPEG"};
+}
 
 CommandFailure failure(const QString &path, const QString &reason)
 {
@@ -14,6 +47,17 @@ CommandFailure failure(const QString &path, const QString &reason)
 }
 
 } // namespace
+
+std::optional<ImageHeader> ImageHeader::of(const QByteArray &bytes)
+{
+    if (bytes.startsWith("\xff\xd8\xff"))
+        return jpeg(bytes);
+    if (bytes.startsWith("\x89PNG\r\n\x1a\n"))
+        return ImageHeader{"PNG", bigEndian<quint32>(bytes, 16), bigEndian<quint32>(bytes, 20)};
+    if (bytes.startsWith("GIF87a") || bytes.startsWith("GIF89a"))
+        return ImageHeader{"GIF", littleEndian16(bytes, 6), littleEndian16(bytes, 8)};
+    return std::nullopt;
+}
 
 QString PictureFile::faultOf(const QByteArray &picture)
 {

@@ -3,7 +3,7 @@
 
 #include "client/bus/DirectoryService.h"
 #include "client/bus/RefusalText.h"
-#include "client/text/EventValue.h"
+#include "client/text/EventText.h"
 #include "platform/records/KestinBus.h"
 #include "platform/records/PlatformEvents.h"
 

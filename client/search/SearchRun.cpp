@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/search/SearchRun.h"
 
-#include "client/text/EventValue.h"
+#include "client/text/EventText.h"
 #include "platform/records/KestinBus.h"
 #include "platform/records/PlatformEvents.h"
 

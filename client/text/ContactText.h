@@ -2,7 +2,9 @@
 #pragma once
 
 #include "platform/records/Contact.h"
+#include "platform/records/Setting.h"
 
+#include <QJsonObject>
 #include <QStringList>
 
 /// Contacts as people read them. Nothing is escaped here: that is done where a line is written.
@@ -25,3 +27,15 @@ QStringList typeNames();
 QList<std::pair<QString, QString>> setFields(const Contact &contact);
 
 } // namespace ContactText
+
+/// Records as JSON objects. The keys are the names of the records' fields and every field is there, so that a script
+/// need not ask which are; they are part of what the program promises.
+namespace RecordJson {
+
+/// `misc` is an object; `lastModificationDate` is ISO 8601, or empty for a contact that was never stored.
+QJsonObject of(const Contact &contact);
+QJsonObject of(const ContactSummary &summary);
+/// `choices` is an array of {"value", "label"}.
+QJsonObject of(const Setting &setting);
+
+} // namespace RecordJson

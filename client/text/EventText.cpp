@@ -2,8 +2,6 @@
 #include "client/text/EventText.h"
 
 #include "client/text/ContactText.h"
-#include "client/text/EventValue.h"
-#include "client/text/RecordJson.h"
 #include "platform/records/ImpExpStatus.h"
 #include "platform/records/PlatformEvents.h"
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/text/LiveTable.h"
 
-#include "client/text/DisplayWidth.h"
 #include "client/text/Terminal.h"
 
 LiveTable::LiveTable(QTextStream &out)

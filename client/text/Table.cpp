@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/text/Table.h"
 
-#include "client/text/DisplayWidth.h"
-#include "client/text/Printable.h"
+#include "client/text/Terminal.h"
 
 #include <algorithm>
 #include <numeric>

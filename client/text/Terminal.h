@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QByteArray>
+#include <QJsonObject>
+#include <QString>
+
 namespace Terminal {
 
 /// Columns of the terminal that the standard output goes to; 0 when it goes to a file or a pipe. The environment
@@ -20,3 +24,30 @@ Size outputSize();
 bool errorIsTerminal();
 
 } // namespace Terminal
+
+/// How many columns of a terminal a text takes: two for a wide character (Chinese, emoji), none for a combining mark.
+/// Needs a UTF-8 locale, which QCoreApplication sets.
+namespace DisplayWidth {
+
+int of(const QString &text);
+
+/// The text if it fits the width, otherwise as much of it as fits with an ellipsis behind. `width` is at least 1.
+QString cut(const QString &text, int width);
+
+/// The text with blanks behind it up to the width.
+QString padded(const QString &text, int width);
+
+} // namespace DisplayWidth
+
+/// Values as they may be written to a terminal. What a contact's name holds was chosen by somebody else: characters
+/// that drive a terminal or turn the direction of the text around are shown escaped, never sent as they are.
+namespace Printable {
+
+/// One line: control characters as \n, \t or \x1b, direction marks and line separators as \u202e.
+QString text(const QString &value);
+
+/// The object on one line, as JSON. Characters that `text` escapes are escaped in JSON's own way, so a reader gets the
+/// value unchanged.
+QByteArray json(const QJsonObject &object);
+
+} // namespace Printable

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "client/vcard/VCardProperty.h"
+#include "client/vcard/VCardParser.h"
 #include "platform/records/Contact.h"
 
 /// Gives a card's telephone numbers the five number fields of a contact, by which callers are recognised. In this

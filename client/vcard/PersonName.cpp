@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "client/vcard/PersonName.h"
+#include "client/vcard/VCardReader.h"
 
 #include <libebook-contacts/libebook-contacts.h>
 

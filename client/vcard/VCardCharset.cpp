@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "client/vcard/VCardCharset.h"
+#include "client/vcard/VCardParser.h"
 
 #include <QRegularExpression>
 

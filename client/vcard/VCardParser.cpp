@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/vcard/VCardParser.h"
 
-#include "client/vcard/VCardCharset.h"
-
 #include <libebook-contacts/libebook-contacts.h>
 
 #include <memory>

@@ -1,9 +1,28 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "client/vcard/VCardProperty.h"
-
 #include <QByteArray>
+#include <QList>
+#include <QSet>
+#include <QString>
+#include <QStringList>
+
+/// One property of a vCard, decoded.
+struct VCardProperty
+{
+    QString name;        ///< in upper case, without its group
+    QSet<QString> types; ///< in lower case: "work", "cell"
+    QStringList values;  ///< the parts that semicolons separate; of CATEGORIES those that commas separate
+    QByteArray bytes;    ///< the value when it is none of text but of base64, decoded
+
+    bool is(const char *type) const { return types.contains(QLatin1String(type)); }
+    /// The part at the place, on one line without blanks around it; empty when there is none.
+    QString part(qsizetype index) const { return values.value(index).simplified(); }
+    /// The whole value. A semicolon that should have been escaped and was not comes back as one.
+    QString text() const { return values.join(QLatin1Char(';')).trimmed(); }
+};
+
+using VCardProperties = QList<VCardProperty>;
 
 /// Reads the text of one card of version 2.1, 3.0 or 4.0.
 namespace VCardParser {
@@ -13,3 +32,18 @@ namespace VCardParser {
 VCardProperties parse(const QByteArray &card);
 
 } // namespace VCardParser
+
+/// Cards that are not UTF-8. Version 2.1 lets every property have a character set of its own, and many programs write
+/// that of their system without naming it.
+namespace VCardCharset {
+
+bool isUtf8(const QByteArray &bytes);
+
+/// The card of version 2.1 with its properties in UTF-8: from the character set that the property names, from the
+/// western Windows one where it names none. Lines are unfolded.
+QByteArray toUtf8(const QByteArray &card);
+
+/// UTF-8, or the western Windows character set when the bytes cannot be UTF-8.
+QString decode(const QByteArray &bytes);
+
+} // namespace VCardCharset

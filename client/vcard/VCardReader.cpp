@@ -3,8 +3,6 @@
 
 #include "client/vcard/NumberPlacement.h"
 #include "client/vcard/OwnProperties.h"
-#include "client/vcard/PersonName.h"
-#include "client/vcard/VCardCharset.h"
 #include "client/vcard/VCardParser.h"
 
 #include <QHash>

@@ -1,10 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "client/vcard/VCardProperty.h"
+#include "client/vcard/VCardParser.h"
 #include "platform/records/Contact.h"
 
 #include <QByteArray>
+#include <QString>
+
+/// A name written in one piece, taken apart as western names are: "Prof. Anna B. van der Berg, Jr.".
+struct PersonName
+{
+    QString prefix;
+    QString first; ///< with the middle names
+    QString last;  ///< with what belongs to it ("van der"); a name of one word is a last name
+    QString suffix;
+
+    static PersonName of(const QString &fullName);
+};
 
 /// Makes a contact of one vCard (2.1, 3.0, 4.0). Fields of the directory are filled first; what has no field becomes a
 /// misc pair: company, department, job, address, city, region, zip, country, note, url, birthday and the like. What

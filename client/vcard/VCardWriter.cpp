@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/vcard/VCardWriter.h"
 
-#include "client/photo/ImageHeader.h"
+#include "client/photo/PictureFile.h"
 #include "client/text/ContactText.h"
 #include "client/vcard/OwnProperties.h"
 #include "client/vcard/VCardReader.h"

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "client/bus/BusFailure.h"
+#include "client/bus/CommandFailure.h"
 #include "client/bus/ContactPages.h"
 #include "client/defaults/DefaultContacts.h"
-#include "client/photo/ImageHeader.h"
-#include "client/text/DisplayWidth.h"
+#include "client/photo/PictureFile.h"
+#include "client/text/ContactText.h"
 #include "client/text/EventText.h"
-#include "client/text/Printable.h"
-#include "client/text/RecordJson.h"
 #include "client/text/Table.h"
+#include "client/text/Terminal.h"
 #include "platform/records/ImpExpStatus.h"
 
 #include <QDBusError>
