@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "bench/BareQuery.h"
+#include "bench/BareStore.h"
 
 #include "bench/BenchError.h"
 #include "platform/records/Contact.h"

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "bench/BareSync.h"
-
 #include "bench/BareStore.h"
+
 #include "bench/BenchError.h"
-#include "bench/SqliteHandles.h"
 
 #include <QElapsedTimer>
 #include <QFile>

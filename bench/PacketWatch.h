@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "bench/Samples.h"
+#include "bench/Rounds.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

@@ -2,7 +2,7 @@
 #include "bench/PhotoRun.h"
 
 #include "bench/BenchError.h"
-#include "bench/Samples.h"
+#include "bench/Rounds.h"
 #include "bench/Stand.h"
 #include "platform/records/RecordMaps.h"
 #include "src/photofiles/PictureProgram.h"

@@ -2,10 +2,26 @@
 #pragma once
 
 #include "bench/Progress.h"
-#include "bench/Samples.h"
+
+#include <QtGlobal>
 
 #include <functional>
 #include <vector>
+
+/// The times that one kind of call took. The answers are in microseconds; at least one time must have been added.
+class Samples
+{
+public:
+    void add(qint64 nanoseconds) { m_times.push_back(nanoseconds); }
+
+    double median() const { return quantile(0.5); }
+    double percentile99() const { return quantile(0.99); }
+
+private:
+    double quantile(double part) const;
+
+    std::vector<qint64> m_times;
+};
 
 /// Kinds of calls to be compared, made in turns: some of each, and again. So whatever else the machine does in the
 /// meantime, and whatever warms up or slows down, falls on all of them alike.

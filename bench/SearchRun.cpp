@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "bench/SearchRun.h"
 
-#include "bench/BareQuery.h"
+#include "bench/BareStore.h"
 #include "bench/BenchError.h"
 #include "bench/MadeUpContacts.h"
 #include "bench/Rounds.h"

@@ -4,6 +4,7 @@
 #include "bench/BenchError.h"
 #include "platform/records/KestinBus.h"
 
+#include <QByteArray>
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -17,6 +18,21 @@
 
 namespace {
 
+double megabytes(const QByteArray &status, const char *field)
+{
+    for (const QByteArray &line : status.split('\n')) {
+        if (line.startsWith(field))
+            return line.mid(qsizetype(qstrlen(field))).simplified().split(' ').value(0).toDouble() * 1024 / 1e6;
+    }
+    return 0;
+}
+
+QByteArray content(qint64 processId, const char *name)
+{
+    QFile file(QStringLiteral("/proc/%1/%2").arg(processId).arg(QLatin1String(name)));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 constexpr int limitMs = 120000;
 
 QString pathOf(const QString &program)
@@ -25,6 +41,13 @@ QString pathOf(const QString &program)
 }
 
 } // namespace
+
+ProcessMemory ProcessMemory::of(qint64 processId)
+{
+    const QByteArray status = content(processId, "status");
+    return {megabytes(status, "VmRSS:"), megabytes(status, "RssAnon:"),
+            megabytes(content(processId, "smaps_rollup"), "Pss:"), megabytes(status, "VmHWM:")};
+}
 
 ServiceProcess::ServiceProcess(const QString &program, const QString &module, const QString &dataDirectory,
                                const QDBusConnection &connection, const QStringList &arguments)

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "bench/SyncRun.h"
 
-#include "bench/BareSync.h"
+#include "bench/BareStore.h"
 #include "bench/BenchError.h"
 #include "bench/MadeUpContacts.h"
-#include "bench/ProcessMemory.h"
-#include "bench/Samples.h"
+#include "bench/Rounds.h"
+#include "bench/ServiceProcess.h"
 #include "bench/Stand.h"
 #include "platform/records/KestinBus.h"
 #include "platform/records/RecordMaps.h"
