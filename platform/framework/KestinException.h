@@ -16,7 +16,13 @@ public:
         InvocationFailed = 4, ///< a bus method has no slot that takes its arguments
     };
 
-    KestinException(const QString &moduleName, int errorType, const QString &text);
+    KestinException(const QString &moduleName, int errorType, const QString &text)
+        : m_module(moduleName)
+        , m_type(errorType)
+        , m_message(text)
+        , m_what(text.toUtf8())
+    {
+    }
 
     QString module() const { return m_module; }
     int type() const { return m_type; }

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/impexp/ImpExp_XMLBuilder.h"
 
-#include "platform/impexp/ImpExp_ErrorException.h"
-#include "platform/impexp/ImpExp_FatalException.h"
+#include "platform/impexp/ImpExp_Exception.h"
 #include "platform/impexp/ImpExp_Format.h"
 #include "platform/impexp/ImpExp_Text.h"
 #include "platform/records/DurableFile.h"

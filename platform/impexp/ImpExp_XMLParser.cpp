@@ -2,8 +2,7 @@
 #include "platform/impexp/ImpExp_XMLParser.h"
 
 #include "platform/impexp/Contact_Item.h"
-#include "platform/impexp/ImpExp_ErrorException.h"
-#include "platform/impexp/ImpExp_FatalException.h"
+#include "platform/impexp/ImpExp_Exception.h"
 
 using namespace ImpExp_Format;
 

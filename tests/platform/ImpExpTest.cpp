@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/impexp/ContactMap_Item.h"
 #include "platform/impexp/Contact_Item.h"
-#include "platform/impexp/ImpExp_ErrorException.h"
-#include "platform/impexp/ImpExp_FatalException.h"
+#include "platform/impexp/ImpExp_Exception.h"
 #include "platform/impexp/ImpExp_XMLBuilder.h"
 #include "platform/impexp/ImpExp_XMLParser.h"
 
