@@ -31,11 +31,11 @@ public:
     /// Opens a database that the service made and nobody else has open.
     explicit BareStore(const QString &path);
 
-    /// Inserts the contact and its one misc pair in one durable transaction. The nanoseconds from its begin to its end;
-    /// the values are made ready before.
+    /// Inserts the contact and its misc pair in a durable transaction. The nanoseconds from its begin to its end. The
+    /// values are made ready before.
     qint64 insert(const Contact &contact);
 
-    /// The same for many in one transaction. A contact may have no misc pair or one.
+    /// The same for many contacts in a single transaction. A contact may have a misc pair or none.
     void begin() { run(m_begin); }
     void add(const Contact &contact);
     void commit() { run(m_commit); }
@@ -68,8 +68,8 @@ class BareQuery
 public:
     explicit BareQuery(const QString &path);
 
-    /// Reads every column of the contacts whose last name begins so. The nanoseconds for it; a BenchError when they
-    /// are not `hits`. `name` is ASCII.
+    /// Reads every column of the contacts whose last name begins so. The nanoseconds for it. A BenchError when the
+    /// contacts are not `hits` many. `name` is ASCII.
     qint64 read(const QString &name, int hits);
 
 private:
@@ -78,15 +78,15 @@ private:
 };
 
 /// What an export and an import cannot do without: bare SQLite and an XML writer or reader, nothing else. A failure is
-/// a BenchError; the answers are nanoseconds.
+/// a BenchError. The answers are nanoseconds.
 namespace BareSync {
 
 /// Reads the local contacts and their misc pairs of a database that others may have open, and writes them into a file
 /// that is on disk afterwards.
 qint64 exportTo(const QString &database, const QString &path);
 
-/// Reads a file and inserts its contacts into a database of the service's schema that nobody else has open, in one
-/// durable transaction.
+/// Reads a file and inserts its contacts in a single durable transaction. The database has the service's schema, and
+/// nobody else has it open.
 qint64 importFrom(const QString &path, const QString &database, int contacts);
 
 } // namespace BareSync

@@ -8,7 +8,7 @@
 class ServiceProcess;
 class Stand;
 
-/// The whole measurement, one store size after the other. A BenchError ends it.
+/// The whole measurement, store size after store size. A BenchError ends it.
 class Bench
 {
 public:

@@ -8,8 +8,8 @@
 
 class BusClient;
 
-/// Single creates, each durable, and in turns with them what a create cannot do without: a call, the numbers brought
-/// into form by the telephony service, one durable insert.
+/// Single creates, each durable. They take turns with what a create cannot do without: a call, the numbers brought into
+/// form by the telephony service, a durable insert.
 class CreateRun
 {
 public:

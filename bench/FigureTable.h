@@ -82,7 +82,7 @@ struct FigureTitle
     const char *unit;
     int decimals;
     const char *wanted; ///< empty when nothing is
-    double bound;       ///< the wanted one; a value is within it when it is not larger
+    double bound;       ///< the wanted value; a value is within it when it is not larger
     int boundSize;      ///< contacts in the store for which it holds; 0: any number
 };
 

@@ -18,8 +18,8 @@ struct Options
     QString workDirectory;
     bool json = false;
     int calls = 0;    ///< of each look-up
-    int creates = 0;  ///< single ones
-    int searches = 0; ///< for each number of hits; a tenth as many remote ones
+    int creates = 0;  ///< single creates
+    int searches = 0; ///< for each number of hits; a tenth as many remote searches
     int starts = 0;
-    int batch = 0; ///< contacts in one createLocalContacts
+    int batch = 0; ///< contacts in a createLocalContacts
 };

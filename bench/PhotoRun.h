@@ -5,7 +5,7 @@
 
 class Stand;
 
-/// The resizing of photos: of a large one, and of many at a start.
+/// The resizing of photos: of a large photo, and of many photos at a start.
 class PhotoRun
 {
 public:

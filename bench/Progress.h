@@ -3,7 +3,7 @@
 
 #include <QString>
 
-/// One line on standard error that tells how far the work is; nothing when that is no terminal.
+/// A line on standard error that tells how far the work is. Nothing when standard error is no terminal.
 class Progress
 {
 public:

@@ -8,7 +8,7 @@
 class Stand;
 
 /// Searches by name in a made-up company directory, an LDIF file that kestin-wsmanager serves. Nobody in the store has
-/// one of its names.
+/// a name that stands in it.
 class RemoteRun
 {
 public:
@@ -21,7 +21,7 @@ public:
 
     /// `size` is the number of contacts in the store.
     void measure(int searches, int size, FigureTable &table, Progress &progress);
-    /// How long a packet takes from the event that brings it to the one that tells its results.
+    /// How long a packet takes from the event that brings it to the event that tells its results.
     void measurePackets(int searches, int size, FigureTable &table);
 
 private:

@@ -8,7 +8,7 @@
 #include <functional>
 #include <vector>
 
-/// The times that one kind of call took. The answers are in microseconds; at least one time must have been added.
+/// The times that calls of a kind took. The answers are in microseconds. At least a single time must have been added.
 class Samples
 {
 public:

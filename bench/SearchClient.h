@@ -7,7 +7,7 @@
 #include <QEventLoop>
 #include <QObject>
 
-/// A caller who searches by name and waits for the events, one search at a time. An event that is wrong, or does not
+/// A caller who searches by name and waits for the events, search after search. An event that is wrong, or does not
 /// come, is a BenchError.
 class SearchClient : public QObject
 {
@@ -22,9 +22,9 @@ public:
         qint64 firstResults = 0; ///< 0: there were none before the completion
         qint64 completion = 0;
     };
-    /// The search must find exactly `hits` contacts. A local one must tell the first ten of them at once.
+    /// The search must find exactly `hits` contacts. A local search must tell the first ten of them at once.
     Times search(const QString &name, int hits, bool localOnly);
-    /// Of the last search; its results are held until the next.
+    /// The id of the last search. Its results are held until the next search.
     QString searchId() const { return m_searchId; }
 
     static constexpr int summariesWanted = 10;

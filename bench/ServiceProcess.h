@@ -18,21 +18,21 @@ struct ProcessMemory
     double peak = 0;         ///< the most that `resident` has been
 };
 
-/// A module's program, found beside this one. Ended with the object.
+/// A module's program, found beside this program. It ends with the object.
 class ServiceProcess
 {
 public:
     /// `dataDirectory` is its data folder, and takes its log.
     ServiceProcess(const QString &program, const QString &module, const QString &dataDirectory,
                    const QDBusConnection &connection, const QStringList &arguments = {});
-    /// Whether there is such a program beside this one.
+    /// Whether there is such a program beside this program.
     static bool exists(const QString &program);
     ~ServiceProcess();
 
-    /// Starts it and waits until its name is on the bus. The nanoseconds from one to the other; a BenchError when it
+    /// Starts the program and waits until its name is on the bus. The nanoseconds for it. A BenchError when the name
     /// does not come.
     qint64 start();
-    /// SIGTERM, and waits for the end; a BenchError when it ends in another way than it should.
+    /// Sends SIGTERM and waits for the end. A BenchError when the program ends in another way than it should.
     void stop();
     qint64 processId() const { return m_process.processId(); }
 

@@ -6,7 +6,8 @@
 #include <QEventLoop>
 #include <QObject>
 
-/// A caller who imports and exports and waits for the end. One that does not succeed, or does not end, is a BenchError.
+/// A caller who imports and exports and waits for the end. A BenchError when the import or export does not succeed, or
+/// does not end.
 class SyncClient : public QObject
 {
     Q_OBJECT

@@ -7,8 +7,8 @@
 
 class Stand;
 
-/// Exports of the whole store and imports of it into an empty one, beside the same work in bare SQLite and XML. Leaves
-/// the store with the contacts of the last import.
+/// Exports of the whole store and imports of it into an empty store, beside the same work in bare SQLite and XML.
+/// Leaves the store with the contacts of the last import.
 class SyncRun
 {
 public:

@@ -10,8 +10,8 @@
 
 #include <chrono>
 
-/// The program's connection to the message bus, made at the first use, and calls to the platform's modules over it.
-/// Nothing is asked by introspection: the text that the directory publishes differs from the values it answers.
+/// The program's connection to the message bus, made at the first use, and calls to the platform's modules over it. The
+/// program asks nothing by introspection: the text that the directory publishes differs from the values it answers.
 class BusSession
 {
 public:
@@ -23,8 +23,8 @@ public:
     /// Throws CommandFailure when the bus cannot be reached.
     QDBusConnection connection() const;
 
-    /// The one value that a module's method answers. Throws BusFailure, or CommandFailure when the value is of another
-    /// type.
+    /// The value that a module's method answers. Throws BusFailure, or CommandFailure when the answer is not a single
+    /// value of this type.
     template <typename T>
     T call(const QString &module, const QString &method, const QVariantList &arguments) const
     {
@@ -33,7 +33,7 @@ public:
 
     QDBusPendingCall asyncCall(const QString &module, const QString &method, const QVariantList &arguments) const;
 
-    /// The one value in a reply; throws as `call` does.
+    /// The single value in a reply. Throws as `call` does.
     template <typename T>
     static T valueOf(const QString &module, const QDBusMessage &reply)
     {
@@ -43,7 +43,7 @@ public:
 
     /// Whether the module's name is on the bus now.
     bool isRunning(const QString &module) const;
-    /// Whether it is, or the bus starts the module at the first call.
+    /// Whether the module is running, or the bus starts it at the first call.
     bool isReachable(const QString &module) const;
 
 private:

@@ -6,7 +6,7 @@
 
 #include <stdexcept>
 
-/// What the program ends with; listed in its help, and a promise to scripts.
+/// The exit codes of the program. Its help lists them, and scripts rely on them.
 enum class ExitCode {
     Done = 0,
     Refused = 1,   ///< the directory, or the settings manager, said no; nobody found
@@ -16,7 +16,7 @@ enum class ExitCode {
     NoAnswer = 5,  ///< a service said nothing within the limit
 };
 
-/// Ends a command: what to tell the user, and the exit code.
+/// Ends a command. Holds what to tell the user, and the exit code.
 class CommandFailure : public std::runtime_error
 {
 public:
@@ -37,7 +37,7 @@ private:
 class BusFailure : public CommandFailure
 {
 public:
-    /// `module` is who was called, `reply` the error that came instead of an answer.
+    /// `module` is the module that was called. `reply` is the error that came instead of an answer.
     BusFailure(const QString &module, const QDBusMessage &reply);
 
     /// The answer would be larger than what the bus carries.

@@ -5,7 +5,7 @@
 
 #include <functional>
 
-/// Fetches many contacts through a call that answers a few: page by page, and with smaller pages where the contacts
+/// Fetches many contacts through a call that answers a few: page by page. The pages become smaller where the contacts
 /// are so large that the bus does not carry as many at once.
 class ContactPages
 {
@@ -17,7 +17,8 @@ public:
 
     static constexpr int toTheEnd = -1;
 
-    /// `length` contacts from `start` on, or all of them, ordered by name. Throws what the call throws.
+    /// Reads `length` contacts from `start` on, or all of them to the end. They are ordered by name. Throws what the
+    /// call throws.
     ListContact read(int start, int length);
 
     static constexpr int firstPageLength = 500;

@@ -19,8 +19,8 @@ struct ExportRequest
     QDateTime previousExport;
 };
 
-/// The calls of the contact directory, typed. Every one throws what BusSession::call throws. Methods that answer a
-/// ResultCode return it; RefusalText tells what it means.
+/// The calls of the contact directory, typed. Every call throws what BusSession::call throws. Methods that answer a
+/// ResultCode return it. RefusalText tells what the code means.
 class DirectoryService
 {
 public:
@@ -33,7 +33,7 @@ public:
     ListContact page(int start, int length) const;
     ListContact previewPage(int start, int length) const;
     ListContact byType(qint32 type) const;
-    /// Everybody with this number, which has to be in canonical form.
+    /// Everybody with this number. The number has to be in canonical form.
     ListContact byNumber(const QString &number) const;
     std::optional<Contact> byId(const QString &id) const;
 
@@ -45,17 +45,18 @@ public:
     int addToPreview(const QString &requestId, const QString &id) const;
     int removeFromPreview(const QString &requestId, const QString &id) const;
 
-    /// Searches answer with events that carry `searchId`; see SearchRun. `announced`: how many contacts are told with
-    /// the events of a search by name.
+    /// A search answers with events that carry `searchId`; see SearchRun. `announced` is how many contacts the events
+    /// of a search by name tell.
     int startSearchByName(const QString &searchId, const QString &name, int announced, bool localOnly) const;
     int startSearchByNumber(const QString &searchId, const QString &number, bool localOnly) const;
-    /// Of a search that is completed, in the order of the phone.
+    /// The results of a search that is completed, in the order of the phone.
     ListContactSummary searchResults(const QString &searchId, int start, int length) const;
     int purgeSearch(const QString &searchId) const;
-    /// Asks the company directory for the contact; an event with the id as its request id tells that it was created.
+    /// Asks the company directory for the contact. An event with the id as its request id tells that the contact was
+    /// created.
     void copyToLocal(const QString &id) const;
 
-    /// Both answer nothing; an event tells how they ended. See SyncRun.
+    /// Both answer nothing. An event tells how they ended; see SyncRun.
     QDBusPendingCall exportToXml(const ExportRequest &request) const;
     QDBusPendingCall importFromXml(const QString &path) const;
 

@@ -6,14 +6,15 @@
 
 #include <QObject>
 
-/// The events of a module, the directory if not said otherwise, as they come. Whatever it raises after the constructor
-/// has returned is reported, in order, once the event loop runs.
+/// The events of a module as they come. Every event that the module raises after the constructor has returned is
+/// reported, in order, once the event loop runs.
 class EventStream : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Events of these names; without names: all of them. Throws CommandFailure when the bus cannot be reached.
+    /// Without names: all events. Without a module: the events of the directory. Throws CommandFailure when the bus
+    /// cannot be reached.
     explicit EventStream(const BusSession &bus, const QStringList &eventNames = {}, const QString &module = {});
 
 Q_SIGNALS:

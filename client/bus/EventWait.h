@@ -10,17 +10,18 @@
 #include <optional>
 #include <vector>
 
-/// Waits for events that answer a call. Those raised between `listen` and `run` are not lost. Used for one wait.
+/// Waits for events that answer a call. Events raised between `listen` and `run` are not lost. An object serves a
+/// single wait.
 class EventWait : public QObject
 {
     Q_OBJECT
 
 public:
     enum class End { Done, Interrupted, TimedOut };
-    /// Takes an event; true when it is the last one that was waited for. Does not throw.
+    /// Takes an event. True when the wait is over with it. Does not throw.
     using Handler = std::function<bool(const QString &eventName, const ListEventArgument &arguments)>;
 
-    /// A number that is another one whenever the work that is waited for has gone on.
+    /// A number that changes whenever the work that is waited for has gone on.
     using Progress = std::function<qint64()>;
 
     /// Waits no longer than the session waits for an answer.
@@ -32,10 +33,11 @@ public:
     /// Wants the events of these names. Throws CommandFailure when the bus cannot be reached.
     void listen(const QStringList &eventNames, const QString &module);
 
-    /// Hands over the events in order, until the last one, until `interrupt` or until the limit is over. Throws
+    /// Hands over the events in order, until the last event, until `interrupt` or until the limit is over. Throws
     /// CommandFailure when the bus closes the connection or a module that was to answer leaves it.
     End run(const Handler &handle);
-    /// Ends the wait from outside: as if the last event had come, for the user's sake, or with `run` throwing this.
+    /// These end the wait from outside: `finish` as if the last event had come, `interrupt` for the user's sake, `fail`
+    /// with `run` throwing this failure.
     void finish() { end(End::Done); }
     void interrupt() { end(End::Interrupted); }
     void fail(const CommandFailure &failure);

@@ -31,8 +31,8 @@ public:
     {
     }
 
-    /// The form of a number that contacts are found by. The number itself when telephony is absent, silent or answers
-    /// something else: the directory stores numbers unchanged then as well.
+    /// The form of a number that contacts are found by. It is the number itself when telephony is absent, silent or
+    /// answers something else: the directory stores numbers unchanged then as well.
     QString canonicalNumber(const QString &number) const;
 
 private:

@@ -3,11 +3,11 @@
 
 #include "platform/records/Contact.h"
 
-/// The directory's ResultCodes as sentences. The same number means different things in different calls, so there is one
-/// operation a call. `code` is not ResultCode::done.
+/// The directory's ResultCodes as sentences. The same number means different things in different calls, so each call
+/// has a function. `code` is not ResultCode::done.
 namespace RefusalText {
 
-/// A code that says that no further contact can be created for now: the directory is full or read-only.
+/// Whether the code says that no further contact can be created for now: the directory is full or read-only.
 bool isFinal(int createCode);
 
 /// That there is no room for another contact.

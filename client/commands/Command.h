@@ -20,12 +20,12 @@ struct CommandContext
 /// What the help says about a command beside its options.
 struct CommandHelp
 {
-    QStringList usage;    ///< what follows the program's name, one form a line
+    QStringList usage;    ///< what follows the program's name, a line for each form
     QString text;         ///< paragraphs; lines are broken as they stand
     QStringList examples; ///< whole command lines
 };
 
-/// One command of the program.
+/// A command of the program.
 class Command
 {
 public:
@@ -34,25 +34,26 @@ public:
     Q_DISABLE_COPY_MOVE(Command)
 
     virtual QString name() const = 0;
-    /// What it does, in a few words, for the list of commands.
+    /// What the command does, in a few words, for the list of commands.
     virtual QString summary() const = 0;
     virtual CommandHelp help() const = 0;
-    /// Options of its own; the ones that all commands have are added by the dispatcher.
+    /// The options that only this command has. The dispatcher adds those that all commands have.
     virtual QList<QCommandLineOption> options() const { return {}; }
     virtual bool printsData() const { return true; }
-    /// How long it waits for an answer when the user does not say. The company directory has 10 s for each step.
+    /// Seconds that the command waits for an answer when the user does not say. The company directory has 10 s for each
+    /// step.
     virtual int limitSeconds() const { return ownLimitSeconds; }
 
     static constexpr int ownLimitSeconds = 10;
     static constexpr int companyLimitSeconds = 30;
 
-    /// Does it. `arguments` holds the parsed command line without the command's name. Throws CommandFailure; a command
-    /// that goes on after a refusal tells of it itself and returns the code.
+    /// Does what the command is for. `arguments` holds the parsed command line without the command's name. Throws
+    /// CommandFailure. A command that goes on after a refusal tells of it itself and returns the code.
     virtual ExitCode run(const QCommandLineParser &arguments, CommandContext &context) = 0;
 };
 
-/// Turns Ctrl-C and SIGTERM into a signal of the event loop while it lives, so that a command can end in order. The
-/// second one ends the program at once. One object at a time.
+/// Turns Ctrl-C and SIGTERM into a signal of the event loop while the object lives, so that a command can end in order.
+/// The second Ctrl-C ends the program at once. Only a single object may live at a time.
 class Interruption : public QObject
 {
     Q_OBJECT

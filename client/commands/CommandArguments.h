@@ -6,29 +6,30 @@
 #include <QCommandLineOption>
 #include <QCommandLineParser>
 
-/// Checked access to a parsed command line. Each throws CommandFailure with ExitCode::Usage and a sentence that says
-/// what is wrong.
+/// Checked access to a parsed command line. Each function throws CommandFailure with ExitCode::Usage and a sentence
+/// that says what is wrong.
 namespace CommandArguments {
 
 /// The option's whole number, or `fallback` when it is not given.
 int number(const QCommandLineParser &arguments, const QString &option, int fallback, int minimum);
 
-/// Exactly one positional argument, not empty. `what` is what it is ("ID").
+/// The only positional argument, not empty. `what` is what the argument is ("ID").
 QString one(const QStringList &positional, const QString &what);
-/// At least one.
+/// The positional arguments, of which there is at least the first. None is empty.
 QStringList some(const QStringList &positional, const QString &what);
-/// None.
+/// Accepts no positional argument.
 void none(const QStringList &positional);
 
 } // namespace CommandArguments
 
-/// The options that name the fields of a contact, for the commands that write one.
+/// The options that name the fields of a contact, for the commands that write a contact.
 namespace ContactOptions {
 
 QList<QCommandLineOption> all();
 
-/// Writes the fields that the command line names into the contact and leaves the others. An empty value clears a
-/// field or takes a misc pair away. False when it names none. Throws CommandFailure for a misc pair without a "=".
+/// Writes the fields that the command line names into the contact and leaves the others. An empty value clears a field
+/// or takes a misc pair away. False when the command line names no field. Throws CommandFailure for a misc pair without
+/// a "=".
 bool apply(const QCommandLineParser &arguments, Contact &contact);
 
 } // namespace ContactOptions

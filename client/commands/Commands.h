@@ -5,7 +5,7 @@
 #include "client/search/SearchRun.h"
 #include "platform/records/Contact.h"
 
-/// Prints the contacts of the directory, or those of one kind.
+/// Prints the contacts of the directory, or the contacts of a kind.
 class ListCommand : public Command
 {
 public:
@@ -19,7 +19,7 @@ private:
     static ListContact read(const QCommandLineParser &arguments, const BusSession &bus);
 };
 
-/// Prints one contact, every field that is set.
+/// Prints a contact, every field that is set.
 class ShowCommand : public Command
 {
 public:
@@ -63,8 +63,8 @@ public:
     ExitCode run(const QCommandLineParser &arguments, CommandContext &context) override;
 };
 
-/// Finds the contacts that a number belongs to, as the phone does for a caller: the phone's own, else one of the
-/// company directory.
+/// Finds the contacts that a number belongs to, as the phone does for a caller. It asks the company directory only when
+/// no contact of the phone has the number.
 class WhoCommand : public Command
 {
 public:
@@ -119,7 +119,7 @@ private:
     static ExitCode list(const QCommandLineParser &arguments, CommandContext &context);
 };
 
-/// Gives a contact a photo, or takes it away.
+/// Gives a contact a photo, or takes the photo away.
 class PhotoCommand : public Command
 {
 public:
@@ -161,7 +161,7 @@ public:
     ExitCode run(const QCommandLineParser &arguments, CommandContext &context) override;
 };
 
-/// Has the directory write the synchronisation file, or make itself like one.
+/// Has the directory write a synchronisation file, or make its contacts like those of a file.
 class SyncCommand : public Command
 {
 public:

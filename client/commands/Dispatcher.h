@@ -24,12 +24,13 @@ private:
     QTextStream m_out;
 };
 
-/// The help pages. The completion script reads them as well: a command, and an option, begins a line after two blanks.
+/// The help pages. The completion script reads them as well. So the name of a command or an option begins a line after
+/// two blanks.
 namespace HelpText {
 
 QString ofProgram(const std::vector<std::unique_ptr<Command>> &commands);
 
-/// `options` are all that the command takes, the common ones included.
+/// `options` are all options that the command takes, the common options included.
 QString ofCommand(const Command &command, const QList<QCommandLineOption> &options);
 
 } // namespace HelpText

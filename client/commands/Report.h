@@ -17,7 +17,7 @@ void problem(const QString &text);
 /// An object on a line of its own.
 void json(QTextStream &out, const QJsonObject &object);
 
-/// A JSON array with one object a line, so that a script may read it whole or line by line.
+/// A JSON array with an object on each line, so that a script may read it whole or line by line.
 void json(QTextStream &out, const QList<QJsonObject> &objects);
 
 template <typename Record>
@@ -29,7 +29,7 @@ void json(QTextStream &out, const QList<Record> &records)
     json(out, objects);
 }
 
-/// Found contacts as JSON; beside the record's own keys "company" tells which are of the company directory.
+/// Found contacts as JSON. Beside the record's own keys "company" tells whether a contact is of the company directory.
 template <typename Record>
 void foundJson(QTextStream &out, const QList<Record> &contacts)
 {

@@ -5,7 +5,7 @@
 #include <QList>
 #include <QString>
 
-/// A card that made no contact, or one without what the card holds.
+/// A card that made no contact, or a contact that lacks something of the card.
 struct RefusedCard
 {
     QString file;

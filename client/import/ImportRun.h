@@ -13,29 +13,30 @@
 
 #include <optional>
 
-/// Creates a contact for every card of one file after another. Some calls are in flight at a time, so the directory
-/// need not wait for this program nor the other way round. It stops early when no further card can succeed: the
-/// directory is full, read-only, gone or silent.
+/// Creates a contact for every card of a file, and of further files after it. Some calls are in flight at a time, so
+/// the directory need not wait for this program nor the other way round. The run stops early when no further card can
+/// succeed: the directory is full, read-only, gone or silent.
 class ImportRun : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Embedded photos are put into `photos`; a contact that is refused leaves none there. Both outlive this object.
+    /// Embedded photos are put into `photos`. A contact that is refused leaves no photo there. Both arguments outlive
+    /// this object.
     ImportRun(const DirectoryService &directory, PhotoFolder &photos);
 
     /// Reads the device to its end and returns when every call is answered. False when the device cannot be read or
-    /// holds no card. `file` is what the file is called; `size` its bytes, 0 when not known.
+    /// holds no card. `file` is what the file is called. `size` is its bytes, 0 when not known.
     bool read(QIODevice &device, const QString &file, qint64 size);
 
     const ImportReport &report() const { return m_report; }
-    /// Why it stopped early; none when it did not.
+    /// Why the run stopped early. None when it did not.
     const std::optional<CommandFailure> &stopped() const { return m_stopped; }
 
     static constexpr int callsInFlight = 8;
 
 public Q_SLOTS:
-    /// No further card is read; what is in flight is waited for.
+    /// No further card is read. The calls in flight are waited for.
     void interrupt();
 
 Q_SIGNALS:

@@ -7,7 +7,7 @@
 
 #include <optional>
 
-/// A photo in the directory's folder that no contact names yet: removed with this object unless it is kept.
+/// A photo in the directory's folder that no contact names yet. It is removed with this object unless it is kept.
 class PhotoFile
 {
 public:
@@ -22,17 +22,17 @@ public:
     PhotoFile &operator=(const PhotoFile &) = delete;
     ~PhotoFile();
 
-    /// What the contact's `photo` is to hold; empty when there is none.
+    /// What the contact's `photo` is to hold. Empty when there is no photo.
     QString path() const { return m_path; }
-    /// A contact names it now, so it is the directory's.
+    /// A contact names the photo now, so the photo is the directory's.
     void keep() { m_path.clear(); }
 
 private:
     QString m_path;
 };
 
-/// The folder in which the directory keeps the photos of contacts, and into which this program puts those that it
-/// brings. The directory makes the folder, and removes a photo when its contact goes.
+/// The folder in which the directory keeps the photos of contacts. This program puts there the photos that it brings.
+/// The directory makes the folder, and removes a photo when its contact goes.
 class PhotoFolder
 {
 public:
@@ -43,10 +43,10 @@ public:
 
     static QString path();
 
-    /// Puts a picture there under a name of its own; it is there whole or not at all. Throws CommandFailure when it is
-    /// no picture, when the photos would take more than the setting FileDiskUserQuota allows, when that cannot be
-    /// asked, and when the folder cannot be written. The folder is measured at the first call, and again when it seems
-    /// to be full; the setting is asked once.
+    /// Puts a picture there under a name of its own. The picture is there whole or not at all. Throws CommandFailure
+    /// when it is no picture, when the photos would take more than the setting FileDiskUserQuota allows, when that
+    /// setting cannot be asked, and when the folder cannot be written. The folder is measured at the first call, and
+    /// again when it seems to be full. The setting is asked once.
     PhotoFile put(const QByteArray &picture);
 
 private:

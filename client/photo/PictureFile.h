@@ -20,10 +20,10 @@ struct ImageHeader
 /// Pictures as files of this machine.
 namespace PictureFile {
 
-/// Larger pictures are refused; the directory downloads none that are larger either.
+/// Larger pictures are refused. The directory does not download larger pictures either.
 constexpr qint64 largest = 10 * 1024 * 1024;
 
-/// Why these bytes cannot be a contact's photo, as a sentence's end ("is no JPEG, PNG or GIF"); empty when they can.
+/// Why these bytes cannot be a contact's photo, as a sentence's end ("is no JPEG, PNG or GIF"). Empty when they can.
 QString faultOf(const QByteArray &picture);
 
 /// The bytes of a picture. Throws CommandFailure when the path is no regular file that can be read, or no picture. A

@@ -10,20 +10,20 @@
 
 #include <optional>
 
-/// The synchronisation file as this program sees it. It is the directory that reads and writes it, perhaps as another
-/// user, so whatever cannot be told here is no failure.
+/// The synchronisation file as this program sees it. The directory reads and writes the file, perhaps as another user.
+/// So what this program cannot tell of the file is no failure.
 namespace SyncFile {
 
-/// How many contacts stand in the file; none when it cannot be read to its end.
+/// How many contacts stand in the file. None when it cannot be read to its end.
 std::optional<int> countContacts(const QString &path);
 
-/// Bytes in the files that belong to `path` while it is being written, whatever the unfinished one is called: those
-/// in its folder whose names hold its name.
+/// Bytes in the files that belong to `path` while it is being written. These are the files in its folder whose names
+/// hold its name, whatever the unfinished file is called.
 qint64 bytesWritten(const QString &path);
 
 } // namespace SyncFile
 
-/// One export or import of the synchronisation file, from the call to the event that tells how it ended.
+/// An export or import of the synchronisation file, from the call to the event that tells how it ended.
 class SyncRun : public QObject
 {
     Q_OBJECT
@@ -35,11 +35,11 @@ public:
         QString cause; ///< of a failure; of an import, also the contacts that were left out, a line each
     };
 
-    /// `limit` is how long a run that does not seem to go on is waited for. An export that still writes goes on.
+    /// `limit` is how long the wait lasts while the run does not seem to go on. An export that still writes goes on.
     SyncRun(const BusSession &bus, std::chrono::milliseconds limit);
 
-    /// One of them, once. Throw CommandFailure when the directory cannot be reached, ends meanwhile or does not tell
-    /// the end within the limit, and when it is interrupted.
+    /// Call one of these two, a single time. Both throw CommandFailure when the directory cannot be reached, ends
+    /// meanwhile or does not tell the end within the limit, and when the run is interrupted.
     Outcome exportTo(const ExportRequest &request);
     Outcome importFrom(const QString &path);
     void interrupt() { m_wait.interrupt(); }

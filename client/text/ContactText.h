@@ -7,18 +7,18 @@
 #include <QJsonObject>
 #include <QStringList>
 
-/// Contacts as people read them. Nothing is escaped here: that is done where a line is written.
+/// Contacts as people read them. Nothing is escaped here: the code that writes a line does that.
 namespace ContactText {
 
-/// "First Last"; a contact without names is called by its address, a number or its id, in this order.
+/// "First Last". A contact without names is called by its address, a number or its id, in this order.
 QString displayName(const ContactSummary &contact);
 
-/// Whether the contact is one of the company directory, found by a search and not kept on the phone.
+/// Whether the contact is of the company directory, found by a search and not kept on the phone.
 bool isOfCompany(const ContactSummary &contact);
 
 /// "local", "cached", "dm", "manager", or the number of another kind.
 QString typeName(qint32 type);
-/// The kind that a word of `typeName` or a number means; -1 when it means none.
+/// The kind that a word of `typeName` or a number means. -1 when it means no kind.
 qint32 typeOf(const QString &word);
 /// The words, for help texts.
 QStringList typeNames();
@@ -28,11 +28,11 @@ QList<std::pair<QString, QString>> setFields(const Contact &contact);
 
 } // namespace ContactText
 
-/// Records as JSON objects. The keys are the names of the records' fields and every field is there, so that a script
-/// need not ask which are; they are part of what the program promises.
+/// Records as JSON objects. The keys are the names of the records' fields. Every field is there, so that a script need
+/// not ask which are. The program promises the keys to scripts.
 namespace RecordJson {
 
-/// `misc` is an object; `lastModificationDate` is ISO 8601, or empty for a contact that was never stored.
+/// `misc` is an object. `lastModificationDate` is ISO 8601, or empty for a contact that was never stored.
 QJsonObject of(const Contact &contact);
 QJsonObject of(const ContactSummary &summary);
 /// `choices` is an array of {"value", "label"}.

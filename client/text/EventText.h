@@ -9,7 +9,7 @@
 /// Typed access to the arguments of an event.
 namespace EventValue {
 
-/// The value as a T, when it is one or arrived over the bus with the signature of one.
+/// The value as a T, when it is a T or came over the bus with the signature of a T.
 template <typename T>
 bool unpack(const QVariant &value, T &result)
 {
@@ -20,7 +20,7 @@ bool unpack(const QVariant &value, T &result)
     return fits;
 }
 
-/// The argument of this name; an empty T when there is none, or one of another type.
+/// The argument of this name. An empty T when no argument of this name is a T.
 template <typename T>
 T of(const ListEventArgument &arguments, QLatin1String name)
 {
@@ -34,15 +34,15 @@ T of(const ListEventArgument &arguments, QLatin1String name)
 
 } // namespace EventValue
 
-/// Platform events as people and scripts read them. The arguments may have come over the bus: the directory's records
-/// are recognised by their signature, a value of another kind is named by its signature only.
+/// Platform events as people and scripts read them. The arguments may have come over the bus. The directory's records
+/// are recognised by their signature. A value of another kind is named by its signature only.
 namespace EventText {
 
-/// "name=value" of every argument, not escaped; of a list of contacts the first few and how many more there are. When
+/// "name=value" of every argument, not escaped. Of a list of contacts: the first few and how many more there are. When
 /// only photos have changed, "photo=…" of each contact too.
 QStringList arguments(const ListEventArgument &arguments);
 
-/// One key an argument, records as RecordJson writes them.
+/// A key for each argument, records as RecordJson writes them.
 QJsonObject json(const ListEventArgument &arguments);
 
 } // namespace EventText

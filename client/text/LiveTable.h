@@ -3,8 +3,8 @@
 
 #include "client/text/Table.h"
 
-/// A table that grows where a person sees it: each one shown takes the place of the one before. Nothing is written when
-/// the standard output is a file or a pipe.
+/// A table that grows where a person sees it: each table shown takes the place of the table before. Nothing is written
+/// when the standard output is a file or a pipe.
 class LiveTable
 {
 public:
@@ -14,7 +14,7 @@ public:
 
     /// As much of the table as the terminal has room for, and under it a line that says what is going on.
     void show(const Table &table, const QString &status);
-    /// Takes it away, so that something else can be written in its place.
+    /// Takes the table away, so that something else can be written in its place.
     void clear();
 
 private:

@@ -14,8 +14,8 @@ public:
     /// As many cells as there are headings.
     void addRow(const QStringList &cells);
 
-    /// Writes the table so that no line is wider than `width` columns; 0: as wide as it needs. The widest columns give
-    /// way first, the first column (what a row is called by) never.
+    /// Writes the table so that no line is wider than `width` columns. 0 makes it as wide as it needs. The widest
+    /// columns give way first. The first column (what a row is called by) never does.
     void write(QTextStream &out, int width) const;
 
     /// Whether nothing has to be cut for this width.

@@ -5,8 +5,8 @@
 #include "platform/records/Contact.h"
 
 /// Gives a card's telephone numbers the five number fields of a contact, by which callers are recognised. In this
-/// system `personalFax` holds the internal extension and `fax` the person's other phone or fax. Numbers beyond the
-/// five become misc pairs ("phone2", "phone3", …), so none is lost.
+/// system `personalFax` holds the internal extension. `fax` holds the person's other phone or fax. Numbers beyond the
+/// five become misc pairs ("phone2", "phone3", …), so no number is lost.
 class NumberPlacement
 {
 public:

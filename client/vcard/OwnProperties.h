@@ -12,11 +12,11 @@
 /// There is none for the photo: a card from elsewhere must not name a file of this phone.
 namespace OwnProperties {
 
-/// (name, value) of those that make `wanted` of the contact that is `understood` without them.
+/// (name, value) of the properties that make `wanted` of the contact that is `understood` without them.
 QList<std::pair<QByteArray, QByteArray>> between(const Contact &wanted, const Contact &understood);
 
 bool isOwn(const QString &name);
-/// Does what the property says; one that is not known says nothing.
+/// Does what the property says. A property that is not known says nothing.
 void apply(const VCardProperty &property, Contact &contact);
 
 } // namespace OwnProperties

@@ -7,7 +7,7 @@
 #include <QString>
 #include <QStringList>
 
-/// One property of a vCard, decoded.
+/// A property of a vCard, decoded.
 struct VCardProperty
 {
     QString name;        ///< in upper case, without its group
@@ -16,19 +16,19 @@ struct VCardProperty
     QByteArray bytes;    ///< the value when it is none of text but of base64, decoded
 
     bool is(const char *type) const { return types.contains(QLatin1String(type)); }
-    /// The part at the place, on one line without blanks around it; empty when there is none.
+    /// The part at the place, on a single line without blanks around it. Empty when the value has no such part.
     QString part(qsizetype index) const { return values.value(index).simplified(); }
-    /// The whole value. A semicolon that should have been escaped and was not comes back as one.
+    /// The whole value. A semicolon that should have been escaped and was not comes back as a semicolon.
     QString text() const { return values.join(QLatin1Char(';')).trimmed(); }
 };
 
 using VCardProperties = QList<VCardProperty>;
 
-/// Reads the text of one card of version 2.1, 3.0 or 4.0.
+/// Reads the text of a card of version 2.1, 3.0 or 4.0.
 namespace VCardParser {
 
 /// The card's properties in their order, none when the text is no card. Lenient as address books are: what cannot be
-/// understood of a line is left out. `card` is UTF-8; values in other character sets are converted where they say so.
+/// understood of a line is left out. `card` is UTF-8. Values in other character sets are converted where they say so.
 VCardProperties parse(const QByteArray &card);
 
 } // namespace VCardParser
@@ -39,8 +39,8 @@ namespace VCardCharset {
 
 bool isUtf8(const QByteArray &bytes);
 
-/// The card of version 2.1 with its properties in UTF-8: from the character set that the property names, from the
-/// western Windows one where it names none. Lines are unfolded.
+/// The card of version 2.1 with its properties in UTF-8. A property is converted from the character set that it names.
+/// It is converted from the western Windows character set when it names none. Lines are unfolded.
 QByteArray toUtf8(const QByteArray &card);
 
 /// UTF-8, or the western Windows character set when the bytes cannot be UTF-8.

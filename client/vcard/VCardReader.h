@@ -7,20 +7,20 @@
 #include <QByteArray>
 #include <QString>
 
-/// A name written in one piece, taken apart as western names are: "Prof. Anna B. van der Berg, Jr.".
+/// A name written in a single piece, taken apart as western names are: "Prof. Anna B. van der Berg, Jr.".
 struct PersonName
 {
     QString prefix;
     QString first; ///< with the middle names
-    QString last;  ///< with what belongs to it ("van der"); a name of one word is a last name
+    QString last;  ///< with what belongs to it ("van der"); a name of a single word is a last name
     QString suffix;
 
     static PersonName of(const QString &fullName);
 };
 
-/// Makes a contact of one vCard (2.1, 3.0, 4.0). Fields of the directory are filled first; what has no field becomes a
+/// Makes a contact of a vCard (2.1, 3.0, 4.0). Fields of the directory are filled first. What has no field becomes a
 /// misc pair: company, department, job, address, city, region, zip, country, note, url, birthday and the like. What
-/// OwnProperties say stands above that. Left out are sounds and keys, and what only the writing program understands.
+/// OwnProperties say stands above that. Sounds and keys, and what only the writing program understands, are left out.
 class VCardReader
 {
 public:

@@ -6,7 +6,7 @@
 
 #include <optional>
 
-/// One card of a file as it stands there.
+/// A card of a file as it stands there.
 struct RawCard
 {
     int number = 0;  ///< position in the file, from 1
@@ -14,8 +14,8 @@ struct RawCard
     QString fault;   ///< why the card cannot be used, for people; empty when it can
 };
 
-/// Takes a file of vCards apart, one card at a time, so that a file of any size needs the memory of its largest card.
-/// Text between cards is skipped.
+/// Takes a file of vCards apart, card by card, so that a file of any size needs the memory of its largest card. Text
+/// between cards is skipped.
 class VCardSplitter
 {
 public:

@@ -6,14 +6,14 @@
 #include <QByteArray>
 #include <QByteArrayList>
 
-/// Writes a contact as a vCard 3.0, which more programs read than any other version, so that VCardReader makes the same
-/// contact of it: whatever the reader would not take from the common properties is added as OwnProperties. Left out is
-/// what the directory makes by itself: id, latin names, canonical numbers, type, persistent id and date.
+/// Writes a contact as a vCard 3.0, which more programs read than any other version. VCardReader makes the same contact
+/// of the card: whatever the reader would not take from the common properties is added as OwnProperties. What the
+/// directory makes by itself is left out: id, latin names, canonical numbers, type, persistent id and date.
 class VCardWriter
 {
 public:
     /// `picture` is embedded as the card's photo. Where it is empty, and the contact's photo is a web address or the
-    /// path of a file, the card names it; readers take only the address.
+    /// path of a file, the card names that. Readers take only the address.
     static QByteArray write(const Contact &contact, const QByteArray &picture = {});
 
 private:

@@ -11,7 +11,7 @@
 
 class KestinModule;
 
-/// The message bus as the transport of one process. Main thread only.
+/// The message bus as the transport of a process.
 class BusTransport : public QObject, public KestinTransport
 {
     Q_OBJECT
@@ -30,14 +30,14 @@ public:
 
     /// Whether another process has the module's name.
     bool isTaken(const KestinModule &module) const;
-    /// Registers the module's object and claims its name, in this order, so that whoever sees the name can call.
-    /// Empty on success, otherwise why not (the name is taken, say).
+    /// Registers the module's object and then claims its name. So a caller that sees the name can call. Returns an
+    /// empty text on success, otherwise the reason (the name is taken, say).
     QString publish(KestinModule &module);
     /// Gives the name back, then withdraws the object.
     void withdraw(KestinModule &module);
 
 Q_SIGNALS:
-    /// The bus ended the connection; nothing can be received or sent any more.
+    /// The bus ended the connection. Nothing can be received or sent any more.
     void disconnected();
 
 private Q_SLOTS:

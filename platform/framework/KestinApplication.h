@@ -12,8 +12,8 @@
 class BusTransport;
 class KestinModule;
 
-/// The process of one module: connects it to the bus, leads it through its life and ends it in order. Messages of the
-/// Qt libraries go to the platform's log.
+/// The process of a module. It connects the module to the bus, leads it through its life and ends it in order. Messages
+/// of the Qt libraries go to the platform's log.
 class KestinApplication : public QCoreApplication
 {
     Q_OBJECT
@@ -22,10 +22,11 @@ public:
     KestinApplication(int &argc, char **argv);
     ~KestinApplication() override;
 
-    /// Runs the event loop with the module in it: a look at its name, check (deploy when it says no), init, run, then
-    /// its bus methods get their Adaptor (ErrorReplying, a child of the module), the object is registered and the name
-    /// claimed, last; readiness is told to the service manager. SIGTERM and SIGINT end the loop: 0. A hook that fails,
-    /// a bus that cannot be reached or goes away, a name that is taken: an error line, 1.
+    /// Runs the event loop with the module in it. First come a look at its name, check (deploy when check says no),
+    /// init and run. Then its bus methods get their Adaptor (ErrorReplying, a child of the module), the object is
+    /// registered, and the name is claimed last. The service manager is told that the module is ready. SIGTERM and
+    /// SIGINT end the loop, and the result is 0. A hook that fails, a bus that cannot be reached or goes away, or a
+    /// name that is taken: the log has an error line, and the result is 1.
     template <typename Adaptor, typename Module>
     int exec(Module &module)
     {

@@ -19,8 +19,8 @@ public:
     void addArgument(const QVariant &value, const QString &name, bool flag);
     const ListEventArgument &arguments() const { return m_arguments; }
 
-    /// The value of the first argument of this name, as T; a default T when there is none, or one that is no T and
-    /// does not become one as QVariant converts plain values. Records that came over the bus are unpacked.
+    /// The value of the first argument of this name, as T. A default T when no argument has this name, or when QVariant
+    /// cannot convert its value. Records that came over the bus are unpacked.
     template <typename T>
     T argument(const QString &name) const
     {

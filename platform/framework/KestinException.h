@@ -6,8 +6,8 @@
 
 #include <exception>
 
-/// An error that a platform call reports. Travels by value between C++ code; out of a bus adaptor it travels as a
-/// pointer to a new object, which ErrorReplying turns into an error reply.
+/// An error that a platform call reports. C++ code throws it by value. A slot of a bus adaptor throws a pointer to a
+/// new object, which ErrorReplying turns into an error reply.
 class KestinException : public std::exception
 {
 public:

@@ -8,24 +8,24 @@
 #include <concepts>
 #include <functional>
 
-/// The platform log: one line a message on standard error, prefixed with the level as the system journal reads it
-/// ("<3>" to "<7>"). May be used on any thread.
+/// The platform log on standard error: a line for each message, prefixed with the level as the system journal reads it
+/// ("<3>" to "<7>"). Any thread may use it.
 ///
-/// A message is given as its pattern and the arguments for %1, %2, …; nothing is formatted unless its level is on.
-/// Control characters in an argument are shown escaped, so no input can forge a line. A line feed in the pattern
-/// itself begins a second line of the same level.
+/// A message is given as its pattern and the arguments for %1, %2, …. Nothing is formatted unless its level is on.
+/// Control characters in an argument are shown escaped, so no input can forge a line. A line feed in the pattern itself
+/// begins a second line of the same level.
 class KestinLogger
 {
 public:
     enum Level { Error = 3, Warning = 4, Info = 6, Debug = 7 };
 
-    /// Whether messages of this level are written. The limit comes from the environment variable KESTIN_LOG_LEVEL
-    /// (default 4, a value that is no number counts as the default).
+    /// Whether messages of this level are written. The limit comes from the environment variable KESTIN_LOG_LEVEL. It
+    /// is 4 when the variable is not set or holds no number.
     static bool isOn(Level level);
     static void setLevel(int level);
 
-    /// Gives every line (prefix included, line feed not) to `sink` instead of standard error; an empty one restores
-    /// that. Not to be called while other threads log.
+    /// Gives every line (prefix included, line feed not) to `sink` instead of standard error. An empty sink restores
+    /// standard error. Not to be called while other threads log.
     using Sink = std::function<void(const QByteArray &line)>;
     static void setSink(Sink sink);
 
@@ -61,7 +61,7 @@ public:
             write(level, QString::fromUtf8(pattern).arg(shown(arguments)...));
     }
 
-    /// The text in one line, control characters escaped, as it stands in the log.
+    /// The text as it stands in the log: on a single line, control characters escaped.
     static QString shown(const QString &text);
 
 private:

@@ -15,19 +15,18 @@
 
 class KestinTransport;
 
-/// Base of every module of the platform: a named object that the framework brings to life (KestinApplication), that
+/// Base of every module of the platform: a named object that the framework brings to life (KestinApplication). It
 /// publishes its methods on the bus through an adaptor, calls other modules and exchanges events with them.
-/// Main thread only.
 class KestinModule : public QObject, public QDBusContext, public RemoteCaller
 {
     Q_OBJECT
 
 public:
-    /// `name` is the module's short name; bus name and object path follow from it (KestinBus).
+    /// `name` is the module's short name. Bus name and object path follow from it (KestinBus).
     explicit KestinModule(const QString &name);
 
     // The life of a module, in the order in which the framework goes through it.
-    virtual bool check();  ///< is everything there that the module keeps? False calls deploy
+    virtual bool check();  ///< whether everything is there that the module keeps; false calls deploy
     virtual bool deploy(); ///< makes what check missed; false ends the process
     virtual bool init();   ///< false ends the process
     virtual bool run();    ///< the last before it is on the bus; false ends the process
@@ -39,7 +38,7 @@ public:
     virtual bool restoreDataToDefault();
     virtual bool restoreDataToFactory();
 
-    // What the module can do, by name. List 0 is the one that the forms without a list id mean.
+    // What the module can do, by name. The forms without a list id mean list 0.
     Q_INVOKABLE virtual MapQStringCapability getCapabilities();
     Q_INVOKABLE virtual MapQStringCapability getCapabilities(int listId);
     Q_INVOKABLE virtual Capability getCapability(QString name);
@@ -47,7 +46,7 @@ public:
 
     QString getModuleName() const { return m_name; }
 
-    /// Must come before init; the transport must outlive the module.
+    /// Must come before init. The transport must outlive the module.
     void attach(KestinTransport &transport) { m_transport = &transport; }
 
     QDBusMessage syncRemoteCall(const QString &module, const QString &method, const QVariantList &arguments,
@@ -56,17 +55,18 @@ public:
                                                    const QVariantList &arguments) override;
     void send(const QString &module, const QString &method, const QVariantList &arguments) override;
 
-    /// Calls the slot (its signature, taking one KestinEvent) for every event of this name. False when it cannot.
+    /// Calls the slot for every event of this name. The signature of the slot takes a KestinEvent. False when the
+    /// module cannot subscribe.
     bool subscribeEvent(const QString &eventName, QObject *receiver, const char *slotSignature);
     /// Tells when the other module leaves the bus or comes to it, until the watch is destroyed.
     std::unique_ptr<ModuleWatch> watchModule(const QString &module);
     /// Whether the event was handed to the bus. An event of more than 24 MiB is not.
     bool notifyEvent(const KestinEvent &event);
-    /// Asks the module "Presentation" for a popup; nobody there is no failure.
+    /// Asks the module "Presentation" for a popup. It is no failure when that module is not there.
     bool showPopup(const QString &text, int kind, int duration, const QStringList &buttons, const QString &icon,
                    const QStringList &arguments, const QMap<QString, QString> &options);
 
-    /// Answers the bus call being served with an error instead of a result; does nothing outside of one.
+    /// Answers the bus call being served with an error instead of a result. Does nothing outside of a call.
     void answerWithError(const QString &errorName, const QString &message);
 
 private:

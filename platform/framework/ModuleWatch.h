@@ -3,8 +3,8 @@
 
 #include <QObject>
 
-/// Tells when another module leaves the bus, however it ended, and when it comes to it. What it was asked and has not
-/// answered by then it will not answer. Main thread only.
+/// Tells when another module leaves the bus, however it ended, and when the module comes to the bus. A module that left
+/// will not answer what it was asked before.
 class ModuleWatch : public QObject
 {
     Q_OBJECT

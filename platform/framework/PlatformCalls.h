@@ -6,9 +6,9 @@
 #include <QString>
 #include <QVariantList>
 
-/// The calls into other modules that every part of a module makes, settings above all. No error leaves them: a
-/// failure is logged once and shows as an empty text, a 0, a false. Nothing is cached, each read asks anew.
-/// Main thread only; the synchronous ones wait 5 s at most.
+/// The calls into other modules that every part of a module makes, settings above all. No error leaves them: a failure
+/// is logged once and shows as an empty text, a 0 or a false. Nothing is cached, each read asks anew. The synchronous
+/// calls wait 5 s at most.
 class PlatformCalls
 {
 public:
@@ -17,20 +17,20 @@ public:
     {
     }
 
-    /// `success`, where given, tells a setting that is empty from one that cannot be read.
+    /// `success`, where given, is true for a setting that is empty and false for a setting that cannot be read.
     QString getStringSetting(const QString &key, bool *success = nullptr);
     /// Base 10; 0 also for a text that is no number.
     int getIntSetting(const QString &key, bool *success = nullptr);
-    /// Empty when it cannot be read, which is only a warning in the log.
+    /// Empty when the setting cannot be read. The log then has a warning, no error.
     QString getSetting(const QString &key);
 
-    /// These two do not wait and never learn of a refusal.
+    /// These two do not wait. They never learn of a refusal.
     void setStringSetting(const QString &key, const QString &value);
     void setIntSetting(const QString &key, int value);
     /// Waits; true when the settings manager answered without an error.
     bool setSettingConfirmed(const QString &key, const QString &value);
 
-    /// Calls without waiting for an answer or asking for one.
+    /// Calls without asking for an answer, and does not wait.
     void callModule(const QString &module, const QString &method, const QVariantList &arguments);
 
 private:

@@ -3,8 +3,8 @@
 
 #include <QObject>
 
-/// Turns SIGTERM and SIGINT into a Qt signal on the main thread, so that a program ends in order. SIGPIPE is ignored:
-/// a log reader that went away must not end a service. One object a process, for as long as it runs.
+/// Turns SIGTERM and SIGINT into a Qt signal, so that a program ends in order. SIGPIPE is ignored: a log reader that
+/// went away must not end a service. A process has a single object of this class for as long as it runs.
 class ProcessSignals : public QObject
 {
     Q_OBJECT

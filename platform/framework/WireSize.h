@@ -4,15 +4,15 @@
 #include <QMetaType>
 #include <QVariant>
 
-/// How large values become on the bus. A bus daemon ends the connection of whoever sends a message over its limit
-/// (32 MiB on a system bus as shipped), so what could grow that large is measured before it is sent.
+/// How large values become on the bus. A bus daemon ends the connection of a sender whose message is over its limit (32
+/// MiB on a system bus as shipped). So a value that could grow that large is measured before it is sent.
 namespace WireSize {
 
 /// The largest value that is sent. Leaves room for the rest of the message below the limit of a system bus.
 inline constexpr qsizetype limit = 24 * 1024 * 1024;
 
 /// The size of a value in bytes, a few too many for what stands between texts. Texts, lists and maps of texts,
-/// contacts, summaries and lists of these are measured; any other type is small by its nature and counts as 0.
+/// contacts, summaries and lists of these are measured. Any other type is small by its nature and counts as 0.
 qsizetype of(const QMetaType &type, const void *value);
 qsizetype of(const QVariant &value);
 

@@ -32,7 +32,7 @@ public:
         QString jobTitle;
     };
 
-    /// Every value gets its element, but a photo or a date that is not there none.
+    /// Every value gets its element. Only a photo or a date that is missing gets no element.
     explicit Contact_Item(const Values &values);
 
     /// Whether a contact has an element of this name; a reader skips all others.

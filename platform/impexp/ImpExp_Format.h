@@ -16,12 +16,12 @@ constexpr QLatin1String photo("photo"); ///< the image in base64
 
 /// A contact with all that it holds, or anything between two contacts. Room for a photo of 10 MiB.
 constexpr qint64 contactBytes = 16 * 1024 * 1024;
-/// One text of a contact that has at most so many bytes; some are left for its other texts.
+/// A text of a contact that has at most so many bytes. Some are left for its other texts.
 constexpr qint64 textBytes(qint64 all)
 {
     return all - all / 16;
 }
-constexpr int tagBytes = 16 * 1024; ///< one tag with its attributes
+constexpr int tagBytes = 16 * 1024; ///< a tag with its attributes
 constexpr int tagAttributes = 32;
 constexpr int depth = 32; ///< elements inside each other
 

@@ -6,23 +6,23 @@
 #include <QFile>
 #include <QIODevice>
 
-/// A file as an XML reader gets it: it ends early where going on would cost too much. Readers take whatever lies
-/// between two tokens into memory, and time for each, so the one who asks for tokens says when a new stretch begins:
-/// with each contact, and behind it.
+/// A file as an XML reader gets it. It ends early where going on would cost too much. A reader takes whatever lies
+/// between two tokens into memory, and needs time for each token. So the caller that asks the reader for tokens says
+/// when a new stretch begins: with each contact, and behind it.
 class ImpExp_GuardedFile : public QIODevice
 {
 public:
-    /// A stretch has at most `limit` bytes (and what a reader reads ahead).
+    /// A stretch has at most `limit` bytes, and what a reader reads ahead.
     ImpExp_GuardedFile(const QString &path, qint64 limit);
 
-    /// False, with errorString() set, when there is no regular file that can be read: a pipe would be waited for and a
-    /// device has no end.
+    /// False when the path is no regular file that can be read; errorString() is set then. A pipe would be waited for,
+    /// and a device has no end.
     bool openForReading();
 
     void beginStretch() { m_left = m_limit; }
-    /// Why it ended early; empty when it did not.
+    /// Why the file ended early. Empty when it did not.
     QString refusal() const { return m_refusal; }
-    /// Whether a text that was too long for its stretch has been cut off since this was asked last.
+    /// Whether a text that was too long for its stretch has been cut off since the last call.
     bool takeCut() { return m_scanner.takeCut(); }
 
     bool isSequential() const override { return true; }

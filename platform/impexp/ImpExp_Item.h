@@ -6,7 +6,7 @@
 
 #include <utility>
 
-/// One entry of a synchronisation file: its attributes, and its elements when it carries more than its ids.
+/// An entry of a synchronisation file: its attributes, and its elements when it carries more than its ids.
 class ImpExp_Item
 {
 public:
@@ -16,7 +16,7 @@ public:
 
     QString name() const { return m_name; }
 
-    /// Empty when there is none of this name.
+    /// Empty when the item has no value of this name.
     QString getAttribute(const QString &name) const;
     QString getElement(const QString &name) const;
     bool hasAttribute(const QString &name) const;

@@ -6,21 +6,21 @@
 #include <utility>
 
 /// Looks over the bytes of an XML file before a reader gets them, for what costs a reader time or memory out of all
-/// proportion: tags with thousands of attributes, which readers compare with each other, document type declarations,
-/// and texts without end, which it cuts off. It knows as much of XML as that takes; where the file is not well formed
-/// it may be mistaken, but there the reader stops.
+/// proportion. It refuses tags with thousands of attributes, which readers compare with each other, and document type
+/// declarations. It cuts off texts without end. It knows as much of XML as that takes. It may be mistaken where the
+/// file is not well formed, but there the reader stops.
 class ImpExp_MarkupScanner
 {
 public:
     /// A text has at most `textLimit` bytes, and its line feeds.
     explicit ImpExp_MarkupScanner(qint64 textLimit);
 
-    /// Goes on where the last call ended. Returns how many of the bytes are fine, which are the first ones now: all but
-    /// what is beyond the limit of a text, or those before the first that is refused.
+    /// Goes on where the last call ended. Returns how many of the bytes are fine; they are moved to the front. Bytes
+    /// beyond the limit of a text are left out. The first byte that is refused ends them.
     qsizetype scan(char *bytes, qsizetype count);
-    /// Why; empty as long as nothing was.
+    /// Why a byte was refused. Empty as long as none was.
     QString refusal() const { return m_refusal; }
-    /// Whether a text was cut since this was asked last.
+    /// Whether a text was cut since the last call.
     bool takeCut() { return std::exchange(m_hasCut, false); }
 
 private:
@@ -40,7 +40,7 @@ private:
     qint64 m_textLimit;
     qint64 m_textLength = 0;
     bool m_isInReference = false;
-    bool m_isCutting = false; ///< what comes of the text is left out
+    bool m_isCutting = false; ///< the rest of the text is left out
     bool m_hasCut = false;
     QString m_refusal;
 };

@@ -7,13 +7,14 @@
 #include <QSaveFile>
 #include <QXmlStreamWriter>
 
-/// Writes a synchronisation file item by item. It grows beside its target and takes its place when it is finished, so
-/// nobody reads half a file, and one that was given up leaves the earlier file as it was.
+/// Writes a synchronisation file item by item. The file grows beside its target and takes the target's place when it is
+/// finished, so nobody reads half a file. A file that is given up leaves the earlier file as it was.
 class ImpExp_XMLBuilder
 {
 public:
-    /// `pageSize`: items of a page, 0 or less puts all into one. `contacts` is the number of local contacts at the
-    /// begin; one that then cannot be written is counted. ImpExp_FatalException when the file cannot be begun.
+    /// `pageSize` is the number of items in a page; 0 or less puts all items into a single page. `contacts` is the
+    /// number of local contacts at the begin. It includes contacts that later cannot be written. Throws
+    /// ImpExp_FatalException when the file cannot be begun.
     ImpExp_XMLBuilder(const QString &deviceId, const QString &id, const QString &path, int pageSize,
                       const QDateTime &createdDate, int contacts, int freeCapacity, const QString &moduleName,
                       const QDateTime &previousExportDate);
@@ -22,12 +23,12 @@ public:
     ImpExp_XMLBuilder(const ImpExp_XMLBuilder &) = delete;
     ImpExp_XMLBuilder &operator=(const ImpExp_XMLBuilder &) = delete;
 
-    /// ImpExp_ErrorException when the item cannot be put into a file; nothing of it is written then.
-    /// ImpExp_FatalException when the file cannot be written any further.
+    /// Throws ImpExp_ErrorException when the item cannot be put into a file. Nothing of the item is written then.
+    /// Throws ImpExp_FatalException when the file cannot be written any further.
     void putItem(const ImpExp_Item &item);
 
-    /// Completes the file and puts it in place of the target; file and folder are on disk then. ImpExp_FatalException
-    /// when that fails.
+    /// Completes the file and puts it in place of the target. File and folder are on disk then. Throws
+    /// ImpExp_FatalException when that fails.
     void finish();
 
 private:

@@ -7,22 +7,24 @@
 
 #include <QXmlStreamReader>
 
-/// Reads a synchronisation file item by item. Nothing but the given file is read, nothing in it is expanded, and the
-/// memory is bounded whatever the file holds. After an ImpExp_FatalException it is of no more use.
+/// Reads a synchronisation file item by item. It reads nothing but the given file, expands nothing in it, and needs a
+/// bounded amount of memory whatever the file holds. After an ImpExp_FatalException the parser is of no more use.
 class ImpExp_XMLParser
 {
 public:
-    /// ImpExp_FatalException when the file cannot be opened. `limit`: bytes of one contact.
+    /// Throws ImpExp_FatalException when the file cannot be opened. `limit` is the number of bytes that a contact may
+    /// have.
     explicit ImpExp_XMLParser(const QString &path, qint64 limit = ImpExp_Format::contactBytes);
 
-    /// The next item of the item's name, wherever it stands in a page or directly under the root; false at the end of
-    /// the file, which has been found well formed by then. An id that only an element names is an attribute too.
+    /// Reads the next item that has the name of `item`. The item stands in a page or directly under the root. False at
+    /// the end of the file, which has been found well formed by then. An id that only an element names becomes an
+    /// attribute too. Of a photo that takes nearly the limit or more an ellipsis is left.
     ///
-    /// Of a photo that takes nearly the limit or more an ellipsis is left.
+    /// Without elements only the ids are kept, and nothing else is looked at.
     ///
-    /// ImpExp_ErrorException: this one is no good; its attributes are set, and the next call goes on behind it. Never
-    /// without elements: then only the ids are kept, and nothing else is looked at. ImpExp_FatalException: the file is
-    /// not well formed, no synchronisation file, or beyond the limits.
+    /// Throws ImpExp_ErrorException when this item is no good. Its attributes are set, and the next call goes on behind
+    /// it. Never thrown without elements. Throws ImpExp_FatalException when the file is not well formed, is no
+    /// synchronisation file, or is beyond the limits.
     bool getItem(ImpExp_Item &item, bool withElements);
 
 private:
