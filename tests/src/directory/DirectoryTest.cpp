@@ -74,7 +74,7 @@ QStringList ownSlots(const QMetaObject &object)
 
 } // namespace
 
-class TestDirectory : public QObject
+class DirectoryTest : public QObject
 {
     Q_OBJECT
 
@@ -98,7 +98,7 @@ private Q_SLOTS:
     void photosFollowTheirContacts();
 };
 
-void TestDirectory::slotsStandInTheirOrder()
+void DirectoryTest::slotsStandInTheirOrder()
 {
     const QStringList expected{
         "createLocalContact(QString,Contact) int reqId,contact",
@@ -168,7 +168,7 @@ void TestDirectory::slotsStandInTheirOrder()
     QCOMPARE(object.classInfo(object.indexOfClassInfo("D-Bus Interface")).value(), "com.norlan.Kestin.KestinInterface");
 }
 
-void TestDirectory::theIntrospectionTextIsAsPublished()
+void DirectoryTest::theIntrospectionTextIsAsPublished()
 {
     const QMetaObject &adaptor = KestinDirectoryAdaptor::staticMetaObject;
     const QByteArray text = adaptor.classInfo(adaptor.indexOfClassInfo("D-Bus Introspection")).value();
@@ -177,7 +177,7 @@ void TestDirectory::theIntrospectionTextIsAsPublished()
              "b8853c444c5c29604d0fc3c6ff5b70d9ef1de09e9fd3ea67417c6a7307b63cea");
 }
 
-void TestDirectory::everyPublishedMethodFindsItsSlot()
+void DirectoryTest::everyPublishedMethodFindsItsSlot()
 {
     Module module;
     module.start();
@@ -197,7 +197,7 @@ void TestDirectory::everyPublishedMethodFindsItsSlot()
     }
 }
 
-void TestDirectory::aMissingSlotIsThrownAsPointer()
+void DirectoryTest::aMissingSlotIsThrownAsPointer()
 {
     LogCapture log;
     KestinModule module("Other"); // has none of the slots
@@ -216,7 +216,7 @@ void TestDirectory::aMissingSlotIsThrownAsPointer()
     QVERIFY(log.contains("<7>Adaptor::invokeMethod failed:getContactById"));
 }
 
-void TestDirectory::startsWithoutAnyPeer()
+void DirectoryTest::startsWithoutAnyPeer()
 {
     Module module;
     module.transport.subscriptionsWork = false;
@@ -260,7 +260,7 @@ void TestDirectory::startsWithoutAnyPeer()
     QCOMPARE(module.transport.calls.size(), 1);
 }
 
-void TestDirectory::photosMadeSquareAtStartAreTold()
+void DirectoryTest::photosMadeSquareAtStartAreTold()
 {
     Module module;
     Contact contact;
@@ -286,7 +286,7 @@ void TestDirectory::photosMadeSquareAtStartAreTold()
     QVERIFY(told.size() == 1 && told.first().photo == contact.photo + "_100x100" && !arguments.value(2).value.toBool());
 }
 
-void TestDirectory::settingsAreReadInOrderAndFollowed()
+void DirectoryTest::settingsAreReadInOrderAndFollowed()
 {
     Module module;
     module.settings = {{"DirMaxContact", "1"}, {"DirSearchMode", "2"}, {"RemoveHttpsFromPhotoUrl", "True"}};
@@ -321,7 +321,7 @@ void TestDirectory::settingsAreReadInOrderAndFollowed()
     QCOMPARE(module.log.lines.last(), "<7>removeHttpsFromPhotoUrl = 1");
 }
 
-void TestDirectory::eventsCarryTheirArguments()
+void DirectoryTest::eventsCarryTheirArguments()
 {
     Module module;
     module.settings = {{"DirMaxContact", "10"}};
@@ -368,7 +368,7 @@ void TestDirectory::eventsCarryTheirArguments()
     QCOMPARE(module.log.lines.value(outcome + 1), "<7>");
 }
 
-void TestDirectory::aFailedEventIsOnlyLogged()
+void DirectoryTest::aFailedEventIsOnlyLogged()
 {
     Module module;
     module.settings = {{"DirMaxContact", "10"}};
@@ -393,7 +393,7 @@ void TestDirectory::aFailedEventIsOnlyLogged()
     }
 }
 
-void TestDirectory::anAnonymousContactShowsThePopup()
+void DirectoryTest::anAnonymousContactShowsThePopup()
 {
     Module module;
     module.start();
@@ -408,14 +408,14 @@ void TestDirectory::anAnonymousContactShowsThePopup()
                                 "text:Impossible to create anonymous contact."));
 }
 
-void TestDirectory::anImportShowsWhatFailed_data()
+void DirectoryTest::anImportShowsWhatFailed_data()
 {
     QTest::addColumn<QString>("quota");
     QTest::newRow("no room for photos") << "0";
     QTest::newRow("room beyond what a number holds") << "4096";
 }
 
-void TestDirectory::anImportShowsWhatFailed()
+void DirectoryTest::anImportShowsWhatFailed()
 {
     QFETCH(QString, quota);
     Module module;
@@ -446,7 +446,7 @@ void TestDirectory::anImportShowsWhatFailed()
     QVERIFY(module.log.contains("<7>" + expected.at(1) + "\\n" + expected.at(2)));
 }
 
-void TestDirectory::restoringEmptiesTheStore_data()
+void DirectoryTest::restoringEmptiesTheStore_data()
 {
     QTest::addColumn<bool>("toFactory");
     QTest::addColumn<QString>("statements");
@@ -468,7 +468,7 @@ void TestDirectory::restoringEmptiesTheStore_data()
                              << "" << whole;
 }
 
-void TestDirectory::restoringEmptiesTheStore()
+void DirectoryTest::restoringEmptiesTheStore()
 {
     QFETCH(bool, toFactory);
     Module module;
@@ -498,7 +498,7 @@ void TestDirectory::restoringEmptiesTheStore()
     QTEST(files.join(' '), "files");
 }
 
-void TestDirectory::whatIsLeftBehindStaysForASetAsideDatabase()
+void DirectoryTest::whatIsLeftBehindStaysForASetAsideDatabase()
 {
     Module module;
     const QString photo = module.folder.filePath("KestinDirectory/photos/photo_1"),
@@ -514,7 +514,7 @@ void TestDirectory::whatIsLeftBehindStaysForASetAsideDatabase()
     }
 }
 
-void TestDirectory::anUnreadableSettingLeavesTheUsersPhoto()
+void DirectoryTest::anUnreadableSettingLeavesTheUsersPhoto()
 {
     Module module;
     module.start();
@@ -527,7 +527,7 @@ void TestDirectory::anUnreadableSettingLeavesTheUsersPhoto()
     QVERIFY(!QFile::exists(photo) && module.transport.events.size() == 1);
 }
 
-void TestDirectory::photosFollowTheirContacts()
+void DirectoryTest::photosFollowTheirContacts()
 {
     Module module;
     Database database;
@@ -544,5 +544,5 @@ void TestDirectory::photosFollowTheirContacts()
     QCOMPARE(photos.pendingCount(), 0);
 }
 
-QTEST_GUILESS_MAIN(TestDirectory)
-#include "test_directory.moc"
+QTEST_GUILESS_MAIN(DirectoryTest)
+#include "DirectoryTest.moc"

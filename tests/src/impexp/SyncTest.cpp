@@ -66,7 +66,7 @@ QByteArray update(const char *elements)
 
 } // namespace
 
-class TestSync : public QObject
+class SyncTest : public QObject
 {
     Q_OBJECT
 
@@ -91,7 +91,7 @@ private Q_SLOTS:
     void oneImportAtATimeAlsoWhenReadOnly();
 };
 
-void TestSync::anExportComesBackTheSame()
+void SyncTest::anExportComesBackTheSame()
 {
     const auto withoutIds = [](QByteArray file) {
         QString text = QString::fromUtf8(file);
@@ -123,7 +123,7 @@ void TestSync::anExportComesBackTheSame()
     QCOMPARE(withoutIds(other.read(other.path())), file);
 }
 
-void TestSync::anExportIsSkippedOnlyWhenNothingChanged()
+void SyncTest::anExportIsSkippedOnlyWhenNothingChanged()
 {
     FilledStand stand;
     const QStringList done{"exported Success "};
@@ -145,7 +145,7 @@ void TestSync::anExportIsSkippedOnlyWhenNothingChanged()
     QVERIFY(!stand.read(stand.path()).contains("<contact"));
 }
 
-void TestSync::whatCannotBeExportedIsTold()
+void SyncTest::whatCannotBeExportedIsTold()
 {
     FilledStand stand;
     stand.dao->updatePuidContact("#CONTACT_1#", "p\u0001");
@@ -168,7 +168,7 @@ void TestSync::whatCannotBeExportedIsTold()
     QVERIFY(stand.fields.maxContactsChanged);
 }
 
-void TestSync::theFileRulesTheStore_data()
+void SyncTest::theFileRulesTheStore_data()
 {
     QTest::addColumn<QByteArray>("file");
     QTest::addColumn<QStringList>("news");
@@ -225,7 +225,7 @@ void TestSync::theFileRulesTheStore_data()
         {"imported Failure line 1, column 78: Opening and ending tag mismatch."}, before);
 }
 
-void TestSync::theFileRulesTheStore()
+void SyncTest::theFileRulesTheStore()
 {
     QFETCH(const QByteArray, file);
     FilledStand stand;
@@ -236,7 +236,7 @@ void TestSync::theFileRulesTheStore()
     QCOMPARE(stand.photoFiles().size(), stand.content().count("photo_"));
 }
 
-void TestSync::anUpdateTakesWhatTheFileSaysAndLeavesTheRest()
+void SyncTest::anUpdateTakesWhatTheFileSaysAndLeavesTheRest()
 {
     FilledStand stand;
     Contact expected = stand.stored("#CONTACT_1#");
@@ -255,7 +255,7 @@ void TestSync::anUpdateTakesWhatTheFileSaysAndLeavesTheRest()
     QVERIFY(stand.log.contains("<6>KestinDirectory::importFromXml : import process succeeded."));
 }
 
-void TestSync::whatDidNotChangeIsNotWritten()
+void SyncTest::whatDidNotChangeIsNotWritten()
 {
     FilledStand stand;
     stand.exportAll();
@@ -267,7 +267,7 @@ void TestSync::whatDidNotChangeIsNotWritten()
     QVERIFY(stand.log.contains("<7>KestinDirectory::importFromXml: modify contact : #CONTACT_2#"));
 }
 
-void TestSync::photosThatCannotBeReadOrKept()
+void SyncTest::photosThatCannotBeReadOrKept()
 {
     FilledStand stand;
     stand.fields.fileDiskUserQuota = 0;
@@ -279,7 +279,7 @@ void TestSync::photosThatCannotBeReadOrKept()
     QCOMPARE(stand.content(), before + "|#CONTACT_5#    ");
 }
 
-void TestSync::whatGoesLeavesItsRoomToOtherPhotos_data()
+void SyncTest::whatGoesLeavesItsRoomToOtherPhotos_data()
 {
     QTest::addColumn<QByteArray>("file");
     QTest::addColumn<QString>("photos");
@@ -300,7 +300,7 @@ void TestSync::whatGoesLeavesItsRoomToOtherPhotos_data()
 }
 
 /// There is room for 6 bytes, and a photo of 5.
-void TestSync::whatGoesLeavesItsRoomToOtherPhotos()
+void SyncTest::whatGoesLeavesItsRoomToOtherPhotos()
 {
     QFETCH(const QByteArray, file);
     FilledStand stand;
@@ -316,7 +316,7 @@ void TestSync::whatGoesLeavesItsRoomToOtherPhotos()
     QVERIFY(stand.photos.room() >= 0);
 }
 
-void TestSync::numbersAreMadeForManyAtOnce()
+void SyncTest::numbersAreMadeForManyAtOnce()
 {
     SyncStand stand;
     stand.fields.maxContacts = 600; // as many as there is room for
@@ -336,7 +336,7 @@ void TestSync::numbersAreMadeForManyAtOnce()
     QCOMPARE(stand.import({}).value(1), "deleted pcSyncDeleteContactReqId " + ids.join(u','));
 }
 
-void TestSync::anIdThatComesBackIsNoContactOfTheFile()
+void SyncTest::anIdThatComesBackIsNoContactOfTheFile()
 {
     SyncStand stand;
     stand.import("<contact><lastName>A</lastName></contact>");
@@ -347,7 +347,7 @@ void TestSync::anIdThatComesBackIsNoContactOfTheFile()
     QCOMPARE(stand.run("SELECT COUNT(*) FROM CONTACT WHERE name=''"), "250");
 }
 
-void TestSync::aFailureLeavesAllAsItWas_data()
+void SyncTest::aFailureLeavesAllAsItWas_data()
 {
     QTest::addColumn<QString>("statements");
     QTest::addColumn<QString>("logged");
@@ -363,7 +363,7 @@ void TestSync::aFailureLeavesAllAsItWas_data()
                               << "<4>Can't import contact with duid=\"\" because the database refused it";
 }
 
-void TestSync::aFailureLeavesAllAsItWas()
+void SyncTest::aFailureLeavesAllAsItWas()
 {
     QFETCH(const QString, statements);
     QFETCH(const QString, logged);
@@ -381,7 +381,7 @@ void TestSync::aFailureLeavesAllAsItWas()
     QVERIFY(!stand.fields.importOngoing);
 }
 
-void TestSync::aFileThatChangesWhileItIsReadChangesNothing()
+void SyncTest::aFileThatChangesWhileItIsReadChangesNothing()
 {
     const QByteArray first = "<contact duid='#CONTACT_1#'/>";
     const QByteArray fresh = "<contact><lastName>N</lastName></contact>";
@@ -397,7 +397,7 @@ void TestSync::aFileThatChangesWhileItIsReadChangesNothing()
     }
 }
 
-void TestSync::aRefusedContactIsOneError()
+void SyncTest::aRefusedContactIsOneError()
 {
     FilledStand stand;
     stand.database.connection().executeQuery("CREATE TEMP TRIGGER no AFTER INSERT ON main.MISC WHEN NEW.value='bad' "
@@ -415,7 +415,7 @@ void TestSync::aRefusedContactIsOneError()
     QVERIFY2(cause.endsWith(" more") && cause.size() < 1100000, qPrintable(cause.right(100)));
 }
 
-void TestSync::aStoreThatCannotBeReadToItsEndFails()
+void SyncTest::aStoreThatCannotBeReadToItsEndFails()
 {
     SyncStand stand;
     stand.import(QByteArray("<contact><lastName>A</lastName></contact>").repeated(150));
@@ -430,7 +430,7 @@ void TestSync::aStoreThatCannotBeReadToItsEndFails()
     QCOMPARE(stand.news, QStringList("imported " + reason));
 }
 
-void TestSync::oneImportAtATimeAlsoWhenReadOnly()
+void SyncTest::oneImportAtATimeAlsoWhenReadOnly()
 {
     FilledStand stand;
     stand.fields.readOnlyMode = true;
@@ -443,5 +443,5 @@ void TestSync::oneImportAtATimeAlsoWhenReadOnly()
     QCOMPARE(stand.content(), "");
 }
 
-QTEST_GUILESS_MAIN(TestSync)
-#include "test_sync.moc"
+QTEST_GUILESS_MAIN(SyncTest)
+#include "SyncTest.moc"

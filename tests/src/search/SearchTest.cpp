@@ -5,7 +5,7 @@
 #include <QSqlDatabase>
 #include <QTest>
 
-class TestSearch : public QObject
+class SearchTest : public QObject
 {
     Q_OBJECT
 
@@ -33,7 +33,7 @@ private Q_SLOTS:
     void waitsEndAtOnce();
 };
 
-void TestSearch::localContactsComeInOrder()
+void SearchTest::localContactsComeInOrder()
 {
     SearchStand stand;
     stand.put("b", "Müller");
@@ -55,7 +55,7 @@ void TestSearch::localContactsComeInOrder()
     QTRY_COMPARE(QSqlDatabase::connectionNames().size(), 1); // the worker's own is closed
 }
 
-void TestSearch::bothSidesAreJoinedInOneList()
+void SearchTest::bothSidesAreJoinedInOneList()
 {
     SearchStand stand;
     stand.put("x", "Pavel");
@@ -70,7 +70,7 @@ void TestSearch::bothSidesAreJoinedInOneList()
     QCOMPARE(stand.asked, (QStringList{"search s", "next s", "next s", "next s"}));
 }
 
-void TestSearch::perDirectoryTellsPacketsAsTheyCome()
+void SearchTest::perDirectoryTellsPacketsAsTheyCome()
 {
     SearchStand stand;
     stand.fields.searchMode = DirectoryFields::perDirectory;
@@ -89,7 +89,7 @@ void TestSearch::perDirectoryTellsPacketsAsTheyCome()
     QCOMPARE(stand.page("s"), "xPavel aPa bPa PaaN PaulM");
 }
 
-void TestSearch::perDirectoryTellsPacketsThatCameFirst_data()
+void SearchTest::perDirectoryTellsPacketsThatCameFirst_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QStringList>("told");
@@ -98,7 +98,7 @@ void TestSearch::perDirectoryTellsPacketsThatCameFirst_data()
     QTest::newRow("the phone has none") << "nobody" << QStringList{"results s 1 bPa", "completed s 1"};
 }
 
-void TestSearch::perDirectoryTellsPacketsThatCameFirst()
+void SearchTest::perDirectoryTellsPacketsThatCameFirst()
 {
     QFETCH(QString, name);
     SearchStand stand;
@@ -112,7 +112,7 @@ void TestSearch::perDirectoryTellsPacketsThatCameFirst()
     QTEST(stand.told, "told");
 }
 
-void TestSearch::oneContactIsTheOneListed_data()
+void SearchTest::oneContactIsTheOneListed_data()
 {
     QTest::addColumn<QString>("nameNow"); // of who is stored under the id
     QTest::addColumn<bool>("companyHasId");
@@ -124,7 +124,7 @@ void TestSearch::oneContactIsTheOneListed_data()
     QTest::newRow("deleted and nobody else has it") << "" << false << "";
 }
 
-void TestSearch::oneContactIsTheOneListed()
+void SearchTest::oneContactIsTheOneListed()
 {
     QFETCH(QString, nameNow);
     QFETCH(bool, companyHasId);
@@ -148,7 +148,7 @@ void TestSearch::oneContactIsTheOneListed()
     QCOMPARE(stand.telephony.calls.value(0).method, "makeCanonicalNumberListWithoutPrefix");
 }
 
-void TestSearch::aNumberIsFoundOnEitherSide()
+void SearchTest::aNumberIsFoundOnEitherSide()
 {
     SearchStand stand;
     stand.put("local", "One", "+1");
@@ -161,7 +161,7 @@ void TestSearch::aNumberIsFoundOnEitherSide()
     QTRY_COMPARE(stand.told.value(2), "number s3 ");
 }
 
-void TestSearch::anEmptyNumberCompletesAtOnce()
+void SearchTest::anEmptyNumberCompletesAtOnce()
 {
     SearchStand stand;
     stand.put("a", "A");
@@ -173,14 +173,14 @@ void TestSearch::anEmptyNumberCompletesAtOnce()
     QCOMPARE(stand.page("s"), QString()); // every start empties what was found before
 }
 
-void TestSearch::theLastRequestReplacesTheRunningSearch_data()
+void SearchTest::theLastRequestReplacesTheRunningSearch_data()
 {
     QTest::addColumn<QString>("running");
     for (const char *id : {"s1", "NO_SEARCH", ""})
         QTest::newRow(id) << id;
 }
 
-void TestSearch::theLastRequestReplacesTheRunningSearch()
+void SearchTest::theLastRequestReplacesTheRunningSearch()
 {
     QFETCH(QString, running);
     SearchStand stand;
@@ -198,7 +198,7 @@ void TestSearch::theLastRequestReplacesTheRunningSearch()
     QCOMPARE(stand.asked, (QStringList{"search " + running, "stop " + running}));
 }
 
-void TestSearch::anIdThatComesAgainGetsItsOwnContactsOnly_data()
+void SearchTest::anIdThatComesAgainGetsItsOwnContactsOnly_data()
 {
     QTest::addColumn<int>("status"); // with which the first search ends, 0: it is replaced
     QTest::addColumn<bool>("isPurged");
@@ -207,7 +207,7 @@ void TestSearch::anIdThatComesAgainGetsItsOwnContactsOnly_data()
     QTest::newRow("given up") << int(PacketStatus::TimedOut) << false;
 }
 
-void TestSearch::anIdThatComesAgainGetsItsOwnContactsOnly()
+void SearchTest::anIdThatComesAgainGetsItsOwnContactsOnly()
 {
     QFETCH(int, status);
     QFETCH(bool, isPurged);
@@ -238,7 +238,7 @@ void TestSearch::anIdThatComesAgainGetsItsOwnContactsOnly()
     QTRY_COMPARE(stand.told.mid(1), QStringList("completed t 0"));
 }
 
-void TestSearch::aWorkerThatCannotBeStartedFindsNothing()
+void SearchTest::aWorkerThatCannotBeStartedFindsNothing()
 {
     SearchStand stand;
     stand.put("a", "Found");
@@ -257,7 +257,7 @@ void TestSearch::aWorkerThatCannotBeStartedFindsNothing()
     QTRY_COMPARE(stand.told.mid(1), (QStringList{"results t 1 aFound", "completed t 1 aFound"}));
 }
 
-void TestSearch::aPurgedSearchTellsNothing()
+void SearchTest::aPurgedSearchTellsNothing()
 {
     SearchStand stand;
     stand.put("a", "Found");
@@ -274,7 +274,7 @@ void TestSearch::aPurgedSearchTellsNothing()
     QVERIFY(!stand.told.join(' ').contains("completed s"));
 }
 
-void TestSearch::aSilentDirectoryIsGivenUp()
+void SearchTest::aSilentDirectoryIsGivenUp()
 {
     SearchStand stand;
     stand.put("a", "B");
@@ -300,7 +300,7 @@ void TestSearch::aSilentDirectoryIsGivenUp()
     QVERIFY(stand.log.contains("<7>[RemoteSearchByNameThread] Security: stopping search accepted w/o results"));
 }
 
-void TestSearch::strangeAnswersDoNoHarm()
+void SearchTest::strangeAnswersDoNoHarm()
 {
     SearchStand stand;
     stand.fields.icsLogin = true;
@@ -320,7 +320,7 @@ void TestSearch::strangeAnswersDoNoHarm()
     QCOMPARE(stand.search->getSearchResults("s", 0, -1).size(), 10000);
 }
 
-void TestSearch::photoAddressesAreRewritten()
+void SearchTest::photoAddressesAreRewritten()
 {
     SearchStand stand;
     stand.fields.removeHttpsFromPhotoUrl = true;
@@ -335,7 +335,7 @@ void TestSearch::photoAddressesAreRewritten()
     QCOMPARE(stand.search->getContactFromSearch("s", other.contactId).photo, "HTTPS://h/p");
 }
 
-void TestSearch::runningSearchesEndWithTheService()
+void SearchTest::runningSearchesEndWithTheService()
 {
     SearchStand stand;
     stand.answerWith({ListContact(100, stand.person("a", "B")), {}});
@@ -347,7 +347,7 @@ void TestSearch::runningSearchesEndWithTheService()
     QCOMPARE(QSqlDatabase::connectionNames().size(), 1);
 }
 
-void TestSearch::waitsEndAtOnce_data()
+void SearchTest::waitsEndAtOnce_data()
 {
     QTest::addColumn<bool>("isAccepted");
     QTest::addColumn<QStringList>("asked");
@@ -355,7 +355,7 @@ void TestSearch::waitsEndAtOnce_data()
     QTest::newRow("for a packet") << true << QStringList{"search s", "next s"};
 }
 
-void TestSearch::waitsEndAtOnce()
+void SearchTest::waitsEndAtOnce()
 {
     QFETCH(bool, isAccepted);
     QFETCH(QStringList, asked);
@@ -378,5 +378,5 @@ void TestSearch::waitsEndAtOnce()
     }
 }
 
-QTEST_GUILESS_MAIN(TestSearch)
-#include "test_search.moc"
+QTEST_GUILESS_MAIN(SearchTest)
+#include "SearchTest.moc"

@@ -180,7 +180,7 @@ extern "C" int getaddrinfo(const char *name, const char *service, const addrinfo
     return original(name == phoneName ? "localhost" : name, service, hints, result);
 }
 
-class TestPhoto : public QObject
+class PhotoTest : public QObject
 {
     Q_OBJECT
 
@@ -730,5 +730,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(TestPhoto)
-#include "test_photo.moc"
+QTEST_GUILESS_MAIN(PhotoTest)
+#include "PhotoTest.moc"

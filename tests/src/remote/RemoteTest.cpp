@@ -19,7 +19,7 @@ KestinEvent eventWith(const ListEventArgument &arguments)
 
 } // namespace
 
-class TestRemote : public QObject
+class RemoteTest : public QObject
 {
     Q_OBJECT
 
@@ -33,7 +33,7 @@ private Q_SLOTS:
     void anImAddressIsAskedOfTheCompany();
 };
 
-void TestRemote::theRightDecides()
+void RemoteTest::theRightDecides()
 {
     LogCapture log;
     ScriptedTransport transport;
@@ -90,7 +90,7 @@ void TestRemote::theRightDecides()
     QVERIFY(log.contains("<4>Attributes have not been correctly initialized"));
 }
 
-void TestRemote::callsAndTheirTexts()
+void RemoteTest::callsAndTheirTexts()
 {
     LogCapture log;
     ScriptedTransport transport;
@@ -117,7 +117,7 @@ void TestRemote::callsAndTheirTexts()
                                     "KestinWebServiceHelper:why"));
 }
 
-void TestRemote::searchesAskForWhatIsNeeded()
+void RemoteTest::searchesAskForWhatIsNeeded()
 {
     ScriptedTransport transport;
     SearchCalls calls(transport);
@@ -136,7 +136,7 @@ void TestRemote::searchesAskForWhatIsNeeded()
                           "WSManager.udaGetNextResults s", "WSManager.udaStopSearch s"}));
 }
 
-void TestRemote::answersAreRead()
+void RemoteTest::answersAreRead()
 {
     LogCapture log;
     WebServiceEvents events;
@@ -159,7 +159,7 @@ void TestRemote::answersAreRead()
     QCOMPARE(availability.size(), 2);
 }
 
-void TestRemote::malformedAnswersCountAsEmpty()
+void RemoteTest::malformedAnswersCountAsEmpty()
 {
     LogCapture log;
     WebServiceEvents events;
@@ -176,7 +176,7 @@ void TestRemote::malformedAnswersCountAsEmpty()
     QCOMPARE(attributes.value(0).value(0).toBool(), false);
 }
 
-void TestRemote::aCopyIsAnsweredOnce()
+void RemoteTest::aCopyIsAnsweredOnce()
 {
     LogCapture log;
     ScriptedTransport transport;
@@ -206,7 +206,7 @@ void TestRemote::aCopyIsAnsweredOnce()
     QCOMPARE(lateCopies.size(), 0);
 }
 
-void TestRemote::anImAddressIsAskedOfTheCompany()
+void RemoteTest::anImAddressIsAskedOfTheCompany()
 {
     ScriptedTransport transport;
     RemoteDirectory directory(transport);
@@ -215,5 +215,5 @@ void TestRemote::anImAddressIsAskedOfTheCompany()
     QCOMPARE(transport.calls.last().arguments, (QVariantList{"42[imAddress]", "42", "imAddress"}));
 }
 
-QTEST_GUILESS_MAIN(TestRemote)
-#include "test_remote.moc"
+QTEST_GUILESS_MAIN(RemoteTest)
+#include "RemoteTest.moc"

@@ -27,7 +27,7 @@ QVariantList created(const Contact &contact)
 } // namespace
 
 /// What a user of the running service sees.
-class TestService : public QObject
+class ServiceTest : public QObject
 {
     Q_OBJECT
 
@@ -58,7 +58,7 @@ private:
     std::unique_ptr<PhoneUnderTest> phone;
 };
 
-void TestService::aCallerIsKnownByAnySpelling()
+void ServiceTest::aCallerIsKnownByAnySpelling()
 {
     Contact contact = person("Müller", "03 88 12 34 56");
     contact.collaborationId = "im@example.org";
@@ -84,7 +84,7 @@ void TestService::aCallerIsKnownByAnySpelling()
     QTRY_COMPARE(phone->events, QStringList(EventName::contactsCreated));
 }
 
-void TestService::mapsTravelAsTexts()
+void ServiceTest::mapsTravelAsTexts()
 {
     Contact contact = person("A");
     contact.collaborationId = "im@example.org";
@@ -96,7 +96,7 @@ void TestService::mapsTravelAsTexts()
     QCOMPARE(phone->contacts("getAllContactsInPreview", {0, 10}).size(), 1);
 }
 
-void TestService::aChangedSettingCounts()
+void ServiceTest::aChangedSettingCounts()
 {
     phone->set("DirMaxContact", "1");
     QTRY_VERIFY(phone->code("createLocalContact", created(person("A"))) == 3); // the first ones may still go in
@@ -106,7 +106,7 @@ void TestService::aChangedSettingCounts()
     QTRY_VERIFY(phone->events.contains(EventName::databaseFull));
 }
 
-void TestService::readOnlyModeComesAsAnEvent()
+void ServiceTest::readOnlyModeComesAsAnEvent()
 {
     const auto tell = [this](bool readOnly) {
         phone->raise(EventName::readOnlyMode,
@@ -119,7 +119,7 @@ void TestService::readOnlyModeComesAsAnEvent()
     QTRY_COMPARE(phone->code("deleteLocalContact", {"r", "nobody"}), 2);
 }
 
-void TestService::noArgumentOfAnEventHarms()
+void ServiceTest::noArgumentOfAnEventHarms()
 {
     registerDBusImpExpStatus();
     registerDBusKestinMode();
@@ -177,7 +177,7 @@ void TestService::noArgumentOfAnEventHarms()
     }
 }
 
-void TestService::oddInputIsKeptOrAnswered()
+void ServiceTest::oddInputIsKeptOrAnswered()
 {
     const QStringList names{"O'Hara'); DROP TABLE CONTACT; --",
                             "100%_$",
@@ -203,7 +203,7 @@ void TestService::oddInputIsKeptOrAnswered()
     QCOMPARE(phone->contacts("getContactToMerge", {"", "", ""}).size(), 0);
 }
 
-void TestService::pageBounds()
+void ServiceTest::pageBounds()
 {
     for (const char *name : {"c", "b", "a"})
         QCOMPARE(phone->code("createLocalContact", created(person(name))), 0);
@@ -218,7 +218,7 @@ void TestService::pageBounds()
     QCOMPARE(phone->contacts("getContactsByType", {huge}).size(), 0);
 }
 
-void TestService::aResultTooLargeIsAnError()
+void ServiceTest::aResultTooLargeIsAnError()
 {
     constexpr int contacts = 6;
     Contact contact = person("x");
@@ -240,7 +240,7 @@ void TestService::aResultTooLargeIsAnError()
     QTRY_COMPARE_WITH_TIMEOUT(phone->ended.value(1), "n", Program::limitMs);
 }
 
-void TestService::wrongCallsAreErrors()
+void ServiceTest::wrongCallsAreErrors()
 {
     QCOMPARE(phone->call("createLocalContact", {"r", "no contact"}).type(), QDBusMessage::ErrorMessage);
     QCOMPARE(phone->call("getContactById", {}).type(), QDBusMessage::ErrorMessage);
@@ -248,7 +248,7 @@ void TestService::wrongCallsAreErrors()
     QCOMPARE(phone->code("getContactTypeById", {"##"}), ContactType::Remote);
 }
 
-void TestService::changedDialingRulesCountFromTheNextStart()
+void ServiceTest::changedDialingRulesCountFromTheNextStart()
 {
     Contact contact = person("A", "0388123456");
     contact.misc.insert("company", "Acme");
@@ -266,7 +266,7 @@ void TestService::changedDialingRulesCountFromTheNextStart()
     QCOMPARE(found.first().misc, contact.misc);
 }
 
-void TestService::endsInOrderAndKeepsTheContacts()
+void ServiceTest::endsInOrderAndKeepsTheContacts()
 {
     QCOMPARE(phone->code("createLocalContact", created(person("A"))), 0);
     QCOMPARE(phone->directory.terminate(), 0);
@@ -275,7 +275,7 @@ void TestService::endsInOrderAndKeepsTheContacts()
     QCOMPARE(phone->contacts("getLocalContacts", {0, -1}).value(0).name, "A");
 }
 
-void TestService::aSecondServiceIsRefused_data()
+void ServiceTest::aSecondServiceIsRefused_data()
 {
     QTest::addColumn<QString>("reason");
     QTest::newRow("on the same bus")
@@ -283,7 +283,7 @@ void TestService::aSecondServiceIsRefused_data()
     QTest::newRow("on another bus") << "kestindirectory.data cannot be opened: another process uses it\n";
 }
 
-void TestService::aSecondServiceIsRefused()
+void ServiceTest::aSecondServiceIsRefused()
 {
     QFile stray(phone->data.filePath("KestinDirectory/photos/photo_stray")); // which a start that goes on would sweep
     QVERIFY(stray.open(QIODevice::WriteOnly));
@@ -298,5 +298,5 @@ void TestService::aSecondServiceIsRefused()
     QCOMPARE(phone->code("createLocalContact", created(person("A"))), 0);
 }
 
-QTEST_GUILESS_MAIN(TestService)
-#include "test_service.moc"
+QTEST_GUILESS_MAIN(ServiceTest)
+#include "ServiceTest.moc"

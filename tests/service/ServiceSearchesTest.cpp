@@ -46,7 +46,7 @@ QString manyPeople(const QTemporaryDir &folder)
 } // namespace
 
 /// Searches through the running service, with a company directory that is there, slow, or gone.
-class TestServiceSearches : public QObject
+class ServiceSearchesTest : public QObject
 {
     Q_OBJECT
 
@@ -105,7 +105,7 @@ private:
     std::unique_ptr<PhoneUnderTest> phone;
 };
 
-void TestServiceSearches::bothSidesAreFound()
+void ServiceSearchesTest::bothSidesAreFound()
 {
     phone->call("startSearchContactByName", byName("s", "mar"));
     QVERIFY(complete("s"));
@@ -120,7 +120,7 @@ void TestServiceSearches::bothSidesAreFound()
     QVERIFY(complete("n"));
 }
 
-void TestServiceSearches::aRemoteContactIsCopied()
+void ServiceSearchesTest::aRemoteContactIsCopied()
 {
     phone->call("startSearchContactByName", byName("s", "mar"));
     QVERIFY(complete("s"));
@@ -134,7 +134,7 @@ void TestServiceSearches::aRemoteContactIsCopied()
     }));
 }
 
-void TestServiceSearches::aDirectoryThatHangsAndDiesDelaysNobody()
+void ServiceSearchesTest::aDirectoryThatHangsAndDiesDelaysNobody()
 {
     constexpr int soonMs = 3000;
     phone->company.freeze();
@@ -151,7 +151,7 @@ void TestServiceSearches::aDirectoryThatHangsAndDiesDelaysNobody()
     QTRY_VERIFY(isRemote(QString("back%1").arg(++probe)));
 }
 
-void TestServiceSearches::searchesAtRandomLeaveNothingBehind()
+void ServiceSearchesTest::searchesAtRandomLeaveNothingBehind()
 {
     // By hand ten minutes: KESTIN_SEARCH_SECONDS=600 QTEST_FUNCTION_TIMEOUT=900000; a minute under each sanitizer.
     const int seconds = qEnvironmentVariableIntValue("KESTIN_SEARCH_SECONDS");
@@ -221,5 +221,5 @@ void TestServiceSearches::searchesAtRandomLeaveNothingBehind()
     QCOMPARE(phone->directory.terminate(), 0);
 }
 
-QTEST_GUILESS_MAIN(TestServiceSearches)
-#include "test_service_searches.moc"
+QTEST_GUILESS_MAIN(ServiceSearchesTest)
+#include "ServiceSearchesTest.moc"

@@ -4,7 +4,7 @@
 
 #include <QTest>
 
-class TestDefaultContacts : public QObject
+class DefaultContactsTest : public QObject
 {
     Q_OBJECT
 
@@ -16,7 +16,7 @@ private Q_SLOTS:
     void aFailedWriteKeepsTheOldSet();
 };
 
-void TestDefaultContacts::recordsAreReadByTheirFields_data()
+void DefaultContactsTest::recordsAreReadByTheirFields_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QStringList>("expected");
@@ -34,7 +34,7 @@ void TestDefaultContacts::recordsAreReadByTheirFields_data()
     QTest::newRow("empty") << "" << QStringList() << 1;
 }
 
-void TestDefaultContacts::recordsAreReadByTheirFields()
+void DefaultContactsTest::recordsAreReadByTheirFields()
 {
     QFETCH(const QString, text);
     const LogCapture log;
@@ -55,7 +55,7 @@ void TestDefaultContacts::recordsAreReadByTheirFields()
     QVERIFY(log.lines.filter("sec,ret").isEmpty());
 }
 
-void TestDefaultContacts::theWholeSetIsReplaced()
+void DefaultContactsTest::theWholeSetIsReplaced()
 {
     Store store;
     store.fields.maxContacts = 0;
@@ -74,7 +74,7 @@ void TestDefaultContacts::theWholeSetIsReplaced()
     QVERIFY(!store.fields.lastLocalChangeDate.isValid());
 }
 
-void TestDefaultContacts::readOnlyModeTellsNothing()
+void DefaultContactsTest::readOnlyModeTellsNothing()
 {
     Store store;
     store.open->contacts.defaultContacts.setDefaultContacts("1,,,A,,0,,");
@@ -85,7 +85,7 @@ void TestDefaultContacts::readOnlyModeTellsNothing()
     QCOMPARE(store.open->dao.getContactByType(ContactType::DeviceManagement)->size(), 1);
 }
 
-void TestDefaultContacts::aFailedWriteKeepsTheOldSet()
+void DefaultContactsTest::aFailedWriteKeepsTheOldSet()
 {
     for (const bool isAtCommit : {true, false}) {
         Store store;
@@ -105,5 +105,5 @@ void TestDefaultContacts::aFailedWriteKeepsTheOldSet()
     }
 }
 
-QTEST_GUILESS_MAIN(TestDefaultContacts)
-#include "test_default_contacts.moc"
+QTEST_GUILESS_MAIN(DefaultContactsTest)
+#include "DefaultContactsTest.moc"

@@ -25,7 +25,7 @@ QByteArray fileOf(const QByteArray &mark)
 } // namespace
 
 /// An import that is killed in the middle.
-class TestServiceSync : public QObject
+class ServiceSyncTest : public QObject
 {
     Q_OBJECT
 
@@ -48,7 +48,7 @@ private:
     PhoneUnderTest phone;
 };
 
-QString TestServiceSync::markOfAll()
+QString ServiceSyncTest::markOfAll()
 {
     const ListContact contacts = phone.contacts("getLocalContacts", {0, -1});
     const QString mark = contacts.value(0).misc.value("company");
@@ -67,7 +67,7 @@ QString TestServiceSync::markOfAll()
     return mark;
 }
 
-void TestServiceSync::aKilledImportIsAllOrNothing()
+void ServiceSyncTest::aKilledImportIsAllOrNothing()
 {
     phone.startPeers();
     phone.set("DirMaxContact", QString::number(contactsInFile));
@@ -106,5 +106,5 @@ void TestServiceSync::aKilledImportIsAllOrNothing()
     QCOMPARE(phone.events.filter(EventName::importFinished).size(), 1);
 }
 
-QTEST_GUILESS_MAIN(TestServiceSync)
-#include "test_service_sync.moc"
+QTEST_GUILESS_MAIN(ServiceSyncTest)
+#include "ServiceSyncTest.moc"

@@ -52,7 +52,7 @@ int orphanPairs(const QString &path)
 } // namespace
 
 /// The service when something breaks.
-class TestServiceFaults : public QObject
+class ServiceFaultsTest : public QObject
 {
     Q_OBJECT
 
@@ -72,7 +72,7 @@ private:
     std::unique_ptr<PhoneUnderTest> phone;
 };
 
-void TestServiceFaults::answeredWritesSurviveAKill()
+void ServiceFaultsTest::answeredWritesSurviveAKill()
 {
     phone->startPeers();
     phone->set("DirMaxContact", "100000");
@@ -134,7 +134,7 @@ void TestServiceFaults::answeredWritesSurviveAKill()
     QVERIFY(expected.size() >= rounds);
 }
 
-void TestServiceFaults::aFullDiskRefusesAndRecovers()
+void ServiceFaultsTest::aFullDiskRefusesAndRecovers()
 {
     FullDisk disk(phone->directory, phone->data.path());
     phone->startPeers();
@@ -157,7 +157,7 @@ void TestServiceFaults::aFullDiskRefusesAndRecovers()
     QCOMPARE(phone->contacts("getLocalContacts", {0, -1}).size(), kept.size() + 1);
 }
 
-void TestServiceFaults::aSilentTelephonyIsWaitedForOnce()
+void ServiceFaultsTest::aSilentTelephonyIsWaitedForOnce()
 {
     phone->startPeers();
     QVERIFY(phone->startDirectory());
@@ -175,7 +175,7 @@ void TestServiceFaults::aSilentTelephonyIsWaitedForOnce()
     QCOMPARE(stored.first().officePhoneCan, stored.first().officePhone);
 }
 
-void TestServiceFaults::aSettingsManagerThatHangsDelaysTheStartAndCountsLater()
+void ServiceFaultsTest::aSettingsManagerThatHangsDelaysTheStartAndCountsLater()
 {
     phone->startPeers();
     phone->set("DirectoryDefaultContacts", "1,,,A,,0,,");
@@ -191,7 +191,7 @@ void TestServiceFaults::aSettingsManagerThatHangsDelaysTheStartAndCountsLater()
     QTRY_COMPARE(phone->contacts("getContactsByType", {ContactType::DeviceManagement}).size(), 1);
 }
 
-void TestServiceFaults::noiseIsSetAside()
+void ServiceFaultsTest::noiseIsSetAside()
 {
     const QByteArray noise = QByteArray("no database").repeated(1000);
     QFile file(phone->databasePath());
@@ -217,7 +217,7 @@ void TestServiceFaults::noiseIsSetAside()
     }
 }
 
-void TestServiceFaults::aFolderThatCannotBeWrittenEndsTheStart()
+void ServiceFaultsTest::aFolderThatCannotBeWrittenEndsTheStart()
 {
     QFile file(phone->data.filePath("KestinApplication")); // a file where a folder should be
     QVERIFY(file.open(QIODevice::WriteOnly));
@@ -227,7 +227,7 @@ void TestServiceFaults::aFolderThatCannotBeWrittenEndsTheStart()
     QVERIFY(phone->directory.errorOutput().contains("<3>KestinDirectory cannot start: "));
 }
 
-void TestServiceFaults::withoutABusItEnds()
+void ServiceFaultsTest::withoutABusItEnds()
 {
     {
         auto bus = std::make_unique<PrivateBus>();
@@ -243,6 +243,6 @@ void TestServiceFaults::withoutABusItEnds()
     QVERIFY(service.errorOutput().contains("<3>KestinDirectory cannot start: the message bus cannot be reached"));
 }
 
-QTEST_GUILESS_MAIN(TestServiceFaults)
+QTEST_GUILESS_MAIN(ServiceFaultsTest)
 
-#include "test_service_faults.moc"
+#include "ServiceFaultsTest.moc"

@@ -27,7 +27,7 @@ const QString request = "r";
 
 } // namespace
 
-class TestContacts : public QObject
+class ContactsTest : public QObject
 {
     Q_OBJECT
 
@@ -66,7 +66,7 @@ private Q_SLOTS:
     void onlyItsOwnReadOnlyEventCounts();
 };
 
-void TestContacts::aCreatedContactIsCompletedStoredAndTold()
+void ContactsTest::aCreatedContactIsCompletedStoredAndTold()
 {
     Store store;
     Contact contact = person("Zoë", "Abc", "03 88");
@@ -86,7 +86,7 @@ void TestContacts::aCreatedContactIsCompletedStoredAndTold()
     QCOMPARE(store.transport.calls.value(1).method, "makeCanonicalNumberListWithoutPrefix");
 }
 
-void TestContacts::theRequestIdDecidesTypeAndNews()
+void ContactsTest::theRequestIdDecidesTypeAndNews()
 {
     Store store;
     QCOMPARE(store.open->contacts.creation.createLocalContact(RequestId::deviceManagement, withType(Cached, "42")), 0);
@@ -100,7 +100,7 @@ void TestContacts::theRequestIdDecidesTypeAndNews()
     QCOMPARE(store.takeNews(), QStringList());
 }
 
-void TestContacts::capacityIsHeld()
+void ContactsTest::capacityIsHeld()
 {
     Store store;
     store.fields.maxContacts = 1;
@@ -127,7 +127,7 @@ void TestContacts::capacityIsHeld()
     QCOMPARE(store.takeNews(), QStringList());
 }
 
-void TestContacts::aFullCacheGivesUpItsOldestOnly()
+void ContactsTest::aFullCacheGivesUpItsOldestOnly()
 {
     Store store;
     store.fields.comLogSize = 2;
@@ -147,7 +147,7 @@ void TestContacts::aFullCacheGivesUpItsOldestOnly()
     QCOMPARE(cache("c6"), " 3");
 }
 
-void TestContacts::aCopyTakesNobodysId_data()
+void ContactsTest::aCopyTakesNobodysId_data()
 {
     QTest::addColumn<QString>("id");
     QTest::addColumn<bool>("isCreated");
@@ -157,7 +157,7 @@ void TestContacts::aCopyTakesNobodysId_data()
         QTest::newRow(free) << free << true;
 }
 
-void TestContacts::aCopyTakesNobodysId()
+void ContactsTest::aCopyTakesNobodysId()
 {
     QFETCH(QString, id);
     QFETCH(bool, isCreated);
@@ -182,7 +182,7 @@ void TestContacts::aCopyTakesNobodysId()
     QCOMPARE(store.open->dao.getContact(id)->size(), isCreated ? 1 : rows);
 }
 
-void TestContacts::aLocalContactReplacesItsCachedCopies()
+void ContactsTest::aLocalContactReplacesItsCachedCopies()
 {
     Store store;
     Contact cached = withType(Cached, "c1");
@@ -204,7 +204,7 @@ void TestContacts::aLocalContactReplacesItsCachedCopies()
     QCOMPARE(store.stored(kept).misc, contact.misc);
 }
 
-void TestContacts::anonymousContactsAreRefused_data()
+void ContactsTest::anonymousContactsAreRefused_data()
 {
     QTest::addColumn<bool>("isRefused");
     for (const char *field : {"personalMobile", "fax", "officePhone", "personalFax", "personalHomeCan"})
@@ -212,7 +212,7 @@ void TestContacts::anonymousContactsAreRefused_data()
     QTest::newRow("personalHome") << false;
 }
 
-void TestContacts::anonymousContactsAreRefused()
+void ContactsTest::anonymousContactsAreRefused()
 {
     QFETCH(bool, isRefused);
     Store store;
@@ -232,7 +232,7 @@ void TestContacts::anonymousContactsAreRefused()
     QCOMPARE(store.takeNews(), QStringList{"anonymous"});
 }
 
-void TestContacts::readOnlyModeRefusesEveryWrite()
+void ContactsTest::readOnlyModeRefusesEveryWrite()
 {
     Store store;
     const QString id = store.put(person("A", "B"));
@@ -254,7 +254,7 @@ void TestContacts::readOnlyModeRefusesEveryWrite()
         QStringLiteral("<4>KestinDirectory:createLocalContacts:synchronization mode.Can't add %1").arg(id)));
 }
 
-void TestContacts::theListFormCreatesWithLessCare()
+void ContactsTest::theListFormCreatesWithLessCare()
 {
     Store store;
     store.fields.maxContacts = 4;
@@ -287,7 +287,7 @@ void TestContacts::theListFormCreatesWithLessCare()
     QCOMPARE(store.takeNews(), QStringList());
 }
 
-void TestContacts::modifyingReplacesAllButTypeAndPuid()
+void ContactsTest::modifyingReplacesAllButTypeAndPuid()
 {
     Store store;
     Contact contact = person("A", "B");
@@ -324,7 +324,7 @@ void TestContacts::modifyingReplacesAllButTypeAndPuid()
     QVERIFY(store.log.contains("<7>Contact does not exist. Return 2"));
 }
 
-void TestContacts::modifyingIsRefusedByType_data()
+void ContactsTest::modifyingIsRefusedByType_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("code");
@@ -334,7 +334,7 @@ void TestContacts::modifyingIsRefusedByType_data()
                                        << (type != Remote && type != DeviceManagement && type != Other);
 }
 
-void TestContacts::modifyingIsRefusedByType()
+void ContactsTest::modifyingIsRefusedByType()
 {
     QFETCH(int, type);
     QFETCH(int, code);
@@ -353,7 +353,7 @@ void TestContacts::modifyingIsRefusedByType()
     QCOMPARE(store.stored(contact.contactId).type, type);
 }
 
-void TestContacts::theListFormModifiesWithLessCare()
+void ContactsTest::theListFormModifiesWithLessCare()
 {
     Store store;
     Contact contact = person("A", "B");
@@ -372,7 +372,7 @@ void TestContacts::theListFormModifiesWithLessCare()
     QCOMPARE(store.stored(contact.contactId).latinName, "given");
 }
 
-void TestContacts::deletingIsRefusedByType_data()
+void ContactsTest::deletingIsRefusedByType_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("code");
@@ -380,7 +380,7 @@ void TestContacts::deletingIsRefusedByType_data()
         QTest::addRow("type %d", type) << type << int(type == Remote || type == Other || type == ManagerAssistant);
 }
 
-void TestContacts::deletingIsRefusedByType()
+void ContactsTest::deletingIsRefusedByType()
 {
     QFETCH(int, type);
     QFETCH(int, code);
@@ -397,7 +397,7 @@ void TestContacts::deletingIsRefusedByType()
     QCOMPARE(store.open->contacts.deletion.deleteLocalContact(request, "nobody"), 2);
 }
 
-void TestContacts::photosAreWantedAndDroppedByType()
+void ContactsTest::photosAreWantedAndDroppedByType()
 {
     Store store;
     const auto lastOf = [&store] { return store.takeNews().mid(1).join('|'); };
@@ -427,7 +427,7 @@ void TestContacts::photosAreWantedAndDroppedByType()
     QCOMPARE(store.takeNews().filter("wanted").join('|'), "wanted #CONTACT_3# http://a/3");
 }
 
-void TestContacts::aFailedWriteLeavesNothingAndTellsNothing()
+void ContactsTest::aFailedWriteLeavesNothingAndTellsNothing()
 {
     Store store;
     Contact cached = withType(Cached, "c1");
@@ -458,7 +458,7 @@ void TestContacts::aFailedWriteLeavesNothingAndTellsNothing()
     QCOMPARE(store.takeNews(), QStringList());
 }
 
-void TestContacts::previewCodesAndNews()
+void ContactsTest::previewCodesAndNews()
 {
     Store store;
     ContactPreview &preview = store.open->contacts.preview;
@@ -481,7 +481,7 @@ void TestContacts::previewCodesAndNews()
     QVERIFY(!store.fields.lastLocalChangeDate.isValid());
 }
 
-void TestContacts::lookUps()
+void ContactsTest::lookUps()
 {
     Store store;
     ContactLookup &lookup = store.open->contacts.lookup;
@@ -523,7 +523,7 @@ void TestContacts::lookUps()
     QCOMPARE(store.transport.calls.last().method, "getAttributeTypeByContactId");
 }
 
-void TestContacts::numbersSurviveTelephonyFaults_data()
+void ContactsTest::numbersSurviveTelephonyFaults_data()
 {
     QTest::addColumn<int>("fault");
     QTest::addColumn<QString>("line");
@@ -535,7 +535,7 @@ void TestContacts::numbersSurviveTelephonyFaults_data()
                                        << "<3>fillContactCanonicalNumbers failed to call Telephony (unknown exception";
 }
 
-void TestContacts::numbersSurviveTelephonyFaults()
+void ContactsTest::numbersSurviveTelephonyFaults()
 {
     QFETCH(int, fault);
     QFETCH(QString, line);
@@ -563,7 +563,7 @@ void TestContacts::numbersSurviveTelephonyFaults()
     QVERIFY(line.isEmpty() || store.log.contains(line));
 }
 
-void TestContacts::numbersOfManySurviveTelephonyFaults()
+void ContactsTest::numbersOfManySurviveTelephonyFaults()
 {
     Store store;
     const auto canonicalOf = [&store](const ScriptedTransport::Answer &answer) {
@@ -583,7 +583,7 @@ void TestContacts::numbersOfManySurviveTelephonyFaults()
              "1 2");
 }
 
-void TestContacts::aSilenceCountsForTheListInWhichItCame()
+void ContactsTest::aSilenceCountsForTheListInWhichItCame()
 {
     Store store;
     OpenDirectory &cases = *store.open;
@@ -633,7 +633,7 @@ void TestContacts::aSilenceCountsForTheListInWhichItCame()
     QDBusConnection::disconnectFromBus("caller");
 }
 
-void TestContacts::changedDialingRulesRecomputeOnce()
+void ContactsTest::changedDialingRulesRecomputeOnce()
 {
     Store store;
     OpenDirectory &cases = *store.open;
@@ -660,7 +660,7 @@ void TestContacts::changedDialingRulesRecomputeOnce()
     QCOMPARE(store.transport.calls.size(), 35);
 }
 
-void TestContacts::recomputingGoesOnAtTheNextStart_data()
+void ContactsTest::recomputingGoesOnAtTheNextStart_data()
 {
     QTest::addColumn<int>("error");
     QTest::addColumn<int>("calls");
@@ -670,7 +670,7 @@ void TestContacts::recomputingGoesOnAtTheNextStart_data()
     QTest::newRow("silence") << int(QDBusError::NoReply) << 2 << 200;
 }
 
-void TestContacts::recomputingGoesOnAtTheNextStart()
+void ContactsTest::recomputingGoesOnAtTheNextStart()
 {
     QFETCH(int, error);
     Store store;
@@ -711,7 +711,7 @@ void TestContacts::recomputingGoesOnAtTheNextStart()
     QCOMPARE(store.takeNews(), QStringList());
 }
 
-void TestContacts::missingLatinNamesAreFilledAtStart()
+void ContactsTest::missingLatinNamesAreFilledAtStart()
 {
     Store store;
     Contact contact = person("A", "Bé");
@@ -731,7 +731,7 @@ void TestContacts::missingLatinNamesAreFilledAtStart()
     QCOMPARE(store.takeNews(), QStringList());
 }
 
-void TestContacts::modeOfTelephony_data()
+void ContactsTest::modeOfTelephony_data()
 {
     QTest::addColumn<QString>("mode");
     QTest::addColumn<bool>("isAllowed");
@@ -742,7 +742,7 @@ void TestContacts::modeOfTelephony_data()
     QTest::newRow("an exception") << "throw" << false;
 }
 
-void TestContacts::modeOfTelephony()
+void ContactsTest::modeOfTelephony()
 {
     QFETCH(QString, mode);
     QFETCH(bool, isAllowed);
@@ -758,7 +758,7 @@ void TestContacts::modeOfTelephony()
     QCOMPARE(TelephonyMode(transport).getKestinMode(), isAllowed);
 }
 
-void TestContacts::onlyItsOwnReadOnlyEventCounts()
+void ContactsTest::onlyItsOwnReadOnlyEventCounts()
 {
     DirectoryFields fields;
     ReadOnlyMode mode(ModuleName::directory, fields);
@@ -775,5 +775,5 @@ void TestContacts::onlyItsOwnReadOnlyEventCounts()
     QVERIFY(!tell(ModuleName::directory, false));
 }
 
-QTEST_GUILESS_MAIN(TestContacts)
-#include "test_contacts.moc"
+QTEST_GUILESS_MAIN(ContactsTest)
+#include "ContactsTest.moc"
