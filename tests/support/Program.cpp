@@ -48,8 +48,10 @@ bool Program::startAndWaitForName(const QString &module, const QDBusConnection &
     const QDeadlineTimer limit(limitMs);
     // Waiting for the process reads its output as well, so a talkative one cannot block on a full pipe.
     while (!connection.interface()->isServiceRegistered(name)) {
-        if (limit.hasExpired() || m_process.waitForFinished(5) || !isRunning())
-            return false;
+        if (!limit.hasExpired() && !m_process.waitForFinished(5) && isRunning())
+            continue;
+        qWarning("%s does not come up: %s", qPrintable(module), qPrintable(errorOutput()));
+        return false;
     }
     return true;
 }
@@ -115,8 +117,10 @@ bool Program::waitForErrorOutput(const QString &text)
 {
     const QDeadlineTimer limit(limitMs);
     while (!errorOutput().contains(text)) {
-        if (limit.hasExpired() || (!m_process.waitForReadyRead(50) && !isRunning() && !errorOutput().contains(text)))
-            return false;
+        if (!limit.hasExpired() && (m_process.waitForReadyRead(50) || isRunning() || errorOutput().contains(text)))
+            continue;
+        qWarning("\"%s\" is not told, but: %s", qPrintable(text), qPrintable(errorOutput()));
+        return false;
     }
     return true;
 }

@@ -16,8 +16,10 @@ public:
 
     /// Set before start; the rest of the environment is the test's own.
     void setEnvironment(const QString &variable, const QString &value);
+    void setArguments(const QStringList &arguments) { m_process.setArguments(arguments); }
     void start();
-    /// Starts it and waits until the module's name is on the bus. False when the limit passes or the process ends.
+    /// Starts it and waits until the module's name is on the bus. False when the limit passes or the process ends; a
+    /// warning says what it told.
     bool startAndWaitForName(const QString &module, const QDBusConnection &connection);
     /// Runs it to its end and returns the exit code, -1 when it crashed or the limit passed.
     int run(const QByteArray &input = {});
@@ -37,7 +39,7 @@ public:
     /// Everything written so far.
     QString output();
     QString errorOutput();
-    /// Waits until the standard error holds the text.
+    /// Waits until the standard error holds the text; when it does not, a warning says what it holds.
     bool waitForErrorOutput(const QString &text);
 
     static constexpr int limitMs = 60000;

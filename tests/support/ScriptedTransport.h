@@ -19,6 +19,15 @@ public:
         QString method;
         QVariantList arguments;
         bool wantsAnswer = true;
+
+        /// "Module.method" and its arguments, a list's elements joined with ",".
+        QString text() const
+        {
+            QString line = module + QLatin1Char('.') + method;
+            for (const QVariant &argument : arguments)
+                line += QLatin1Char(' ') + argument.toStringList().join(QLatin1Char(','));
+            return line;
+        }
     };
     /// Answers a call with values, or with an error made by `noPeer`, or by throwing.
     using Answer = std::function<QDBusMessage(const Call &call, const QDBusMessage &message)>;
@@ -35,6 +44,12 @@ public:
     {
         return message.createErrorReply(QDBusError::ServiceUnknown, QStringLiteral("nobody there"));
     }
+
+    static Answer with(const QVariant &value)
+    {
+        return [value](const Call &, const QDBusMessage &message) { return message.createReply(value); };
+    }
+    static QDBusMessage failing(const Call &, const QDBusMessage &) { throw 1; }
 
     QDBusMessage syncRemoteCall(const QString &module, const QString &method, const QVariantList &arguments,
                                 std::chrono::milliseconds = callLimit) override
