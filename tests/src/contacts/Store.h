@@ -3,84 +3,89 @@
 
 #include "platform/records/DirectoryCodes.h"
 #include "platform/records/KestinBus.h"
-#include "src/dao/Database.h"
 #include "src/directory/OpenDirectory.h"
-#include "tests/support/LogCapture.h"
+#include "tests/src/dao/TemporaryStore.h"
+#include "tests/support/Person.h"
 #include "tests/support/ScriptedTransport.h"
 
-#include <QTemporaryDir>
-
-inline Contact person(const char *firstName, const char *name, const char *officePhone = "")
+inline Contact withType(int type, const QString &id = "x")
 {
-    Contact contact;
-    contact.firstName = QString::fromUtf8(firstName);
-    contact.name = QString::fromUtf8(name);
-    contact.officePhone = QString::fromUtf8(officePhone);
-    return contact;
+    return person(QString("firstName=A|name=B|type=%1|contactId=%2").arg(type).arg(id));
 }
 
-inline Contact withType(int type, const char *id = "x")
+/// An empty database, and a telephony service that takes blanks out of numbers and puts "+" before canonical ones.
+struct StoreParts
 {
-    Contact contact = person("A", "B");
-    contact.type = type;
-    contact.contactId = QLatin1String(id);
-    return contact;
-}
-
-/// The use cases on a database of their own, with a scripted telephony service that prefixes canonical numbers with
-/// "+" and a record of what was told.
-struct Store
-{
-    Store()
+    StoreParts()
     {
         database.openDatabase(folder.path());
         database.createTables();
         fields.maxContacts = 1000;
         fields.comLogSize = 40;
         transport.answer = ScriptedTransport::answerAsTelephony;
-        open.emplace(database.connection(), transport, transport, fields, ModuleName::directory);
-        record();
     }
+    void run(const QString &statement) { database.connection().executeQuery(statement); }
 
-    void record()
+    LogCapture log;
+    QTemporaryDir folder;
+    Database database;
+    ScriptedTransport transport;
+    DirectoryFields fields;
+};
+
+/// The use cases on them, and a record of what was told.
+struct Store : StoreParts, OpenDirectory
+{
+    Store()
+        : OpenDirectory(database.connection(), transport, transport, fields, ModuleName::directory)
     {
-        const ContactNews *told = &open->contacts.news;
         const auto note = [this](const char *what) {
             return [this, what](const QString &reqId, const auto &subjects, auto... flag) {
-                QString line = QLatin1String(what) + QLatin1Char(' ') + reqId;
+                QString line = QLatin1String(what) + ' ' + reqId;
                 for (const auto &subject : subjects)
-                    line += QLatin1Char(' ') + idTold(subject);
-                (line.append(flag ? QLatin1String(" true") : QLatin1String(" false")), ...);
-                news.append(line);
+                    line += ' ' + idTold(subject);
+                (line.append(flag ? " true" : " false"), ...);
+                told.append(line);
                 log.lines.append(line);
             };
         };
-        QObject::connect(told, &ContactNews::contactsCreated, note("created"));
-        QObject::connect(told, &ContactNews::contactsUpdated, note("updated"));
-        QObject::connect(told, &ContactNews::contactsDeleted, note("deleted"));
-        QObject::connect(told, &ContactNews::previewCreated, note("previewed"));
-        QObject::connect(told, &ContactNews::previewDeleted, note("unpreviewed"));
-        QObject::connect(told, &ContactNews::photoWanted, [this](const QString &id, const QString &photo) {
-            news.append(QStringLiteral("wanted %1 %2").arg(id, photo));
+        QObject::connect(&contacts.news, &ContactNews::contactsCreated, note("created"));
+        QObject::connect(&contacts.news, &ContactNews::contactsUpdated, note("updated"));
+        QObject::connect(&contacts.news, &ContactNews::contactsDeleted, note("deleted"));
+        QObject::connect(&contacts.news, &ContactNews::previewCreated, note("previewed"));
+        QObject::connect(&contacts.news, &ContactNews::previewDeleted, note("unpreviewed"));
+        QObject::connect(&contacts.news, &ContactNews::photoWanted, [this](const QString &id, const QString &photo) {
+            told.append("wanted " + id + ' ' + photo);
         });
-        QObject::connect(told, &ContactNews::photoDropped,
-                         [this](const QString &, const QString &photo) { news.append("dropped " + photo); });
-        QObject::connect(told, &ContactNews::databaseFull, [this] { news.append(QStringLiteral("full")); });
-        QObject::connect(told, &ContactNews::anonymousContactRefused,
-                         [this] { news.append(QStringLiteral("anonymous")); });
+        QObject::connect(&contacts.news, &ContactNews::photoDropped,
+                         [this](const QString &, const QString &photo) { told.append("dropped " + photo); });
+        QObject::connect(&contacts.news, &ContactNews::databaseFull, [this] { told.append("full"); });
+        QObject::connect(&contacts.news, &ContactNews::anonymousContactRefused, [this] { told.append("anonymous"); });
     }
 
-    /// The news since the last call.
-    QStringList takeNews() { return std::exchange(news, {}); }
-    Contact stored(const QString &id) { return open->dao.getContact(id)->value(0); }
+    /// The news since the last call, each behind a "|".
+    QString takeNews() { return std::exchange(told, {}).join('|'); }
+    /// A code and the news.
+    QString did(int code)
+    {
+        const QString since = takeNews();
+        return QString::number(code) + (since.isEmpty() ? since : '|' + since);
+    }
+    QString create(const Contact &contact, const QString &reqId = "r")
+    {
+        return did(contacts.creation.createLocalContact(reqId, contact));
+    }
+    QString modify(const Contact &contact) { return did(contacts.modification.modifyLocalContact("r", contact)); }
+    QString remove(const QString &id) { return did(contacts.deletion.deleteLocalContact("r", id)); }
+
+    Contact stored(const QString &id) { return dao.getContact(id)->value(0); }
     /// Puts a contact of any type straight into the database and returns its id.
     QString put(Contact contact)
     {
-        open->dao.insertContact(contact, false);
-        open->dao.misc().replacePairs(contact.contactId, contact.misc);
+        dao.insertContact(contact, false);
+        dao.misc().replacePairs(contact.contactId, contact.misc);
         return contact.contactId;
     }
-
     /// What is told of a contact is what is stored of it.
     QString idTold(const Contact &contact)
     {
@@ -90,20 +95,13 @@ struct Store
     /// From now on each write that changes a contact fails when it is committed.
     void failCommits()
     {
-        for (const char *statement :
-             {"PRAGMA foreign_keys=ON", "CREATE TABLE one(id INTEGER PRIMARY KEY)",
-              "CREATE TABLE late(id INTEGER REFERENCES one(id) DEFERRABLE INITIALLY DEFERRED)",
-              "CREATE TEMP TRIGGER created AFTER INSERT ON CONTACT BEGIN INSERT INTO late VALUES(1); END",
-              "CREATE TEMP TRIGGER updated AFTER UPDATE ON CONTACT BEGIN INSERT INTO late VALUES(1); END",
-              "CREATE TEMP TRIGGER deleted AFTER DELETE ON CONTACT BEGIN INSERT INTO late VALUES(1); END"})
-            database.connection().executeQuery(statement);
+        run("PRAGMA foreign_keys=ON");
+        run("CREATE TABLE one(id INTEGER PRIMARY KEY)");
+        run("CREATE TABLE late(id INTEGER REFERENCES one(id) DEFERRABLE INITIALLY DEFERRED)");
+        for (const QByteArray change : {"INSERT", "UPDATE", "DELETE"})
+            run("CREATE TEMP TRIGGER " + change + "d AFTER " + change +
+                " ON CONTACT BEGIN INSERT INTO late VALUES(1); END");
     }
 
-    LogCapture log;
-    QTemporaryDir folder;
-    Database database;
-    ScriptedTransport transport;
-    DirectoryFields fields;
-    std::optional<OpenDirectory> open;
-    QStringList news;
+    QStringList told;
 };

@@ -2,30 +2,23 @@
 #pragma once
 
 #include "platform/records/PlatformEvents.h"
-#include "src/dao/DaoContact.h"
-#include "src/dao/Database.h"
 #include "src/dao/LatinText.h"
 #include "src/numbers/CanonicalNumbers.h"
 #include "src/search/ContactSearch.h"
 #include "src/search/RemoteSearchThreads.h"
-#include "tests/support/LogCapture.h"
+#include "tests/src/dao/TemporaryStore.h"
+#include "tests/support/Person.h"
 #include "tests/support/ScriptedTransport.h"
 
-#include <QTemporaryDir>
-
 #include <functional>
-#include <optional>
 
 /// A search over a database of its own, with a company directory that is a script: `remote` is given what a worker asks
 /// for ("search", "next", "stop") on the main thread and puts answers into the mailbox.
-struct SearchStand
+struct SearchStand : TemporaryStore
 {
     SearchStand()
     {
         registerDBusContact();
-        database.openDatabase(folder.path());
-        database.createTables();
-        dao.emplace(database.connection());
         telephony.answer = ScriptedTransport::answerAsTelephony;
         search.emplace(fields, *dao, numbers);
         fields.searchMode = DirectoryFields::fullList;
@@ -65,20 +58,13 @@ struct SearchStand
     std::function<void(const QString &, int, const ListContactSummary &)> note(const char *what)
     {
         return [this, what](const QString &id, int count, const ListContactSummary &summaries) {
-            QString line = QString("%1 %2 %3").arg(what, id).arg(count);
-            for (const ContactSummary &summary : summaries)
-                line += ' ' + summary.firstName + summary.name;
-            told.append(line);
+            told.append((QStringList{what, id, QString::number(count)} + namesOf(summaries)).join(' '));
         };
     }
 
     static Contact person(const QString &firstName, const QString &name)
     {
-        Contact contact;
-        contact.contactId = firstName + name + "##";
-        contact.firstName = firstName;
-        contact.name = name;
-        return contact;
+        return ::person("firstName=" + firstName + "|name=" + name + "|contactId=" + firstName + name + "##");
     }
     void put(const QString &firstName, const QString &name, const QString &number = {})
     {
@@ -101,19 +87,16 @@ struct SearchStand
             }
         };
     }
-    QString page(const QString &id) const
+    QString page(const QString &id) const { return namesOf(search->getSearchResults(id, 0, -1)).join(' '); }
+    static QStringList namesOf(const ListContactSummary &summaries)
     {
         QStringList names;
-        const ListContactSummary summaries = search->getSearchResults(id, 0, -1);
         for (const ContactSummary &summary : summaries)
             names.append(summary.firstName + summary.name);
-        return names.join(' ');
+        return names;
     }
 
     LogCapture log;
-    QTemporaryDir folder;
-    Database database;
-    std::optional<DaoContact> dao;
     DirectoryFields fields;
     QStringList told;
     QStringList asked;
