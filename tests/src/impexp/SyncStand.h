@@ -7,10 +7,10 @@
 #include "src/numbers/CanonicalNumbers.h"
 #include "src/photofiles/PhotoFiles.h"
 #include "tests/src/dao/TemporaryStore.h"
+#include "tests/support/Files.h"
+#include "tests/support/Person.h"
 #include "tests/support/ScriptedTransport.h"
 
-#include <QDir>
-#include <QFile>
 #include <QRegularExpression>
 
 /// Import and export on a database of their own. Canonical numbers are the raw ones behind a "+"; photo files
@@ -51,22 +51,10 @@ struct SyncStand : TemporaryStore
     }
 
     QString path() const { return folder.filePath("sync.xml"); }
-    QByteArray read(const QString &name) const
-    {
-        QFile file(name);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-    void write(const QString &name, const QByteArray &content) const
-    {
-        QFile file(name);
-        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-            qFatal("a file cannot be written");
-    }
-
     /// What was told of the import of this content, one line each.
     QStringList import(const QByteArray &content)
     {
-        write(path(), "<directory>" + content + "</directory>");
+        writeFile(path(), "<directory>" + content + "</directory>");
         importing.importFromXml(path());
         return std::exchange(news, {});
     }

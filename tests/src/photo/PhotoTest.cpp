@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "src/dao/DaoContact.h"
-#include "src/dao/Database.h"
 #include "src/photo/ContactPhotos.h"
 #include "src/photo/KestinDirectoryNetwork.h"
 #include "src/photo/PhotoDownloads.h"
@@ -9,8 +7,11 @@
 #include "src/photofiles/PhotoAddress.h"
 #include "src/photofiles/PhotoFiles.h"
 #include "src/photofiles/PictureProgram.h"
-#include "tests/support/LogCapture.h"
+#include "tests/src/dao/TemporaryStore.h"
+#include "tests/support/Files.h"
+#include "tests/support/Person.h"
 #include "tests/support/Program.h"
+#include "tests/support/Rows.h"
 
 #include <QBuffer>
 #include <QDeadlineTimer>
@@ -44,10 +45,10 @@ const QByteArray phoneName = "phone.example";
 const QString secret = "me:secret@", site = "http://" + secret + "photos.example";
 const QString suffix = "_100x100";
 
-QString put(const QString &path, const QByteArray &content)
+QString writeScript(const QString &path, const QByteArray &commands)
 {
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() ? path : QString();
+    QFile(writeFile(path, "#!/bin/sh\n" + commands + "\n")).setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+    return path;
 }
 
 QByteArray encoded(const QImage &image, const char *format)
@@ -110,7 +111,7 @@ QString colorsOf(const QString &path)
 }
 
 /// An empty store and photo directory, and the downloads put together as the module object does it.
-struct Stand
+struct Stand : TemporaryStore
 {
     Stand()
     {
@@ -129,36 +130,26 @@ struct Stand
         for (const Contact &contact : list)
             told.append(contact.contactId + (onlyPhotoHasChanged ? " only " : " ") + contact.photo);
     }
-    /// Cached contacts keep the id that they are given.
     void add(const QString &id, const QString &photo, int type = ContactType::Cached)
     {
-        Contact contact;
-        contact.contactId = id;
-        contact.photo = photo;
-        contact.type = type;
-        dao.insertContact(contact, false);
+        TemporaryStore::add(id, person("photo=" + photo), type);
     }
-    QString photoOf(const QString &id) { return dao.getContact(id)->value(0).photo; }
+    QString photoOf(const QString &id) { return dao->getContact(id)->value(0).photo; }
     QString photo(const QString &name) const { return fields.photoDirectory + name; }
     QStringList names() const { return QDir(fields.photoDirectory).entryList(QDir::Files | QDir::Hidden, QDir::Name); }
     QStringList takeTold() { return std::exchange(told, {}); }
-    void run(const char *statement) { database.connection().executeQuery(QLatin1String(statement)); }
     void refuseUpdates()
     {
         run("CREATE TRIGGER fault BEFORE UPDATE OF photo ON CONTACT BEGIN SELECT RAISE(FAIL, 'no'); END");
     }
 
     LogCapture log;
-    QTemporaryDir folder;
-    Database database;
-    bool isOpen = database.openDatabase(folder.path()) && database.createTables();
     DirectoryFields fields;
-    DaoContact dao{database.connection()};
-    PhotoFiles files{dao, fields};
+    PhotoFiles files{*dao, fields};
     KestinDirectoryNetwork network;
     PictureProgram pictures;
-    PhotoResizing resizing{dao, files, pictures, folder.filePath("mark")};
-    ContactPhotos contacts{network, pictures, dao, files};
+    PhotoResizing resizing{*dao, files, pictures, folder.filePath("mark")};
+    ContactPhotos contacts{network, pictures, *dao, files};
     UserPhoto user{network, pictures, files, fields};
     PhotoDownloads downloads{contacts, user};
     QStringList told;
@@ -199,7 +190,7 @@ private Q_SLOTS:
         m_http = "http://localhost:" + ports[0];
         m_https = "https://localhost:" + ports[1];
         m_expired = "https://localhost:" + ports[2];
-        put(m_served.filePath("a.jpg"), encoded(colored(300, 200), "jpg"));
+        writeFile(m_served.filePath("a.jpg"), encoded(colored(300, 200), "jpg"));
         QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
         configuration.addCaCertificates(QSslCertificate::fromPath(m_served.filePath("ca.pem")));
         QSslConfiguration::setDefaultConfiguration(configuration);
@@ -228,70 +219,45 @@ private Q_SLOTS:
 
     void picturesBecomeSquareAndUprightOrAreRefused_data()
     {
-        QTest::addColumn<QByteArray>("picture");
-        QTest::addColumn<QString>("size");
-        QTest::addColumn<QString>("colors");
+        const Rows<QByteArray, QString, QString> row("picture", "size", "colors");
         QImage clear(30, 20, QImage::Format_ARGB32);
         clear.fill(Qt::transparent);
         const QByteArray png = encoded(colored(300, 200), "png");
         const char *gif = "4749463837610100010080000000ff000000002c00000000010001000002024401003b";
         const char *bomb = "89504e470d0a1a0a0000000d494844520000ea600000ea6008020000000fb0e215";
-        QTest::newRow("png") << png << "300 x 200"
-                             << "bgg";
-        QTest::newRow("jpeg, tall") << encoded(colored(200, 301), "jpg") << "200 x 301"
-                                    << "bgg";
+        row("png", png, "300 x 200", "bgg");
+        row("jpeg, tall", encoded(colored(200, 301), "jpg"), "200 x 301", "bgg");
         for (const int side : {99, 100, 101}) {
-            QTest::addRow("%d wide", side)
-                << encoded(colored(side, 140), "png") << QString("%1 x 140").arg(side) << "bgg";
-            QTest::addRow("%d high", side)
-                << encoded(colored(140, side), "jpg") << QString("140 x %1").arg(side) << "bgg";
+            row(QByteArray::number(side) + " wide", encoded(colored(side, 140), "png"), QString("%1 x 140").arg(side),
+                "bgg");
+            row(QByteArray::number(side) + " high", encoded(colored(140, side), "jpg"), QString("140 x %1").arg(side),
+                "bgg");
         }
-        QTest::newRow("100 x 100") << encoded(colored(100, 100), "jpg") << "100 x 100"
-                                   << "bgg";
-        QTest::newRow("webp") << encoded(colored(300, 200), "webp") << "300 x 200"
-                              << "bgg";
-        QTest::newRow("one pixel") << encoded(colored(1, 1), "bmp") << "1 x 1"
-                                   << "ggg";
-        QTest::newRow("very wide") << encoded(colored(9000, 50), "png") << "9000 x 50"
-                                   << "bgg";
-        QTest::newRow("12 megapixels") << encoded(colored(4000, 3000), "jpg") << "4000 x 3000"
-                                       << "bgg";
-        QTest::newRow("large png") << encoded(colored(1601, 1200), "png") << "1601 x 1200"
-                                   << "bgg";
-        QTest::newRow("on its side") << onItsSide(colored(300, 200)) << "200 x 300"
-                                     << "bbg";
-        QTest::newRow("large, on its side") << onItsSide(colored(1601, 1200)) << "1200 x 1601"
-                                            << "bbg";
-        QTest::newRow("transparent") << encoded(clear, "png") << "30 x 20"
-                                     << "www";
-        QTest::newRow("gif") << QByteArray::fromHex(gif) << "1 x 1"
-                             << "ggg";
+        row("100 x 100", encoded(colored(100, 100), "jpg"), "100 x 100", "bgg");
+        row("webp", encoded(colored(300, 200), "webp"), "300 x 200", "bgg");
+        row("one pixel", encoded(colored(1, 1), "bmp"), "1 x 1", "ggg");
+        row("very wide", encoded(colored(9000, 50), "png"), "9000 x 50", "bgg");
+        row("12 megapixels", encoded(colored(4000, 3000), "jpg"), "4000 x 3000", "bgg");
+        row("large png", encoded(colored(1601, 1200), "png"), "1601 x 1200", "bgg");
+        row("on its side", onItsSide(colored(300, 200)), "200 x 300", "bbg");
+        row("large, on its side", onItsSide(colored(1601, 1200)), "1200 x 1601", "bbg");
+        row("transparent", encoded(clear, "png"), "30 x 20", "www");
+        row("gif", QByteArray::fromHex(gif), "1 x 1", "ggg");
         for (const char *format : {"ico", "pbm", "xpm", "xbm"})
-            QTest::addRow("%s", format) << encoded(colored(30, 20), format) << "0 x 0"
-                                        << "";
-        QTest::newRow("svg") << QByteArray("<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>") << "0 x 0"
-                             << "";
+            row(format, encoded(colored(30, 20), format), "0 x 0", "");
+        row("svg", QByteArray("<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>"), "0 x 0", "");
         const QByteArray progressive = progressiveJpeg(colored(300, 200));
-        QTest::newRow("progressive") << progressive << "300 x 200"
-                                     << "bgg";
-        QTest::newRow("thousands of scans") << withScans(progressive, 5000) << "0 x 0"
-                                            << "";
+        row("progressive", progressive, "300 x 200", "bgg");
+        row("thousands of scans", withScans(progressive, 5000), "0 x 0", "");
 #ifndef __SANITIZE_ADDRESS__ // which takes any memory that it wants
-        QTest::newRow("legal, but 300 MB of memory") << inflated(progressive) << "0 x 0"
-                                                     << "";
+        row("legal, but 300 MB of memory", inflated(progressive), "0 x 0", "");
 #endif
-        QTest::newRow("text") << QByteArray("<html>photo</html>") << "0 x 0"
-                              << "";
-        QTest::newRow("half a png") << png.left(png.size() / 2) << "0 x 0"
-                                    << "";
-        QTest::newRow("60000 x 60000") << QByteArray::fromHex(bomb) + png.mid(33) << "0 x 0"
-                                       << "";
-        QTest::newRow("missing") << QByteArray() << "0 x 0"
-                                 << "";
-        QTest::newRow("pipe") << QByteArray() << "0 x 0"
-                              << "";
-        QTest::newRow("relative") << png << "0 x 0"
-                                  << "";
+        row("text", QByteArray("<html>photo</html>"), "0 x 0", "");
+        row("half a png", png.left(png.size() / 2), "0 x 0", "");
+        row("60000 x 60000", QByteArray::fromHex(bomb) + png.mid(33), "0 x 0", "");
+        row("missing", QByteArray(), "0 x 0", "");
+        row("pipe", QByteArray(), "0 x 0", "");
+        row("relative", png, "0 x 0", "");
     }
 
     void picturesBecomeSquareAndUprightOrAreRefused()
@@ -301,12 +267,12 @@ private Q_SLOTS:
         QFETCH(QString, colors);
         Stand stand;
         const QByteArray tag = QTest::currentDataTag();
-        const QString target = put(stand.folder.filePath("target"), "before"),
+        const QString target = writeFile(stand.folder.filePath("target"), "before"),
                       full = stand.folder.filePath("source.ico");
         if (tag == "pipe")
             QCOMPARE(::mkfifo(qPrintable(full), 0600), 0);
         else if (tag != "missing")
-            put(full, picture);
+            writeFile(full, picture);
         const QString source = tag == "relative" ? QDir().relativeFilePath(full) : full;
         QCOMPARE(stand.resizing.resizeAndCropToSquare(source, 100, target), !colors.isEmpty());
         const QString begin = "KestinDirectory::resizeAndCropToSquare, ";
@@ -328,8 +294,9 @@ private Q_SLOTS:
             Stand stand;
             KestinLogger::setLevel(logLevel);
             const QByteArray picture = encoded(colored(30, 20), "png");
-            const QString own = put(stand.photo("photo_1"), picture), shared = put(stand.folder.filePath("s"), picture);
-            const QString managed = put(stand.folder.filePath("m"), picture);
+            const QString own = writeFile(stand.photo("photo_1"), picture),
+                          shared = writeFile(stand.folder.filePath("s"), picture);
+            const QString managed = writeFile(stand.folder.filePath("m"), picture);
             stand.add("7", managed, ContactType::DeviceManagement);
             int id = 'a';
             for (const QString &photo : {own, shared, shared, managed, QString("/no"), site, "/x" + suffix, QString()})
@@ -353,13 +320,13 @@ private Q_SLOTS:
                                      "g, photo already resized, nothing to do.", "a, photo will be resized!"})
                 QCOMPARE(stand.log.contains("<7>" + begin + " - contact " + line), logLevel == 7);
 
-            stand.add("y", put(own, encoded(colored(20, 30), "png"))); // its name comes again
+            stand.add("y", writeFile(own, encoded(colored(20, 30), "png"))); // its name comes again
             const QString colors = colorsOf(own + suffix);
             pass.resizeContactPhotosIfNeeded();
             QCOMPARE(stand.photoOf("y"), own + "_2" + suffix);
             QVERIFY(stand.photoOf("a") == own + suffix && colorsOf(own + suffix) == colors);
 
-            stand.add("z", put(own, picture));
+            stand.add("z", writeFile(own, picture));
             stand.refuseUpdates();
             pass.resizeContactPhotosIfNeeded();
             QVERIFY(stand.log.contains("<3>" + begin + " : local contact id z could NOT be updated. Res=-1"));
@@ -372,8 +339,7 @@ private Q_SLOTS:
         Program program("kestin-picture", {"100"});
         program.start(); // nothing comes on its standard input
         const auto shown = [&program](const char *name) {
-            QFile file(QString("/proc/%1/%2").arg(program.processId()).arg(name));
-            return file.open(QIODevice::ReadOnly) ? QString::fromLatin1(file.readAll().simplified()) : QString();
+            return contentOf(QString("/proc/%1/%2").arg(program.processId()).arg(name)).simplified();
         };
         QTRY_VERIFY(shown("status").contains("NoNewPrivs: 1"));
         for (const char *limit : {"Max cpu time 5 5 ", "Max open files 16 16 ", "Max core file size 0 0 ",
@@ -386,17 +352,15 @@ private Q_SLOTS:
 
     void aProgramThatFailsCostsThePictureOnly_data()
     {
-        QTest::addColumn<QByteArray>("program");
-        QTest::addColumn<QString>("line");
+        const Rows<QByteArray, QString> row("program", "line");
         const QString unusable = "<4>Picture %1 cannot be used: ";
-        QTest::newRow("hangs") << QByteArray("exec sleep 99") << unusable + "it takes too long";
-        QTest::newRow("crashes") << QByteArray("kill -SEGV $$")
-                                 << unusable + "the program for pictures ended by signal 11";
-        QTest::newRow("floods") << QByteArray("exec cat /dev/zero") << unusable + "the answer is too large";
-        QTest::newRow("answers something else")
-            << QByteArray("echo square") << unusable + "the program for pictures answers something else";
-        QTest::newRow("says why not") << QByteArray("echo reason >&2; exit 1") << unusable + "reason";
-        QTest::newRow("missing") << QByteArray() << "<3>The program for pictures cannot be started: %2: ";
+        row("hangs", QByteArray("exec sleep 99"), unusable + "it takes too long");
+        row("crashes", QByteArray("kill -SEGV $$"), unusable + "the program for pictures ended by signal 11");
+        row("floods", QByteArray("exec cat /dev/zero"), unusable + "the answer is too large");
+        row("answers something else", QByteArray("echo square"),
+            unusable + "the program for pictures answers something else");
+        row("says why not", QByteArray("echo reason >&2; exit 1"), unusable + "reason");
+        row("missing", QByteArray(), "<3>The program for pictures cannot be started: %2: ");
     }
 
     void aProgramThatFailsCostsThePictureOnly()
@@ -406,15 +370,14 @@ private Q_SLOTS:
         Stand stand;
         const QString path = stand.folder.filePath("program");
         if (!program.isEmpty())
-            put(path, "#!/bin/sh\n" + program + "\n");
-        QFile(path).setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+            writeScript(path, program);
         const bool hangs = program.endsWith("99");
         PictureProgram pictures(path, hangs ? 300ms : 10s);
         const QByteArray content = encoded(colored(30, 20), "png");
-        const QString source = put(stand.photo("photo_1"), content);
+        const QString source = writeFile(stand.photo("photo_1"), content);
         const QString expected = line.contains("%2") ? line.replace("%2", path) : line.arg(source);
         stand.add("a", source);
-        PhotoResizing(stand.dao, stand.files, pictures, stand.folder.filePath("mark")).resizeContactPhotosIfNeeded();
+        PhotoResizing(*stand.dao, stand.files, pictures, stand.folder.filePath("mark")).resizeContactPhotosIfNeeded();
         QVERIFY(!stand.log.lines.filter(expected).isEmpty());
         QVERIFY(stand.photoOf("a") == source && stand.names() == QStringList{"photo_1"});
 
@@ -442,18 +405,12 @@ private Q_SLOTS:
     void theProgramEndsWithWhoAskedIt()
     {
         QTemporaryDir folder;
-        const QString path = put(folder.filePath("program"), "#!/bin/sh\necho $$ > \"$0.pid\"\nexec sleep 99\n");
-        QFile(path).setPermissions(QFile::ReadOwner | QFile::ExeOwner);
-        QFile pid(path + ".pid");
+        const QString path = writeScript(folder.filePath("program"), "echo $$ > \"$0.pid\"\nexec sleep 99");
         QByteArray number;
         {
             PictureProgram pictures(path, 60s);
             pictures.ask({"a", "BM", 100});
-            const auto hasBegun = [&] {
-                pid.close();
-                return pid.open(QIODevice::ReadOnly) && (number = pid.readLine()).endsWith('\n');
-            };
-            QVERIFY(QTest::qWaitFor(hasBegun, limitMs));
+            QTRY_VERIFY_WITH_TIMEOUT((number = contentOf(path + ".pid")).endsWith('\n'), limitMs);
         }
         QVERIFY(::kill(number.trimmed().toInt(), 0) != 0 && errno == ESRCH);
     }
@@ -462,12 +419,11 @@ private Q_SLOTS:
     {
         Stand stand;
         for (const char *name : {"a", "b", "c", "d"})
-            stand.add(name, put(stand.photo(QLatin1String("photo_") + name), encoded(colored(30, 20), "png")));
-        const QString hanging = stand.folder.filePath("hanging"), mark = stand.folder.filePath("mark");
-        put(hanging, "#!/bin/sh\nexec sleep 99\n");
-        QFile(hanging).setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+            stand.add(name, writeFile(stand.photo(QLatin1String("photo_") + name), encoded(colored(30, 20), "png")));
+        const QString hanging = writeScript(stand.folder.filePath("hanging"), "exec sleep 99"),
+                      mark = stand.folder.filePath("mark");
         const PictureProgram hangs(hanging, 400ms);
-        PhotoResizing hanged(stand.dao, stand.files, hangs, mark, 1s);
+        PhotoResizing hanged(*stand.dao, stand.files, hangs, mark, 1s);
         const auto tried = [&stand] {
             QString ids;
             for (const QString &line : std::exchange(stand.log.lines, {}).filter("failed to load image"))
@@ -481,33 +437,33 @@ private Q_SLOTS:
         const QString passedOver = "<3>KestinDirectory::resizeContactPhotosIfNeeded: failed while trying to resize ";
         hanged.resizeContactPhotosIfNeeded();
         QCOMPARE(stand.log.lines.filter(passedOver).size(), 4);
-        put(stand.photo("photo_b"), encoded(colored(31, 20), "png"));
+        writeFile(stand.photo("photo_b"), encoded(colored(31, 20), "png"));
         hanged.resizeContactPhotosIfNeeded();
         QCOMPARE(tried(), "b");
         for (const char *name : {"a", "c", "d"})
-            put(stand.photo(QLatin1String("photo_") + name), encoded(colored(32, 20), "png"));
-        put(mark, QByteArray("\xff\0%zz\n\n", 7) + QByteArray(100'000, 'x')); // whatever became of it
-        PhotoResizing(stand.dao, stand.files, stand.pictures, mark, 60s).resizeContactPhotosIfNeeded();
+            writeFile(stand.photo(QLatin1String("photo_") + name), encoded(colored(32, 20), "png"));
+        writeFile(mark, QByteArray("\xff\0%zz\n\n", 7) + QByteArray(100'000, 'x')); // whatever became of it
+        PhotoResizing(*stand.dao, stand.files, stand.pictures, mark, 60s).resizeContactPhotosIfNeeded();
         QVERIFY(stand.photoOf("a").endsWith(suffix) && stand.photoOf("d").endsWith(suffix) && !QFile::exists(mark));
     }
 
     void filesAreKeptUnderTheQuotaAndRemovedWhenUnused()
     {
         Stand stand;
-        put(stand.photo("UserPhoto_1"), QByteArray(300, 'x'));
+        writeFile(stand.photo("UserPhoto_1"), QByteArray(300, 'x'));
         stand.fields.fileDiskUserQuota = 1000;
         synced.clear();
         const QString used = stand.files.keep(QByteArray(400, 'x')), unused = stand.files.keep(QByteArray(300, 'x'));
         QVERIFY(used.startsWith(stand.photo("photo_")) && !unused.isNull() && stand.takeTold().isEmpty());
         QVERIFY(synced.size() == 4 && synced[1] == "photos" && synced[3] == "photos");
         QVERIFY(stand.files.keep("x").isNull() && stand.takeTold() == QStringList{"popup"});
-        stand.files.removeIfUnused(put(stand.photo("photo_2"), QByteArray(500, 'x'))); // was never counted
+        stand.files.removeIfUnused(writeFile(stand.photo("photo_2"), QByteArray(500, 'x'))); // was never counted
         QVERIFY(stand.files.keep("x").isNull() && stand.files.keep("xx", 1).isNull());
         stand.files.removeIfUnused(stand.files.keep("x", 1));
         QCOMPARE(stand.takeTold().size(), 2);
         QDir().mkpath(stand.photo("photo_"));
         stand.add("a", used);
-        put(stand.folder.filePath("photo_1"), "x");
+        writeFile(stand.folder.filePath("photo_1"), "x");
         for (const QString &path : {used, unused, stand.folder.filePath("photo_1"), stand.photo("../photo_1"),
                                     stand.photo("photo_/../../photo_1"), stand.photo("UserPhoto_1"), QString()})
             stand.files.removeIfUnused(path);
@@ -515,8 +471,8 @@ private Q_SLOTS:
         QCOMPARE(stand.names(), kept);
         QVERIFY(QFile::exists(stand.folder.filePath("photo_1")) && !stand.files.keep(QByteArray(300, 'y')).isNull());
 
-        stand.dao.updatePhotoContact("a", QString(used).replace("/photos/", "/./photos//")); // another spelling
-        put(stand.photo("UserPhoto_3" + suffix + ".AbCdEf"), "x");
+        stand.dao->updatePhotoContact("a", QString(used).replace("/photos/", "/./photos//")); // another spelling
+        writeFile(stand.photo("UserPhoto_3" + suffix + ".AbCdEf"), "x");
         stand.run("ALTER TABLE CONTACT RENAME TO AWAY");
         stand.files.sweep(); // who names what cannot be known
         QCOMPARE(stand.names().size(), 4);
@@ -537,53 +493,43 @@ private Q_SLOTS:
 
     void downloadsEndWellOrInTheLog_data()
     {
-        QTest::addColumn<QString>("address");
-        QTest::addColumn<QString>("failure");
+        const Rows<QString, QString> row("address", "failure");
         const QString canceled = "(5) OperationCanceledError", noTls = "(6) SslHandshakeFailedError";
         const QString redirect = "/once/302/Location:", good = "/file/a.jpg", never = "/file/never";
-        QTest::newRow("https") << m_https + good << "";
-        QTest::newRow("through the proxy") << site + good << "";
-        QTest::newRow("expired") << m_expired + good << noTls;
-        QTest::newRow("wrong host") << QString(m_https).replace("localhost", "127.0.0.1") << noTls;
-        QTest::newRow("five redirects") << m_http + redirect.repeated(5) + good << "";
-        QTest::newRow("six redirects") << m_http + redirect.repeated(6) + good << "(10) TooManyRedirectsError";
-        QTest::newRow("http to https") << m_http + redirect + m_https + good << "";
-        QTest::newRow("https to http") << m_https + redirect + m_http + never << "(11) InsecureRedirectError";
-        QTest::newRow("to the phone") << site + redirect + m_http + never << "(11) InsecureRedirectError";
-        QTest::newRow("to a file") << m_http + redirect + "file:///etc/passwd"
-                                   << "(301) ProtocolUnknownError";
-        QTest::newRow("missing") << m_http + "/once/404"
-                                 << "(203) ContentNotFoundError";
-        QTest::newRow("refused") << "http://localhost:1/"
-                                 << "(1) ConnectionRefusedError";
-        QTest::newRow("stops half-way") << m_http + "/once/200/Content-Length:99"
-                                        << "(2) RemoteHostClosedError";
-        QTest::newRow("a part") << m_http + "/once/206/Content-Length:4"
-                                << "(299) UnknownContentError";
-        QTest::newRow("name of the phone") << QString(m_http + never).replace("localhost", phoneName) << canceled;
-        QTest::newRow("announces too much") << m_http + "/hold/200/Content-Length:2000000" << canceled;
-        QTest::newRow("endless") << m_https + "/endless/200" << canceled;
-        QTest::newRow("endless error") << m_http + "/endless/500"
-                                       << "(401) InternalServerError";
-        QTest::newRow("endless redirect") << m_http + "/endless/302/Location:" + good << "";
+        row("https", m_https + good, "");
+        row("through the proxy", site + good, "");
+        row("expired", m_expired + good, noTls);
+        row("wrong host", QString(m_https).replace("localhost", "127.0.0.1"), noTls);
+        row("five redirects", m_http + redirect.repeated(5) + good, "");
+        row("six redirects", m_http + redirect.repeated(6) + good, "(10) TooManyRedirectsError");
+        row("http to https", m_http + redirect + m_https + good, "");
+        row("https to http", m_https + redirect + m_http + never, "(11) InsecureRedirectError");
+        row("to the phone", site + redirect + m_http + never, "(11) InsecureRedirectError");
+        row("to a file", m_http + redirect + "file:///etc/passwd", "(301) ProtocolUnknownError");
+        row("missing", m_http + "/once/404", "(203) ContentNotFoundError");
+        row("refused", "http://localhost:1/", "(1) ConnectionRefusedError");
+        row("stops half-way", m_http + "/once/200/Content-Length:99", "(2) RemoteHostClosedError");
+        row("a part", m_http + "/once/206/Content-Length:4", "(299) UnknownContentError");
+        row("name of the phone", QString(m_http + never).replace("localhost", phoneName), canceled);
+        row("announces too much", m_http + "/hold/200/Content-Length:2000000", canceled);
+        row("endless", m_https + "/endless/200", canceled);
+        row("endless error", m_http + "/endless/500", "(401) InternalServerError");
+        row("endless redirect", m_http + "/endless/302/Location:" + good, "");
         const QString raw = m_http + "/raw/", ok = raw + "HTTP%2F1.1+200+OK%0D%0A",
                       chunked = ok + "Transfer-Encoding: chunked%0D%0A%0D%0A";
-        QTest::newRow("endless headers") << ok + "/a:b%0D%0A" << canceled;
-        QTest::newRow("endless header line") << ok + "a:/b" << canceled;
-        QTest::newRow("endless status line") << raw + "HTTP%2F1.1+200/O" << canceled;
-        QTest::newRow("endless interim answers") << raw + "%0D%0A/HTTP%2F1.1+100+Go%0D%0A%0D%0A" << canceled;
-        QTest::newRow("endless chunks") << chunked + "/1%0D%0Aa%0D%0A" << canceled;
-        QTest::newRow("endless chunk head") << chunked + "1;/x" << canceled;
-        QTest::newRow("endless trailers") << chunked + "0%0D%0A/a:b%0D%0A" << canceled;
-        QTest::newRow("chunks") << chunked + "2;a=b%0D%0Abo%0D%0A2%0D%0Ady%0D%0A0%0D%0Aa:b%0D%0A%0D%0A/"
-                                << "";
-        QTest::newRow("no HTTP") << raw + "SSH-2.0%0D%0A/"
-                                 << "(399) ProtocolFailure";
-        QTest::newRow("silent") << m_http + "/hold/200/Content-Length:99" << canceled;
-        QTest::newRow("long") << m_http + "/hold/200/Content-Length:99" << canceled;
-        QTest::newRow("long way") << m_http + QString("/slow/302/Location:").repeated(5) + good << canceled;
-        QTest::newRow("not unpacked") << m_http + "/once/200/Content-Encoding:gzip"
-                                      << "";
+        row("endless headers", ok + "/a:b%0D%0A", canceled);
+        row("endless header line", ok + "a:/b", canceled);
+        row("endless status line", raw + "HTTP%2F1.1+200/O", canceled);
+        row("endless interim answers", raw + "%0D%0A/HTTP%2F1.1+100+Go%0D%0A%0D%0A", canceled);
+        row("endless chunks", chunked + "/1%0D%0Aa%0D%0A", canceled);
+        row("endless chunk head", chunked + "1;/x", canceled);
+        row("endless trailers", chunked + "0%0D%0A/a:b%0D%0A", canceled);
+        row("chunks", chunked + "2;a=b%0D%0Abo%0D%0A2%0D%0Ady%0D%0A0%0D%0Aa:b%0D%0A%0D%0A/", "");
+        row("no HTTP", raw + "SSH-2.0%0D%0A/", "(399) ProtocolFailure");
+        row("silent", m_http + "/hold/200/Content-Length:99", canceled);
+        row("long", m_http + "/hold/200/Content-Length:99", canceled);
+        row("long way", m_http + QString("/slow/302/Location:").repeated(5) + good, canceled);
+        row("not unpacked", m_http + "/once/200/Content-Encoding:gzip", "");
     }
 
     void downloadsEndWellOrInTheLog()
@@ -606,38 +552,30 @@ private Q_SLOTS:
         QVERIFY(body == "body" || !address.endsWith(":gzip"));
         QVERIFY(log.contains("<7>GET " + QString(address).remove(secret)));
         QVERIFY(log.lines.filter("secret").isEmpty());
-        QFile seen(m_served.filePath("seen"));
-        QVERIFY(seen.open(QIODevice::ReadOnly));
-        const QByteArray requests = seen.readAll();
+        const QByteArray requests = contentOf(m_served.filePath("seen"));
         QVERIFY(!requests.contains("\n/file/never") &&
                 (!address.contains(secret) || requests.contains(" Basic bWU6c2VjcmV0\n")));
     }
 
     void answersAreTakenWhereTheyStillFit_data()
     {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<std::function<void(Stand &)>>("meanwhile");
-        QTest::addColumn<QString>("told");
-        const auto row = [](const char *path, const char *told, const char *name,
-                            const std::function<void(Stand &)> &meanwhile) {
-            QTest::newRow(name) << path << meanwhile << told;
-        };
+        const Rows<QString, QString, std::function<void(Stand &)>> row("path", "told", "meanwhile");
         const char *good = "/file/a.jpg";
-        row(good, "a only ", "kept", [](Stand &) {});
-        row(good, "a only ", "kept once", [](Stand &stand) { stand.contacts.want("a", site + "/file/a.jpg"); });
-        row("/once/302/Location:/file/a.jpg", "a only ", "kept from elsewhere", [](Stand &) {});
-        row(good, "", "contact gone", [](Stand &stand) { stand.dao.deleteContact("a"); });
-        row(good, "", "other photo", [](Stand &stand) { stand.dao.updatePhotoContact("a", "/x"); });
-        row(good, "", "id dropped", [](Stand &stand) { stand.contacts.forget({"a"}); });
-        row(good, "", "id dropped at the end", [](Stand &stand) {
+        row("kept", good, "a only ", [](Stand &) {});
+        row("kept once", good, "a only ", [](Stand &stand) { stand.contacts.want("a", site + "/file/a.jpg"); });
+        row("kept from elsewhere", "/once/302/Location:/file/a.jpg", "a only ", [](Stand &) {});
+        row("contact gone", good, "", [](Stand &stand) { stand.dao->deleteContact("a"); });
+        row("other photo", good, "", [](Stand &stand) { stand.dao->updatePhotoContact("a", "/x"); });
+        row("id dropped", good, "", [](Stand &stand) { stand.contacts.forget({"a"}); });
+        row("id dropped at the end", good, "", [](Stand &stand) {
             QObject::connect(&stand.network, &KestinDirectoryNetwork::requestFinished,
                              [&stand] { stand.contacts.forget({"a"}); });
         });
-        row(good, "", "no address", [](Stand &stand) { stand.contacts.want("a", "/x"); });
-        row(good, "popup", "no room", [](Stand &stand) { stand.fields.fileDiskUserQuota = 0; });
-        row(good, "", "cannot be stored", [](Stand &stand) { stand.refuseUpdates(); });
-        row("/once/200", "", "no picture", [](Stand &) {});
-        row("/once/404", "", "not there", [](Stand &) {});
+        row("no address", good, "", [](Stand &stand) { stand.contacts.want("a", "/x"); });
+        row("no room", good, "popup", [](Stand &stand) { stand.fields.fileDiskUserQuota = 0; });
+        row("cannot be stored", good, "", [](Stand &stand) { stand.refuseUpdates(); });
+        row("no picture", "/once/200", "", [](Stand &) {});
+        row("not there", "/once/404", "", [](Stand &) {});
     }
 
     void answersAreTakenWhereTheyStillFit()
@@ -684,8 +622,8 @@ private Q_SLOTS:
     {
         Stand stand;
         const QString address = site + "/once/302/Location:/file/changing",
-                      local = put(stand.folder.filePath("local"), encoded(colored(20, 30), "png"));
-        const QString served = put(m_served.filePath("changing"), encoded(colored(30, 20), "png"));
+                      local = writeFile(stand.folder.filePath("local"), encoded(colored(20, 30), "png"));
+        const QString served = writeFile(m_served.filePath("changing"), encoded(colored(30, 20), "png"));
         const auto ended = [&stand] { return stand.log.lines.filter("GET request ").size(); };
         const auto judged = [&stand] { return stand.log.lines.filter("loaded image: ").size(); };
 
@@ -713,7 +651,7 @@ private Q_SLOTS:
         QCOMPARE(stand.told, QStringList{second}); // at once
         QTRY_COMPARE(judged(), 3);
         QCOMPARE(stand.takeTold(), QStringList{second}); // and not again, being the same
-        put(served, encoded(colored(300, 200).copy(0, 0, 99, 99), "png"));
+        writeFile(served, encoded(colored(300, 200).copy(0, 0, 99, 99), "png"));
         stand.user.setUserPhoto(address);
         QTRY_COMPARE(judged(), 4);
         QCOMPARE(stand.names(), QStringList{QFileInfo(stand.takeTold().value(1)).fileName()});
