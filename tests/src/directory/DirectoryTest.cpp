@@ -8,7 +8,10 @@
 #include "src/directory/DirectoryEvent.h"
 #include "src/directory/KestinDirectory.h"
 #include "src/directory/OpenDirectory.h"
+#include "tests/support/Files.h"
 #include "tests/support/LogCapture.h"
+#include "tests/support/Person.h"
+#include "tests/support/Rows.h"
 #include "tests/support/ScriptedTransport.h"
 
 #include <QCryptographicHash>
@@ -43,6 +46,10 @@ struct Module
         QVERIFY(directory.check() || directory.deploy());
         QVERIFY(directory.init());
         QVERIFY(directory.run());
+    }
+    int create(const Contact &contact = {}, const QString &reqId = "r")
+    {
+        return directory.createLocalContact(reqId, contact);
     }
     void change(const char *slot, const QString &value)
     {
@@ -79,470 +86,357 @@ class DirectoryTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void slotsStandInTheirOrder();
-    void theIntrospectionTextIsAsPublished();
-    void everyPublishedMethodFindsItsSlot();
-    void aMissingSlotIsThrownAsPointer();
-    void startsWithoutAnyPeer();
-    void photosMadeSquareAtStartAreTold();
-    void settingsAreReadInOrderAndFollowed();
-    void eventsCarryTheirArguments();
-    void aFailedEventIsOnlyLogged();
-    void anAnonymousContactShowsThePopup();
-    void anImportShowsWhatFailed_data();
-    void anImportShowsWhatFailed();
-    void restoringEmptiesTheStore_data();
-    void restoringEmptiesTheStore();
-    void whatIsLeftBehindStaysForASetAsideDatabase();
-    void anUnreadableSettingLeavesTheUsersPhoto();
-    void photosFollowTheirContacts();
-};
-
-void DirectoryTest::slotsStandInTheirOrder()
-{
-    const QStringList expected{
-        "createLocalContact(QString,Contact) int reqId,contact",
-        "createLocalContacts(QString,ListContact) QMapQStringQString reqId,contacts",
-        "modifyLocalContact(QString,Contact) int reqId,contact",
-        "modifyLocalContacts(QString,ListContact) QMapQStringQString reqId,contacts",
-        "deleteLocalContact(QString,QString) int reqId,idContact",
-        "addContactToPreview(QString,QString) int reqId,idContact",
-        "removeContactFromPreview(QString,QString) int reqId,idContact",
-        "updateContactsPreview(QString,QStringList,bool) int reqId,contactsIds,isPreviewed",
-        "getContactById(QString) ListContact idContact",
-        "getContactsByType(int) ListContact type",
-        "getAllContactsInPreview(int,int) ListContact startInd,length",
-        "getLocalContacts(int,int) ListContact startInd,length",
-        "getLocalContacts(QString) ListContact contactPhoneNumber",
-        "startSearchContactByName(QString,QString,int,bool) int searchId,name,nbContacts,localOnly",
-        "startSearchContactByAllFields(QString,QString,bool) int searchId,criteria,localOnly",
-        "startSearchContactByPhoneNumber(QString,QString,bool) int searchId,phoneNumber,localOnly",
-        "startSearchContactByIMAddress(QString,QString,bool) int searchId,imAddress,localOnly",
-        "getSearchResults(QString,int,int) ListContactSummary searchId,startInd,length",
-        "getContactFromSearch(QString,QString) Contact searchId,contactId",
-        "purgeSearchResults(QString) int searchId",
-        "copyContactToLocal(QString) QString idContact",
-        "addContactsToMap(QString,ListContact) void searchId,contacts",
-        "threadSearchFinished(QThread*,QString) void thread,searchId",
-        "getImAddressByContactId(QString) QString idContact",
-        "sortContactByName(ListContact,bool,QString,QString) ListContact contacts,byNameOnly,searchId,searchString",
-        "sortContactByName(ListContact,bool,QString) ListContact contacts,byNameOnly,searchId",
-        "sortContactByName(ListContact,bool) ListContact contacts,byNameOnly",
-        "sortContactByName(ListContact) ListContact contacts",
-        "getLocalContactByIMAddress(QString) ListContact imAddress",
-        "getContactToMerge(QString,QString,QString) ListContact imAdress,phoneNumber,extentionPhone",
-        "getLocalContactByEmailAddress(QString) ListContact emailAddress",
-        "getContactTypeById(QString) int contactId",
-        "exportToXml(QString,int,bool,QString,QString,QDateTime,QDateTime) void "
-        "path,pageSize,full,id,deviceId,createdDate,previousExportDate",
-        "importFromXml(QString) void path",
-        "syncReadOnlyModeSlot(KestinEvent) void evt",
-        "event_WS_DIRECTORY_GET_CONTACT_PROFILE_handle(KestinEvent) void event private",
-        "event_WS_DIRECTORY_GET_ATTRIBUTES_handle(KestinEvent) void event private",
-        "event_WS_DIRECTORY_GET_NEXT_RESULTS_handle(KestinEvent) void event private",
-        "event_WS_DIRECTORY_GET_OPERATORS_handle(KestinEvent) void event private",
-        "event_WS_DIRECTORY_SEARCH_handle(KestinEvent) void event private",
-        "event_WS_DIRECTORY_SEARCH_BY_FULL_NAME_handle(KestinEvent) void event private",
-        "event_WS_DIRECTORY_STOP_SEARCH_handle(KestinEvent) void event private",
-        "event_WS_DIRECTORY_CANONIZE_NUMBER_handle(KestinEvent) void event private",
-        "event_WSMANAGER_EVENT_AVAILABILITY_STATUS_handle(KestinEvent) void event private",
-        "event_WSMANAGER_EVENT_DIRECTORY_AVAILABILITY_STATUS_handle(KestinEvent) void event private",
-        "event_WSMANAGER_EVENT_DIRECTORY_GETATTRIBUTEBYCONTACTID_handle(KestinEvent) void event private",
-        "defaultContactsChanged(Setting) ListSetting setting private",
-        "dirMaxContactChanged(Setting) ListSetting setting private",
-        "dirSearchModeChanged(Setting) ListSetting setting private",
-        "removeHttpsFromPhotoUrlChanged(Setting) ListSetting setting private",
-        "userPhotoChanged(Setting) ListSetting setting private",
-        "deleteThread() void  private",
-        "slot_searchByPhoneNumber(QString,QString) void reqId,phoneNumber",
-        "slot_searchByFullName(QString,QString) void reqId,fullname",
-        "slot_stopSearch(QString) void reqId",
-        "slot_getNextResults(QString) void reqId",
-        "slot_threadSearchFinished(QString) void searchId",
-        "slot_addContactsToMap(QString,ListContact,bool) void searchId,contacts,localResults",
-        "slot_requestFinished(QNetworkReply*) void reply",
-        "slot_presentationLoaded(KestinEvent) void evt",
-    };
-    QCOMPARE(ownSlots(KestinDirectory::staticMetaObject), expected);
-    const QMetaObject &object = KestinDirectory::staticMetaObject;
-    QCOMPARE(object.classInfo(object.indexOfClassInfo("D-Bus Interface")).value(), "com.norlan.Kestin.KestinInterface");
-}
-
-void DirectoryTest::theIntrospectionTextIsAsPublished()
-{
-    const QMetaObject &adaptor = KestinDirectoryAdaptor::staticMetaObject;
-    const QByteArray text = adaptor.classInfo(adaptor.indexOfClassInfo("D-Bus Introspection")).value();
-    // Clients have been generated from it: every byte stays.
-    QCOMPARE(QCryptographicHash::hash(text, QCryptographicHash::Sha256).toHex(),
-             "b8853c444c5c29604d0fc3c6ff5b70d9ef1de09e9fd3ea67417c6a7307b63cea");
-}
-
-void DirectoryTest::everyPublishedMethodFindsItsSlot()
-{
-    Module module;
-    module.start();
-    KestinDirectoryAdaptor adaptor(module.directory);
-    const QMetaObject &type = KestinDirectoryAdaptor::staticMetaObject;
-    for (int i = type.methodOffset(); i < type.methodCount(); ++i) {
-        QVariantList values{QVariant(type.method(i).returnMetaType())};
-        for (int j = 0; j < type.method(i).parameterCount(); ++j)
-            values.append(QVariant(type.method(i).parameterMetaType(j)));
-        std::array<void *, 8> arguments{};
-        std::transform(values.begin(), values.end(), arguments.begin(), [](QVariant &value) { return value.data(); });
-        try {
-            adaptor.qt_metacall(QMetaObject::InvokeMetaMethod, i, arguments.data());
-        } catch (const KestinException *failure) {
-            QFAIL(qPrintable(failure->message()));
-        }
-    }
-}
-
-void DirectoryTest::aMissingSlotIsThrownAsPointer()
-{
-    LogCapture log;
-    KestinModule module("Other"); // has none of the slots
-    KestinDirectoryAdaptor adaptor(module);
-    KestinException *thrown = nullptr;
-    try {
-        adaptor.getContactById("x");
-    } catch (KestinException *exception) {
-        thrown = exception;
-    }
-    QVERIFY(thrown);
-    QCOMPARE(thrown->message(), "Adaptor::invokeMethod failed: getContactById");
-    QCOMPARE(thrown->type(), 4);
-    QCOMPARE(thrown->module(), "Other");
-    delete thrown;
-    QVERIFY(log.contains("<7>Adaptor::invokeMethod failed:getContactById"));
-}
-
-void DirectoryTest::startsWithoutAnyPeer()
-{
-    Module module;
-    module.transport.subscriptionsWork = false;
-    module.start();
-    QVERIFY(QFileInfo(module.folder.filePath("KestinDirectory/photos")).isDir());
-    QVERIFY(QFileInfo::exists(module.folder.filePath("KestinApplication/KestinDirectory/kestindirectory.data")));
-    QVERIFY(module.log.contains("<4>KestinDirectory::eventsSyncSubscription : Subscription failed to READ_ONLY_MODE"));
-    QVERIFY(module.log.contains("<3>KestinDirectory::init() : can't get the FileDiskUserQuota setting"));
-    QVERIFY(module.log.contains("<7>KestinDir run; ICS login  : 0"));
-    QCOMPARE(module.directory.createLocalContact("r", Contact()), 3); // no capacity is known
-    QCOMPARE(module.transport.eventNames(), QStringList(EventName::databaseFull));
-    QVERIFY(module.transport.events.first().arguments().isEmpty());
-    QCOMPARE(module.directory.createLocalContact("CACHED_REQID", Contact()), 0);
-    QVERIFY(module.log.contains("<7>createLocalContact: contact type is CACHED, maxCachedContacts=40, "
-                                "currentNbCachedContacts=0"));
-    // What could not be read comes later and counts like a change, but for what has changed meanwhile.
-    module.change("dirSearchModeChanged", "2");
-    module.settings = {{"DirMaxContact", "3"}, {"DirSearchMode", "1"}, {"DirectoryDefaultContacts", "1,,,A,,0,,"}};
-    const auto tellReadOnly = [&module](bool isOn) {
-        module.directory.syncReadOnlyModeSlot(
-            KestinEvent("E", {{"moduleName", ModuleName::directory, true}, {"readOnly", isOn, true}}));
-    };
-    tellReadOnly(true); // refuses contacts, and so holds them back
-    Q_EMIT module.transport.watches.value(ModuleName::settings)->came();
-    QTRY_VERIFY(module.log.contains("<6>KestinDIR::dirMaxContactChanged to 3"));
-    QTRY_VERIFY(module.log.contains("<6>The setting DirectoryDefaultContacts, which could not be read before, has "
-                                    "come"));
-    tellReadOnly(false);
-    QTRY_COMPARE(module.directory.getContactsByType(ContactType::DeviceManagement).size(), 1);
-    QCOMPARE(module.directory.createLocalContact("r", Contact()), 0);
-    QCOMPARE(module.directory.createLocalContact("r", Contact()), 3);
-    QVERIFY(!module.log.contains("<6>KestinDIR::dirSearchModeChanged to 1"));
-    // However many events of the company directory wait, its right is asked for once.
-    module.transport.calls.clear();
-    for (int events = 0; events < 4; ++events)
-        QVERIFY(QMetaObject::invokeMethod(&module.directory,
-                                          "event_WSMANAGER_EVENT_DIRECTORY_AVAILABILITY_STATUS_handle",
-                                          Q_ARG(KestinEvent, KestinEvent())));
-    QTRY_VERIFY(!module.transport.calls.isEmpty());
-    QCoreApplication::processEvents();
-    QCOMPARE(module.transport.calls.size(), 1);
-}
-
-void DirectoryTest::photosMadeSquareAtStartAreTold()
-{
-    Module module;
-    Contact contact;
-    contact.contactId = "c1";
-    contact.type = ContactType::Cached;
-    contact.photo = module.folder.filePath("photo");
-    const char *pixel =
-        "424d3a0000000000000036000000280000000100000001000000010018000000000004000000c40e0000c40e0000000000"
-        "000000000000ff0000";
-    QFile photo(contact.photo);
-    QVERIFY(photo.open(QIODevice::WriteOnly) && photo.write(QByteArray::fromHex(pixel)) == 58);
-    photo.close();
+    void slotsStandInTheirOrder()
     {
-        const QString folder = module.folder.filePath("KestinApplication/KestinDirectory");
-        Database database;
-        QVERIFY(QDir().mkpath(folder) && database.openDatabase(folder) && database.createTables());
-        QCOMPARE(DaoContact(database.connection()).insertContact(contact, false), 0);
+        QCOMPARE(ownSlots(KestinDirectory::staticMetaObject).join('\n') + '\n',
+                 contentOf(KESTIN_PUBLISHED "slots.txt"));
+        const QMetaObject &object = KestinDirectory::staticMetaObject;
+        QCOMPARE(object.classInfo(object.indexOfClassInfo("D-Bus Interface")).value(),
+                 "com.norlan.Kestin.KestinInterface");
     }
-    module.start();
-    QCOMPARE(module.transport.eventNames(), QStringList(EventName::contactsUpdated));
-    const auto arguments = module.transport.events.first().arguments();
-    const auto told = arguments.value(1).value.value<ListContact>();
-    QVERIFY(told.size() == 1 && told.first().photo == contact.photo + "_100x100" && !arguments.value(2).value.toBool());
-}
 
-void DirectoryTest::settingsAreReadInOrderAndFollowed()
-{
-    Module module;
-    module.settings = {{"DirMaxContact", "1"}, {"DirSearchMode", "2"}, {"RemoveHttpsFromPhotoUrl", "True"}};
-    module.start();
-    QStringList keys;
-    for (const ScriptedTransport::Call &call : module.transport.calls)
-        keys.append(call.arguments.value(0).toString());
-    QCOMPARE(keys.mid(0, 7), (QStringList{"ComLogSize", "DirMaxContact", "DirMaxWordSearch", "DirSearchMode",
-                                          "RemoveHttpsFromPhotoUrl", "DirectoryDefaultContacts", "FileDiskUserQuota"}));
-    QVERIFY(module.log.contains("<7>KestinDirectory::setDirSearchMode: SEARCH_DISPLAY_PER_DIRECTORY"));
-    QVERIFY(module.log.contains("<7>removeHttpsFromPhotoUrl = 0"));
-    QVERIFY(module.log.contains(
-        "<7>KestinDirectory::init() : updating canonical numbers... dialingRules dont have change, pass."));
+    void theIntrospectionTextIsAsPublished()
+    {
+        const QMetaObject &adaptor = KestinDirectoryAdaptor::staticMetaObject;
+        const QByteArray text = adaptor.classInfo(adaptor.indexOfClassInfo("D-Bus Introspection")).value();
+        // Clients have been generated from it: every byte stays.
+        QCOMPARE(QCryptographicHash::hash(text, QCryptographicHash::Sha256).toHex(),
+                 "b8853c444c5c29604d0fc3c6ff5b70d9ef1de09e9fd3ea67417c6a7307b63cea");
+    }
 
-    QCOMPARE(module.directory.createLocalContact("r", Contact()), 0);
-    QCOMPARE(module.directory.createLocalContact("r", Contact()), 3);
-    const auto exported = [&module, later = QDateTime::currentDateTimeUtc().addDays(1)] {
-        module.directory.exportToXml(module.folder.filePath("contacts.xml"), 0, true, "id", "device", later, later);
-        return module.transport.events.last().argument<ImpExpStatus>("status").toString();
-    };
-    QCOMPARE(exported(), "Success"); // whoever synchronises is told of the capacity
-    QCOMPARE(exported(), "NothingToDo");
-    module.change("dirMaxContactChanged", "2");
-    QCOMPARE(exported(), "Success");
-    QVERIFY(module.log.contains("<6>KestinDIR::dirMaxContactChanged to 2"));
-    QCOMPARE(module.directory.createLocalContact("r", Contact()), 0);
-    module.change("dirMaxContactChanged", "12abc");
-    QCOMPARE(module.directory.createLocalContact("r", Contact()), 3);
-    module.change("dirSearchModeChanged", "x");
-    QCOMPARE(module.log.lines.last(), "<7>KestinDirectory::setDirSearchMode: SEARCH_DISPLAY_FULL_LIST");
-    module.change("removeHttpsFromPhotoUrlChanged", "true");
-    QCOMPARE(module.log.lines.last(), "<7>removeHttpsFromPhotoUrl = 1");
-}
-
-void DirectoryTest::eventsCarryTheirArguments()
-{
-    Module module;
-    module.settings = {{"DirMaxContact", "10"}};
-    module.start();
-    Contact contact;
-    contact.name = "A";
-    module.directory.createLocalContact("r1", contact);
-    contact.contactId = "#CONTACT_1#";
-    contact.name = "B";
-    module.directory.modifyLocalContact("r2", contact);
-    module.directory.addContactToPreview("r3", contact.contactId);
-    module.directory.removeContactFromPreview("r4", contact.contactId);
-    module.directory.deleteLocalContact("r5", contact.contactId);
-    const QString file = module.folder.filePath("contacts.xml");
-    module.directory.exportToXml(file, 0, true, "id", "device", {}, {});
-    module.directory.createLocalContact("r6", contact);
-    module.directory.importFromXml(file);
-    module.change("userPhotoChanged", QString());
-    QStringList told;
-    for (const KestinEvent &event : module.transport.events) {
-        QString line = event.getEvtName();
-        for (const EventArgument &argument : event.arguments()) {
-            QVERIFY(argument.flag);
-            line += ' ' + argument.name + '=' + QString::fromLatin1(argument.value.typeName());
+    void everyPublishedMethodFindsItsSlot()
+    {
+        Module module;
+        module.start();
+        KestinDirectoryAdaptor adaptor(module.directory);
+        const QMetaObject &type = KestinDirectoryAdaptor::staticMetaObject;
+        for (int i = type.methodOffset(); i < type.methodCount(); ++i) {
+            QVariantList values{QVariant(type.method(i).returnMetaType())};
+            for (int j = 0; j < type.method(i).parameterCount(); ++j)
+                values.append(QVariant(type.method(i).parameterMetaType(j)));
+            std::array<void *, 8> arguments{};
+            std::transform(values.begin(), values.end(), arguments.begin(),
+                           [](QVariant &value) { return value.data(); });
+            try {
+                adaptor.qt_metacall(QMetaObject::InvokeMetaMethod, i, arguments.data());
+            } catch (const KestinException *failure) {
+                QFAIL(qPrintable(failure->message()));
+            }
         }
-        told.append(line + ' ' + event.argument<QString>("reqId"));
     }
-    const QStringList expected{
-        "DIR_CONTACTS_CREATED reqId=QString contacts=QList<Contact> r1",
-        "DIR_CONTACTS_UPDATED reqId=QString contacts=QList<Contact> onlyPhotoHasChanged=bool r2",
-        "DIR_CONTACTSINPREVIEW_CREATED reqId=QString contacts=QList<Contact> r3",
-        "DIR_CONTACTSINPREVIEW_DELETED reqId=QString contacts=QList<Contact> requestedByUser=bool r4",
-        "DIR_CONTACTS_DELETED reqId=QString contactIds=QStringList r5",
-        "ExportFinishedEvt status=ImpExpStatus cause=QString ",
-        "DIR_CONTACTS_CREATED reqId=QString contacts=QList<Contact> r6",
-        "ImportFinishedEvt status=ImpExpStatus cause=QString ",
-        "DIR_CONTACTS_DELETED reqId=QString contactIds=QStringList pcSyncDeleteContactReqId",
-        "DIR_CONTENT_CHANGED ",
-        "userPhotoChanged fileName=QString ",
-    };
-    QCOMPARE(told, expected);
-    QVERIFY(module.log.contains("<7>event DIR_CONTACTS_CREATED sent "));
-    const qsizetype outcome = module.log.lines.indexOf("<7>event ImportFinishedEvt sent status:Success");
-    QCOMPARE(module.log.lines.value(outcome + 1), "<7>");
-}
 
-void DirectoryTest::aFailedEventIsOnlyLogged()
-{
-    Module module;
-    module.settings = {{"DirMaxContact", "10"}};
-    module.start();
-    module.transport.refusedEvents = 1;
-    QCOMPARE(module.directory.createLocalContact("r", Contact()), 0);
-    QCOMPARE(module.log.lines.last(), "<3>event DIR_CONTACTS_CREATED notification failed ");
-    // The end of a search goes out with as much as the bus takes.
-    Contact whole;
-    whole.name = "A";
-    whole.photo = "p";
-    const QString name = "event DIR_SEARCH_COMPLETED_BY_PHONE_NUMBER ", sent = "<7>" + name + "sent ";
-    const QList<QStringList> ends{
-        {"A", "<4>" + name + "is sent with the summary of its contact: all of it is more than the bus carries", sent},
-        {"", "<4>" + name + "is sent with an empty contact: all of it is more than the bus carries", sent},
-        {"", sent, "<3>" + name + "notification failed "}};
-    for (const QStringList &end : ends) {
-        module.transport.refusedEvents = int(ends.indexOf(end)) + 1;
-        DirectoryEvent::searchCompletedByPhoneNumber("s", whole).send(module.directory);
-        const auto told = module.transport.events.last().argument<Contact>("contact");
-        QCOMPARE((QStringList{told.name + told.photo} + module.log.lines.mid(module.log.lines.size() - 2)), end);
+    void aMissingSlotIsThrownAsPointer()
+    {
+        LogCapture log;
+        KestinModule module("Other"); // has none of the slots
+        KestinDirectoryAdaptor adaptor(module);
+        KestinException *thrown = nullptr;
+        try {
+            adaptor.getContactById("x");
+        } catch (KestinException *exception) {
+            thrown = exception;
+        }
+        QVERIFY(thrown);
+        QCOMPARE(thrown->message(), "Adaptor::invokeMethod failed: getContactById");
+        QCOMPARE(thrown->type(), 4);
+        QCOMPARE(thrown->module(), "Other");
+        delete thrown;
+        QVERIFY(log.contains("<7>Adaptor::invokeMethod failed:getContactById"));
     }
-}
 
-void DirectoryTest::anAnonymousContactShowsThePopup()
-{
-    Module module;
-    module.start();
-    Contact contact;
-    contact.fax = "anonymous";
-    QCOMPARE(module.directory.createLocalContact("r", contact), -1);
-    const ScriptedTransport::Call call = module.transport.calls.last();
-    QCOMPARE(call.module + '.' + call.method, "Presentation.showPopup");
-    QCOMPARE(call.arguments.mid(0, 3), (QVariantList{"Impossible to create anonymous contact.", 3, -1}));
-    QCOMPARE(call.arguments.size(), 7);
-    QVERIFY(module.log.contains("<6>KestinDirectory::showPopupCreatingAnonymousContactImpossible : ### Popup ### "
-                                "text:Impossible to create anonymous contact."));
-}
-
-void DirectoryTest::anImportShowsWhatFailed_data()
-{
-    QTest::addColumn<QString>("quota");
-    QTest::newRow("no room for photos") << "0";
-    QTest::newRow("room beyond what a number holds") << "4096";
-}
-
-void DirectoryTest::anImportShowsWhatFailed()
-{
-    QFETCH(QString, quota);
-    Module module;
-    module.settings = {{"DirMaxContact", "10"}, {"FileDiskUserQuota", quota}};
-    module.start();
-    QFile file(module.folder.filePath("contacts.xml"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(R"(<directory><contact duid="one" puid="p"/><contact duid="two" puid="p"/>)"
-               R"(<contact duid="" puid="p"><photo>QUJD</photo></contact>)"
-               R"(<contact duid="" puid="q"><photo>QUJD</photo></contact></directory>)");
-    file.close();
-    for (int times = 0; times < 2; ++times)
-        module.directory.importFromXml(file.fileName());
-    QStringList popups;
-    for (const ScriptedTransport::Call &call : module.transport.calls) {
-        if (call.method == "showPopup")
-            popups.append(call.arguments.value(0).toString());
+    void startsWithoutAnyPeer()
+    {
+        Module module;
+        module.transport.subscriptionsWork = false;
+        module.start();
+        QVERIFY(QFileInfo(module.folder.filePath("KestinDirectory/photos")).isDir());
+        QVERIFY(QFileInfo::exists(module.folder.filePath("KestinApplication/KestinDirectory/kestindirectory.data")));
+        QVERIFY(
+            module.log.contains("<4>KestinDirectory::eventsSyncSubscription : Subscription failed to READ_ONLY_MODE"));
+        QVERIFY(module.log.contains("<3>KestinDirectory::init() : can't get the FileDiskUserQuota setting"));
+        QVERIFY(module.log.contains("<7>KestinDir run; ICS login  : 0"));
+        QCOMPARE(module.create(), 3); // no capacity is known
+        QCOMPARE(module.transport.eventNames(), QStringList(EventName::databaseFull));
+        QVERIFY(module.transport.events.first().arguments().isEmpty());
+        QCOMPARE(module.create({}, "CACHED_REQID"), 0);
+        QVERIFY(module.log.contains("<7>createLocalContact: contact type is CACHED, maxCachedContacts=40, "
+                                    "currentNbCachedContacts=0"));
+        // What could not be read comes later and counts like a change, but for what has changed meanwhile.
+        module.change("dirSearchModeChanged", "2");
+        module.settings = {{"DirMaxContact", "3"}, {"DirSearchMode", "1"}, {"DirectoryDefaultContacts", "1,,,A,,0,,"}};
+        const auto tellReadOnly = [&module](bool isOn) {
+            module.directory.syncReadOnlyModeSlot(
+                KestinEvent("E", {{"moduleName", ModuleName::directory, true}, {"readOnly", isOn, true}}));
+        };
+        tellReadOnly(true); // refuses contacts, and so holds them back
+        Q_EMIT module.transport.watches.value(ModuleName::settings)->came();
+        QTRY_VERIFY(module.log.contains("<6>KestinDIR::dirMaxContactChanged to 3"));
+        QTRY_VERIFY(module.log.contains("<6>The setting DirectoryDefaultContacts, which could not be read before, has "
+                                        "come"));
+        tellReadOnly(false);
+        QTRY_COMPARE(module.directory.getContactsByType(ContactType::DeviceManagement).size(), 1);
+        QCOMPARE(module.create(), 0);
+        QCOMPARE(module.create(), 3);
+        QVERIFY(!module.log.contains("<6>KestinDIR::dirSearchModeChanged to 1"));
+        // However many events of the company directory wait, its right is asked for once.
+        module.transport.calls.clear();
+        for (int events = 0; events < 4; ++events)
+            QVERIFY(QMetaObject::invokeMethod(&module.directory,
+                                              "event_WSMANAGER_EVENT_DIRECTORY_AVAILABILITY_STATUS_handle",
+                                              Q_ARG(KestinEvent, KestinEvent())));
+        QTRY_VERIFY(!module.transport.calls.isEmpty());
+        QCoreApplication::processEvents();
+        QCOMPARE(module.transport.calls.size(), 1);
     }
-    const QStringList expected{"The contact photo has not been saved because the device is full. Please free memory by "
-                               "removing contacts with photos.",
-                               R"(The imported contact with duid="one" is not stored into the local database.)",
-                               R"(The imported contact with duid="two" is not stored into the local database.)"};
-    const QStringList once = expected.mid(quota == "0" ? 0 : 1);
-    QCOMPARE(popups, once + once);
-    QVERIFY(module.log.contains("<6>KestinDirectory::showPopupContactFailureDuringSynchronization : ### Popup ### "
-                                "text:" +
-                                expected.last()));
-    QVERIFY(module.log.contains("<7>" + expected.at(1) + "\\n" + expected.at(2)));
-}
 
-void DirectoryTest::restoringEmptiesTheStore_data()
-{
-    QTest::addColumn<bool>("toFactory");
-    QTest::addColumn<QString>("statements");
-    QTest::addColumn<QString>("setAside");
-    QTest::addColumn<QString>("events");
-    QTest::addColumn<QString>("files");
-    const QString all = "UserPhoto_1 kestindirectory.data.set-aside-1 photo_default photo_other", none = "SELECT 1",
-                  whole = QString(all).replace("photo_other", "photo_named photo_other");
-    QTest::newRow("to default") << false << none << ""
-                                << "DIR_CONTACTS_CREATED DIR_CONTENT_CHANGED"
-                                << "UserPhoto_1 photo_default";
-    QTest::newRow("to default, beside a database set aside") << false << none << "1"
-                                                             << "DIR_CONTACTS_CREATED DIR_CONTENT_CHANGED" << all;
-    QTest::newRow("to factory") << true << none << "1"
-                                << "userPhotoChanged DIR_CONTENT_CHANGED"
-                                << "";
-    const QString refused = "ALTER TABLE MISC RENAME TO AWAY\nCREATE VIEW MISC AS SELECT * FROM AWAY";
-    QTest::newRow("refused") << true << refused << "1"
-                             << "" << whole;
-}
-
-void DirectoryTest::restoringEmptiesTheStore()
-{
-    QFETCH(bool, toFactory);
-    Module module;
-    const QString photos = module.folder.filePath("KestinDirectory/photos/"),
-                  data = module.folder.filePath("KestinApplication/KestinDirectory/");
-    module.settings = {{"DirMaxContact", "10"}, {"DirectoryDefaultContacts", "1,,,A,,0,," + photos + "photo_default"}};
-    module.start();
-    Contact contact;
-    contact.photo = photos + "photo_named";
-    QCOMPARE(module.directory.createLocalContact("r", contact), 0);
-    QFETCH(QString, setAside);
-    QStringList paths{contact.photo, photos + "photo_default", photos + "photo_other", photos + "UserPhoto_1"};
-    if (!setAside.isEmpty())
-        paths.append(data + "kestindirectory.data.set-aside-" + setAside);
-    for (const QString &path : paths)
-        QVERIFY(QFile(path).open(QIODevice::WriteOnly));
-    QFETCH(QString, statements);
-    for (const QString &statement : statements.split('\n'))
-        QVERIFY(QSqlQuery().exec(statement));
-    module.transport.events.clear();
-    QCOMPARE(toFactory ? module.directory.restoreDataToFactory() : module.directory.restoreDataToDefault(), toFactory);
-    QTEST(module.transport.eventNames().join(' '), "events");
-    if (!module.transport.events.isEmpty())
-        QCOMPARE(module.directory.getLocalContacts(0, -1).size(), toFactory ? 0 : 1);
-    QStringList files = QDir(photos).entryList(QDir::Files) + QDir(data).entryList({"*set-aside*"});
-    files.sort();
-    QTEST(files.join(' '), "files");
-}
-
-void DirectoryTest::whatIsLeftBehindStaysForASetAsideDatabase()
-{
-    Module module;
-    const QString photo = module.folder.filePath("KestinDirectory/photos/photo_1"),
-                  data = module.folder.filePath("KestinApplication/KestinDirectory/kestindirectory.data");
-    QVERIFY(QDir().mkpath(QFileInfo(photo).path()) && QDir().mkpath(QFileInfo(data).path()));
-    QFile file(data);
-    QVERIFY(QFile(photo).open(QIODevice::WriteOnly) && file.open(QIODevice::WriteOnly) && file.write("broken") > 0);
-    file.close();
-    for (int start = 0; start < 2; ++start) {
-        KestinDirectory directory(ModuleName::directory);
-        directory.attach(module.transport);
-        QVERIFY((directory.check() || directory.deploy()) && directory.init() && QFile::exists(photo));
+    void photosMadeSquareAtStartAreTold()
+    {
+        Module module;
+        const char *pixel =
+            "424d3a0000000000000036000000280000000100000001000000010018000000000004000000c40e0000c40e0000000000"
+            "000000000000ff0000";
+        const QString photo = writeFile(module.folder.filePath("photo"), QByteArray::fromHex(pixel));
+        Contact contact = person("contactId=c1|type=Cached|photo=" + photo);
+        {
+            const QString folder = module.folder.filePath("KestinApplication/KestinDirectory");
+            Database database;
+            QVERIFY(QDir().mkpath(folder) && database.openDatabase(folder) && database.createTables());
+            QCOMPARE(DaoContact(database.connection()).insertContact(contact, false), 0);
+        }
+        module.start();
+        QCOMPARE(module.transport.eventNames(), QStringList(EventName::contactsUpdated));
+        const auto arguments = module.transport.events.first().arguments();
+        const auto told = arguments.value(1).value.value<ListContact>();
+        QVERIFY(told.size() == 1 && told.first().photo == contact.photo + "_100x100" &&
+                !arguments.value(2).value.toBool());
     }
-}
 
-void DirectoryTest::anUnreadableSettingLeavesTheUsersPhoto()
-{
-    Module module;
-    module.start();
-    const QString photo = module.folder.filePath("KestinDirectory/photos/UserPhoto_1");
-    QVERIFY(QFile(photo).open(QIODevice::WriteOnly));
-    module.directory.slot_presentationLoaded({});
-    QVERIFY(QFile::exists(photo) && module.transport.events.isEmpty());
-    module.settings = {{"UserPhoto", ""}};
-    module.directory.slot_presentationLoaded({});
-    QVERIFY(!QFile::exists(photo) && module.transport.events.size() == 1);
-}
+    void settingsAreReadInOrderAndFollowed()
+    {
+        Module module;
+        module.settings = {{"DirMaxContact", "1"}, {"DirSearchMode", "2"}, {"RemoveHttpsFromPhotoUrl", "True"}};
+        module.start();
+        QStringList keys;
+        for (const ScriptedTransport::Call &call : module.transport.calls)
+            keys.append(call.arguments.value(0).toString());
+        QCOMPARE(keys.mid(0, 7),
+                 (QStringList{"ComLogSize", "DirMaxContact", "DirMaxWordSearch", "DirSearchMode",
+                              "RemoveHttpsFromPhotoUrl", "DirectoryDefaultContacts", "FileDiskUserQuota"}));
+        QVERIFY(module.log.contains("<7>KestinDirectory::setDirSearchMode: SEARCH_DISPLAY_PER_DIRECTORY"));
+        QVERIFY(module.log.contains("<7>removeHttpsFromPhotoUrl = 0"));
+        QVERIFY(module.log.contains(
+            "<7>KestinDirectory::init() : updating canonical numbers... dialingRules dont have change, pass."));
 
-void DirectoryTest::photosFollowTheirContacts()
-{
-    Module module;
-    Database database;
-    DirectoryFields fields;
-    QVERIFY(database.openDatabase(module.folder.path()) && database.createTables());
-    OpenDirectory open(database.connection(), module.directory, module.directory, fields, ModuleName::directory);
-    Q_EMIT open.photos.ofContacts.contactsUpdated({}, true);
-    QVERIFY(fields.lastLocalChangeDate.isValid()); // an export takes it up
-    ContactPhotos &photos = open.photos.ofContacts;
-    QVERIFY(photos.want("a", "http://photos.example/a") && photos.want("b", "http://photos.example/b"));
-    Q_EMIT open.contacts.news.photoDropped("a", "http://photos.example/a");
-    QCOMPARE(photos.pendingCount(), 1);
-    Q_EMIT open.synchronisation.importer.contentChanged(); // nobody of that id
-    QCOMPARE(photos.pendingCount(), 0);
-}
+        QCOMPARE(module.create(), 0);
+        QCOMPARE(module.create(), 3);
+        const auto exported = [&module, later = QDateTime::currentDateTimeUtc().addDays(1)] {
+            module.directory.exportToXml(module.folder.filePath("contacts.xml"), 0, true, "id", "device", later, later);
+            return module.transport.events.last().argument<ImpExpStatus>("status").toString();
+        };
+        QCOMPARE(exported(), "Success"); // whoever synchronises is told of the capacity
+        QCOMPARE(exported(), "NothingToDo");
+        module.change("dirMaxContactChanged", "2");
+        QCOMPARE(exported(), "Success");
+        QVERIFY(module.log.contains("<6>KestinDIR::dirMaxContactChanged to 2"));
+        QCOMPARE(module.create(), 0);
+        module.change("dirMaxContactChanged", "12abc");
+        QCOMPARE(module.create(), 3);
+        module.change("dirSearchModeChanged", "x");
+        QCOMPARE(module.log.lines.last(), "<7>KestinDirectory::setDirSearchMode: SEARCH_DISPLAY_FULL_LIST");
+        module.change("removeHttpsFromPhotoUrlChanged", "true");
+        QCOMPARE(module.log.lines.last(), "<7>removeHttpsFromPhotoUrl = 1");
+    }
+
+    void eventsCarryTheirArguments()
+    {
+        Module module;
+        module.settings = {{"DirMaxContact", "10"}};
+        module.start();
+        module.create(person("A"), "r1");
+        const Contact contact = person("name=B|contactId=#CONTACT_1#");
+        module.directory.modifyLocalContact("r2", contact);
+        module.directory.addContactToPreview("r3", contact.contactId);
+        module.directory.removeContactFromPreview("r4", contact.contactId);
+        module.directory.deleteLocalContact("r5", contact.contactId);
+        const QString file = module.folder.filePath("contacts.xml");
+        module.directory.exportToXml(file, 0, true, "id", "device", {}, {});
+        module.create(contact, "r6");
+        module.directory.importFromXml(file);
+        module.change("userPhotoChanged", QString());
+        QStringList told;
+        for (const KestinEvent &event : module.transport.events) {
+            QString line = event.getEvtName();
+            for (const EventArgument &argument : event.arguments()) {
+                QVERIFY(argument.flag);
+                line += ' ' + argument.name + '=' + QString::fromLatin1(argument.value.typeName());
+            }
+            told.append(line + ' ' + event.argument<QString>("reqId"));
+        }
+        const QStringList expected{
+            "DIR_CONTACTS_CREATED reqId=QString contacts=QList<Contact> r1",
+            "DIR_CONTACTS_UPDATED reqId=QString contacts=QList<Contact> onlyPhotoHasChanged=bool r2",
+            "DIR_CONTACTSINPREVIEW_CREATED reqId=QString contacts=QList<Contact> r3",
+            "DIR_CONTACTSINPREVIEW_DELETED reqId=QString contacts=QList<Contact> requestedByUser=bool r4",
+            "DIR_CONTACTS_DELETED reqId=QString contactIds=QStringList r5",
+            "ExportFinishedEvt status=ImpExpStatus cause=QString ",
+            "DIR_CONTACTS_CREATED reqId=QString contacts=QList<Contact> r6",
+            "ImportFinishedEvt status=ImpExpStatus cause=QString ",
+            "DIR_CONTACTS_DELETED reqId=QString contactIds=QStringList pcSyncDeleteContactReqId",
+            "DIR_CONTENT_CHANGED ",
+            "userPhotoChanged fileName=QString "};
+        QCOMPARE(told, expected);
+        QVERIFY(module.log.contains("<7>event DIR_CONTACTS_CREATED sent "));
+        const qsizetype outcome = module.log.lines.indexOf("<7>event ImportFinishedEvt sent status:Success");
+        QCOMPARE(module.log.lines.value(outcome + 1), "<7>");
+    }
+
+    void aFailedEventIsOnlyLogged()
+    {
+        Module module;
+        module.settings = {{"DirMaxContact", "10"}};
+        module.start();
+        module.transport.refusedEvents = 1;
+        QCOMPARE(module.create(), 0);
+        QCOMPARE(module.log.lines.last(), "<3>event DIR_CONTACTS_CREATED notification failed ");
+        // The end of a search goes out with as much as the bus takes.
+        const QString name = "event DIR_SEARCH_COMPLETED_BY_PHONE_NUMBER ", sent = "<7>" + name + "sent ";
+        const QList<QStringList> ends{
+            {"A", "<4>" + name + "is sent with the summary of its contact: all of it is more than the bus carries",
+             sent},
+            {"", "<4>" + name + "is sent with an empty contact: all of it is more than the bus carries", sent},
+            {"", sent, "<3>" + name + "notification failed "}};
+        for (const QStringList &end : ends) {
+            module.transport.refusedEvents = int(ends.indexOf(end)) + 1;
+            DirectoryEvent::searchCompletedByPhoneNumber("s", person("name=A|photo=p")).send(module.directory);
+            const auto told = module.transport.events.last().argument<Contact>("contact");
+            QCOMPARE((QStringList{told.name + told.photo} + module.log.lines.mid(module.log.lines.size() - 2)), end);
+        }
+    }
+
+    void anAnonymousContactShowsThePopup()
+    {
+        Module module;
+        module.start();
+        QCOMPARE(module.create(person("fax=anonymous")), -1);
+        const ScriptedTransport::Call call = module.transport.calls.last();
+        QCOMPARE(call.module + '.' + call.method, "Presentation.showPopup");
+        QCOMPARE(call.arguments.mid(0, 3), (QVariantList{"Impossible to create anonymous contact.", 3, -1}));
+        QCOMPARE(call.arguments.size(), 7);
+        QVERIFY(module.log.contains("<6>KestinDirectory::showPopupCreatingAnonymousContactImpossible : ### Popup ### "
+                                    "text:Impossible to create anonymous contact."));
+    }
+
+    void anImportShowsWhatFailed_data()
+    {
+        const Rows<QString> row("quota");
+        row("no room for photos", "0");
+        row("room beyond what a number holds", "4096");
+    }
+
+    void anImportShowsWhatFailed()
+    {
+        QFETCH(QString, quota);
+        Module module;
+        module.settings = {{"DirMaxContact", "10"}, {"FileDiskUserQuota", quota}};
+        module.start();
+        const QString file = writeFile(module.folder.filePath("contacts.xml"),
+                                       R"(<directory><contact duid="one" puid="p"/><contact duid="two" puid="p"/>)"
+                                       R"(<contact duid="" puid="p"><photo>QUJD</photo></contact>)"
+                                       R"(<contact duid="" puid="q"><photo>QUJD</photo></contact></directory>)");
+        for (int times = 0; times < 2; ++times)
+            module.directory.importFromXml(file);
+        QStringList popups;
+        for (const ScriptedTransport::Call &call : module.transport.calls) {
+            if (call.method == "showPopup")
+                popups.append(call.arguments.value(0).toString());
+        }
+        const QStringList expected{
+            "The contact photo has not been saved because the device is full. Please free memory by "
+            "removing contacts with photos.",
+            R"(The imported contact with duid="one" is not stored into the local database.)",
+            R"(The imported contact with duid="two" is not stored into the local database.)"};
+        const QStringList once = expected.mid(quota == "0" ? 0 : 1);
+        QCOMPARE(popups, once + once);
+        QVERIFY(module.log.contains("<6>KestinDirectory::showPopupContactFailureDuringSynchronization : ### Popup ### "
+                                    "text:" +
+                                    expected.last()));
+        QVERIFY(module.log.contains("<7>" + expected.at(1) + "\\n" + expected.at(2)));
+    }
+
+    void restoringEmptiesTheStore_data()
+    {
+        const Rows<bool, QString, QString, QString, QString> row("toFactory", "statements", "setAside", "events",
+                                                                 "files");
+        const QString all = "UserPhoto_1 kestindirectory.data.set-aside-1 photo_default photo_other", none = "SELECT 1",
+                      whole = QString(all).replace("photo_other", "photo_named photo_other");
+        row("to default", false, none, "", "DIR_CONTACTS_CREATED DIR_CONTENT_CHANGED", "UserPhoto_1 photo_default");
+        row("to default, beside a database set aside", false, none, "1", "DIR_CONTACTS_CREATED DIR_CONTENT_CHANGED",
+            all);
+        row("to factory", true, none, "1", "userPhotoChanged DIR_CONTENT_CHANGED", "");
+        const QString refused = "ALTER TABLE MISC RENAME TO AWAY\nCREATE VIEW MISC AS SELECT * FROM AWAY";
+        row("refused", true, refused, "1", "", whole);
+    }
+
+    void restoringEmptiesTheStore()
+    {
+        QFETCH(bool, toFactory);
+        Module module;
+        const QString photos = module.folder.filePath("KestinDirectory/photos/"),
+                      data = module.folder.filePath("KestinApplication/KestinDirectory/");
+        module.settings = {{"DirMaxContact", "10"},
+                           {"DirectoryDefaultContacts", "1,,,A,,0,," + photos + "photo_default"}};
+        module.start();
+        QCOMPARE(module.create(person("photo=" + photos + "photo_named")), 0);
+        QFETCH(QString, setAside);
+        QStringList paths{photos + "photo_named", photos + "photo_default", photos + "photo_other",
+                          photos + "UserPhoto_1"};
+        if (!setAside.isEmpty())
+            paths.append(data + "kestindirectory.data.set-aside-" + setAside);
+        for (const QString &path : paths)
+            writeFile(path);
+        QFETCH(QString, statements);
+        for (const QString &statement : statements.split('\n'))
+            QVERIFY(QSqlQuery().exec(statement));
+        module.transport.events.clear();
+        QCOMPARE(toFactory ? module.directory.restoreDataToFactory() : module.directory.restoreDataToDefault(),
+                 toFactory);
+        QTEST(module.transport.eventNames().join(' '), "events");
+        if (!module.transport.events.isEmpty())
+            QCOMPARE(module.directory.getLocalContacts(0, -1).size(), toFactory ? 0 : 1);
+        QStringList files = QDir(photos).entryList(QDir::Files) + QDir(data).entryList({"*set-aside*"});
+        files.sort();
+        QTEST(files.join(' '), "files");
+    }
+
+    void anUnreadableSettingLeavesTheUsersPhoto()
+    {
+        Module module;
+        module.start();
+        const QString photo = writeFile(module.folder.filePath("KestinDirectory/photos/UserPhoto_1"));
+        module.directory.slot_presentationLoaded({});
+        QVERIFY(QFile::exists(photo) && module.transport.events.isEmpty());
+        module.settings = {{"UserPhoto", ""}};
+        module.directory.slot_presentationLoaded({});
+        QVERIFY(!QFile::exists(photo) && module.transport.events.size() == 1);
+    }
+
+    void photosFollowTheirContacts()
+    {
+        Module module;
+        Database database;
+        DirectoryFields fields;
+        QVERIFY(database.openDatabase(module.folder.path()) && database.createTables());
+        OpenDirectory open(database.connection(), module.directory, module.directory, fields, "KestinDirectory");
+        Q_EMIT open.photos.ofContacts.contactsUpdated({}, true);
+        QVERIFY(fields.lastLocalChangeDate.isValid()); // an export takes it up
+        ContactPhotos &photos = open.photos.ofContacts;
+        QVERIFY(photos.want("a", "http://photos.example/a") && photos.want("b", "http://photos.example/b"));
+        Q_EMIT open.contacts.news.photoDropped("a", "http://photos.example/a");
+        QCOMPARE(photos.pendingCount(), 1);
+        Q_EMIT open.synchronisation.importer.contentChanged(); // nobody of that id
+        QCOMPARE(photos.pendingCount(), 0);
+    }
+};
 
 QTEST_GUILESS_MAIN(DirectoryTest)
 #include "DirectoryTest.moc"
