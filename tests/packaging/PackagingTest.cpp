@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/records/KestinBus.h"
+#include "tests/support/Files.h"
 #include "tests/support/PrivateBus.h"
+#include "tests/support/Rows.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
@@ -24,12 +26,6 @@ const QStringList modules{ModuleName::directory, ModuleName::settings, ModuleNam
                           ModuleName::webServiceManager};
 const QString somebodyElse = "daemon"; // a user and a group that every system has
 
-QString contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
-
 } // namespace
 
 /// The shipped policy and activation files on a real bus daemon. The user and the group that the policy names are
@@ -40,154 +36,139 @@ class PackagingTest : public QObject
     Q_OBJECT
 
 public:
-    PackagingTest();
+    PackagingTest()
+    {
+        const QDir activation(QStringLiteral(KESTIN_ACTIVATION_DIR));
+        const QRegularExpression execLine("(?<=\\nExec=)/.*/kestin-[a-z]+(?=\\n)");
+        for (const QString &name : activation.entryList(QDir::Files))
+            m_activationFiles.insert(name,
+                                     QString(contentOf(activation.filePath(name))).replace(execLine, "/bin/false"));
+        if (geteuid() == 0) { // the policy lets root call; a stranger has to be somebody else
+            const passwd *nobody = getpwnam("nobody");
+            if (setgroups(0, nullptr) != 0 || setgid(nobody->pw_gid) != 0 || setuid(nobody->pw_uid) != 0)
+                qFatal("cannot become nobody");
+            prctl(PR_SET_DUMPABLE, 1); // the leak check of a sanitizer build looks at the process from outside
+            QDir::setCurrent("/");
+        }
+        m_me = QString::fromLocal8Bit(getpwuid(getuid())->pw_name);
+        m_myGroup = QString::fromLocal8Bit(getgrgid(getgid())->gr_name);
+        m_folder = std::make_unique<QTemporaryDir>();
+    }
 
 private Q_SLOTS:
-    void nobodyButTheServiceMayBeAModule_data();
-    void nobodyButTheServiceMayBeAModule();
-    void eventsStayInTheGroup_data();
-    void eventsStayInTheGroup();
-    void theServiceKnowsNoPictures();
+    void nobodyButTheServiceMayBeAModule_data()
+    {
+        const Rows<QString, QString, bool, QString> row("user", "group", "mayOwn", "answer");
+        const QString refused = "org.freedesktop.DBus.Error.AccessDenied";
+        const QString started = "org.freedesktop.DBus.Error.Spawn.ChildExited";
+        row("a stranger", somebodyElse, somebodyElse, false, refused);
+        row("a member of the group", somebodyElse, m_myGroup, false, started);
+        row("the service's user", m_me, m_myGroup, true, started);
+    }
+
+    void nobodyButTheServiceMayBeAModule()
+    {
+        QFETCH(QString, user);
+        QFETCH(QString, group);
+        const auto bus = startBus(user, group);
+        QDBusConnection connection = bus->connection(QString::fromUtf8(QTest::currentDataTag()));
+        for (const QString &module : modules) {
+            const QString name = KestinBus::serviceName(module);
+            // Nobody has the name, so the daemon starts the program: it fails, but only after the policy let the call
+            // in.
+            const QDBusMessage call = KestinBus::methodCall(module, "any");
+            if (m_activationFiles.contains(name + ".service"))
+                QTEST(connection.call(call).errorName(), "answer");
+            QTEST(connection.registerService(name), "mayOwn");
+        }
+        QVERIFY(!connection.registerService(KestinBus::serviceName("Another")));
+    }
+
+    void eventsStayInTheGroup_data()
+    {
+        const Rows<QString, QString, bool> row("group", "extraRule", "arrives");
+        const QString maySend = "<allow send_interface=\"com.norlan.Kestin.KestinEvent\"/>";
+        const QString mayReceive = "<allow receive_interface=\"com.norlan.Kestin.KestinEvent\"/>";
+        row("between members", m_myGroup, QString(), true);
+        row("from a stranger to a member", somebodyElse, mayReceive, false);
+        row("from a member to a stranger", somebodyElse, maySend, false);
+        row("the rule of the two rows above is what counts", somebodyElse, mayReceive + maySend, true);
+    }
+
+    void eventsStayInTheGroup()
+    {
+        QFETCH(QString, group);
+        QFETCH(QString, extraRule);
+        const auto bus = startBus(somebodyElse, group, extraRule);
+        const QString tag = QString::fromUtf8(QTest::currentDataTag());
+        QDBusConnection sender = bus->connection(tag + ", sender");
+        QDBusConnection receiver = bus->connection(tag + ", receiver");
+        const QString path = KestinBus::objectPath(modules.first());
+        const QString event = QLatin1String(KestinBus::eventSignal);
+        const QString eventInterface = QLatin1String(KestinBus::eventInterface);
+        const QString last = "last";
+        const QString otherInterface = "any.other";
+        m_received.clear();
+        for (const QString &interface : {eventInterface, otherInterface})
+            QVERIFY(receiver.connect(QString(), path, interface, QString(), this, SLOT(noteSignal(QDBusMessage))));
+        receiver.interface()->registeredServiceNames(); // once this is answered, the daemon knows the match
+
+        QVERIFY(sender.send(QDBusMessage::createSignal(path, eventInterface, event)));
+        QVERIFY(sender.send(QDBusMessage::createSignal(path, otherInterface, last)));
+
+        QTRY_VERIFY_WITH_TIMEOUT(m_received.contains(last), PrivateBus::limitMs); // in order: what was to come has come
+        QTEST(m_received.contains(event), "arrives");
+    }
+
+    /// Decoders of pictures are loaded by a program of their own only, with their faults, their memory and their time.
+    void theServiceKnowsNoPictures()
+    {
+        QProcess linker;
+        linker.start("ldd", {QCoreApplication::applicationDirPath() + "/kestin-directory"});
+        QVERIFY(linker.waitForFinished());
+        const QByteArray libraries = linker.readAll();
+        QVERIFY(libraries.contains("libQt6Core.so"));
+        for (const char *library : {"libQt6Gui", "libjpeg", "libpng", "libwebp"})
+            QVERIFY2(!libraries.contains(library), library);
+    }
 
 public Q_SLOTS:
     void noteSignal(const QDBusMessage &message) { m_received.append(message.member()); }
 
 private:
-    std::unique_ptr<PrivateBus> startBus(const QString &user, const QString &group, const QString &extraRule = {});
+    std::unique_ptr<PrivateBus> startBus(const QString &user, const QString &group, const QString &extraRule = {})
+    {
+        const auto write = [this](const QString &name, const QString &content) {
+            writeFile(m_folder->filePath(name), content.toUtf8());
+        };
+        QString policy = m_policy;
+        policy.replace("user=\"kestin\"", "user=\"" + user + '"').replace("group=\"kestin\"", "group=\"" + group + '"');
+        write("policy.conf", policy);
+        for (auto file = m_activationFiles.cbegin(); file != m_activationFiles.cend(); ++file)
+            write(file.key(), file.value());
+        // The rules of a system bus as it is shipped, then ours.
+        write(
+            "bus.conf",
+            QStringLiteral("<busconfig><type>system</type><listen>unix:tmpdir=%1</listen><auth>EXTERNAL</auth>"
+                           "<servicedir>%1</servicedir><policy context=\"default\"><allow user=\"*\"/><deny own=\"*\"/>"
+                           "<deny send_type=\"method_call\"/><allow send_type=\"signal\"/>"
+                           "<allow send_requested_reply=\"true\" send_type=\"method_return\"/>"
+                           "<allow send_requested_reply=\"true\" send_type=\"error\"/>"
+                           "<allow receive_type=\"method_call\"/><allow receive_type=\"method_return\"/>"
+                           "<allow receive_type=\"error\"/><allow receive_type=\"signal\"/>"
+                           "<allow send_destination=\"org.freedesktop.DBus\"/></policy>"
+                           "<include>policy.conf</include><policy user=\"%2\">%3</policy></busconfig>")
+                .arg(m_folder->path(), m_me, extraRule));
+        return std::make_unique<PrivateBus>(m_folder->filePath("bus.conf"));
+    }
 
-    QString m_policy;
+    const QString m_policy = contentOf(KESTIN_POLICY_FILE);
     QMap<QString, QString> m_activationFiles;
     QString m_me;
     QString m_myGroup;
     std::unique_ptr<QTemporaryDir> m_folder;
     QStringList m_received;
 };
-
-PackagingTest::PackagingTest()
-    : m_policy(contentOf(QStringLiteral(KESTIN_POLICY_FILE)))
-{
-    const QDir activation(QStringLiteral(KESTIN_ACTIVATION_DIR));
-    const QRegularExpression execLine("(?<=\\nExec=)/.*/kestin-[a-z]+(?=\\n)");
-    for (const QString &name : activation.entryList(QDir::Files))
-        m_activationFiles.insert(name, contentOf(activation.filePath(name)).replace(execLine, "/bin/false"));
-    if (geteuid() == 0) { // the policy lets root call; a stranger has to be somebody else
-        const passwd *nobody = getpwnam("nobody");
-        if (setgroups(0, nullptr) != 0 || setgid(nobody->pw_gid) != 0 || setuid(nobody->pw_uid) != 0)
-            qFatal("cannot become nobody");
-        prctl(PR_SET_DUMPABLE, 1); // the leak check of a sanitizer build looks at the process from outside
-        QDir::setCurrent("/");
-    }
-    m_me = QString::fromLocal8Bit(getpwuid(getuid())->pw_name);
-    m_myGroup = QString::fromLocal8Bit(getgrgid(getgid())->gr_name);
-    m_folder = std::make_unique<QTemporaryDir>();
-}
-
-std::unique_ptr<PrivateBus> PackagingTest::startBus(const QString &user, const QString &group, const QString &extraRule)
-{
-    const auto write = [this](const QString &name, const QString &content) {
-        QFile file(m_folder->filePath(name));
-        if (!file.open(QIODevice::WriteOnly) || file.write(content.toUtf8()) < 0)
-            qFatal("cannot write %s", qPrintable(file.fileName()));
-    };
-    QString policy = m_policy;
-    policy.replace("user=\"kestin\"", "user=\"" + user + '"').replace("group=\"kestin\"", "group=\"" + group + '"');
-    write("policy.conf", policy);
-    for (auto file = m_activationFiles.cbegin(); file != m_activationFiles.cend(); ++file)
-        write(file.key(), file.value());
-    // The rules of a system bus as it is shipped, then ours.
-    write("bus.conf",
-          QStringLiteral("<busconfig><type>system</type><listen>unix:tmpdir=%1</listen><auth>EXTERNAL</auth>"
-                         "<servicedir>%1</servicedir><policy context=\"default\"><allow user=\"*\"/><deny own=\"*\"/>"
-                         "<deny send_type=\"method_call\"/><allow send_type=\"signal\"/>"
-                         "<allow send_requested_reply=\"true\" send_type=\"method_return\"/>"
-                         "<allow send_requested_reply=\"true\" send_type=\"error\"/>"
-                         "<allow receive_type=\"method_call\"/><allow receive_type=\"method_return\"/>"
-                         "<allow receive_type=\"error\"/><allow receive_type=\"signal\"/>"
-                         "<allow send_destination=\"org.freedesktop.DBus\"/></policy>"
-                         "<include>policy.conf</include><policy user=\"%2\">%3</policy></busconfig>")
-              .arg(m_folder->path(), m_me, extraRule));
-    return std::make_unique<PrivateBus>(m_folder->filePath("bus.conf"));
-}
-
-void PackagingTest::nobodyButTheServiceMayBeAModule_data()
-{
-    QTest::addColumn<QString>("user");
-    QTest::addColumn<QString>("group");
-    QTest::addColumn<bool>("mayOwn");
-    QTest::addColumn<QString>("answer");
-    const QString refused = "org.freedesktop.DBus.Error.AccessDenied";
-    const QString started = "org.freedesktop.DBus.Error.Spawn.ChildExited";
-    QTest::newRow("a stranger") << somebodyElse << somebodyElse << false << refused;
-    QTest::newRow("a member of the group") << somebodyElse << m_myGroup << false << started;
-    QTest::newRow("the service's user") << m_me << m_myGroup << true << started;
-}
-
-void PackagingTest::nobodyButTheServiceMayBeAModule()
-{
-    QFETCH(QString, user);
-    QFETCH(QString, group);
-    const auto bus = startBus(user, group);
-    QDBusConnection connection = bus->connection(QString::fromUtf8(QTest::currentDataTag()));
-    for (const QString &module : modules) {
-        const QString name = KestinBus::serviceName(module);
-        // Nobody has the name, so the daemon starts the program: it fails, but only after the policy let the call in.
-        const QDBusMessage call = KestinBus::methodCall(module, "any");
-        if (m_activationFiles.contains(name + ".service"))
-            QTEST(connection.call(call).errorName(), "answer");
-        QTEST(connection.registerService(name), "mayOwn");
-    }
-    QVERIFY(!connection.registerService(KestinBus::serviceName("Another")));
-}
-
-void PackagingTest::eventsStayInTheGroup_data()
-{
-    QTest::addColumn<QString>("group");
-    QTest::addColumn<QString>("extraRule");
-    QTest::addColumn<bool>("arrives");
-    const QString maySend = "<allow send_interface=\"com.norlan.Kestin.KestinEvent\"/>";
-    const QString mayReceive = "<allow receive_interface=\"com.norlan.Kestin.KestinEvent\"/>";
-    QTest::newRow("between members") << m_myGroup << QString() << true;
-    QTest::newRow("from a stranger to a member") << somebodyElse << mayReceive << false;
-    QTest::newRow("from a member to a stranger") << somebodyElse << maySend << false;
-    QTest::newRow("the rule of the two rows above is what counts") << somebodyElse << mayReceive + maySend << true;
-}
-
-void PackagingTest::eventsStayInTheGroup()
-{
-    QFETCH(QString, group);
-    QFETCH(QString, extraRule);
-    const auto bus = startBus(somebodyElse, group, extraRule);
-    const QString tag = QString::fromUtf8(QTest::currentDataTag());
-    QDBusConnection sender = bus->connection(tag + ", sender");
-    QDBusConnection receiver = bus->connection(tag + ", receiver");
-    const QString path = KestinBus::objectPath(modules.first());
-    const QString event = QLatin1String(KestinBus::eventSignal);
-    const QString eventInterface = QLatin1String(KestinBus::eventInterface);
-    const QString last = "last";
-    const QString otherInterface = "any.other";
-    m_received.clear();
-    for (const QString &interface : {eventInterface, otherInterface})
-        QVERIFY(receiver.connect(QString(), path, interface, QString(), this, SLOT(noteSignal(QDBusMessage))));
-    receiver.interface()->registeredServiceNames(); // once this is answered, the daemon knows the match
-
-    QVERIFY(sender.send(QDBusMessage::createSignal(path, eventInterface, event)));
-    QVERIFY(sender.send(QDBusMessage::createSignal(path, otherInterface, last)));
-
-    QTRY_VERIFY_WITH_TIMEOUT(m_received.contains(last), PrivateBus::limitMs); // in order: what was to come has come
-    QTEST(m_received.contains(event), "arrives");
-}
-
-/// Decoders of pictures are loaded by a program of their own only, with their faults, their memory and their time.
-void PackagingTest::theServiceKnowsNoPictures()
-{
-    QProcess linker;
-    linker.start("ldd", {QCoreApplication::applicationDirPath() + "/kestin-directory"});
-    QVERIFY(linker.waitForFinished());
-    const QByteArray libraries = linker.readAll();
-    QVERIFY(libraries.contains("libQt6Core.so"));
-    for (const char *library : {"libQt6Gui", "libjpeg", "libpng", "libwebp"})
-        QVERIFY2(!libraries.contains(library), library);
-}
 
 QTEST_GUILESS_MAIN(PackagingTest)
 

@@ -3,6 +3,7 @@
 #include "platform/framework/PlatformCalls.h"
 #include "platform/records/UpdateReport.h"
 #include "tests/support/LogCapture.h"
+#include "tests/support/Rows.h"
 #include "tests/support/ScriptedTransport.h"
 
 #include <QTest>
@@ -62,117 +63,102 @@ class FrameworkTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void onlyWhatIsOnIsFormattedAndWritten();
-    void noArgumentForgesALine_data();
-    void noArgumentForgesALine();
-    void aFailedCallIsLoggedOnceAndHarmless_data();
-    void aFailedCallIsLoggedOnceAndHarmless();
-    void callsAreSentAsTheyAreAsked();
+    void onlyWhatIsOnIsFormattedAndWritten()
+    {
+        const QStringList lines{u"<3>e1"_s, u"<4>w2"_s, u"<6>i3"_s, u"<7>d4"_s};
+        for (const int level : {2, 3, 4, 5, 6, 7}) {
+            const LogCapture log(level);
+            Counted::count = 0;
+            KestinLogger::error("e%1", Counted());
+            KestinLogger::warning("w%1", Counted());
+            KestinLogger::info("i%1", Counted());
+            KestinLogger::debug("d%1", Counted());
+            QCOMPARE(log.lines, lines.first(level > 4 ? level - 3 : level - 2));
+            QCOMPARE(Counted::count, log.lines.size());
+        }
+    }
+
+    void noArgumentForgesALine_data()
+    {
+        const Rows<QString, QString> row("argument", "shown");
+        row("line feed", u"a\n<3>b"_s, u"a\\n<3>b"_s);
+        row("carriage return", u"\ra\t"_s, u"\\ra\\t"_s);
+        row("terminal escape, NUL", u"\u001b[2J\0"_s, u"\\u001b[2J\\u0000"_s);
+        row("other line ends", u"\u0085\u2028\u2029"_s, u"\\u0085\\u2028\\u2029"_s);
+        row("placeholder", u"%2%1"_s, u"%2%1"_s);
+        row("letters", u"\u00fc \U0001F600"_s, u"\u00fc \U0001F600"_s);
+    }
+
+    void noArgumentForgesALine()
+    {
+        QFETCH(QString, argument);
+        QFETCH(QString, shown);
+        const LogCapture log;
+        KestinLogger::info("%1:\n%2", argument, argument);
+        QCOMPARE(log.lines, (QStringList{"<6>"_L1 + shown + u':', "<6>"_L1 + shown}));
+    }
+
+    void aFailedCallIsLoggedOnceAndHarmless_data()
+    {
+        const Rows<QString, QString> row("gives", "lines"); // of the operation with a peer that does so
+        row("text, abc", "abc!", "");
+        row("text, ", "!", "");
+        row("text, refuses", "", "<3>ERROR: While getting value of Key, reply is invalid");
+        row("text, answers a number", "", "<3>ERROR: While getting value of Key, reply is invalid");
+        row("text, raises", "", "<3>ERROR: While getting value of Key:|<3>no\\nbus");
+        row("text, raises other", "", "<3>ERROR: While getting value of Key");
+        row("number, -12", "-12!", "");
+        row("number, 12abc", "0!", "");
+        row("number, 0x10", "0!", "");
+        row("number, refuses", "0", "<3>ERROR: While getting value of Key, reply is invalid");
+        row("number, raises", "0", "<3>ERROR: While getting value of Key:|<3>no\\nbus");
+        row("optional, abc", "abc", "");
+        row("optional, refuses", "", "<4>Can't get the setting :Key.");
+        row("optional, raises", "", "<4>Can't get the setting :Key.");
+        row("write, refuses", "", "");
+        row("write, raises", "", "<3>ERROR: While setting value of Key:|<3>no\\nbus");
+        row("write, raises other", "", "<3>ERROR: While setting value of Key");
+        row("confirmed, whatever the report says", "yes", "");
+        row("confirmed, refuses", "no", "<3>ERROR 1: While setting Key with value : %1");
+        row("confirmed, raises", "no", "<3>ERROR 2: While setting Key with value : %1");
+        row("confirmed, raises other", "no", "<3>ERROR 2: While setting Key with value : %1");
+        row("call, refuses", "", "");
+        row("call, raises", "", "<3>ERROR: While calling method doIt of module Other (no\\nbus)");
+        row("call, raises other", "", "<3>ERROR: While calling method doIt of module Other");
+    }
+
+    void aFailedCallIsLoggedOnceAndHarmless()
+    {
+        const QString operation = QString(QTest::currentDataTag()).section(", ", 0, 0);
+        const QString peer = QString(QTest::currentDataTag()).section(", ", 1);
+        const LogCapture log;
+        ScriptedTransport transport;
+        transport.answer = [&peer](const auto &call, const auto &message) { return answerOf(peer, call, message); };
+        PlatformCalls calls(transport);
+        QTEST(result(calls, operation), "gives");
+        QTEST(log.lines.join(u'|'), "lines");
+    }
+
+    void callsAreSentAsTheyAreAsked()
+    {
+        const LogCapture log;
+        ScriptedTransport transport;
+        PlatformCalls calls(transport);
+        for (const char *operation : {"text", "number", "optional", "write", "confirmed", "call"})
+            result(calls, QLatin1String(operation));
+        QStringList sent;
+        for (const ScriptedTransport::Call &call : std::as_const(transport.calls)) {
+            sent.append(call.module + u' ' + call.method + (call.wantsAnswer ? u""_s : u" unanswered"_s));
+            for (const QVariant &argument : call.arguments)
+                sent.last() += u" %1(%2)"_s.arg(QLatin1String(argument.typeName()), argument.toString());
+        }
+        const QString read = u"SettingsManager getSettingValue QString(Key)"_s;
+        QCOMPARE(sent, (QStringList{read, read, read,
+                                    u"SettingsManager setSettingValue unanswered QString(Key) QString(-5)"_s,
+                                    u"SettingsManager setSettingValue QString(Key) QString(%1)"_s,
+                                    u"Other doIt unanswered int(1) QString(a)"_s}));
+    }
 };
-
-void FrameworkTest::onlyWhatIsOnIsFormattedAndWritten()
-{
-    const QStringList lines{u"<3>e1"_s, u"<4>w2"_s, u"<6>i3"_s, u"<7>d4"_s};
-    for (const int level : {2, 3, 4, 5, 6, 7}) {
-        const LogCapture log(level);
-        Counted::count = 0;
-        KestinLogger::error("e%1", Counted());
-        KestinLogger::warning("w%1", Counted());
-        KestinLogger::info("i%1", Counted());
-        KestinLogger::debug("d%1", Counted());
-        QCOMPARE(log.lines, lines.first(level > 4 ? level - 3 : level - 2));
-        QCOMPARE(Counted::count, log.lines.size());
-    }
-}
-
-void FrameworkTest::noArgumentForgesALine_data()
-{
-    QTest::addColumn<QString>("argument");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("line feed") << u"a\n<3>b"_s << u"a\\n<3>b"_s;
-    QTest::newRow("carriage return") << u"\ra\t"_s << u"\\ra\\t"_s;
-    QTest::newRow("terminal escape, NUL") << u"\u001b[2J\0"_s << u"\\u001b[2J\\u0000"_s;
-    QTest::newRow("other line ends") << u"\u0085\u2028\u2029"_s << u"\\u0085\\u2028\\u2029"_s;
-    QTest::newRow("placeholder") << u"%2%1"_s << u"%2%1"_s;
-    QTest::newRow("letters") << u"\u00fc \U0001F600"_s << u"\u00fc \U0001F600"_s;
-}
-
-void FrameworkTest::noArgumentForgesALine()
-{
-    QFETCH(QString, argument);
-    QFETCH(QString, shown);
-    const LogCapture log;
-    KestinLogger::info("%1:\n%2", argument, argument);
-    QCOMPARE(log.lines, (QStringList{"<6>"_L1 + shown + u':', "<6>"_L1 + shown}));
-}
-
-void FrameworkTest::aFailedCallIsLoggedOnceAndHarmless_data()
-{
-    QTest::addColumn<QString>("operation");
-    QTest::addColumn<QString>("peer");
-    QTest::addColumn<QString>("gives");
-    QTest::addColumn<QString>("lines");
-    const auto row = [](const char *operation, const char *peer, const char *gives, const char *lines) {
-        QTest::addRow("%s, %s", operation, peer) << QString::fromLatin1(operation) << QString::fromLatin1(peer)
-                                                 << QString::fromLatin1(gives) << QString::fromLatin1(lines);
-    };
-    row("text", "abc", "abc!", "");
-    row("text", "", "!", "");
-    row("text", "refuses", "", "<3>ERROR: While getting value of Key, reply is invalid");
-    row("text", "answers a number", "", "<3>ERROR: While getting value of Key, reply is invalid");
-    row("text", "raises", "", "<3>ERROR: While getting value of Key:|<3>no\\nbus");
-    row("text", "raises other", "", "<3>ERROR: While getting value of Key");
-    row("number", "-12", "-12!", "");
-    row("number", "12abc", "0!", "");
-    row("number", "0x10", "0!", "");
-    row("number", "refuses", "0", "<3>ERROR: While getting value of Key, reply is invalid");
-    row("number", "raises", "0", "<3>ERROR: While getting value of Key:|<3>no\\nbus");
-    row("optional", "abc", "abc", "");
-    row("optional", "refuses", "", "<4>Can't get the setting :Key.");
-    row("optional", "raises", "", "<4>Can't get the setting :Key.");
-    row("write", "refuses", "", "");
-    row("write", "raises", "", "<3>ERROR: While setting value of Key:|<3>no\\nbus");
-    row("write", "raises other", "", "<3>ERROR: While setting value of Key");
-    row("confirmed", "whatever the report says", "yes", "");
-    row("confirmed", "refuses", "no", "<3>ERROR 1: While setting Key with value : %1");
-    row("confirmed", "raises", "no", "<3>ERROR 2: While setting Key with value : %1");
-    row("confirmed", "raises other", "no", "<3>ERROR 2: While setting Key with value : %1");
-    row("call", "refuses", "", "");
-    row("call", "raises", "", "<3>ERROR: While calling method doIt of module Other (no\\nbus)");
-    row("call", "raises other", "", "<3>ERROR: While calling method doIt of module Other");
-}
-
-void FrameworkTest::aFailedCallIsLoggedOnceAndHarmless()
-{
-    QFETCH(QString, operation);
-    QFETCH(QString, peer);
-    const LogCapture log;
-    ScriptedTransport transport;
-    transport.answer = [&peer](const auto &call, const auto &message) { return answerOf(peer, call, message); };
-    PlatformCalls calls(transport);
-    QTEST(result(calls, operation), "gives");
-    QTEST(log.lines.join(u'|'), "lines");
-}
-
-void FrameworkTest::callsAreSentAsTheyAreAsked()
-{
-    const LogCapture log;
-    ScriptedTransport transport;
-    PlatformCalls calls(transport);
-    for (const char *operation : {"text", "number", "optional", "write", "confirmed", "call"})
-        result(calls, QLatin1String(operation));
-    QStringList sent;
-    for (const ScriptedTransport::Call &call : std::as_const(transport.calls)) {
-        sent.append(call.module + u' ' + call.method + (call.wantsAnswer ? u""_s : u" unanswered"_s));
-        for (const QVariant &argument : call.arguments)
-            sent.last() += u" %1(%2)"_s.arg(QLatin1String(argument.typeName()), argument.toString());
-    }
-    const QString read = u"SettingsManager getSettingValue QString(Key)"_s;
-    QCOMPARE(sent,
-             (QStringList{read, read, read, u"SettingsManager setSettingValue unanswered QString(Key) QString(-5)"_s,
-                          u"SettingsManager setSettingValue QString(Key) QString(%1)"_s,
-                          u"Other doIt unanswered int(1) QString(a)"_s}));
-}
 
 QTEST_GUILESS_MAIN(FrameworkTest)
 #include "FrameworkTest.moc"

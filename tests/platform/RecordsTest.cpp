@@ -8,6 +8,7 @@
 #include "platform/records/Setting.h"
 #include "platform/records/UpdateReport.h"
 #include "tests/support/PrivateBus.h"
+#include "tests/support/Rows.h"
 
 #include <QDBusMessage>
 #include <QDBusMetaType>
@@ -64,97 +65,90 @@ public Q_SLOTS:
     }
 
 private Q_SLOTS:
-    void initTestCase();
-    void recordsCrossTheBus_data();
-    void recordsCrossTheBus();
-    void namesAreRegistered();
-    void onlyTheDataFolderIsReplaced();
+    void initTestCase()
+    {
+        registerDBusContact();
+        registerDBusCapability();
+        registerDBusSetting();
+        registerDBusImpExpStatus();
+        registerDBusContactSummary();
+        registerDBusQMapQStringQStringList();
+        registerDBusUpdateReport();
+        registerDBusKestinMode();
+        QVERIFY(m_own.registerObject(u"/"_s, this, QDBusConnection::ExportAllSlots));
+    }
+
+    void recordsCrossTheBus_data()
+    {
+        const Rows<QVariant, QString, QString> rows("record", "signature", "fields");
+        const auto row = [&rows](const char *tag, const auto &record, const QString &signature,
+                                 const QString &fields = {}) {
+            rows(tag, QVariant::fromValue(record), signature, fields);
+        };
+        constexpr char contact[] = "(ssssssssssssssssssssssssssa{ss}bbisss((iii)(iiii)i))";
+        row("default contact", Contact(), contact, QString(26, u'|') + "*|false|false|0||||*"_L1);
+        row("full contact", fullContact(), contact,
+            u"contactId|loginName|salutation|firstName|name|latinFirstName|latinName|language|timezone|officePhone|"
+            "officePhoneCan|attendant|colleague|assistant|email|fax|faxCan|voicemail|personalHome|personalHomeCan|"
+            "personalMobile|personalMobileCan|personalFax|personalFaxCan|personalEmail|collaborationId|*|false|true|6|"
+            "photo|melody|puid|*"_s);
+        Contact local = fullContact();
+        local.setLastModificationDate(QDateTime({1969, 12, 31}, {23, 59, 59, 999}, Qt::LocalTime));
+        row("contacts", ListContact{local, {}}, "a(ssssssssssssssssssssssssssa{ss}bbisss((iii)(iiii)i))");
+        row("summary", ContactSummary(local), "(sssssi)", u"contactId|firstName|name|officePhone|email|6"_s);
+        row("summaries", ListContactSummary{local, {}}, "a(sssssi)");
+        const QList<std::pair<QString, QString>> choices{{u"0"_s, u"off"_s}, {u"1"_s, {}}};
+        const Setting setting{u"1"_s, u"2"_s, u"3"_s, u"4"_s,  u"5"_s, u"6"_s, u"7"_s,
+                              -8,     9,      10,     choices, false,  true,   u"user"_s};
+        row("setting", setting, "(sssssssiiia(ss)bbs)", u"1|2|3|4|5|6|7|-8|9|10|*|false|true|user"_s);
+        row("settings", ListSetting{setting, {}}, "a(sssssssiiia(ss)bbs)");
+        row("capability", Capability{u"search"_s, -1}, "(si)", u"search|-1"_s);
+        row("capabilities", MapQStringCapability{{u"a"_s, {u"b"_s, 1}}}, "a{s(si)}");
+        row("texts by text", QMapQStringQString{{QString(), u"a"_s}}, "a{ss}");
+        row("lists by text", QMapQStringQStringList{{u"a"_s, {QString(), u"b"_s}}}, "a{sas}");
+        row("status of a newer peer", ImpExpStatus(ImpExpStatus::Value(7)), "(i)", u"7"_s);
+        row("report", UpdateReport{-3, u"refused"_s}, "(is)", u"-3|refused"_s);
+        row("mode", KestinMode{STR_KESTIN_MODE_ADVANCED}, "(s)", u"advanced"_s);
+    }
+
+    void recordsCrossTheBus()
+    {
+        QFETCH(QVariant, record);
+        QDBusMessage call = QDBusMessage::createMethodCall(m_own.baseService(), u"/"_s, QString(), u"echo"_s);
+        call << record;
+        QDBusPendingCallWatcher watcher(m_bus.connection(u"caller"_s).asyncCall(call));
+        QSignalSpy finished(&watcher, &QDBusPendingCallWatcher::finished);
+        QVERIFY(watcher.isFinished() || finished.wait(PrivateBus::limitMs));
+        QTEST(m_signature, "signature");
+        const QVariant answer = watcher.reply().arguments().value(0);
+        QTEST(fieldsOf(answer.value<QDBusArgument>()), "fields");
+        QVariant received(record.metaType());
+        QVERIFY(QDBusMetaType::demarshall(answer.value<QDBusArgument>(), record.metaType(), received.data()));
+        QCOMPARE(received, record);
+    }
+
+    void namesAreRegistered()
+    {
+        for (const char *name :
+             {"Contact", "ListContact", "ListContactSummary", "Setting", "ListSetting", "Capability",
+              "MapQStringCapability", "QMapQStringQString", "QMapQStringQStringList", "ImpExpStatus", "UpdateReport"})
+            QVERIFY2(QDBusMetaType::typeToSignature(QMetaType::fromName(name)), name);
+    }
+
+    void onlyTheDataFolderIsReplaced()
+    {
+        qputenv("KESTIN_DATA_DIR", "/desk");
+        QCOMPARE(KestinPaths::data(u"/data/a"_s), u"/desk/a"_s);
+        QCOMPARE(KestinPaths::data(u"/database/data"_s), u"/database/data"_s);
+        qunsetenv("KESTIN_DATA_DIR");
+        QCOMPARE(KestinPaths::data(u"/data/a"_s), u"/data/a"_s);
+    }
 
 private:
     PrivateBus m_bus;
     QDBusConnection m_own = m_bus.connection(u"own"_s);
     QString m_signature;
 };
-
-void RecordsTest::initTestCase()
-{
-    registerDBusContact();
-    registerDBusCapability();
-    registerDBusSetting();
-    registerDBusImpExpStatus();
-    registerDBusContactSummary();
-    registerDBusQMapQStringQStringList();
-    registerDBusUpdateReport();
-    registerDBusKestinMode();
-    QVERIFY(m_own.registerObject(u"/"_s, this, QDBusConnection::ExportAllSlots));
-}
-
-void RecordsTest::recordsCrossTheBus_data()
-{
-    QTest::addColumn<QVariant>("record");
-    QTest::addColumn<QString>("signature");
-    QTest::addColumn<QString>("fields");
-    const auto row = [](const char *tag, const auto &record, const char *signature, const QString &fields = {}) {
-        QTest::newRow(tag) << QVariant::fromValue(record) << QString::fromLatin1(signature) << fields;
-    };
-    constexpr char contact[] = "(ssssssssssssssssssssssssssa{ss}bbisss((iii)(iiii)i))";
-    row("default contact", Contact(), contact, QString(26, u'|') + "*|false|false|0||||*"_L1);
-    row("full contact", fullContact(), contact,
-        u"contactId|loginName|salutation|firstName|name|latinFirstName|latinName|language|timezone|officePhone|"
-        "officePhoneCan|attendant|colleague|assistant|email|fax|faxCan|voicemail|personalHome|personalHomeCan|"
-        "personalMobile|personalMobileCan|personalFax|personalFaxCan|personalEmail|collaborationId|*|false|true|6|"
-        "photo|melody|puid|*"_s);
-    Contact local = fullContact();
-    local.setLastModificationDate(QDateTime({1969, 12, 31}, {23, 59, 59, 999}, Qt::LocalTime));
-    row("contacts", ListContact{local, {}}, "a(ssssssssssssssssssssssssssa{ss}bbisss((iii)(iiii)i))");
-    row("summary", ContactSummary(local), "(sssssi)", u"contactId|firstName|name|officePhone|email|6"_s);
-    row("summaries", ListContactSummary{local, {}}, "a(sssssi)");
-    const QList<std::pair<QString, QString>> choices{{u"0"_s, u"off"_s}, {u"1"_s, {}}};
-    const Setting setting{u"1"_s, u"2"_s, u"3"_s, u"4"_s,  u"5"_s, u"6"_s, u"7"_s,
-                          -8,     9,      10,     choices, false,  true,   u"user"_s};
-    row("setting", setting, "(sssssssiiia(ss)bbs)", u"1|2|3|4|5|6|7|-8|9|10|*|false|true|user"_s);
-    row("settings", ListSetting{setting, {}}, "a(sssssssiiia(ss)bbs)");
-    row("capability", Capability{u"search"_s, -1}, "(si)", u"search|-1"_s);
-    row("capabilities", MapQStringCapability{{u"a"_s, {u"b"_s, 1}}}, "a{s(si)}");
-    row("texts by text", QMapQStringQString{{QString(), u"a"_s}}, "a{ss}");
-    row("lists by text", QMapQStringQStringList{{u"a"_s, {QString(), u"b"_s}}}, "a{sas}");
-    row("status of a newer peer", ImpExpStatus(ImpExpStatus::Value(7)), "(i)", u"7"_s);
-    row("report", UpdateReport{-3, u"refused"_s}, "(is)", u"-3|refused"_s);
-    row("mode", KestinMode{STR_KESTIN_MODE_ADVANCED}, "(s)", u"advanced"_s);
-}
-
-void RecordsTest::recordsCrossTheBus()
-{
-    QFETCH(QVariant, record);
-    QDBusMessage call = QDBusMessage::createMethodCall(m_own.baseService(), u"/"_s, QString(), u"echo"_s);
-    call << record;
-    QDBusPendingCallWatcher watcher(m_bus.connection(u"caller"_s).asyncCall(call));
-    QSignalSpy finished(&watcher, &QDBusPendingCallWatcher::finished);
-    QVERIFY(watcher.isFinished() || finished.wait(PrivateBus::limitMs));
-    QTEST(m_signature, "signature");
-    const QVariant answer = watcher.reply().arguments().value(0);
-    QTEST(fieldsOf(answer.value<QDBusArgument>()), "fields");
-    QVariant received(record.metaType());
-    QVERIFY(QDBusMetaType::demarshall(answer.value<QDBusArgument>(), record.metaType(), received.data()));
-    QCOMPARE(received, record);
-}
-
-void RecordsTest::namesAreRegistered()
-{
-    for (const char *name :
-         {"Contact", "ListContact", "ListContactSummary", "Setting", "ListSetting", "Capability",
-          "MapQStringCapability", "QMapQStringQString", "QMapQStringQStringList", "ImpExpStatus", "UpdateReport"})
-        QVERIFY2(QDBusMetaType::typeToSignature(QMetaType::fromName(name)), name);
-}
-
-void RecordsTest::onlyTheDataFolderIsReplaced()
-{
-    qputenv("KESTIN_DATA_DIR", "/desk");
-    QCOMPARE(KestinPaths::data(u"/data/a"_s), u"/desk/a"_s);
-    QCOMPARE(KestinPaths::data(u"/database/data"_s), u"/database/data"_s);
-    qunsetenv("KESTIN_DATA_DIR");
-    QCOMPARE(KestinPaths::data(u"/data/a"_s), u"/data/a"_s);
-}
 
 QTEST_GUILESS_MAIN(RecordsTest)
 #include "RecordsTest.moc"

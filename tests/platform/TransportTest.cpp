@@ -6,6 +6,7 @@
 #include "platform/records/Contact.h"
 #include "platform/records/KestinBus.h"
 #include "tests/support/PrivateBus.h"
+#include "tests/support/Rows.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnectionInterface>
@@ -143,205 +144,189 @@ class TransportTest : public QObject
 
 private Q_SLOTS:
     void initTestCase() { registerDBusContact(); }
-    void init();
-    void cleanup();
-    void aSilentPeerIsWaitedForAndAMissingOneIsNot();
-    void noAnswerIsHeldUpByWhatWaits();
-    void eventsReachOnlyThoseWhoWantThem();
-    void whatCannotWorkIsRefused();
-    void aModuleIsWatched();
-    void aTakenNameIsRefused();
-    void aPopupIsAskedOfThePresentation();
-    void failuresOfASlotAreErrorReplies_data();
-    void failuresOfASlotAreErrorReplies();
-    void aModuleIsOnTheBusFromRunToStop();
-    void theEndOfTheBusIsTold();
+
+    void init()
+    {
+        m_module.emplace(m_bus, u"M"_s, u"module"_s);
+        m_caller.emplace(m_bus, u"M"_s, u"caller"_s);
+        QCOMPARE(m_module->transport.publish(*m_module), QString());
+    }
+
+    void cleanup()
+    {
+        m_module.reset();
+        m_caller.reset();
+        QDBusConnection::disconnectFromBus(u"peer"_s);
+    }
+
+    void aSilentPeerIsWaitedForAndAMissingOneIsNot()
+    {
+        QElapsedTimer timer;
+        timer.start();
+        // The module lives on this thread, which waits for the answer: so there is none.
+        QDBusPendingCall call = m_caller->asyncRemoteCall(u"M"_s, u"answers"_s, {1});
+        QCOMPARE(m_caller->ask(u"M"_s, u"answers"_s), QDBusError::NoReply);
+        call.waitForFinished();
+        QCOMPARE(call.error().type(), QDBusError::NoReply);
+        QVERIFY2(timer.elapsed() >= 4500 && timer.elapsed() < 8000, qPrintable(QString::number(timer.elapsed())));
+        timer.start();
+        QVERIFY(!m_caller->syncRemoteCall(u"M"_s, u"answers"_s, {1}, 100ms).errorName().isEmpty());
+        QCOMPARE(m_caller->ask(u"Nobody"_s, u"a"_s), QDBusError::ServiceUnknown);
+        QVERIFY(timer.elapsed() < 2500);
+    }
+
+    void noAnswerIsHeldUpByWhatWaits()
+    {
+        QList<QDBusPendingCall> waiting; // at the module, whose thread this is
+        for (int i = 0; i < 3; ++i)
+            waiting.append(m_caller->asyncRemoteCall(u"M"_s, u"lengthOf"_s, {QString(fits, u'a')}));
+        QCOMPARE(m_caller->ask(u"Nobody"_s, u"a"_s), QDBusError::ServiceUnknown); // so the bus has them all
+        QCOMPARE(m_module->ask(u"Nobody"_s, u"a"_s), QDBusError::ServiceUnknown);
+        for (const QDBusPendingCall &call : waiting)
+            QTRY_VERIFY_WITH_TIMEOUT(call.isFinished(), PrivateBus::limitMs);
+    }
+
+    void eventsReachOnlyThoseWhoWantThem()
+    {
+        TestModule second(m_bus, u"Second"_s, u"second"_s);
+        auto gone = std::make_unique<TestModule>(m_bus, u"Gone"_s, u"gone"_s);
+        for (TestModule *receiver : {&*m_caller, &second, gone.get()})
+            QVERIFY(m_caller->subscribe("wanted", receiver));
+        QVERIFY(m_caller->subscribe("other", &second, "slot_event(KestinEvent)"));
+        gone.reset();
+        Contact contact;
+        contact.name = u"M\u00fcller"_s;
+        KestinEvent event(u"wanted"_s, {});
+        event.addArgument(QVariant::fromValue(ListContact{contact}), u"contacts"_s, true);
+        event.addArgument(5, u"nbResults"_s, false);
+        QVERIFY(m_module->notifyEvent({u"unwanted"_s, {}}) && m_module->notifyEvent(event));
+        QVERIFY(m_module->notifyEvent({u"other"_s, {}}));
+        QTRY_COMPARE(second.events.size(), 2);
+        QCOMPARE(m_caller->events.size(), 1);
+        const KestinEvent received = m_caller->events.first();
+        QCOMPARE(received.getEvtName(), u"wanted"_s);
+        QCOMPARE(received.argument<ListContact>(u"contacts"_s), ListContact{contact});
+        QCOMPARE(received.argument<int>(u"nbResults"_s), 5);
+        QCOMPARE(received.argument<QString>(u"none"_s), QString());
+        QCOMPARE(received.arguments().last().flag, false);
+        QVERIFY(second.events.last().arguments().isEmpty());
+    }
+
+    void whatCannotWorkIsRefused()
+    {
+        QVERIFY(!m_caller->subscribe("event", &*m_caller, "slot_missing(KestinEvent)"));
+        QVERIFY(!m_caller->subscribe("event", &*m_caller, "slot_event()"));
+        QVERIFY(!m_caller->subscribe("event", &*m_caller, "slot_number(int)"));
+        KestinEvent event(u"large"_s, {});
+        event.addArgument(QStringList(2, QString(tooLarge / 2, u'a')), u"contactIds"_s, true);
+        QVERIFY(!m_module->notifyEvent(event));
+        QVERIFY(m_module->notifyEvent({u"small"_s, {}}));
+    }
+
+    void aModuleIsWatched()
+    {
+        const std::unique_ptr<ModuleWatch> watch = m_module->watchModule(u"Peer"_s);
+        QSignalSpy came(watch.get(), &ModuleWatch::came);
+        QSignalSpy left(watch.get(), &ModuleWatch::left);
+        Peer peer;
+        for (int times = 1; times < 3; ++times) {
+            publishPeer(u"Peer"_s, peer);
+            QTRY_COMPARE(came.size(), times);
+            QCOMPARE(left.size(), times - 1);
+            QDBusConnection::disconnectFromBus(u"peer"_s);
+            QTRY_COMPARE(left.size(), times);
+        }
+    }
+
+    void aTakenNameIsRefused()
+    {
+        QCOMPARE(m_caller->transport.publish(*m_caller), u"the name com.norlan.Kestin.M is already taken"_s);
+        QCOMPARE(call(u"answers"_s, {2}).arguments().value(0).toString(), u"aa"_s);
+        m_module->transport.withdraw(*m_module);
+        QCOMPARE(QDBusError(call(u"answers"_s, {2})).type(), QDBusError::ServiceUnknown);
+        QCOMPARE(m_caller->transport.publish(*m_caller), QString());
+    }
+
+    void aPopupIsAskedOfThePresentation()
+    {
+        const auto show = [this] { return m_module->showPopup(u"text"_s, 3, -1, {}, {}, {}, {}); };
+        QVERIFY(show()); // nobody there is no failure
+        Peer peer;
+        publishPeer(ModuleName::presentation, peer);
+        // The peer lives on this thread and answers none of them until they all were sent: a system bus lets 128 wait.
+        constexpr int popups = 200;
+        for (int i = 0; i < popups; ++i)
+            QVERIFY(show());
+        QCOMPARE(m_module->ask(u"Nobody"_s, u"a"_s), QDBusError::ServiceUnknown);
+        QTRY_COMPARE(peer.popups, QStringList(popups, u"siiassasa{ss}"_s));
+    }
+
+    void failuresOfASlotAreErrorReplies_data()
+    {
+        const Rows<QVariantList, QString> row("arguments", "error");
+        const QString failed = u"com.norlan.Kestin.KestinException: it failed"_s;
+        const QString limit =
+            u"org.freedesktop.DBus.Error.LimitsExceeded: %1: the result is larger than the bus carries; "
+            "ask for fewer at a time"_s;
+        row("fails", QVariantList(), failed);
+        row("failsWithoutResult", QVariantList(), failed);
+        row("answers", QVariantList{tooLarge}, limit.arg("answers"_L1));
+        row("lengthOf", QVariantList{QString(tooLarge, u'a')},
+            u"org.freedesktop.DBus.Error.LimitsExceeded: lengthOf: the arguments are larger than "
+            "24 MiB; send fewer at a time"_s);
+        row("answersContacts", QVariantList{tooLarge}, limit.arg("answersContacts"_L1));
+    }
+
+    void failuresOfASlotAreErrorReplies()
+    {
+        QFETCH(QVariantList, arguments);
+        const QDBusMessage reply = call(QLatin1String(QTest::currentDataTag()), arguments);
+        QTEST(reply.errorName() + ": "_L1 + reply.errorMessage(), "error");
+        // The next caller is served by the same connection.
+        const QDBusMessage next = call(u"answers"_s, {fits});
+        QCOMPARE(next.arguments().value(0).toString().size(), fits);
+        QCOMPARE(call(u"lengthOf"_s, {QString(fits / 2, u'\u00e9')}).arguments().value(0).toInt(), fits / 2);
+        QCOMPARE(next.service(), m_bus.connection(u"module"_s).baseService());
+    }
+
+    void aModuleIsOnTheBusFromRunToStop()
+    {
+        LivingModule module(m_bus.connection(u"peer"_s));
+        QCOMPARE(static_cast<KestinApplication *>(qApp)->exec<TestAdaptor>(module), 0);
+        QCOMPARE(module.life, u"check deploy init run life*+ stop* "_s);
+    }
+
+    void theEndOfTheBusIsTold()
+    {
+        auto bus = std::make_unique<PrivateBus>();
+        TestModule module(*bus, u"M"_s, u"lost"_s);
+        QSignalSpy disconnected(&module.transport, &BusTransport::disconnected);
+        bus.reset();
+        QVERIFY(!disconnected.isEmpty() || disconnected.wait(PrivateBus::limitMs));
+        QCOMPARE(module.ask(u"M"_s, u"a"_s), QDBusError::Disconnected);
+    }
 
 private:
-    QDBusMessage call(const QString &method, const QVariantList &arguments = {});
-    void publishPeer(const QString &module, QObject &peer);
+    /// Calls the module, with this thread free to answer.
+    QDBusMessage call(const QString &method, const QVariantList &arguments = {})
+    {
+        QDBusPendingCallWatcher watcher(m_caller->asyncRemoteCall(u"M"_s, method, arguments));
+        QSignalSpy finished(&watcher, &QDBusPendingCallWatcher::finished);
+        return watcher.isFinished() || finished.wait(PrivateBus::limitMs) ? watcher.reply() : QDBusMessage();
+    }
+
+    /// On the connection "peer", under the module's name.
+    void publishPeer(const QString &module, QObject &peer)
+    {
+        QDBusConnection connection = m_bus.connection(u"peer"_s);
+        QVERIFY(connection.registerObject(KestinBus::objectPath(module), &peer, QDBusConnection::ExportAllSlots));
+        QVERIFY(connection.registerService(KestinBus::serviceName(module)));
+    }
 
     PrivateBus m_bus;
     std::optional<TestModule> m_module; ///< is on the bus
     std::optional<TestModule> m_caller; ///< is not
 };
-
-void TransportTest::init()
-{
-    m_module.emplace(m_bus, u"M"_s, u"module"_s);
-    m_caller.emplace(m_bus, u"M"_s, u"caller"_s);
-    QCOMPARE(m_module->transport.publish(*m_module), QString());
-}
-
-void TransportTest::cleanup()
-{
-    m_module.reset();
-    m_caller.reset();
-    QDBusConnection::disconnectFromBus(u"peer"_s);
-}
-
-/// Calls the module, with this thread free to answer.
-QDBusMessage TransportTest::call(const QString &method, const QVariantList &arguments)
-{
-    QDBusPendingCallWatcher watcher(m_caller->asyncRemoteCall(u"M"_s, method, arguments));
-    QSignalSpy finished(&watcher, &QDBusPendingCallWatcher::finished);
-    return watcher.isFinished() || finished.wait(PrivateBus::limitMs) ? watcher.reply() : QDBusMessage();
-}
-
-/// On the connection "peer", under the module's name.
-void TransportTest::publishPeer(const QString &module, QObject &peer)
-{
-    QDBusConnection connection = m_bus.connection(u"peer"_s);
-    QVERIFY(connection.registerObject(KestinBus::objectPath(module), &peer, QDBusConnection::ExportAllSlots));
-    QVERIFY(connection.registerService(KestinBus::serviceName(module)));
-}
-
-void TransportTest::aSilentPeerIsWaitedForAndAMissingOneIsNot()
-{
-    QElapsedTimer timer;
-    timer.start();
-    // The module lives on this thread, which waits for the answer: so there is none.
-    QDBusPendingCall call = m_caller->asyncRemoteCall(u"M"_s, u"answers"_s, {1});
-    QCOMPARE(m_caller->ask(u"M"_s, u"answers"_s), QDBusError::NoReply);
-    call.waitForFinished();
-    QCOMPARE(call.error().type(), QDBusError::NoReply);
-    QVERIFY2(timer.elapsed() >= 4500 && timer.elapsed() < 8000, qPrintable(QString::number(timer.elapsed())));
-    timer.start();
-    QVERIFY(!m_caller->syncRemoteCall(u"M"_s, u"answers"_s, {1}, 100ms).errorName().isEmpty());
-    QCOMPARE(m_caller->ask(u"Nobody"_s, u"a"_s), QDBusError::ServiceUnknown);
-    QVERIFY(timer.elapsed() < 2500);
-}
-
-void TransportTest::noAnswerIsHeldUpByWhatWaits()
-{
-    QList<QDBusPendingCall> waiting; // at the module, whose thread this is
-    for (int i = 0; i < 3; ++i)
-        waiting.append(m_caller->asyncRemoteCall(u"M"_s, u"lengthOf"_s, {QString(fits, u'a')}));
-    QCOMPARE(m_caller->ask(u"Nobody"_s, u"a"_s), QDBusError::ServiceUnknown); // so the bus has them all
-    QCOMPARE(m_module->ask(u"Nobody"_s, u"a"_s), QDBusError::ServiceUnknown);
-    for (const QDBusPendingCall &call : waiting)
-        QTRY_VERIFY_WITH_TIMEOUT(call.isFinished(), PrivateBus::limitMs);
-}
-
-void TransportTest::eventsReachOnlyThoseWhoWantThem()
-{
-    TestModule second(m_bus, u"Second"_s, u"second"_s);
-    auto gone = std::make_unique<TestModule>(m_bus, u"Gone"_s, u"gone"_s);
-    for (TestModule *receiver : {&*m_caller, &second, gone.get()})
-        QVERIFY(m_caller->subscribe("wanted", receiver));
-    QVERIFY(m_caller->subscribe("other", &second, "slot_event(KestinEvent)"));
-    gone.reset();
-    Contact contact;
-    contact.name = u"M\u00fcller"_s;
-    KestinEvent event(u"wanted"_s, {});
-    event.addArgument(QVariant::fromValue(ListContact{contact}), u"contacts"_s, true);
-    event.addArgument(5, u"nbResults"_s, false);
-    QVERIFY(m_module->notifyEvent({u"unwanted"_s, {}}) && m_module->notifyEvent(event));
-    QVERIFY(m_module->notifyEvent({u"other"_s, {}}));
-    QTRY_COMPARE(second.events.size(), 2);
-    QCOMPARE(m_caller->events.size(), 1);
-    const KestinEvent received = m_caller->events.first();
-    QCOMPARE(received.getEvtName(), u"wanted"_s);
-    QCOMPARE(received.argument<ListContact>(u"contacts"_s), ListContact{contact});
-    QCOMPARE(received.argument<int>(u"nbResults"_s), 5);
-    QCOMPARE(received.argument<QString>(u"none"_s), QString());
-    QCOMPARE(received.arguments().last().flag, false);
-    QVERIFY(second.events.last().arguments().isEmpty());
-}
-
-void TransportTest::whatCannotWorkIsRefused()
-{
-    QVERIFY(!m_caller->subscribe("event", &*m_caller, "slot_missing(KestinEvent)"));
-    QVERIFY(!m_caller->subscribe("event", &*m_caller, "slot_event()"));
-    QVERIFY(!m_caller->subscribe("event", &*m_caller, "slot_number(int)"));
-    KestinEvent event(u"large"_s, {});
-    event.addArgument(QStringList(2, QString(tooLarge / 2, u'a')), u"contactIds"_s, true);
-    QVERIFY(!m_module->notifyEvent(event));
-    QVERIFY(m_module->notifyEvent({u"small"_s, {}}));
-}
-
-void TransportTest::aModuleIsWatched()
-{
-    const std::unique_ptr<ModuleWatch> watch = m_module->watchModule(u"Peer"_s);
-    QSignalSpy came(watch.get(), &ModuleWatch::came);
-    QSignalSpy left(watch.get(), &ModuleWatch::left);
-    Peer peer;
-    for (int times = 1; times < 3; ++times) {
-        publishPeer(u"Peer"_s, peer);
-        QTRY_COMPARE(came.size(), times);
-        QCOMPARE(left.size(), times - 1);
-        QDBusConnection::disconnectFromBus(u"peer"_s);
-        QTRY_COMPARE(left.size(), times);
-    }
-}
-
-void TransportTest::aTakenNameIsRefused()
-{
-    QCOMPARE(m_caller->transport.publish(*m_caller), u"the name com.norlan.Kestin.M is already taken"_s);
-    QCOMPARE(call(u"answers"_s, {2}).arguments().value(0).toString(), u"aa"_s);
-    m_module->transport.withdraw(*m_module);
-    QCOMPARE(QDBusError(call(u"answers"_s, {2})).type(), QDBusError::ServiceUnknown);
-    QCOMPARE(m_caller->transport.publish(*m_caller), QString());
-}
-
-void TransportTest::aPopupIsAskedOfThePresentation()
-{
-    const auto show = [this] { return m_module->showPopup(u"text"_s, 3, -1, {}, {}, {}, {}); };
-    QVERIFY(show()); // nobody there is no failure
-    Peer peer;
-    publishPeer(ModuleName::presentation, peer);
-    // The peer lives on this thread and answers none of them until they all were sent: a system bus lets 128 wait.
-    constexpr int popups = 200;
-    for (int i = 0; i < popups; ++i)
-        QVERIFY(show());
-    QCOMPARE(m_module->ask(u"Nobody"_s, u"a"_s), QDBusError::ServiceUnknown);
-    QTRY_COMPARE(peer.popups, QStringList(popups, u"siiassasa{ss}"_s));
-}
-
-void TransportTest::failuresOfASlotAreErrorReplies_data()
-{
-    QTest::addColumn<QVariantList>("arguments");
-    QTest::addColumn<QString>("error");
-    const QString failed = u"com.norlan.Kestin.KestinException: it failed"_s;
-    const QString limit = u"org.freedesktop.DBus.Error.LimitsExceeded: %1: the result is larger than the bus carries; "
-                          "ask for fewer at a time"_s;
-    QTest::newRow("fails") << QVariantList() << failed;
-    QTest::newRow("failsWithoutResult") << QVariantList() << failed;
-    QTest::newRow("answers") << QVariantList{tooLarge} << limit.arg("answers"_L1);
-    QTest::newRow("lengthOf") << QVariantList{QString(tooLarge, u'a')}
-                              << u"org.freedesktop.DBus.Error.LimitsExceeded: lengthOf: the arguments are larger than "
-                                 "24 MiB; send fewer at a time"_s;
-    QTest::newRow("answersContacts") << QVariantList{tooLarge} << limit.arg("answersContacts"_L1);
-}
-
-void TransportTest::failuresOfASlotAreErrorReplies()
-{
-    QFETCH(QVariantList, arguments);
-    const QDBusMessage reply = call(QLatin1String(QTest::currentDataTag()), arguments);
-    QTEST(reply.errorName() + ": "_L1 + reply.errorMessage(), "error");
-    // The next caller is served by the same connection.
-    const QDBusMessage next = call(u"answers"_s, {fits});
-    QCOMPARE(next.arguments().value(0).toString().size(), fits);
-    QCOMPARE(call(u"lengthOf"_s, {QString(fits / 2, u'\u00e9')}).arguments().value(0).toInt(), fits / 2);
-    QCOMPARE(next.service(), m_bus.connection(u"module"_s).baseService());
-}
-
-void TransportTest::aModuleIsOnTheBusFromRunToStop()
-{
-    LivingModule module(m_bus.connection(u"peer"_s));
-    QCOMPARE(static_cast<KestinApplication *>(qApp)->exec<TestAdaptor>(module), 0);
-    QCOMPARE(module.life, u"check deploy init run life*+ stop* "_s);
-}
-
-void TransportTest::theEndOfTheBusIsTold()
-{
-    auto bus = std::make_unique<PrivateBus>();
-    TestModule module(*bus, u"M"_s, u"lost"_s);
-    QSignalSpy disconnected(&module.transport, &BusTransport::disconnected);
-    bus.reset();
-    QVERIFY(!disconnected.isEmpty() || disconnected.wait(PrivateBus::limitMs));
-    QCOMPARE(module.ask(u"M"_s, u"a"_s), QDBusError::Disconnected);
-}
 
 int main(int argc, char **argv)
 {
