@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "tests/support/PrivateBus.h"
-#include "tests/support/Program.h"
+#include "tests/support/Files.h"
+#include "tests/support/PhoneUnderTest.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <memory>
@@ -20,31 +19,32 @@ struct Outcome
     QString error;
 
     QJsonDocument json() const { return QJsonDocument::fromJson(out.toUtf8()); }
+    /// A text of the object that was printed.
+    QString value(const char *key) const { return json()[QLatin1String(key)].toString(); }
     QStringList names() const;
+    /// Whether it ended with this code and told this on the standard error; a warning says what it did instead.
+    bool ended(int expectedCode, const QString &told) const;
 };
 
-Outcome client(const QStringList &arguments, const QByteArray &input = {});
+/// Runs the client with the words of a line, and what follows them.
+Outcome client(const QString &line, const QStringList &more = {}, const QByteArray &input = {});
+Outcome client(const QString &line, const QByteArray &input);
 
-/// The real service and its peers on a bus and with data of their own, made anew for each test function.
+/// A phone with its service made anew for each test function, and files beside its data.
 class ClientDesk : public QObject
 {
     Q_OBJECT
 
 protected Q_SLOTS:
     void init();
-    void cleanup();
+    void cleanup() { m_phone.reset(); }
 
 protected:
-    void startDirectory();
-    QString path(const QString &name) const { return m_data->filePath(name); }
-    void write(const QString &name, const QByteArray &content) const;
+    QString path(const QString &name) const { return m_phone->data.filePath(name); }
+    void write(const QString &name, const QByteArray &content) const { writeFile(path(name), content); }
+    /// The names of all contacts in their order.
+    static QString names() { return client("list --json").names().join(' '); }
 
-    std::unique_ptr<PrivateBus> m_bus;
-    std::unique_ptr<QTemporaryDir> m_data;
-    QString m_photos; ///< the folder of photos
-    QString m_proxy;  ///< by which the service fetches them, if any
-    std::unique_ptr<Program> m_settings;
-    std::unique_ptr<Program> m_telephony;
-    std::unique_ptr<Program> m_company;
-    std::unique_ptr<Program> m_directory;
+    std::unique_ptr<PhoneUnderTest> m_phone;
+    QString m_proxy; ///< by which the service fetches photos, if any
 };

@@ -3,6 +3,8 @@
 #include "client/vcard/VCardReader.h"
 #include "client/vcard/VCardSplitter.h"
 #include "client/vcard/VCardWriter.h"
+#include "tests/support/Person.h"
+#include "tests/support/Rows.h"
 
 #include <QBuffer>
 #include <QTest>
@@ -63,269 +65,232 @@ class VCardTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void becomesContact_data();
-    void becomesContact();
-    void fullNameAloneIsTakenApart_data();
-    void fullNameAloneIsTakenApart();
-    void comesBackAsItWas_data();
-    void comesBackAsItWas();
-    void usualContactsNeedNoPropertiesOfOurOwn();
-    void embeddedPictureComesBack();
-    void isRefused_data();
-    void isRefused();
-    void fileIsTakenApart_data();
-    void fileIsTakenApart();
-    void oversizedCardIsSkipped();
-    void damageNeverCrashesNorMakesANamelessContact();
-};
+    void becomesContact_data()
+    {
+        const Rows<QByteArray, QString> row("text", "fields");
 
-void VCardTest::becomesContact_data()
-{
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QString>("fields");
-
-    QTest::newRow("2.1, quoted-printable in two character sets")
-        << card("2.1", trickyCard)
-        << u"salutation: Dr.\nfirstName: Zoë\nname: Müller\nofficePhone: +33 1 55\npersonalMobile: 06\n"
-           "personalFax: 102\nmisc.note: café and; more"_s;
-    QTest::newRow("2.1, bytes of character sets named and unnamed, folded")
-        << card("2.1", "N;CHARSET=SHIFT_JIS:\x8e\x52\x93\x63;Taro\nORG:Caf\xe9\n  Dupr\xe9\n")
-        << u"firstName: Taro\nname: 山田\nmisc.company: Café Dupré"_s;
-    QTest::newRow("2.1, quoted-printable without a character set")
-        << card("2.1", "N;ENCODING=QUOTED-PRINTABLE:Gr=F6=DFe\n") << u"name: Größe"_s;
-    QTest::newRow("3.0, groups, escapes, folding")
-        << card("3.0", "N:O\\;Hara\\, sr;Zoë;Ann,Bea;;Jr.\nitem1.TEL;TYPE=WORK,VOICE;TYPE=pref:+33 1\n"
-                       "EMAIL;TYPE=HOME:zoe@ho\n me.org\nEMAIL:zoe@work.org\nNOTE:a;b\\nc\nX-JABBER:zoe@im.org\n"
-                       "CATEGORIES:friends,golf\nCLASS:PRIVATE\nX-OTHER:x\nREV:1\n")
-        << u"firstName: Zoë Ann,Bea\nname: O;Hara, sr\nofficePhone: +33 1\nemail: zoe@work.org\n"
-           "personalEmail: zoe@home.org\ncollaborationId: zoe@im.org\nmisc.categories: friends, golf\n"
-           "misc.note: a;b\nc\nmisc.suffix: Jr.\nisPrivate: yes"_s;
-    QTest::newRow("4.0, addresses as URIs")
-        << card("4.0", "FN:Zoë Müller\nN:Müller;Zoë;;;\nTEL;VALUE=uri;TYPE=\"voice,work\":tel:+1-555;ext=102\n"
-                       "TEL;VALUE=uri;TYPE=\"cell\":tel:+1-556\nIMPP:xmpp:zoe@im.org\nLANG;PREF=1:fr\nTZ:+01:00\n"
-                       "PHOTO:data:image/png;base64,AAAA\nPHOTO:https://example.org/zoe.png\n")
-        << u"firstName: Zoë\nname: Müller\nlanguage: fr\ntimezone: +01:00\nofficePhone: +1-555\n"
-           "personalMobile: +1-556\npersonalFax: 102\ncollaborationId: zoe@im.org\n"
-           "photo: https://example.org/zoe.png"_s;
-    QTest::newRow("more of everything than there are fields")
-        << card("3.0",
-                "N:X\nTEL:1111111\nTEL;TYPE=HOME:2\nTEL;TYPE=FAX,WORK:3\nTEL;TYPE=WORK:4444444\nTEL;TYPE=WORK:55\n"
-                "TEL;TYPE=CELL:6\nTEL;TYPE=CELL:7\nEMAIL:a\nEMAIL:b\nEMAIL:c\nEMAIL:a\nIMPP:x:i\nIMPP:j\n")
-        << u"name: X\nofficePhone: 4444444\nemail: a\nfax: 3\npersonalHome: 2\npersonalMobile: 6\npersonalFax: 55\n"
-           "personalEmail: b\ncollaborationId: i\nmisc.email: c\nmisc.im: j\nmisc.phone2: 7\nmisc.phone3: 1111111"_s;
-    QTest::newRow("addresses, organisation, title")
-        << card("3.0", "N:X\nADR;TYPE=WORK:PO 1;Floor 2;Main St 3;Paris;IdF;75001;France\nADR:;;Sea;Nice;;;\n"
-                       "ORG:ACME;R&D;Lab\nTITLE:Chief\nBDAY:1980-01-02\nURL:http://x.org/;a\n")
-        << u"name: X\nmisc.address: Main St 3, Floor 2, PO 1\nmisc.birthday: 1980-01-02\nmisc.city: Paris\n"
-           "misc.company: ACME\nmisc.country: France\nmisc.department: R&D, Lab\nmisc.job: Chief\n"
-           "misc.otherAddress: Sea, Nice\nmisc.region: IdF\nmisc.url: http://x.org/;a\nmisc.zip: 75001"_s;
-    QTest::newRow("a company has one name")
-        << card("3.0", "FN:Bar du Coin\nORG:Bar du Coin\n") << u"name: Bar du Coin\nmisc.company: Bar du Coin"_s;
-    QTest::newRow("lines that are none") << card("3.0", "N:only\nTEL\n:::\n=\nTEL;TYPE=\"work:1\nFOO;=:x\n\n")
-                                         << u"name: only"_s;
-}
-
-void VCardTest::becomesContact()
-{
-    QFETCH(QByteArray, text);
-    QFETCH(QString, fields);
-    // Line ends of either kind.
-    for (const QByteArray &variant : {text, QByteArray(text).replace("\n", "\r\n")}) {
-        const VCardReader::Result result = VCardReader::read(variant);
-        QCOMPARE(result.refusal, QString());
-        QCOMPARE(fieldsOf(result.contact), fields);
+        row("2.1, quoted-printable in two character sets", card("2.1", trickyCard),
+            u"salutation: Dr.\nfirstName: Zoë\nname: Müller\nofficePhone: +33 1 55\npersonalMobile: 06\n"
+            "personalFax: 102\nmisc.note: café and; more"_s);
+        row("2.1, bytes of character sets named and unnamed, folded",
+            card("2.1", "N;CHARSET=SHIFT_JIS:\x8e\x52\x93\x63;Taro\nORG:Caf\xe9\n  Dupr\xe9\n"),
+            u"firstName: Taro\nname: 山田\nmisc.company: Café Dupré"_s);
+        row("2.1, quoted-printable without a character set", card("2.1", "N;ENCODING=QUOTED-PRINTABLE:Gr=F6=DFe\n"),
+            u"name: Größe"_s);
+        row("3.0, groups, escapes, folding",
+            card("3.0", "N:O\\;Hara\\, sr;Zoë;Ann,Bea;;Jr.\nitem1.TEL;TYPE=WORK,VOICE;TYPE=pref:+33 1\n"
+                        "EMAIL;TYPE=HOME:zoe@ho\n me.org\nEMAIL:zoe@work.org\nNOTE:a;b\\nc\nX-JABBER:zoe@im.org\n"
+                        "CATEGORIES:friends,golf\nCLASS:PRIVATE\nX-OTHER:x\nREV:1\n"),
+            u"firstName: Zoë Ann,Bea\nname: O;Hara, sr\nofficePhone: +33 1\nemail: zoe@work.org\n"
+            "personalEmail: zoe@home.org\ncollaborationId: zoe@im.org\nmisc.categories: friends, golf\n"
+            "misc.note: a;b\nc\nmisc.suffix: Jr.\nisPrivate: yes"_s);
+        row("4.0, addresses as URIs",
+            card("4.0", "FN:Zoë Müller\nN:Müller;Zoë;;;\nTEL;VALUE=uri;TYPE=\"voice,work\":tel:+1-555;ext=102\n"
+                        "TEL;VALUE=uri;TYPE=\"cell\":tel:+1-556\nIMPP:xmpp:zoe@im.org\nLANG;PREF=1:fr\nTZ:+01:00\n"
+                        "PHOTO:data:image/png;base64,AAAA\nPHOTO:https://example.org/zoe.png\n"),
+            u"firstName: Zoë\nname: Müller\nlanguage: fr\ntimezone: +01:00\nofficePhone: +1-555\n"
+            "personalMobile: +1-556\npersonalFax: 102\ncollaborationId: zoe@im.org\n"
+            "photo: https://example.org/zoe.png"_s);
+        row("more of everything than there are fields",
+            card("3.0",
+                 "N:X\nTEL:1111111\nTEL;TYPE=HOME:2\nTEL;TYPE=FAX,WORK:3\nTEL;TYPE=WORK:4444444\nTEL;TYPE=WORK:55\n"
+                 "TEL;TYPE=CELL:6\nTEL;TYPE=CELL:7\nEMAIL:a\nEMAIL:b\nEMAIL:c\nEMAIL:a\nIMPP:x:i\nIMPP:j\n"),
+            u"name: X\nofficePhone: 4444444\nemail: a\nfax: 3\npersonalHome: 2\npersonalMobile: 6\npersonalFax: 55\n"
+            "personalEmail: b\ncollaborationId: i\nmisc.email: c\nmisc.im: j\nmisc.phone2: 7\nmisc.phone3: 1111111"_s);
+        row("addresses, organisation, title",
+            card("3.0", "N:X\nADR;TYPE=WORK:PO 1;Floor 2;Main St 3;Paris;IdF;75001;France\nADR:;;Sea;Nice;;;\n"
+                        "ORG:ACME;R&D;Lab\nTITLE:Chief\nBDAY:1980-01-02\nURL:http://x.org/;a\n"),
+            u"name: X\nmisc.address: Main St 3, Floor 2, PO 1\nmisc.birthday: 1980-01-02\nmisc.city: Paris\n"
+            "misc.company: ACME\nmisc.country: France\nmisc.department: R&D, Lab\nmisc.job: Chief\n"
+            "misc.otherAddress: Sea, Nice\nmisc.region: IdF\nmisc.url: http://x.org/;a\nmisc.zip: 75001"_s);
+        row("a company has one name", card("3.0", "FN:Bar du Coin\nORG:Bar du Coin\n"),
+            u"name: Bar du Coin\nmisc.company: Bar du Coin"_s);
+        row("lines that are none", card("3.0", "N:only\nTEL\n:::\n=\nTEL;TYPE=\"work:1\nFOO;=:x\n\n"), u"name: only"_s);
     }
-}
 
-void VCardTest::fullNameAloneIsTakenApart_data()
-{
-    QTest::addColumn<QString>("fullName");
-    QTest::addColumn<QString>("fields");
-    QTest::newRow("two words") << u"Zoë Müller"_s << u"firstName: Zoë\nname: Müller"_s;
-    QTest::newRow("particles") << u"Ludwig van Beethoven"_s << u"firstName: Ludwig\nname: van Beethoven"_s;
-    QTest::newRow("comma") << u"Müller\\, Zoë"_s << u"firstName: Zoë\nname: Müller"_s;
-    QTest::newRow("titles") << u"Dr. Anna B. Smith"_s << u"salutation: Dr.\nfirstName: Anna B.\nname: Smith"_s;
-    QTest::newRow("one word") << u"山田太郎"_s << u"name: 山田太郎"_s;
-    QTest::newRow("a title only") << u"Mr."_s << u"name: Mr."_s;
-}
-
-void VCardTest::fullNameAloneIsTakenApart()
-{
-    QFETCH(QString, fullName);
-    QTEST(fieldsOf(VCardReader::read(card("3.0", "FN:" + fullName.toUtf8() + '\n')).contact), "fields");
-}
-
-void VCardTest::comesBackAsItWas_data()
-{
-    QTest::addColumn<Contact>("contact");
-    const QStringList keys{u"company"_s, u"job"_s,    u"address"_s, u"city"_s,     u"zip"_s,      u"country"_s,
-                           u"region"_s,  u"note"_s,   u"url"_s,     u"birthday"_s, u"nickname"_s, u"suffix"_s,
-                           u"role"_s,    u"phone2"_s, u"email"_s,   u"im"_s,       u"anything"_s, u"department"_s};
-    for (const QString &value : {u"%1"_s, u"%1; \\, \"a\": 100% =3D\\n%41"_s, u" \t%1\r\n two\n"_s,
-                                 u"\x1b\u2028%1\u0085"_s, u"tel:%1;ext=5"_s, u"Ünï %1 👍 "_s.repeated(60)}) {
-        Contact contact;
-        for (const Contact::TextField &field : Contact::texts) {
-            const QString name = QString::fromLatin1(field.name);
-            if (name != u"contactId" && !name.startsWith(u"latin") && !name.endsWith(u"Can"))
-                contact.*field.value = value.arg(name);
+    void becomesContact()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(QString, fields);
+        // Line ends of either kind.
+        for (const QByteArray &variant : {text, QByteArray(text).replace("\n", "\r\n")}) {
+            const VCardReader::Result result = VCardReader::read(variant);
+            QCOMPARE(result.refusal, QString());
+            QCOMPARE(fieldsOf(result.contact), fields);
         }
-        contact.melody = value;
-        for (const QString &key : keys)
-            contact.misc.insert(key, value.arg(key));
-        contact.misc.insert(value, value);
-        contact.isPreviewed = contact.isPrivate = true;
-        QTest::addRow("every field as %s", value.left(7).toUtf8().toPercentEncoding().constData()) << contact;
     }
-    const auto row = [](const char *name, const QMap<QString, QString> &misc, QList<QString Contact::*> fields,
-                        const QStringList &values) {
-        Contact contact;
-        contact.misc = misc;
-        for (int index = 0; index < fields.size(); ++index)
-            contact.*fields.at(index) = values.at(index);
-        QTest::newRow(name) << contact;
-    };
-    row("nothing", {}, {}, {});
-    row("no name", {{u"company"_s, u"ACME"_s}}, {&Contact::officePhone}, {u"1"_s});
-    row("an address that reads like a name", {}, {&Contact::email}, {u"Dr. Bea Marlow, Jr."_s});
-    row("empty pairs", {{u""_s, u"x"_s}, {u"y"_s, u""_s}, {u"city"_s, u""_s}}, {&Contact::name}, {u"X"_s});
-    row("long extension", {}, {&Contact::name, &Contact::officePhone, &Contact::personalFax},
-        {u"X"_s, u"12"_s, u"+331"_s});
-    row("one address twice", {}, {&Contact::name, &Contact::email, &Contact::personalEmail},
-        {u"X"_s, u"a@b"_s, u"a@b"_s});
-    row("private address alone", {}, {&Contact::name, &Contact::personalEmail}, {u"X"_s, u"a@b"_s});
-    row("web photo", {}, {&Contact::name, &Contact::photo}, {u"X"_s, u"https://example.org/a;b,c?d=1#e"_s});
-}
 
-void VCardTest::comesBackAsItWas()
-{
-    QFETCH(Contact, contact);
-    Contact stored = contact;
-    stored.contactId = u"#CONTACT_1#"_s;
-    stored.latinName = stored.officePhoneCan = u"derived"_s;
-    const QByteArray text = VCardWriter::write(stored);
-    const VCardReader::Result result = VCardReader::read(text);
-    QCOMPARE(result.refusal, QString());
-    QCOMPARE(fieldsOf(result.contact), fieldsOf(contact));
-    QCOMPARE(result.contact, contact);
-    QCOMPARE(split(text + text).size(), 2);
-    for (const QByteArray &line : text.split('\n')) {
-        QVERIFY2(line.size() <= 76, line.constData());
-        QVERIFY2(line.isEmpty() || line.endsWith('\r'), line.constData());
-        QVERIFY2(line.isValidUtf8(), line.constData());
+    void fullNameAloneIsTakenApart_data()
+    {
+        const Rows<QString, QString> row("fullName", "fields");
+        row("two words", u"Zoë Müller"_s, u"firstName: Zoë\nname: Müller"_s);
+        row("particles", u"Ludwig van Beethoven"_s, u"firstName: Ludwig\nname: van Beethoven"_s);
+        row("comma", u"Müller\\, Zoë"_s, u"firstName: Zoë\nname: Müller"_s);
+        row("titles", u"Dr. Anna B. Smith"_s, u"salutation: Dr.\nfirstName: Anna B.\nname: Smith"_s);
+        row("one word", u"山田太郎"_s, u"name: 山田太郎"_s);
+        row("a title only", u"Mr."_s, u"name: Mr."_s);
     }
-}
 
-void VCardTest::usualContactsNeedNoPropertiesOfOurOwn()
-{
-    // So every program understands them, and what a person edits there counts.
-    Contact contact;
-    contact.name = u"Müller, sr"_s;
-    contact.firstName = u"Zoë"_s;
-    contact.officePhone = u"+33 1 99"_s;
-    contact.personalMobile = u"+33 6 39"_s;
-    contact.personalFax = u"4711"_s;
-    contact.collaborationId = u"zoe@im.org"_s;
-    contact.misc = {{u"company"_s, u"A & B; C"_s}, {u"city"_s, u"Paris"_s}, {u"note"_s, u"a\nb"_s}};
-    contact.photo = u"/var/zoe.png"_s;
-    QCOMPARE(VCardWriter::write(contact),
-             QByteArray("BEGIN:VCARD\r\nVERSION:3.0\r\nN:Müller\\, sr;Zoë;;;\r\nFN:Zoë Müller\\, sr\r\n"
-                        "ORG:A & B\\; C;\r\nTEL;TYPE=WORK,VOICE:+33 1 99\r\nTEL;TYPE=CELL,VOICE:+33 6 39\r\n"
-                        "TEL;TYPE=WORK,X-EXTENSION:4711\r\nIMPP:im:zoe@im.org\r\nADR;TYPE=WORK:;;;Paris;;;\r\n"
-                        "NOTE:a\\nb\r\nPHOTO;VALUE=uri:file:///var/zoe.png\r\nEND:VCARD\r\n"));
-    QVERIFY2(VCardReader::read(VCardWriter::write(contact)).contact.photo.isEmpty(), "a path of another machine");
-}
+    void fullNameAloneIsTakenApart()
+    {
+        QFETCH(QString, fullName);
+        QTEST(fieldsOf(VCardReader::read(card("3.0", "FN:" + fullName.toUtf8() + '\n')).contact), "fields");
+    }
 
-void VCardTest::embeddedPictureComesBack()
-{
-    const QByteArray picture = "\x89PNG\r\n\x1a\n" + QByteArray(300, '\0') + "\xff;,";
-    Contact contact;
-    contact.name = u"X"_s;
-    const VCardReader::Result result = VCardReader::read(VCardWriter::write(contact, picture));
-    QCOMPARE(result.picture, picture);
-    QCOMPARE(result.contact, contact);
-    QCOMPARE(VCardReader::read(card("4.0", "FN:X\nPHOTO:data:image/png;base64," + picture.toBase64() + '\n')).picture,
-             picture);
-    QCOMPARE(VCardReader::read(card("2.1", "N:X\nPHOTO;ENCODING=BASE64;PNG:" + picture.toBase64() + "\n\n")).picture,
-             picture);
-}
+    void comesBackAsItWas_data()
+    {
+        const Rows<Contact> row("contact");
+        const QString keys = "company job address city zip country region note url birthday nickname suffix role "
+                             "phone2 email im anything department";
+        for (const QString &value : {u"%1"_s, u"%1; \\, \"a\": 100% =3D\\n%41"_s, u" \t%1\r\n two\n"_s,
+                                     u"\x1b\u2028%1\u0085"_s, u"tel:%1;ext=5"_s, u"Ünï %1 👍 "_s.repeated(60)}) {
+            Contact contact;
+            for (const Contact::TextField &field : Contact::texts) {
+                const QString name = QString::fromLatin1(field.name);
+                if (name != u"contactId" && !name.startsWith(u"latin") && !name.endsWith(u"Can"))
+                    contact.*field.value = value.arg(name);
+            }
+            contact.melody = value;
+            for (const QString &key : keys.split(' '))
+                contact.misc.insert(key, value.arg(key));
+            contact.misc.insert(value, value);
+            contact.isPreviewed = contact.isPrivate = true;
+            row("every field as " + value.left(7).toUtf8().toPercentEncoding(), contact);
+        }
+        row("nothing", Contact());
+        row("no name", person("misc.company=ACME|officePhone=1"));
+        row("an address that reads like a name", person("email=Dr. Bea Marlow, Jr."));
+        row("empty pairs", person("misc.=x|misc.y=|misc.city=|name=X"));
+        row("long extension", person("name=X|officePhone=12|personalFax=+331"));
+        row("one address twice", person("name=X|email=a@b|personalEmail=a@b"));
+        row("private address alone", person("name=X|personalEmail=a@b"));
+        row("web photo", person("name=X|photo=https://example.org/a;b,c?d=1#e"));
+    }
 
-void VCardTest::isRefused_data()
-{
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QString>("reason");
-    QTest::newRow("NUL") << card("3.0", QByteArray("N:a\0b\n", 6)) << u"NUL"_s;
-    QTest::newRow("not UTF-8") << card("3.0", "N:M\xfcller\n") << u"not valid UTF-8"_s;
-    QTest::newRow("no name") << card("3.0", "N:;;;;\nFN: \nTEL:1\n") << u"holds no name"_s;
-    QTest::newRow("group") << card("4.0", "KIND:group\nFN:All\n") << u"is a group"_s;
-    QTest::newRow("no card") << QByteArray("hello") << u"holds no name"_s;
-}
+    void comesBackAsItWas()
+    {
+        QFETCH(Contact, contact);
+        Contact stored = contact;
+        stored.contactId = u"#CONTACT_1#"_s;
+        stored.latinName = stored.officePhoneCan = u"derived"_s;
+        const QByteArray text = VCardWriter::write(stored);
+        const VCardReader::Result result = VCardReader::read(text);
+        QCOMPARE(result.refusal, QString());
+        QCOMPARE(fieldsOf(result.contact), fieldsOf(contact));
+        QCOMPARE(result.contact, contact);
+        QCOMPARE(split(text + text).size(), 2);
+        for (const QByteArray &line : text.split('\n')) {
+            QVERIFY2(line.size() <= 76, line.constData());
+            QVERIFY2(line.isEmpty() || line.endsWith('\r'), line.constData());
+            QVERIFY2(line.isValidUtf8(), line.constData());
+        }
+    }
 
-void VCardTest::isRefused()
-{
-    QFETCH(QByteArray, text);
-    QFETCH(QString, reason);
-    const QString refusal = VCardReader::read(text).refusal;
-    QVERIFY2(refusal.contains(reason), qPrintable(refusal));
-}
+    void usualContactsNeedNoPropertiesOfOurOwn()
+    {
+        // So every program understands them, and what a person edits there counts.
+        const Contact contact = person("name=Müller, sr|firstName=Zoë|officePhone=+33 1 99|personalMobile=+33 6 "
+                                       "39|personalFax=4711|collaborationId=zoe@im.org|misc.company=A & B; "
+                                       "C|misc.city=Paris|misc.note=a\nb|photo=/var/zoe.png");
+        QCOMPARE(VCardWriter::write(contact),
+                 QByteArray("BEGIN:VCARD\r\nVERSION:3.0\r\nN:Müller\\, sr;Zoë;;;\r\nFN:Zoë Müller\\, sr\r\n"
+                            "ORG:A & B\\; C;\r\nTEL;TYPE=WORK,VOICE:+33 1 99\r\nTEL;TYPE=CELL,VOICE:+33 6 39\r\n"
+                            "TEL;TYPE=WORK,X-EXTENSION:4711\r\nIMPP:im:zoe@im.org\r\nADR;TYPE=WORK:;;;Paris;;;\r\n"
+                            "NOTE:a\\nb\r\nPHOTO;VALUE=uri:file:///var/zoe.png\r\nEND:VCARD\r\n"));
+        QVERIFY2(VCardReader::read(VCardWriter::write(contact)).contact.photo.isEmpty(), "a path of another machine");
+    }
 
-void VCardTest::fileIsTakenApart_data()
-{
-    QTest::addColumn<QByteArray>("file");
-    QTest::addColumn<QStringList>("cards"); // the name or the fault of each
-    const QByteArray one = card("3.0", "N:One\n");
-    const QByteArray two = card("3.0", "N:Two\n");
-    const QString noEnd = u"has no END:VCARD"_s;
-    QTest::newRow("nothing") << QByteArray() << QStringList();
-    QTest::newRow("no card") << QByteArray("a\nb\n") << QStringList();
-    QTest::newRow("byte order mark, text between, lower case")
-        << "\xef\xbb\xbf" + one + "\n--\n" + two.toLower() << QStringList{u"One"_s, u"two"_s};
-    QTest::newRow("no END in the middle") << "BEGIN:VCARD\nN:Cut\n" + two << QStringList{noEnd, u"Two"_s};
-    QTest::newRow("no END at the end") << one + "BEGIN:VCARD\nN:Cu" << QStringList{u"One"_s, noEnd};
-    QTest::newRow("a card inside a card")
-        << card("2.1", "AGENT:\nBEGIN:VCARD\nN:Inner\nEND:VCARD\nN:Outer\n") + two << QStringList{u"Outer"_s, u"Two"_s};
-    QTest::newRow("END behind an overlong line")
-        << card("3.0", "N:One\nNOTE:" + QByteArray(200000, 'x') + "END:VCARD\nX:y\n") + two
-        << QStringList{u"One"_s, u"Two"_s};
-}
+    void embeddedPictureComesBack()
+    {
+        const QByteArray picture = "\x89PNG\r\n\x1a\n" + QByteArray(300, '\0') + "\xff;,";
+        const Contact contact = person("X");
+        const VCardReader::Result result = VCardReader::read(VCardWriter::write(contact, picture));
+        QCOMPARE(result.picture, picture);
+        QCOMPARE(result.contact, contact);
+        QCOMPARE(
+            VCardReader::read(card("4.0", "FN:X\nPHOTO:data:image/png;base64," + picture.toBase64() + '\n')).picture,
+            picture);
+        QCOMPARE(
+            VCardReader::read(card("2.1", "N:X\nPHOTO;ENCODING=BASE64;PNG:" + picture.toBase64() + "\n\n")).picture,
+            picture);
+    }
 
-void VCardTest::fileIsTakenApart()
-{
-    QFETCH(QByteArray, file);
-    QStringList found;
-    for (const RawCard &raw : split(file))
-        found.append(raw.fault.isEmpty() ? VCardReader::read(raw.text).contact.name : raw.fault);
-    QTEST(found, "cards");
-}
+    void isRefused_data()
+    {
+        const Rows<QByteArray, QString> row("text", "reason");
+        row("NUL", card("3.0", QByteArray("N:a\0b\n", 6)), u"NUL"_s);
+        row("not UTF-8", card("3.0", "N:M\xfcller\n"), u"not valid UTF-8"_s);
+        row("no name", card("3.0", "N:;;;;\nFN: \nTEL:1\n"), u"holds no name"_s);
+        row("group", card("4.0", "KIND:group\nFN:All\n"), u"is a group"_s);
+        row("no card", QByteArray("hello"), u"holds no name"_s);
+    }
 
-void VCardTest::oversizedCardIsSkipped()
-{
-    const QByteArray large = card("3.0", "N:Large\nNOTE:" + QByteArray(VCardSplitter::largestCard, 'x') + '\n');
-    const QList<RawCard> cards = split(large + card("3.0", "N:Next\n"));
-    QCOMPARE(cards.size(), 2);
-    QVERIFY(cards.at(0).fault.contains(u"larger than 16 MiB"));
-    QVERIFY(cards.at(0).text.isEmpty());
-    QCOMPARE(cards.at(1).number, 2);
-    QCOMPARE(VCardReader::read(cards.at(1).text).contact.name, u"Next"_s);
-}
+    void isRefused()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(QString, reason);
+        const QString refusal = VCardReader::read(text).refusal;
+        QVERIFY2(refusal.contains(reason), qPrintable(refusal));
+    }
 
-void VCardTest::damageNeverCrashesNorMakesANamelessContact()
-{
-    const QByteArray whole = card("2.1", trickyCard);
-    int contacts = 0;
-    for (qsizetype place = 0; place < whole.size(); ++place) {
-        for (const char damage : {'\0', '\n', ':', ';', '=', '"', '\\', '\x80', '\xff'}) {
-            QByteArray damaged = whole;
-            damaged[place] = damage;
-            for (const RawCard &raw : split(damaged + damaged.left(place))) {
-                const VCardReader::Result result = VCardReader::read(raw.text);
-                const bool named = !(result.contact.firstName + result.contact.name).isEmpty();
-                QCOMPARE(result.refusal.isEmpty(), named);
-                contacts += int(named);
+    void fileIsTakenApart_data()
+    {
+        // cards: the name or the fault of each
+        const Rows<QByteArray, QStringList> row("file", "cards");
+        const QByteArray one = card("3.0", "N:One\n");
+        const QByteArray two = card("3.0", "N:Two\n");
+        const QString noEnd = u"has no END:VCARD"_s;
+        row("nothing", QByteArray(), QStringList());
+        row("no card", QByteArray("a\nb\n"), QStringList());
+        row("byte order mark, text between, lower case", "\xef\xbb\xbf" + one + "\n--\n" + two.toLower(),
+            {u"One"_s, u"two"_s});
+        row("no END in the middle", "BEGIN:VCARD\nN:Cut\n" + two, {noEnd, u"Two"_s});
+        row("no END at the end", one + "BEGIN:VCARD\nN:Cu", {u"One"_s, noEnd});
+        row("a card inside a card", card("2.1", "AGENT:\nBEGIN:VCARD\nN:Inner\nEND:VCARD\nN:Outer\n") + two,
+            {u"Outer"_s, u"Two"_s});
+        row("END behind an overlong line",
+            card("3.0", "N:One\nNOTE:" + QByteArray(200000, 'x') + "END:VCARD\nX:y\n") + two, {u"One"_s, u"Two"_s});
+    }
+
+    void fileIsTakenApart()
+    {
+        QFETCH(QByteArray, file);
+        QStringList found;
+        for (const RawCard &raw : split(file))
+            found.append(raw.fault.isEmpty() ? VCardReader::read(raw.text).contact.name : raw.fault);
+        QTEST(found, "cards");
+    }
+
+    void oversizedCardIsSkipped()
+    {
+        const QByteArray large = card("3.0", "N:Large\nNOTE:" + QByteArray(VCardSplitter::largestCard, 'x') + '\n');
+        const QList<RawCard> cards = split(large + card("3.0", "N:Next\n"));
+        QCOMPARE(cards.size(), 2);
+        QVERIFY(cards.at(0).fault.contains(u"larger than 16 MiB"));
+        QVERIFY(cards.at(0).text.isEmpty());
+        QCOMPARE(cards.at(1).number, 2);
+        QCOMPARE(VCardReader::read(cards.at(1).text).contact.name, u"Next"_s);
+    }
+
+    void damageNeverCrashesNorMakesANamelessContact()
+    {
+        const QByteArray whole = card("2.1", trickyCard);
+        int contacts = 0;
+        for (qsizetype place = 0; place < whole.size(); ++place) {
+            for (const char damage : {'\0', '\n', ':', ';', '=', '"', '\\', '\x80', '\xff'}) {
+                QByteArray damaged = whole;
+                damaged[place] = damage;
+                for (const RawCard &raw : split(damaged + damaged.left(place))) {
+                    const VCardReader::Result result = VCardReader::read(raw.text);
+                    const bool named = !(result.contact.firstName + result.contact.name).isEmpty();
+                    QCOMPARE(result.refusal.isEmpty(), named);
+                    contacts += int(named);
+                }
             }
         }
+        QVERIFY(contacts > whole.size());
     }
-    QVERIFY(contacts > whole.size());
-}
+};
 
 QTEST_GUILESS_MAIN(VCardTest)
 #include "VCardTest.moc"

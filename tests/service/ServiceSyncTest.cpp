@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/service/PhoneUnderTest.h"
+#include "platform/records/PlatformEvents.h"
+#include "tests/support/Files.h"
+#include "tests/support/PhoneUnderTest.h"
 
 #include <QDir>
 #include <QFile>
@@ -30,81 +32,71 @@ class ServiceSyncTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aKilledImportIsAllOrNothing();
+    void aKilledImportIsAllOrNothing()
+    {
+        phone.startPeers();
+        phone.set("DirMaxContact", QString::number(contactsInFile));
+        QVERIFY(phone.startDirectory());
+        QString current;
+        QSet<QString> ends; // how many were undone, how many done
+        // Killed when so many photos have been written; behind the commit, when the old ones begin to go; at the end.
+        constexpr int removing = -1;
+        constexpr int finished = -2;
+        for (const int when : {1, 60, finished, 10, contactsInFile, removing, 119, removing}) {
+            const QString next = current == "a" ? "b" : "a";
+            const qsizetype before = photos().size();
+            qsizetype most = 0;
+            phone.events.clear();
+            phone.asyncCall("importFromXml", {write(next.toUtf8())});
+            QVERIFY(QTest::qWaitFor(
+                [&] {
+                    const qsizetype count = photos().size();
+                    most = qMax(most, count);
+                    return (when > 0 && count >= before + when) || (when == removing && count < most) ||
+                           phone.events.contains(EventName::importFinished);
+                },
+                Program::limitMs));
+            phone.directory.kill();
+            QVERIFY(phone.startDirectory());
+            const QString found = markOfAll();
+            QVERIFY2(found == current || found == next, qPrintable(found));
+            ends.insert(found == next ? "done" : "undone");
+            current = found;
+        }
+        QCOMPARE(ends.size(), 2);
+        phone.events.clear();
+        phone.asyncCall("importFromXml", {write("c")});
+        QTRY_VERIFY_WITH_TIMEOUT(phone.events.contains(EventName::contentChanged), Program::limitMs);
+        QCOMPARE(markOfAll(), "c");
+        QCOMPARE(phone.events.filter(EventName::importFinished).size(), 1);
+    }
 
 private:
     QStringList photos() const
     {
         return QDir(phone.data.filePath("KestinDirectory/photos")).entryList({"photo_*"}, QDir::Files);
     }
-    QString write(const QByteArray &mark)
-    {
-        QFile file(phone.data.filePath("contacts.xml"));
-        return file.open(QIODevice::WriteOnly) && file.write(fileOf(mark)) > 0 ? file.fileName() : QString();
-    }
+    QString write(const QByteArray &mark) { return writeFile(phone.data.filePath("contacts.xml"), fileOf(mark)); }
     /// The mark of all contacts that are there; empty when there is none, and a report when they disagree.
-    QString markOfAll();
+    QString markOfAll()
+    {
+        const ListContact contacts = phone.contacts("getLocalContacts", {0, -1});
+        const QString mark = contacts.value(0).misc.value("company");
+        QSet<QString> named;
+        for (const Contact &contact : contacts) {
+            if (contact.misc.value("company") != mark || !contact.name.startsWith(mark) ||
+                contact.officePhoneCan.isEmpty() || contentOf(contact.photo) != "photo " + contact.name.toUtf8())
+                return "mixed: " + contact.name + ' ' + contact.photo;
+            named.insert(contact.photo);
+        }
+        const qsizetype expected = mark.isEmpty() ? 0 : contactsInFile;
+        if (contacts.size() != expected || named.size() != expected || photos().size() != expected)
+            return QString("%1 contacts, %2 photos").arg(contacts.size()).arg(photos().size());
+        return mark;
+    }
 
     PhoneUnderTest phone;
 };
-
-QString ServiceSyncTest::markOfAll()
-{
-    const ListContact contacts = phone.contacts("getLocalContacts", {0, -1});
-    const QString mark = contacts.value(0).misc.value("company");
-    QSet<QString> named;
-    for (const Contact &contact : contacts) {
-        QFile photo(contact.photo);
-        if (contact.misc.value("company") != mark || !contact.name.startsWith(mark) ||
-            contact.officePhoneCan.isEmpty() || !photo.open(QIODevice::ReadOnly) ||
-            photo.readAll() != QByteArray("photo " + contact.name.toUtf8()))
-            return "mixed: " + contact.name + ' ' + contact.photo;
-        named.insert(contact.photo);
-    }
-    const qsizetype expected = mark.isEmpty() ? 0 : contactsInFile;
-    if (contacts.size() != expected || named.size() != expected || photos().size() != expected)
-        return QString("%1 contacts, %2 photos").arg(contacts.size()).arg(photos().size());
-    return mark;
-}
-
-void ServiceSyncTest::aKilledImportIsAllOrNothing()
-{
-    phone.startPeers();
-    phone.set("DirMaxContact", QString::number(contactsInFile));
-    QVERIFY2(phone.startDirectory(), qPrintable(phone.directory.errorOutput()));
-    QString current;
-    QSet<QString> ends; // how many were undone, how many done
-    // Killed when so many photos have been written; behind the commit, when the old ones begin to go; at the end.
-    constexpr int removing = -1;
-    constexpr int finished = -2;
-    for (const int when : {1, 60, finished, 10, contactsInFile, removing, 119, removing}) {
-        const QString next = current == "a" ? "b" : "a";
-        const qsizetype before = photos().size();
-        qsizetype most = 0;
-        phone.events.clear();
-        phone.asyncCall("importFromXml", {write(next.toUtf8())});
-        QVERIFY(QTest::qWaitFor(
-            [&] {
-                const qsizetype count = photos().size();
-                most = qMax(most, count);
-                return (when > 0 && count >= before + when) || (when == removing && count < most) ||
-                       phone.events.contains(EventName::importFinished);
-            },
-            Program::limitMs));
-        phone.directory.kill();
-        QVERIFY2(phone.startDirectory(), qPrintable(phone.directory.errorOutput()));
-        const QString found = markOfAll();
-        QVERIFY2(found == current || found == next, qPrintable(found));
-        ends.insert(found == next ? "done" : "undone");
-        current = found;
-    }
-    QCOMPARE(ends.size(), 2);
-    phone.events.clear();
-    phone.asyncCall("importFromXml", {write("c")});
-    QTRY_VERIFY_WITH_TIMEOUT(phone.events.contains(EventName::contentChanged), Program::limitMs);
-    QCOMPARE(markOfAll(), "c");
-    QCOMPARE(phone.events.filter(EventName::importFinished).size(), 1);
-}
 
 QTEST_GUILESS_MAIN(ServiceSyncTest)
 #include "ServiceSyncTest.moc"

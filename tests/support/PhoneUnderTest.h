@@ -4,7 +4,7 @@
 #include "platform/records/Contact.h"
 #include "platform/records/EventArgument.h"
 #include "platform/records/KestinBus.h"
-#include "platform/records/PlatformEvents.h"
+#include "tests/support/Person.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/Program.h"
 
@@ -41,6 +41,7 @@ public:
     {
         return QDBusReply<ListContact>(call(method, arguments)).value();
     }
+    int create(const Contact &contact) { return code("createLocalContact", {"r", QVariant::fromValue(contact)}); }
     void set(const QString &key, const QString &value);
     /// Sends an event, from no module.
     void raise(const QString &event, const ListEventArgument &arguments);
@@ -48,12 +49,10 @@ public:
 
     PrivateBus bus;
     QTemporaryDir data;
-    Program settings{QStringLiteral("kestin-settings")};
-    Program telephony{QStringLiteral("kestin-telephony")};
-    Program company{QStringLiteral("kestin-wsmanager"),
-                    {QStringLiteral("--ldif"), QStringLiteral(KESTIN_COMPANY_LDIF), QStringLiteral("--page-size"),
-                     QStringLiteral("5")}};
-    Program directory{QStringLiteral("kestin-directory")};
+    Program settings{"kestin-settings"};
+    Program telephony{"kestin-telephony"};
+    Program company;
+    Program directory{"kestin-directory"};
     QDBusConnection client;
     QStringList events;                             ///< names of the events seen so far
     QStringList ended;                              ///< ids of the searches whose completion was told

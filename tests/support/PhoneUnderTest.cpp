@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/service/PhoneUnderTest.h"
+#include "tests/support/PhoneUnderTest.h"
 
 #include "platform/records/KestinBus.h"
+#include "platform/records/PlatformEvents.h"
 
 #include <QTest>
 
@@ -15,13 +16,14 @@ QString exported(const QTemporaryDir &folder)
     registerDBusContactSummary();
     registerDBusEventArgument();
     static int count = 0;
-    return QStringLiteral("client%1").arg(++count);
+    return QString("client%1").arg(++count);
 }
 
 } // namespace
 
 PhoneUnderTest::PhoneUnderTest()
-    : client(bus.connection(exported(data)))
+    : company("kestin-wsmanager", {"--ldif", KESTIN_SAMPLES "/company.ldif", "--page-size", "5"})
+    , client(bus.connection(exported(data)))
 {
     for (Program *program : {&settings, &telephony, &company, &directory})
         program->setEnvironment("KESTIN_DATA_DIR", data.path());
@@ -31,11 +33,11 @@ PhoneUnderTest::PhoneUnderTest()
 
 void PhoneUnderTest::startPeers()
 {
-    QVERIFY2(settings.startAndWaitForName(ModuleName::settings, client), qPrintable(settings.errorOutput()));
+    QVERIFY(settings.startAndWaitForName(ModuleName::settings, client));
     set("DialingRuleCountryCode", "33");
     set("DialingRuleExternalPrefix", "0");
     set("DialingRuleMinNumberLength", "6");
-    QVERIFY2(telephony.startAndWaitForName(ModuleName::telephony, client), qPrintable(telephony.errorOutput()));
+    QVERIFY(telephony.startAndWaitForName(ModuleName::telephony, client));
 }
 
 bool PhoneUnderTest::startDirectory()
