@@ -2,8 +2,7 @@
 // Any file at all as a synchronisation file. Both ways of reading it must come to the same end over the same contacts
 // (an import relies on that: the first decides what goes, the second what comes), and what was read can be written.
 #include "fuzz/MemoryFile.h"
-#include "platform/impexp/ImpExp_ErrorException.h"
-#include "platform/impexp/ImpExp_FatalException.h"
+#include "platform/impexp/ImpExp_Exception.h"
 #include "platform/impexp/ImpExp_Text.h"
 #include "platform/impexp/ImpExp_XMLParser.h"
 

@@ -39,7 +39,5 @@ ProcessSignals::ProcessSignals(QObject *parent)
 
 ProcessSignals::~ProcessSignals()
 {
-    close(m_descriptor);
-    const sigset_t set = terminationSignals();
-    pthread_sigmask(SIG_UNBLOCK, &set, nullptr);
+    close(m_descriptor); // the signals stay blocked: another one must not break off the end
 }

@@ -3,8 +3,7 @@
 
 #include "platform/framework/KestinLogger.h"
 #include "platform/impexp/ContactMap_Item.h"
-#include "platform/impexp/ImpExp_ErrorException.h"
-#include "platform/impexp/ImpExp_FatalException.h"
+#include "platform/impexp/ImpExp_Exception.h"
 #include "platform/impexp/ImpExp_XMLBuilder.h"
 #include "src/dao/DaoContact.h"
 #include "src/impexp/LocalPhoto.h"

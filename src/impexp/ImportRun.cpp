@@ -2,8 +2,7 @@
 #include "src/impexp/ImportRun.h"
 
 #include "platform/framework/KestinLogger.h"
-#include "platform/impexp/ImpExp_ErrorException.h"
-#include "platform/impexp/ImpExp_FatalException.h"
+#include "platform/impexp/ImpExp_Exception.h"
 #include "platform/impexp/ImpExp_Format.h"
 #include "platform/impexp/ImpExp_XMLParser.h"
 #include "src/dao/DaoContact.h"

@@ -2,7 +2,7 @@
 #include "src/impexp/ImportWriter.h"
 
 #include "platform/framework/KestinLogger.h"
-#include "platform/impexp/ImpExp_FatalException.h"
+#include "platform/impexp/ImpExp_Exception.h"
 #include "src/dao/DaoContact.h"
 #include "src/dao/Transaction.h"
 #include "src/impexp/ImportErrors.h"

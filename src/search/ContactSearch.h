@@ -62,7 +62,6 @@ private:
     struct StartTexts;
     void dropResults(const SearchRequest &request);
     int decide(const SearchRequest &request, const StartTexts &texts);
-    void replaceRunning(const SearchRequest &request);
     void startWorkers(const SearchRequest &request, bool withRemote);
     void startWorker(SearchThread *worker);
     void endUnstarted(SearchThread *worker);

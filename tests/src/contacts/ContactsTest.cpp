@@ -310,8 +310,9 @@ private Q_SLOTS:
         QCOMPARE(store.did(store.contacts.deletion.deleteLocalContact(RequestId::deviceManagement, "#DM_c#")),
                  "0|dropped http://a/3");
         // Of a cached contact the list form leaves the photo alone.
-        store.contacts.creation.createLocalContacts("r", {person("type=Cached|contactId=d|photo=http://a/3"),
-                                                 person("type=ManagerAssistant|contactId=c|photo=http://a/3")});
+        store.contacts.creation.createLocalContacts("r",
+                                                    {person("type=Cached|contactId=d|photo=http://a/3"),
+                                                     person("type=ManagerAssistant|contactId=c|photo=http://a/3")});
         QCOMPARE(store.told.filter("wanted"), QStringList("wanted #CONTACT_3# http://a/3"));
     }
 
@@ -328,7 +329,8 @@ private Q_SLOTS:
         QCOMPARE(store.dao.nbContact(), 1);
         QCOMPARE(store.stored("c1").contactId, "c1");
         // In a list only that one is missing.
-        QCOMPARE(store.contacts.creation.createLocalContacts("r", {contact, person("name=D|collaborationId=im")}).size(), 1);
+        QCOMPARE(
+            store.contacts.creation.createLocalContacts("r", {contact, person("name=D|collaborationId=im")}).size(), 1);
         QCOMPARE(store.told.size(), 1);
         QCOMPARE(store.dao.nbContact(), 2);
         store.takeNews();
@@ -466,7 +468,8 @@ private Q_SLOTS:
         };
         for (int i = 0; i < 2; ++i) {
             QCOMPARE(callsOf(create), 1);
-            QCOMPARE(callsOf([&] { store.contacts.modification.modifyLocalContacts("r", *store.dao.getAllContact()); }), 1);
+            QCOMPARE(callsOf([&] { store.contacts.modification.modifyLocalContacts("r", *store.dao.getAllContact()); }),
+                     1);
             QCOMPARE(callsOf([&] { store.contacts.defaultContacts.setDefaultContacts("1,,,A,1,,,#2,,,B,2,,,"); }), 1);
             QCOMPARE(callsOf([&] { store.synchronisation.importer.importFromXml(file); }),
                      2); // the second went out with the first
