@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/framework/KestinException.h"
 #include "platform/framework/PlatformCalls.h"
+#include "platform/framework/ProcessSignals.h"
 #include "platform/records/UpdateReport.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/Rows.h"
 #include "tests/support/ScriptedTransport.h"
 
 #include <QTest>
+
+#include <csignal>
 
 using namespace Qt::StringLiterals;
 
@@ -157,6 +160,16 @@ private Q_SLOTS:
                                     u"SettingsManager setSettingValue unanswered QString(Key) QString(-5)"_s,
                                     u"SettingsManager setSettingValue QString(Key) QString(%1)"_s,
                                     u"Other doIt unanswered int(1) QString(a)"_s}));
+    }
+
+    void aSignalWhileAProgramEndsDoesNotBreakItOff()
+    {
+        {
+            const ProcessSignals signals;
+        }
+        raise(SIGTERM);
+        sigset_t pending;
+        QVERIFY(sigpending(&pending) == 0 && sigismember(&pending, SIGTERM) == 1);
     }
 };
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/records/KestinBus.h"
+#include "tests/service/FullDisk.h"
 #include "tests/support/Files.h"
 #include "tests/support/PhoneUnderTest.h"
 
@@ -10,10 +11,6 @@
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QTest>
-
-#include <sys/resource.h>
-
-#include <csignal>
 
 namespace {
 
@@ -27,13 +24,6 @@ bool isWhole(const Contact &contact)
 {
     return contact.misc.value("first") == contact.name && contact.misc.value("second") == contact.name &&
            contact.misc.size() == 2 && !contact.latinName.isEmpty();
-}
-
-/// As good as a disk that is full: no file of the program grows beyond so many bytes.
-void limitFiles(const Program &program, rlim_t bytes)
-{
-    const rlimit limit{bytes, RLIM_INFINITY};
-    QCOMPARE(prlimit(pid_t(program.processId()), RLIMIT_FSIZE, &limit, nullptr), 0);
 }
 
 /// Rows of MISC without their contact, read from the file itself.
@@ -128,11 +118,11 @@ private Q_SLOTS:
 
     void aFullDiskRefusesAndRecovers()
     {
-        signal(SIGXFSZ, SIG_IGN); // in the programs as well: what is too large is an error
+        FullDisk disk(phone->directory, phone->data.path());
         phone->startPeers();
         QVERIFY(phone->startDirectory());
         QCOMPARE(phone->create(marked("100001")), 0);
-        limitFiles(phone->directory, rlim_t(QFileInfo(phone->databasePath() + "-wal").size()) + 100000);
+        disk.leave(100000);
         // What does not fit is refused, alone and in a list.
         const QString large(300000, 'x');
         QCOMPARE(phone->create(marked(large)), -1);
@@ -143,7 +133,7 @@ private Q_SLOTS:
         for (const Contact &contact : kept)
             QVERIFY(isWhole(contact) && contact.name.size() == 6);
         QVERIFY(!kept.isEmpty());
-        limitFiles(phone->directory, RLIM_INFINITY);
+        disk.empty();
         QCOMPARE(phone->create(marked("100003")), 0);
         QCOMPARE(phone->contacts("getLocalContacts", {0, -1}).size(), kept.size() + 1);
     }
