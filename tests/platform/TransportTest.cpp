@@ -307,10 +307,12 @@ private Q_SLOTS:
     }
 
 private:
-    /// Calls the module, with this thread free to answer.
+    /// Calls the module, with this thread free to answer and longer than modules wait: much is carried here.
     QDBusMessage call(const QString &method, const QVariantList &arguments = {})
     {
-        QDBusPendingCallWatcher watcher(m_caller->asyncRemoteCall(u"M"_s, method, arguments));
+        QDBusPendingCallWatcher watcher(
+            m_bus.connection(u"caller"_s)
+                .asyncCall(KestinBus::methodCall(u"M"_s, method, arguments), PrivateBus::limitMs));
         QSignalSpy finished(&watcher, &QDBusPendingCallWatcher::finished);
         return watcher.isFinished() || finished.wait(PrivateBus::limitMs) ? watcher.reply() : QDBusMessage();
     }
