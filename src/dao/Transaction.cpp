@@ -32,7 +32,7 @@ void Transaction::afterCommit(const std::function<void()> &tell)
 {
     if (m_begun)
         m_connection.m_afterCommit.append(tell);
-    else
+    else if (!m_connection.isInTransaction())
         tell();
 }
 

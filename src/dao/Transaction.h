@@ -24,8 +24,8 @@ public:
     /// False when it could not be begun, and after a statement in it has failed (both logged).
     bool isActive() const;
     /// Calls this once the writes are durable: after the commit of the outermost transaction, in the order in which
-    /// they were handed over. What a transaction was given goes with it when it is rolled back. Where it could not be
-    /// begun, each write is durable by itself, so it is called at once.
+    /// they were handed over. It is dropped when this transaction is rolled back, or could not be begun inside another.
+    /// Where the outermost could not be begun, each write is durable by itself, so it is called at once.
     void afterCommit(const std::function<void()> &tell);
 
     /// False when it could not be committed (logged); it is rolled back then.

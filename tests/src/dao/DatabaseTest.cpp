@@ -258,24 +258,31 @@ private Q_SLOTS:
         TemporaryStore store;
         Connection &connection = store.database.connection();
         QCOMPARE(store.dao->nbContact(), 0); // a number that is kept must follow
+        QString told;
+        const auto telling = [&told](QChar what) { return [&told, what] { told += what; }; };
         {
             Transaction whole(connection);
             store.add(u"a"_s);
+            whole.afterCommit(telling(u'a'));
             {
                 Transaction part(connection);
                 store.add(u"lost"_s);
+                part.afterCommit(telling(u'l'));
                 QVERIFY(Transaction(connection).commit());
             }
             {
                 Transaction part(connection);
                 store.run("INSERT INTO NOWHERE VALUES (1)");
                 store.add(u"refused"_s); // as is all that follows a failure
+                Transaction(connection).afterCommit(telling(u'r'));
                 QVERIFY(whole.isActive() && !part.isActive() && !part.commit());
             }
             Transaction part(connection);
             store.add(u"b"_s);
-            QVERIFY(part.commit() && whole.commit());
+            part.afterCommit(telling(u'b'));
+            QVERIFY(part.commit() && told.isEmpty() && whole.commit());
         }
+        QCOMPARE(told, u"ab"_s);
         {
             Transaction whole(connection);
             Transaction part(connection);
