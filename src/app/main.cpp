@@ -45,7 +45,7 @@ int main(int argc, char **argv)
 {
     keepOneHeap();
     KestinApplication application(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("%1").arg(ModuleName::directory, 0, QLatin1Char(' ')));
+    QCoreApplication::setApplicationName(ModuleName::directory);
     QCoreApplication::setApplicationVersion(QStringLiteral(KESTIN_VERSION));
     parseCommandLine(application);
     KestinDirectory *directory = KestinDirectory::instance();
