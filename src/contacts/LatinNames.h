@@ -12,7 +12,7 @@ public:
     {
     }
 
-    /// At start: gives their latin names to stored contacts that were written without, in one transaction. Their dates
+    /// At start: gives their latin names to stored contacts that were written without, in one statement. Their dates
     /// and misc pairs stay; a contact that has no last name, and so no latin one, is not written.
     void checkAndFillLatinName();
 

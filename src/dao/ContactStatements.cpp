@@ -24,9 +24,10 @@ ContactStatements::ContactStatements(Connection &connection)
     , insert(connection, insertText)
     , update(connection, updateText + QLatin1String(" WHERE contactId=:contactId"))
     , updateFromImport(connection, updateText + QLatin1String(", puid = :puid WHERE contactId=:contactId"))
-    , updateLatinNames(connection, QStringLiteral("UPDATE CONTACT SET latinFirstName=:latinFirstName, "
-                                                  "latinName=:latinName WHERE contactId=:contactId AND "
-                                                  "ifnull(firstName,'')=:firstName AND ifnull(name,'')=:name"))
+    , fillLatinNames(connection,
+                     QStringLiteral("UPDATE CONTACT SET latinFirstName=latin(firstName), latinName=latin(name) "
+                                    "WHERE latinName='' AND (ifnull(name,'')!='' OR "
+                                    "ifnull(latinFirstName,'')!=latin(firstName))"))
     , updatePreview(connection,
                     QStringLiteral("UPDATE CONTACT SET isPreviewed=:isPreviewed WHERE contactId=:contactId"))
     , count(connection, QStringLiteral("SELECT COUNT(*) FROM CONTACT"))

@@ -18,7 +18,7 @@ struct ContactStatements
     Statement insert;
     Statement update;
     Statement updateFromImport;
-    Statement updateLatinNames;
+    Statement fillLatinNames;
     Statement updatePreview;
     Statement count;
     Statement countDM;

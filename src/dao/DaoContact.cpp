@@ -6,6 +6,7 @@
 #include "platform/records/ContactIds.h"
 #include "src/dao/Connection.h"
 #include "src/dao/ContactRow.h"
+#include "src/dao/LatinFunction.h"
 #include "src/dao/QueryText.h"
 
 #include <algorithm>
@@ -86,11 +87,9 @@ int DaoContact::updateContactFromImport(const Contact &contact)
     return use.bind(contact.getPUID(), contact.contactId).execute();
 }
 
-int DaoContact::updateLatinNames(const Contact &contact)
+bool DaoContact::fillMissingLatinNames()
 {
-    return m_statements.updateLatinNames
-        .use(contact.latinFirstName, contact.latinName, contact.contactId, contact.firstName, contact.name)
-        .execute();
+    return addLatinFunction(m_connection.database()) && m_statements.fillLatinNames.use().execute() == 0;
 }
 
 int DaoContact::deleteContact(const QString &contactId)

@@ -40,9 +40,10 @@ public:
     int updateContact(Contact &contact);
     /// Replaces all, the persistent id and the modification date being the record's. Misc pairs as above.
     int updateContactFromImport(const Contact &contact);
-    /// Only the two latin names, of the contacts with this id and these names: what is made of a name is no change of
-    /// the contact, so its date and its misc pairs stay.
-    int updateLatinNames(const Contact &contact);
+    /// Gives their latin names to all contacts that have no latin last name (getContactsWithNoLatinName) and could have,
+    /// or whose latin first name is not that of their first name. Nothing else of them changes, for what is made of a
+    /// name is no change of the contact.
+    [[nodiscard]] bool fillMissingLatinNames();
     int deleteContact(const QString &contactId);
     /// Only what is a cached copy, where another contact has the same id; its misc pairs stay.
     int deleteCachedContact(const QString &contactId);

@@ -1,45 +1,38 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "src/dao/LatinText.h"
 
-#include <QList>
-
 #include <algorithm>
 
 namespace {
 
-bool isAscii(const QString &text)
+/// Of one character: two for a surrogate pair.
+int codeUnits(const QChar *character, const QChar *end)
 {
-    return std::all_of(text.cbegin(), text.cend(), [](QChar character) { return character.unicode() < 0x80; });
+    return character->isHighSurrogate() && character + 1 != end && character[1].isLowSurrogate() ? 2 : 1;
 }
 
-/// What the whole transform comes to where there is nothing to decompose; it is made for every name of a long list.
-QString doubledLowerCase(const QString &text)
+bool isNonSpacingMark(const QChar *character, int units)
 {
-    QString result;
-    result.reserve(2 * text.size());
-    for (const QChar character : text) {
-        const QChar lower = character.toLower();
-        result += lower;
-        result += lower;
-    }
-    return result;
+    const QChar::Category category =
+        units == 2 ? QChar::category(QChar::surrogateToUcs4(character[0], character[1])) : character->category();
+    return category == QChar::Mark_NonSpacing;
 }
 
 } // namespace
 
 QString latinText(const QString &text)
 {
-    if (isAscii(text))
-        return doubledLowerCase(text);
-    // By code points, so that the two halves of a surrogate pair stay together.
-    const QList<uint> characters = text.toLower().normalized(QString::NormalizationForm_KD).toUcs4();
-    QString result;
-    result.reserve(2 * characters.size());
-    for (const char32_t character : characters) {
-        result += QChar::fromUcs4(character);
-        if (QChar::category(character) != QChar::Mark_NonSpacing)
-            result += QChar::fromUcs4(character);
+    const QString plain = text.toLower().normalized(QString::NormalizationForm_KD);
+    QString result(2 * plain.size(), Qt::Uninitialized); // it is made for every name of a long list
+    QChar *end = result.data();
+    for (const QChar *character = plain.cbegin(); character != plain.cend();) {
+        const int units = codeUnits(character, plain.cend());
+        end = std::copy_n(character, units, end);
+        if (!isNonSpacingMark(character, units))
+            end = std::copy_n(character, units, end);
+        character += units;
     }
+    result.truncate(end - result.constData());
     return result;
 }
 

@@ -21,6 +21,13 @@ Statement::Statement(Connection &connection, const QString &text)
 {
 }
 
+QString Statement::decoded(QByteArrayView utf8)
+{
+    const QString text = QString::fromUtf8(utf8);
+    // The decoder takes U+FEFF at the beginning for a mark of the encoding.
+    return utf8.startsWith(QByteArrayView("\xEF\xBB\xBF")) ? QChar(QChar::ByteOrderMark) + text : text;
+}
+
 void Statement::prepare()
 {
     if (m_prepared)
@@ -92,12 +99,7 @@ Statement::Use &Statement::Use::bindNull(const char *parameter)
 QString Statement::Use::text(int column) const
 {
     const auto *utf8 = reinterpret_cast<const char *>(sqlite3_column_text(prepared(), column));
-    if (!utf8)
-        return {};
-    const QByteArrayView bytes(utf8, sqlite3_column_bytes(prepared(), column));
-    const QString text = QString::fromUtf8(bytes);
-    // The decoder takes U+FEFF at the beginning for a mark of the encoding.
-    return bytes.startsWith(QByteArrayView("\xEF\xBB\xBF")) ? QChar(QChar::ByteOrderMark) + text : text;
+    return utf8 ? decoded(QByteArrayView(utf8, sqlite3_column_bytes(prepared(), column))) : QString();
 }
 
 qint64 Statement::Use::number(int column) const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QByteArrayView>
 #include <QString>
 
 #include <cstddef>
@@ -23,6 +24,9 @@ public:
 
     /// Why a statement is not executed, where the log tells.
     static const QString refusal;
+
+    /// A text as the database holds it, as Qt has it.
+    static QString decoded(QByteArrayView utf8);
 
     /// One execution with its rows. Parameters are bound in the order in which their names first appear in the text;
     /// one that is not bound is NULL. A prepared statement pins the tables it reads until it is reset, which happens
