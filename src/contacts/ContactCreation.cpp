@@ -58,8 +58,8 @@ int ContactCreation::createLocalContact(const QString &reqId, Contact contact)
     m_numbers.extractDialableNumberList(contact);
     m_numbers.makeCanonicalNumberListWithoutPrefix(contact);
     fillLatinNames(contact);
-    if (const int code = store(contact); code != ResultCode::done)
-        return code;
+    if (!store(contact))
+        return ResultCode::writeFailed;
     if (reqId != RequestId::deviceManagement)
         transaction.afterCommit([this, reqId, contact] { tell(reqId, contact); });
     return transaction.commit() ? ResultCode::done : ResultCode::writeFailed;
@@ -152,12 +152,12 @@ bool ContactCreation::makeRoomInCache()
 }
 
 /// Writes the row and the misc pairs, and drops the cached copies of a local contact.
-int ContactCreation::store(Contact &contact)
+bool ContactCreation::store(Contact &contact)
 {
-    if (const int code = m_dao.insertContact(contact, false); code != 0)
-        return code;
+    if (!m_dao.insertContact(contact, false))
+        return false;
     if (contact.type == ContactType::Local && !m_deletion.deleteCachedContactsWithMatchingOfficePhone(contact))
-        return ResultCode::writeFailed;
+        return false;
     return m_dao.misc().replacePairs(contact.contactId, contact.misc);
 }
 
@@ -191,7 +191,7 @@ bool ContactCreation::createInList(Contact &contact)
     m_numbers.extractDialableNumberList(contact);
     m_numbers.makeCanonicalNumberListWithoutPrefix(contact);
     Transaction transaction(m_dao.connection());
-    if (transaction.isActive() && makeWay(contact) && store(contact) == ResultCode::done && transaction.commit())
+    if (transaction.isActive() && makeWay(contact) && store(contact) && transaction.commit())
         return true;
     KestinLogger::debug("KestinDirectory:createLocalContacts fail to insert contact into database.");
     return false;

@@ -38,7 +38,7 @@ private:
     std::optional<bool> isIdTaken(const Contact &contact);
     bool makeWay(const Contact &contact);
     bool makeRoomInCache();
-    int store(Contact &contact);
+    bool store(Contact &contact);
     bool isRefusedInList(const Contact &contact);
     bool createInList(Contact &contact);
     std::optional<ListContact> keptOf(const ListContact &created);

@@ -38,7 +38,7 @@ int ContactDeletion::deleteLocalContact(const QString &reqId, const QString &idC
         return ResultCode::wrongType;
     }
     Transaction transaction(m_dao.connection());
-    if (!transaction.isActive() || m_dao.deleteContact(idContact) != 0)
+    if (!transaction.isActive() || !m_dao.deleteContact(idContact))
         return ResultCode::writeFailed;
     transaction.afterCommit([this, reqId, deleted = stored->first()] { tell(reqId, deleted); });
     return transaction.commit() ? ResultCode::done : ResultCode::writeFailed;
@@ -63,7 +63,7 @@ bool ContactDeletion::dropCachedCopy(const QString &idContact)
     if (std::none_of(stored->cbegin(), stored->cend(), isCached))
         return true;
     if (!std::all_of(stored->cbegin(), stored->cend(), isCached)) // some stores hold two of one id
-        return m_dao.deleteCachedContact(idContact) == 0;
+        return m_dao.deleteCachedContact(idContact);
     return deleteLocalContact(RequestId::cached, idContact) != ResultCode::writeFailed;
 }
 

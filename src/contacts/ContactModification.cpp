@@ -74,8 +74,8 @@ void ContactModification::keepOwn(const Contact &stored, Contact &contact)
 /// Writes the row and the misc pairs.
 bool ContactModification::store(Contact &contact, Transaction &transaction)
 {
-    if (transaction.isActive() && m_dao.updateContact(contact) == 0 &&
-        m_dao.misc().replacePairs(contact.contactId, contact.misc) == 0) {
+    if (transaction.isActive() && m_dao.updateContact(contact) &&
+        m_dao.misc().replacePairs(contact.contactId, contact.misc)) {
         transaction.afterCommit(
             [id = contact.contactId] { KestinLogger::debug("Local contact of id %1 has been updated", id); });
         return true;

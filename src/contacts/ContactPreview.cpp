@@ -31,8 +31,8 @@ int ContactPreview::addContactToPreview(const QString &reqId, const QString &idC
         KestinLogger::debug("Contact already in preview. Return 4");
         return ResultCode::nothingToDo;
     }
-    if (const int code = m_dao.updateContactPreview(idContact, true); code != 0)
-        return code;
+    if (!m_dao.updateContactPreview(idContact, true))
+        return ResultCode::writeFailed;
     KestinLogger::debug("Success: Contact added to preview");
     contacts.first().isPreviewed = true;
     if (reqId != RequestId::deviceManagement)
@@ -62,8 +62,8 @@ int ContactPreview::removeContactFromPreview(const QString &reqId, const QString
         KestinLogger::debug("Contact is not in preview. Return 4");
         return ResultCode::nothingToDo;
     }
-    if (const int code = m_dao.updateContactPreview(idContact, false); code != 0)
-        return code;
+    if (!m_dao.updateContactPreview(idContact, false))
+        return ResultCode::writeFailed;
     KestinLogger::debug("Success: Contact removed from preview");
     contacts.first().isPreviewed = false;
     if (reqId != RequestId::deviceManagement)
@@ -84,8 +84,8 @@ int ContactPreview::updateContactsPreview(const QString &reqId, const QStringLis
     Transaction transaction(m_dao.connection());
     if (!transaction.isActive())
         return ResultCode::writeFailed;
-    if (const int code = m_dao.updateContactsPreview(contactsIds, isPreviewed); code != 0)
-        return code;
+    if (!m_dao.updateContactsPreview(contactsIds, isPreviewed))
+        return ResultCode::writeFailed;
     if (reqId != RequestId::deviceManagement) {
         const std::optional<ListContact> contacts = m_dao.getContactsById(contactsIds);
         if (!contacts)

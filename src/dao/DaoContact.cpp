@@ -30,7 +30,7 @@ DaoContact::DaoContact(Connection &connection)
 {
 }
 
-int DaoContact::insertContact(Contact &contact, bool withPuid)
+bool DaoContact::insertContact(Contact &contact, bool withPuid)
 {
     KestinLogger::debug("DaoContact::insertContact : idcontact:%1", contact.contactId);
     KestinLogger::debug("DaoContact::insertContact : name:%1", contact.name);
@@ -46,30 +46,30 @@ int DaoContact::insertContact(Contact &contact, bool withPuid)
     ContactRow::bindInsert(use, contact);
     if (!withPuid)
         use.bindNull(":puid");
-    if (use.execute() != 0)
-        return -1;
+    if (!use.execute())
+        return false;
     adjustCount(1);
     // The id that the database's trigger has just given to the row.
     if (contact.type == ContactType::Local || contact.type == ContactType::ManagerAssistant)
         contact.contactId = ContactIds::ofRow(use.lastInsertId());
-    return 0;
+    return true;
 }
 
-int DaoContact::updateContact(Contact &contact)
+bool DaoContact::updateContact(Contact &contact)
 {
     KestinLogger::debug("DaoContact::updateContact : idContact:%1", contact.contactId);
     const std::optional<ListContact> stored = getContact(contact.contactId);
     if (!stored)
-        return -1;
+        return false;
     const bool isChanged = isUpdateLastModificationDateNeeded(*stored, contact);
     if (isChanged)
         contact.setLastModificationDate(QDateTime::currentDateTimeUtc());
     Statement::Use use = m_statements.update.use();
     ContactRow::bindUpdate(use, contact);
-    if (use.bind(contact.contactId).execute() != 0)
-        return -1;
+    if (!use.bind(contact.contactId).execute())
+        return false;
     // Setting the date, be it to the same one, has taken the pairs away. Those of a changed contact are the caller's.
-    return isChanged || stored->isEmpty() ? 0 : m_misc.replacePairs(contact.contactId, stored->first().misc);
+    return isChanged || stored->isEmpty() || m_misc.replacePairs(contact.contactId, stored->first().misc);
 }
 
 bool DaoContact::isUpdateLastModificationDateNeeded(const ListContact &stored, const Contact &contact)
@@ -79,7 +79,7 @@ bool DaoContact::isUpdateLastModificationDateNeeded(const ListContact &stored, c
     return needed;
 }
 
-int DaoContact::updateContactFromImport(const Contact &contact)
+bool DaoContact::updateContactFromImport(const Contact &contact)
 {
     KestinLogger::debug("DaoContact::updateContactFromImport : idContact:%1", contact.contactId);
     Statement::Use use = m_statements.updateFromImport.use();
@@ -89,62 +89,61 @@ int DaoContact::updateContactFromImport(const Contact &contact)
 
 bool DaoContact::fillMissingLatinNames()
 {
-    return addLatinFunction(m_connection.database()) && m_statements.fillLatinNames.use().execute() == 0;
+    return addLatinFunction(m_connection.database()) && m_statements.fillLatinNames.use().execute();
 }
 
-int DaoContact::deleteContact(const QString &contactId)
+bool DaoContact::deleteContact(const QString &contactId)
 {
     KestinLogger::debug("DaoContact::deleteContact : idcontact:%1", contactId);
     Statement::Use use = m_statements.remove.use(contactId);
-    const int code = use.execute();
-    if (code == 0)
-        adjustCount(-use.rowsAffected());
-    return code;
+    if (!use.execute())
+        return false;
+    adjustCount(-use.rowsAffected());
+    return true;
 }
 
-int DaoContact::deleteCachedContact(const QString &contactId)
+bool DaoContact::deleteCachedContact(const QString &contactId)
 {
     const auto pairs = m_misc.pairs(contactId); // a trigger takes all of this id away
     if (!pairs)
-        return -1;
+        return false;
     Statement::Use use = m_statements.removeCached.use(contactId);
-    const int code = use.execute();
-    if (code != 0)
-        return code;
+    if (!use.execute())
+        return false;
     adjustCount(-use.rowsAffected());
     return m_misc.replacePairs(contactId, *pairs);
 }
 
-int DaoContact::updateIdContact(const QString &newId)
+bool DaoContact::updateIdContact(const QString &newId)
 {
     KestinLogger::debug("DaoContact::updateIdContact :idcontact:%1", newId);
     return m_statements.updateId.use(newId).execute();
 }
 
-int DaoContact::updatePuidContact(const QString &contactId, const QString &puid)
+bool DaoContact::updatePuidContact(const QString &contactId, const QString &puid)
 {
     KestinLogger::debug("DaoContact::updatePuidContact :idcontact:%1", contactId);
     return m_statements.updatePuid.use(puid, contactId).execute();
 }
 
-int DaoContact::updatePhotoContact(const QString &contactId, const QString &photo)
+bool DaoContact::updatePhotoContact(const QString &contactId, const QString &photo)
 {
     KestinLogger::debug("DaoContact::updatePhotoContact :idcontact:%1", contactId);
     return m_statements.updatePhoto.use(photo, contactId).execute();
 }
 
-int DaoContact::updateContactPreview(const QString &contactId, bool isPreviewed)
+bool DaoContact::updateContactPreview(const QString &contactId, bool isPreviewed)
 {
     KestinLogger::debug("DaoContact::updateContactPreview : idContact:%1", contactId);
     return m_statements.updatePreview.use(isPreviewed, contactId).execute();
 }
 
-int DaoContact::updateContactsPreview(const QStringList &contactIds, bool isPreviewed)
+bool DaoContact::updateContactsPreview(const QStringList &contactIds, bool isPreviewed)
 {
     KestinLogger::debug("DaoContact::updateContactsPreview called");
     if (contactIds.isEmpty()) {
         KestinLogger::error("DaoContact::updateContactsPreview : the list of contact ids is empty !");
-        return -1;
+        return false;
     }
     Statement statement(m_connection,
                         QLatin1String("UPDATE CONTACT SET isPreviewed=:isPreviewed WHERE contactId IN (") +

@@ -18,9 +18,9 @@ class Connection;
 /// which must outlive it; the tables must exist when it is made.
 ///
 /// Nothing throws. A statement that fails, or a row of it that cannot be read, is logged ("Error while executing query
-/// %1 : %2") and answered with -1 by writes, with nothing by counts and reads: what was read until then is not all, and
-/// whoever decides by it must change nothing. Every read of whole contacts fills their misc pairs. Writes are grouped
-/// by a Transaction on the connection.
+/// %1 : %2") and answered with false by writes, with nothing by counts and reads: what was read until then is not all,
+/// and whoever decides by it must change nothing. Every read of whole contacts fills their misc pairs. Writes are
+/// grouped by a Transaction on the connection.
 class DaoContact
 {
 public:
@@ -34,26 +34,26 @@ public:
     /// Stores a new contact; its id and modification date are filled in. A local or manager/assistant contact and one
     /// of device management get the directory's own (ContactIds), any other keeps the one it has. The persistent id is
     /// stored only `withPuid`, and else emptied. The misc pairs are not written.
-    int insertContact(Contact &contact, bool withPuid);
+    [[nodiscard]] bool insertContact(Contact &contact, bool withPuid);
     /// Replaces all but the persistent id. A contact that differs from the stored one gets the current date, which is
     /// filled in, and with that loses its stored misc pairs; the caller writes them again (DaoMisc::replacePairs).
-    int updateContact(Contact &contact);
+    [[nodiscard]] bool updateContact(Contact &contact);
     /// Replaces all, the persistent id and the modification date being the record's. Misc pairs as above.
-    int updateContactFromImport(const Contact &contact);
+    [[nodiscard]] bool updateContactFromImport(const Contact &contact);
     /// Gives their latin names to all contacts that have no latin last name (getContactsWithNoLatinName) and could have,
     /// or whose latin first name is not that of their first name. Nothing else of them changes, for what is made of a
     /// name is no change of the contact.
     [[nodiscard]] bool fillMissingLatinNames();
-    int deleteContact(const QString &contactId);
+    [[nodiscard]] bool deleteContact(const QString &contactId);
     /// Only what is a cached copy, where another contact has the same id; its misc pairs stay.
-    int deleteCachedContact(const QString &contactId);
+    [[nodiscard]] bool deleteCachedContact(const QString &contactId);
     /// Gives the contact stored under the id 'newContact' its own.
-    int updateIdContact(const QString &newId);
-    int updatePuidContact(const QString &contactId, const QString &puid);
-    int updatePhotoContact(const QString &contactId, const QString &photo);
-    int updateContactPreview(const QString &contactId, bool isPreviewed);
+    [[nodiscard]] bool updateIdContact(const QString &newId);
+    [[nodiscard]] bool updatePuidContact(const QString &contactId, const QString &puid);
+    [[nodiscard]] bool updatePhotoContact(const QString &contactId, const QString &photo);
+    [[nodiscard]] bool updateContactPreview(const QString &contactId, bool isPreviewed);
     /// All of them in one statement; ids that nobody has are no failure, an empty list is one.
-    int updateContactsPreview(const QStringList &contactIds, bool isPreviewed);
+    [[nodiscard]] bool updateContactsPreview(const QStringList &contactIds, bool isPreviewed);
 
     // Counts.
 

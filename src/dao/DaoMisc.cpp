@@ -14,22 +14,22 @@ DaoMisc::DaoMisc(Connection &connection)
 {
 }
 
-int DaoMisc::insertPair(const QString &contactId, const QString &key, const QString &value)
+bool DaoMisc::insertPair(const QString &contactId, const QString &key, const QString &value)
 {
     return m_insert.use(contactId, key, value).execute();
 }
 
-int DaoMisc::updatePair(const QString &contactId, const QString &key, const QString &value)
+bool DaoMisc::updatePair(const QString &contactId, const QString &key, const QString &value)
 {
     return m_update.use(value, contactId, key).execute();
 }
 
-int DaoMisc::deletePair(const QString &contactId, const QString &key)
+bool DaoMisc::deletePair(const QString &contactId, const QString &key)
 {
     return m_delete.use(contactId, key).execute();
 }
 
-int DaoMisc::deletePairs(const QString &contactId)
+bool DaoMisc::deletePairs(const QString &contactId)
 {
     return m_deleteAll.use(contactId).execute();
 }
@@ -59,15 +59,15 @@ bool DaoMisc::fill(Contact &contact)
     return found.has_value();
 }
 
-int DaoMisc::replacePairs(const QString &contactId, const QMap<QString, QString> &newPairs)
+bool DaoMisc::replacePairs(const QString &contactId, const QMap<QString, QString> &newPairs)
 {
     const auto stored = pairs(contactId);
     if (!stored)
-        return -1;
+        return false;
     if (stored == newPairs)
-        return 0;
-    int code = deletePairs(contactId);
-    for (auto pair = newPairs.cbegin(); pair != newPairs.cend() && code == 0; ++pair)
-        code = insertPair(contactId, pair.key(), pair.value());
-    return code;
+        return true;
+    bool isDone = deletePairs(contactId);
+    for (auto pair = newPairs.cbegin(); pair != newPairs.cend() && isDone; ++pair)
+        isDone = insertPair(contactId, pair.key(), pair.value());
+    return isDone;
 }

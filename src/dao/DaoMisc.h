@@ -11,16 +11,16 @@
 #include <optional>
 
 /// Reads and writes the misc pairs of contacts (table MISC). One a DaoContact; on the thread of its connection.
-/// Writes return 0, or -1 after logging why not; reads nothing when they could not be made to the end (logged).
+/// Writes answer whether they were done, reads nothing when they could not be made to the end; the log says why not.
 class DaoMisc
 {
 public:
     explicit DaoMisc(Connection &connection);
 
-    int insertPair(const QString &contactId, const QString &key, const QString &value);
-    int updatePair(const QString &contactId, const QString &key, const QString &value);
-    int deletePair(const QString &contactId, const QString &key);
-    int deletePairs(const QString &contactId);
+    [[nodiscard]] bool insertPair(const QString &contactId, const QString &key, const QString &value);
+    [[nodiscard]] bool updatePair(const QString &contactId, const QString &key, const QString &value);
+    [[nodiscard]] bool deletePair(const QString &contactId, const QString &key);
+    [[nodiscard]] bool deletePairs(const QString &contactId);
     /// The value of the key's first row; an empty list when there is none.
     std::optional<QStringList> value(const QString &contactId, const QString &key);
     std::optional<QMap<QString, QString>> pairs(const QString &contactId);
@@ -29,7 +29,7 @@ public:
     [[nodiscard]] bool fill(Contact &contact);
 
     /// Makes the stored pairs exactly these. Nothing is written when they are already.
-    int replacePairs(const QString &contactId, const QMap<QString, QString> &pairs);
+    [[nodiscard]] bool replacePairs(const QString &contactId, const QMap<QString, QString> &pairs);
 
 private:
     Statement m_insert;

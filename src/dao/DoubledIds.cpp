@@ -48,7 +48,7 @@ bool DoubledIds::removeCopies(Connection &connection)
         return pairs &&
                connection.executeQuery(QStringLiteral("DELETE FROM CONTACT WHERE rowid=%1").arg(row.rowId))
                    .isActive() &&
-               misc.replacePairs(row.contactId, *pairs) == 0;
+               misc.replacePairs(row.contactId, *pairs);
     };
     if (!transaction.isActive() || !std::all_of(rows->cbegin(), rows->cend(), remove) || !transaction.commit())
         return false;

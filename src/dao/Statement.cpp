@@ -119,9 +119,9 @@ QDateTime Statement::Use::time(int column) const
     return QDateTime::fromString(text(column), Qt::ISODateWithMs);
 }
 
-int Statement::Use::execute()
+bool Statement::Use::execute()
 {
-    return eachRow([](const Use &) {}) ? 0 : -1;
+    return eachRow([](const Use &) {});
 }
 
 int Statement::Use::rowsAffected() const

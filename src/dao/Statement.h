@@ -55,8 +55,8 @@ public:
         /// Takes back what was bound to this one.
         Use &bindNull(const char *parameter);
 
-        /// 0, or -1 after logging why not: it failed, or one before it in the same Transaction has.
-        int execute();
+        /// False, after logging why, when the statement fails or another before it in the same Transaction has failed.
+        [[nodiscard]] bool execute();
         /// Executes, and gives each row to `take` as this object. False, after logging why, when it cannot be executed
         /// and where a row cannot be read: what was taken until then is not all.
         template <typename Take>

@@ -62,13 +62,13 @@ void Transaction::tellAll()
 bool Transaction::begin()
 {
     Statement &statement = m_depth == 1 ? m_connection.m_transaction.begin : m_connection.m_transaction.save;
-    return m_connection.isUsable() && statement.use().execute() == 0;
+    return m_connection.isUsable() && statement.use().execute();
 }
 
 bool Transaction::end()
 {
     Statement &statement = m_depth == 1 ? m_connection.m_transaction.commit : m_connection.m_transaction.release;
-    return m_connection.isUsable() && statement.use().execute() == 0;
+    return m_connection.isUsable() && statement.use().execute();
 }
 
 void Transaction::rollBack()
@@ -82,10 +82,10 @@ void Transaction::rollBack()
         return; // gone with an outer one
     m_connection.m_failedDepth = 0;
     if (m_depth > 1) {
-        // Without its savepoint the outer one is no good either: what fails here ends that.
-        if (m_connection.m_transaction.rollBackToSaved.use().execute() == 0)
-            m_connection.m_transaction.release.use().execute();
+        // Without its savepoint the outer transaction is no good either: what fails here ends that.
+        (void)(m_connection.m_transaction.rollBackToSaved.use().execute() &&
+               m_connection.m_transaction.release.use().execute());
     } else if (!m_connection.hasGivenUp()) {
-        m_connection.m_transaction.rollBack.use().execute();
+        (void)m_connection.m_transaction.rollBack.use().execute(); // a failure is logged; nothing is left to undo with
     }
 }

@@ -116,7 +116,7 @@ void ImportRun::remove(const QString &contactId)
     Transaction transaction(m_dao.connection());
     if (!transaction.isActive())
         throw ImpExp_FatalException(ImportWriter::databaseFailure);
-    if (m_dao.deleteContact(contactId) != 0 || !transaction.commit()) {
+    if (!m_dao.deleteContact(contactId) || !transaction.commit()) {
         m_errors.cannotImport(contactId, QStringLiteral("the database refused to delete it"));
         return;
     }
@@ -202,7 +202,7 @@ void ImportRun::map(const ImpExp_Item &item, const QString &duid)
     Transaction transaction(m_dao.connection());
     if (!transaction.isActive())
         throw ImpExp_FatalException(ImportWriter::databaseFailure);
-    if (m_dao.updatePuidContact(duid, puid) != 0 || !transaction.commit())
+    if (!m_dao.updatePuidContact(duid, puid) || !transaction.commit())
         m_errors.cannotImport(duid, QStringLiteral("the database refused it"));
     else
         m_isMapped = true;

@@ -115,6 +115,6 @@ bool ImportWriter::store(Entry &entry)
     Transaction transaction(m_dao.connection());
     if (!transaction.isActive())
         throw ImpExp_FatalException(databaseFailure);
-    const int code = entry.isNew ? m_dao.insertContact(contact, true) : m_dao.updateContactFromImport(contact);
-    return code == 0 && m_dao.misc().replacePairs(contact.contactId, contact.misc) == 0 && transaction.commit();
+    const bool isWritten = entry.isNew ? m_dao.insertContact(contact, true) : m_dao.updateContactFromImport(contact);
+    return isWritten && m_dao.misc().replacePairs(contact.contactId, contact.misc) && transaction.commit();
 }

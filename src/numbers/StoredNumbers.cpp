@@ -88,5 +88,5 @@ bool StoredNumbers::store(const ListContact &contacts, const CanonicalNumbers::N
 
 bool StoredNumbers::store(Contact &contact)
 {
-    return m_dao.updateContact(contact) == 0 && m_dao.misc().replacePairs(contact.contactId, contact.misc) == 0;
+    return m_dao.updateContact(contact) && m_dao.misc().replacePairs(contact.contactId, contact.misc);
 }

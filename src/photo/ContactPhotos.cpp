@@ -139,7 +139,7 @@ void ContactPhotos::apply(const Download &download, const QByteArray &square)
     const QString path = square.isNull() ? QString() : m_files.keep(square);
     if (path.isNull())
         return;
-    if (m_dao.updatePhotoContact(download.contactId, path) != 0)
+    if (!m_dao.updatePhotoContact(download.contactId, path))
         m_files.removeIfUnused(path);
     else if (const auto updated = m_dao.getContact(download.contactId))
         Q_EMIT contactsUpdated(*updated, true);

@@ -3,6 +3,7 @@
 
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/AddressText.h"
+#include "platform/records/DirectoryCodes.h"
 #include "src/dao/DaoContact.h"
 #include "src/photofiles/PhotoFiles.h"
 #include "src/photofiles/PictureProgram.h"
@@ -144,10 +145,10 @@ void PhotoResizing::resizePhoto(const Contact &contact)
     }
     KestinLogger::debug("KestinDirectory::resizeContactPhotosIfNeeded: successfully resized photo: %1 to %2", photo,
                         path);
-    if (const int code = m_dao.updatePhotoContact(contact.contactId, path); code != 0) {
+    if (!m_dao.updatePhotoContact(contact.contactId, path)) {
         KestinLogger::error("KestinDirectory::resizeContactPhotosIfNeeded : local contact id %1 could NOT be updated. "
                             "Res=%2",
-                            contact.contactId, code);
+                            contact.contactId, ResultCode::writeFailed);
         return;
     }
     KestinLogger::debug("KestinDirectory::resizeContactPhotosIfNeeded : local contact id %1 has been updated",

@@ -136,7 +136,7 @@ private Q_SLOTS:
         Contact contact = person("name=B|misc.k=v");
         const QString kept = store.put(contact);
         cached.contactId = kept;
-        store.dao.insertContact(cached, false);
+        QVERIFY(store.dao.insertContact(cached, false));
         QCOMPARE(store.contacts.lookup.getContactById(kept).size(), 1);
         contact.personalMobile = "12";
         QCOMPARE(store.create(contact), "0|deleted CACHED_REQID c1|created r #CONTACT_6#");
@@ -220,7 +220,7 @@ private Q_SLOTS:
         Contact contact =
             person("firstName=A|name=É|puid=caller's own|type=Cached|officePhone=1 2|misc.job=chef|misc.zip=1");
         contact.contactId = store.put(person("firstName=A|name=B|misc.company=Acme"));
-        store.dao.updatePuidContact(contact.contactId, "p1");
+        QVERIFY(store.dao.updatePuidContact(contact.contactId, "p1"));
         QCOMPARE(store.modify(contact), "0|updated r #CONTACT_1# false");
         const Contact stored = store.stored(contact.contactId);
         const qsizetype logged = store.log.lines.indexOf("<7>Local contact of id #CONTACT_1# has been updated");
@@ -390,7 +390,7 @@ private Q_SLOTS:
                          [&imAddress](const QString &id, const QString &address) {
                              imAddress = {id, address};
                          });
-        store.dao.misc().insertPair("#CONTACT_1#", "imAddress", "im@h");
+        QVERIFY(store.dao.misc().insertPair("#CONTACT_1#", "imAddress", "im@h"));
         lookup.getImAddressByContactId("#CONTACT_1#");
         QCOMPARE(imAddress, (QStringList{"#CONTACT_1#", "im@h"}));
         lookup.getImAddressByContactId("42");

@@ -82,8 +82,8 @@ struct Store : StoreParts, OpenDirectory
     /// Puts a contact of any type straight into the database and returns its id.
     QString put(Contact contact)
     {
-        dao.insertContact(contact, false);
-        dao.misc().replacePairs(contact.contactId, contact.misc);
+        if (!dao.insertContact(contact, false) || !dao.misc().replacePairs(contact.contactId, contact.misc))
+            qFatal("the contact cannot be put into the database");
         return contact.contactId;
     }
     /// What is told of a contact is what is stored of it.

@@ -50,7 +50,7 @@ private Q_SLOTS:
             contact.type = type;
             contact.setLastModificationDate(longAgo);
             const bool withPuid = type > 3;
-            QCOMPARE(store.dao->insertContact(contact, withPuid), 0);
+            QVERIFY(store.dao->insertContact(contact, withPuid));
             QVERIFY(contact.getLastModificationDate().secsTo(QDateTime::currentDateTimeUtc()) < 60);
             contact.setPUID(withPuid ? u"puid"_s : QString());
             QCOMPARE(store.dao->getContact(contact.contactId), ListContact{contact});
@@ -81,14 +81,14 @@ private Q_SLOTS:
         TemporaryStore store;
         Contact contact = store.add(u"id"_s, fullContact());
         contact.setLastModificationDate(longAgo);
-        store.dao->updateContactFromImport(contact);
+        QVERIFY(store.dao->updateContactFromImport(contact));
         const QMap<QString, QString> pairs{{u"company"_s, u"a"_s}, {QString(), QString()}};
-        store.dao->misc().replacePairs(u"id"_s, pairs);
+        QVERIFY(store.dao->misc().replacePairs(u"id"_s, pairs));
         contact.misc = pairs;
         QCOMPARE(store.dao->getContact(u"id"_s), ListContact{contact});
         change(contact);
         const LogCapture log;
-        QCOMPARE(store.dao->updateContact(contact), 0);
+        QVERIFY(store.dao->updateContact(contact));
         QVERIFY(log.contains("<7>isUpdateLastModificationDateNeeded : "_L1 + QVariant(isNew).toString()));
         const Contact stored = store.dao->getContact(u"id"_s)->value(0);
         QCOMPARE(stored.getLastModificationDate() != longAgo, isNew);
@@ -103,18 +103,18 @@ private Q_SLOTS:
         Contact contact = store.add(u"newContact"_s, fullContact());
         store.add(u"other"_s);
         const QString id = contact.contactId = u"it's"_s;
-        store.dao->updateIdContact(id);
+        QVERIFY(store.dao->updateIdContact(id));
         contact.misc = {{u"key"_s, u"value"_s}};
-        store.dao->misc().replacePairs(id, contact.misc);
+        QVERIFY(store.dao->misc().replacePairs(id, contact.misc));
         contact.setPUID(u"p"_s);
-        store.dao->updatePuidContact(id, contact.getPUID());
+        QVERIFY(store.dao->updatePuidContact(id, contact.getPUID()));
         contact.photo = u"/a'b.png"_s;
-        store.dao->updatePhotoContact(id, contact.photo);
+        QVERIFY(store.dao->updatePhotoContact(id, contact.photo));
         contact.isPreviewed = true;
-        store.dao->updateContactPreview(id, true);
+        QVERIFY(store.dao->updateContactPreview(id, true));
         QCOMPARE(store.dao->getContact(id), ListContact{contact});
         QCOMPARE(store.run("SELECT isPreviewed || photo || puid FROM CONTACT WHERE contactId='other'"), u"false"_s);
-        store.dao->deleteContact(id);
+        QVERIFY(store.dao->deleteContact(id));
         QCOMPARE(store.run("SELECT contactId FROM CONTACT UNION SELECT contactId FROM MISC"), u"other"_s);
     }
 
@@ -127,13 +127,13 @@ private Q_SLOTS:
         const QStringList ids{u"it's"_s, u"c"_s, u"none"_s};
         const QStringList hostile{u"x') OR ('1'='1"_s};
         const LogCapture log(KestinLogger::Error);
-        QCOMPARE(dao.updateContactsPreview(ids, true), 0);
-        QCOMPARE(dao.updateContactsPreview(hostile, false), 0);
+        QVERIFY(dao.updateContactsPreview(ids, true));
+        QVERIFY(dao.updateContactsPreview(hostile, false));
         QCOMPARE(idsOf(dao.getAllContactInPreview(0, -1)), u"c,it's"_s);
         QCOMPARE(idsOf(dao.getContactsById(ids)), u"c,it's"_s);
         QCOMPARE(idsOf(dao.getContactsById(hostile)), QString());
         QCOMPARE(log.lines, QStringList());
-        QVERIFY(dao.updateContactsPreview({}, false) == -1 && dao.getContactsById({})->isEmpty());
+        QVERIFY(!dao.updateContactsPreview({}, false) && dao.getContactsById({})->isEmpty());
         QCOMPARE(log.lines, (QStringList{u"<3>DaoContact::updateContactsPreview : the list of contact ids is empty !"_s,
                                          u"<3>DaoContact::getContactsById : the list of contact IDs is empty !"_s}));
     }
@@ -157,7 +157,7 @@ private Q_SLOTS:
         cached[1].setLastModificationDate(QDateTime({2001, 1, 1}, {0, 0}, Qt::UTC));
         cached[2].setLastModificationDate(QDateTime({2001, 1, 1}, {1, 0}, Qt::OffsetFromUTC, 7200));
         for (const Contact &contact : cached)
-            dao.updateContactFromImport(contact);
+            QVERIFY(dao.updateContactFromImport(contact));
         QCOMPARE(dao.getOldestCachedContactId(), u"c"_s);
     }
 
@@ -166,7 +166,7 @@ private Q_SLOTS:
         TemporaryStore store;
         Contact contact = store.add(u"a"_s);
         contact.setLastModificationDate(longAgo);
-        QCOMPARE(store.dao->updateContactFromImport(contact), 0);
+        QVERIFY(store.dao->updateContactFromImport(contact));
         QVERIFY(store.dao->isDirectorySynchronized(longAgo, longAgo));
         QVERIFY(!store.dao->isDirectorySynchronized(longAgo.addMSecs(-1), {}));
         QVERIFY(!store.dao->isDirectorySynchronized(longAgo, longAgo.addMSecs(1)));
@@ -190,7 +190,7 @@ private Q_SLOTS:
         QCOMPARE(page(-3, 1), u"a"_s);
         QCOMPARE(page(1, -1), u"b,c,d"_s);
         QCOMPARE(page(2, most), u"c,d"_s);
-        store.dao->updateContactPreview(u"b"_s, false);
+        QVERIFY(store.dao->updateContactPreview(u"b"_s, false));
         QCOMPARE(page(0, 2), u"a,b but a,c"_s);
         QCOMPARE(idsOf(store.dao->getAllContact()), u"a,b,c,d"_s);
     }
@@ -219,7 +219,7 @@ private Q_SLOTS:
             other.officePhone = u"+55"_s;
             store.add(u"x"_s, other, ContactType::Remote);
             QCOMPARE(idsOf(dao.getContactByPhoneNumber(u"+44"_s)), u"x"_s);
-            dao.deleteContact(u"x"_s);
+            QVERIFY(dao.deleteContact(u"x"_s));
         }
         QCOMPARE(idsOf(dao.getContactByPhoneNumber(u"+55"_s)), QString());
         const LogCapture log;
@@ -232,18 +232,18 @@ private Q_SLOTS:
         TemporaryStore store;
         DaoMisc &misc = store.dao->misc();
         const QString id = u"it's"_s;
-        misc.insertPair(u"other"_s, u"key"_s, u"1"_s);
+        QVERIFY(misc.insertPair(u"other"_s, u"key"_s, u"1"_s));
         const QMap<QString, QString> pairs{{QString(), u"a"_s}, {u"key"_s, QString()}, {u"c"_s, u"d"_s}};
-        QCOMPARE(misc.replacePairs(id, pairs), 0);
+        QVERIFY(misc.replacePairs(id, pairs));
         QCOMPARE(misc.pairs(id), pairs);
         const QString writes = store.run("SELECT total_changes()");
-        misc.replacePairs(id, pairs);
+        QVERIFY(misc.replacePairs(id, pairs));
         QCOMPARE(store.run("SELECT total_changes()"), writes);
         QCOMPARE(misc.value(id, u"key"_s), QStringList(QString()));
-        misc.updatePair(id, u"key"_s, u"2"_s);
-        misc.deletePair(id, u"c"_s);
+        QVERIFY(misc.updatePair(id, u"key"_s, u"2"_s));
+        QVERIFY(misc.deletePair(id, u"c"_s));
         QCOMPARE(misc.pairs(id), (QMap<QString, QString>{{QString(), u"a"_s}, {u"key"_s, u"2"_s}}));
-        misc.replacePairs(id, {});
+        QVERIFY(misc.replacePairs(id, {}));
         QCOMPARE(store.run("SELECT contactId || value FROM MISC"), u"other1"_s);
     }
 
@@ -266,7 +266,7 @@ private Q_SLOTS:
         QCOMPARE(store.dao->getContact(contact.contactId), ListContact{contact});
         QCOMPARE(idsOf(store.dao->getAllContactInPreview(0, 1)), contact.contactId);
         contact.isPrivate = true;
-        QCOMPARE(store.dao->updateContactFromImport(contact), 0);
+        QVERIFY(store.dao->updateContactFromImport(contact));
         QCOMPARE(
             store.run("SELECT isPreviewed || isPrivate || type || typeof(type) || loginName || lastModificationDate "
                       "FROM CONTACT"),
@@ -281,7 +281,7 @@ private Q_SLOTS:
         store.run("ALTER TABLE CONTACT RENAME TO AWAY");
         Contact contact;
         const LogCapture log(KestinLogger::Error);
-        QVERIFY(dao.insertContact(contact, false) == -1 && dao.updateContactsPreview({u"a"_s}, true) == -1);
+        QVERIFY(!dao.insertContact(contact, false) && !dao.updateContactsPreview({u"a"_s}, true));
         QVERIFY(!dao.nbContact() && !dao.getOldestCachedContactId());
         QVERIFY(!dao.getAllContact() && !dao.getContactsByName({}));
         QCOMPARE(log.lines.size(), 6);
@@ -303,7 +303,7 @@ private Q_SLOTS:
             row(table, "whole contacts", [](DaoContact &dao) { return dao.getAllContact().has_value(); });
             row(table, "export", [](DaoContact &dao) { return dao.fullExport(ignore); });
         }
-        row("MISC", "writing pairs", [](DaoContact &dao) { return dao.misc().replacePairs(u"a"_s, {}) == 0; });
+        row("MISC", "writing pairs", [](DaoContact &dao) { return dao.misc().replacePairs(u"a"_s, {}); });
         row("CONTACT", "summaries", [](DaoContact &dao) { return dao.getContactsByLatinName({}).has_value(); });
         row("CONTACT", "ids", [](DaoContact &dao) { return dao.mappingExport(ignore); });
         row("CONTACT", "pairs of ids", [](DaoContact &dao) { return dao.getLocalPuids().has_value(); });
@@ -328,7 +328,7 @@ private Q_SLOTS:
             Transaction transaction(store.database.connection());
             for (int i = 0; i < 60; ++i) {
                 const Contact contact = store.add(u"a"_s, fullContact(), i % 2 * ContactType::Cached);
-                store.dao->misc().insertPair(contact.contactId, u"key"_s, QString(200, u'x'));
+                QVERIFY(store.dao->misc().insertPair(contact.contactId, u"key"_s, QString(200, u'x')));
             }
             QVERIFY(transaction.commit());
         }

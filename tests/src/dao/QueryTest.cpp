@@ -142,7 +142,7 @@ private Q_SLOTS:
         // Whoever has no such form yet is found, so that it can be made.
         m_store.add(u"new"_s);
         const auto withoutForm = m_dao.getContactsWithNoLatinName();
-        m_dao.deleteContact(u"new"_s);
+        QVERIFY(m_dao.deleteContact(u"new"_s));
         QCOMPARE(idsOf(withoutForm), u"new"_s);
     }
 

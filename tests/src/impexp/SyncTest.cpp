@@ -28,7 +28,7 @@ struct FilledStand : SyncStand
     {
         fillLatinNames(contact);
         contact = add({}, contact, ContactType::Local);
-        dao->misc().replacePairs(contact.contactId, contact.misc);
+        QVERIFY(dao->misc().replacePairs(contact.contactId, contact.misc));
     }
     QString ownPhoto() const { return fields.photoDirectory + "photo_two"; }
     /// Id, persistent id, last name, photo and pairs of each local contact.
@@ -117,7 +117,7 @@ private Q_SLOTS:
     void whatCannotBeExportedIsTold()
     {
         FilledStand stand;
-        stand.dao->updatePuidContact("#CONTACT_1#", "p\u0001");
+        QVERIFY(stand.dao->updatePuidContact("#CONTACT_1#", "p\u0001"));
         writeFile(stand.ownPhoto(), QByteArray(11 << 20, 'x'));
         for (const bool full : {false, true}) {
             stand.log.lines.clear();
@@ -264,7 +264,8 @@ private Q_SLOTS:
         QFETCH(const QByteArray, file);
         FilledStand stand;
         stand.fields.fileDiskUserQuota = 6;
-        stand.dao->updatePhotoContact("#CONTACT_1#", file.contains("CONTACT_1") ? stand.ownPhoto() : QString());
+        QVERIFY(
+            stand.dao->updatePhotoContact("#CONTACT_1#", file.contains("CONTACT_1") ? stand.ownPhoto() : QString()));
         stand.import(file);
         QStringList photos;
         for (const Contact &contact : stand.dao->getContactByType(ContactType::Local).value_or(ListContact()))

@@ -71,7 +71,8 @@ struct SearchStand : TemporaryStore
         Contact contact = person(firstName, name);
         contact.latinName = latinText(name);
         contact.officePhoneCan = number;
-        dao->insertContact(contact, false);
+        if (!dao->insertContact(contact, false))
+            qFatal("the contact cannot be put into the database");
     }
     /// A company directory that answers with these packets, the last with FINISH.
     void answerWith(const QList<ListContact> &packets)

@@ -115,7 +115,7 @@ private Q_SLOTS:
         stand.answerWith({{company}});
         stand.search->startSearchContactByName("s", "pa", 10, false);
         QTRY_COMPARE(stand.told.size(), 2);
-        stand.dao->deleteContact(id);
+        QVERIFY(stand.dao->deleteContact(id));
         if (!nameNow.isEmpty())
             stand.put("x", nameNow);
         QCOMPARE(stand.dao->getContact(id)->value(0).name, nameNow);
