@@ -13,29 +13,25 @@ const QString getMethod = QStringLiteral("getSettingValue");
 const QString setMethod = QStringLiteral("setSettingValue");
 } // namespace
 
-QString PlatformCalls::getStringSetting(const QString &key, bool *success)
+std::optional<QString> PlatformCalls::getStringSetting(const QString &key)
 {
-    if (success)
-        *success = false;
     try {
         const QDBusReply<QString> reply = m_caller.syncRemoteCall(ModuleName::settings, getMethod, {key});
-        if (reply.isValid()) {
-            if (success)
-                *success = true;
+        if (reply.isValid())
             return reply.value();
-        }
         KestinLogger::error("ERROR: While getting value of %1, reply is invalid", key);
     } catch (const KestinException &exception) {
         KestinLogger::error("ERROR: While getting value of %1:\n%2", key, exception.message());
     } catch (...) {
         KestinLogger::error("ERROR: While getting value of %1", key);
     }
-    return {};
+    return std::nullopt;
 }
 
-int PlatformCalls::getIntSetting(const QString &key, bool *success)
+std::optional<int> PlatformCalls::getIntSetting(const QString &key)
 {
-    return getStringSetting(key, success).toInt();
+    const std::optional<QString> value = getStringSetting(key);
+    return value ? std::optional(value->toInt()) : std::nullopt;
 }
 
 QString PlatformCalls::getSetting(const QString &key)

@@ -6,9 +6,11 @@
 #include <QString>
 #include <QVariantList>
 
+#include <optional>
+
 /// The calls into other modules that every part of a module makes, settings above all. No error leaves them: a failure
-/// is logged once and shows as an empty text, a 0 or a false. Nothing is cached, each read asks anew. The synchronous
-/// calls wait 5 s at most.
+/// is logged once and is answered with nothing, an empty text or false. Nothing is cached, each read asks anew. The
+/// synchronous calls wait 5 s at most.
 class PlatformCalls
 {
 public:
@@ -17,10 +19,10 @@ public:
     {
     }
 
-    /// `success`, where given, is true for a setting that is empty and false for a setting that cannot be read.
-    QString getStringSetting(const QString &key, bool *success = nullptr);
-    /// Base 10; 0 also for a text that is no number.
-    int getIntSetting(const QString &key, bool *success = nullptr);
+    /// Nothing when the setting cannot be read.
+    std::optional<QString> getStringSetting(const QString &key);
+    /// Base 10; 0 for a text that is no number. Nothing when the setting cannot be read.
+    std::optional<int> getIntSetting(const QString &key);
     /// Empty when the setting cannot be read. The log then has a warning, no error.
     QString getSetting(const QString &key);
 

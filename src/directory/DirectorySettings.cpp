@@ -29,12 +29,10 @@ DirectorySettings::DirectorySettings(RemoteCaller &caller, DirectoryFields &fiel
 /// Nothing when it cannot be read; it is asked for again then.
 std::optional<QString> DirectorySettings::read(const QString &key)
 {
-    bool success = false;
-    const QString value = m_calls.getStringSetting(key, &success);
-    if (success)
-        return value;
-    m_unread.add(key);
-    return std::nullopt;
+    std::optional<QString> value = m_calls.getStringSetting(key);
+    if (!value)
+        m_unread.add(key);
+    return value;
 }
 
 void DirectorySettings::readDirectory()
@@ -60,9 +58,9 @@ QString DirectorySettings::getDefaultContactsSetting()
     return read(directoryDefaultContacts).value_or(QString());
 }
 
-QString DirectorySettings::getUserPhotoSetting(bool *success)
+std::optional<QString> DirectorySettings::getUserPhotoSetting()
 {
-    return m_calls.getStringSetting(QStringLiteral("UserPhoto"), success);
+    return m_calls.getStringSetting(QStringLiteral("UserPhoto"));
 }
 
 void DirectorySettings::takeLate(const QString &key, const QString &value)

@@ -25,9 +25,10 @@ public:
     /// The photo quota, a setting in MiB; left as it is when it cannot be read.
     void readPhotoQuota();
 
-    /// These two are empty when they cannot be read.
+    /// Empty when the setting cannot be read.
     QString getDefaultContactsSetting();
-    QString getUserPhotoSetting(bool *success);
+    /// Nothing when the setting cannot be read.
+    std::optional<QString> getUserPhotoSetting();
     /// The settings manager has come to the bus: asks for what could not be read.
     void readAgain() { m_unread.ask(); }
     /// The read-only mode may have ended: default contacts that could not be read before it are asked for again.

@@ -316,8 +316,6 @@ void KestinDirectory::slot_presentationLoaded(const KestinEvent &)
 {
     KestinLogger::debug("KestinDirectory::slot_presentationLoaded: just having been notified that the presentation is "
                         "loaded => we are ready to send UserPhoto event");
-    bool isKnown = false;
-    const QString photo = m_settings.getUserPhotoSetting(&isKnown);
-    if (isKnown) // else the one that is there stays
-        m_open->photos.ofUser.setUserPhoto(photo);
+    if (const auto photo = m_settings.getUserPhotoSetting()) // else the photo that is there stays
+        m_open->photos.ofUser.setUserPhoto(*photo);
 }

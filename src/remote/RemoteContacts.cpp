@@ -14,7 +14,7 @@ void RemoteContacts::copyContactToLocal(const QString &idContact)
     KestinLogger::debug("-- Method copyContactToLocal called with idContact=[%1] --", idContact);
     m_awaitingCopy.removeIf(
         [](QHash<QString, QDeadlineTimer>::iterator awaited) { return awaited.value().hasExpired(); });
-    if (m_directory.getContactProfile(idContact, idContact))
+    if (m_directory.getContactProfile(idContact, idContact).has_value())
         m_awaitingCopy.insert(idContact, QDeadlineTimer(m_patience));
 }
 

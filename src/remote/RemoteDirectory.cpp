@@ -5,98 +5,94 @@
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/KestinBus.h"
 
-bool RemoteDirectory::send(const char *name, const QString &method, const QVariantList &arguments, bool *ok,
-                           const char *separator)
+std::optional<bool> RemoteDirectory::send(const char *name, const QString &method, const QVariantList &arguments,
+                                          const char *separator)
 {
-    if (ok)
-        *ok = false;
     const QString text = QStringLiteral("ERROR: While calling method %1 of module KestinWebServiceHelper");
     try {
         m_caller.send(ModuleName::webServiceManager, method, arguments);
     } catch (const KestinException &exception) {
         const QByteArray pattern = text.toUtf8() + separator + "%2";
         KestinLogger::error(pattern.constData(), name, exception.message());
-        return false;
+        return std::nullopt;
     } catch (...) {
         KestinLogger::error(text.toUtf8().constData(), name);
-        return false;
+        return std::nullopt;
     }
-    if (ok)
-        *ok = true;
     return true;
 }
 
-bool RemoteDirectory::searchByFullName(const QString &searchId, const QString &name, const QStringList &attributes,
-                                       const QStringList &values, bool *ok)
+std::optional<bool> RemoteDirectory::searchByFullName(const QString &searchId, const QString &name,
+                                                      const QStringList &attributes, const QStringList &values)
 {
-    return send("searchByFullName", QStringLiteral("udaSearchByFullName"), {searchId, name, attributes, values}, ok);
+    return send("searchByFullName", QStringLiteral("udaSearchByFullName"), {searchId, name, attributes, values});
 }
 
-bool RemoteDirectory::getContactProfile(const QString &searchId, const QString &contactId, bool *ok)
+std::optional<bool> RemoteDirectory::getContactProfile(const QString &searchId, const QString &contactId)
 {
-    return send("getContactProfile", QStringLiteral("udaGetContactProfile"), {searchId, contactId}, ok);
+    return send("getContactProfile", QStringLiteral("udaGetContactProfile"), {searchId, contactId});
 }
 
-bool RemoteDirectory::searchByAll(const QString &searchId, const QString &criteria, const QStringList &attributes,
-                                  bool *ok)
+std::optional<bool> RemoteDirectory::searchByAll(const QString &searchId, const QString &criteria,
+                                                 const QStringList &attributes)
 {
-    return send("searchByAll", QStringLiteral("udaSearch"), {searchId, criteria, attributes}, ok);
+    return send("searchByAll", QStringLiteral("udaSearch"), {searchId, criteria, attributes});
 }
 
-bool RemoteDirectory::searchByIMAddress(const QString &searchId, const QString &imAddress, bool *ok)
+std::optional<bool> RemoteDirectory::searchByIMAddress(const QString &searchId, const QString &imAddress)
 {
-    return send("searchByIMAddress", QStringLiteral("udaSearchByIMAddress"), {searchId, imAddress}, ok);
+    return send("searchByIMAddress", QStringLiteral("udaSearchByIMAddress"), {searchId, imAddress});
 }
 
-bool RemoteDirectory::searchByPhoneNumber(const QString &searchId, const QString &joiningOperator,
-                                          const QStringList &values, const QStringList &firstExtra,
-                                          const QStringList &secondExtra, bool *ok)
+std::optional<bool> RemoteDirectory::searchByPhoneNumber(const QString &searchId, const QString &joiningOperator,
+                                                         const QStringList &values, const QStringList &firstExtra,
+                                                         const QStringList &secondExtra)
 {
     return send("searchByPhoneNumber", QStringLiteral("udaSearch"),
                 {searchId, joiningOperator, QStringList{QStringLiteral("TELEPHONENUMBER")},
-                 QStringList{QStringLiteral("EQUAL")}, values, firstExtra, secondExtra},
-                ok);
+                 QStringList{QStringLiteral("EQUAL")}, values, firstExtra, secondExtra});
 }
 
-bool RemoteDirectory::getOperators(const QString &requestTag, bool *ok)
+std::optional<bool> RemoteDirectory::getOperators(const QString &requestTag)
 {
-    return send("getOperators", QStringLiteral("udaGetOperators"), {requestTag}, ok);
+    return send("getOperators", QStringLiteral("udaGetOperators"), {requestTag});
 }
 
-bool RemoteDirectory::getNextResults(const QString &searchId, bool *ok)
+std::optional<bool> RemoteDirectory::getNextResults(const QString &searchId)
 {
-    return send("getNextResults", QStringLiteral("udaGetNextResults"), {searchId}, ok);
+    return send("getNextResults", QStringLiteral("udaGetNextResults"), {searchId});
 }
 
-bool RemoteDirectory::getDirectories(const QString &requestTag, bool *ok)
+std::optional<bool> RemoteDirectory::getDirectories(const QString &requestTag)
 {
-    return send("getDirectories", QStringLiteral("udaGetDirectories"), {requestTag}, ok, ":");
+    return send("getDirectories", QStringLiteral("udaGetDirectories"), {requestTag}, ":");
 }
 
-bool RemoteDirectory::getAttributes(const QString &requestTag, bool *ok)
+std::optional<bool> RemoteDirectory::getAttributes(const QString &requestTag)
 {
-    return send("getAttributes", QStringLiteral("udaGetAttributes"), {requestTag}, ok);
+    return send("getAttributes", QStringLiteral("udaGetAttributes"), {requestTag});
 }
 
-bool RemoteDirectory::getAttributeProperties(const QString &requestTag, const QString &attribute, bool *ok)
+std::optional<bool> RemoteDirectory::getAttributeProperties(const QString &requestTag, const QString &attribute)
 {
-    return send("getAttributeProperties", QStringLiteral("udaGetAttributeProperties"), {requestTag, attribute}, ok);
+    return send("getAttributeProperties", QStringLiteral("udaGetAttributeProperties"), {requestTag, attribute});
 }
 
-bool RemoteDirectory::getAttributeTypeByContactId(const QString &requestTag, const QString &contactId,
-                                                  const QString &attribute, bool *ok)
+std::optional<bool> RemoteDirectory::getAttributeTypeByContactId(const QString &requestTag, const QString &contactId,
+                                                                 const QString &attribute)
 {
     return send("getAttributeTypeByContactId", QStringLiteral("getAttributeTypeByContactId"),
-                {requestTag, contactId, attribute}, ok);
+                {requestTag, contactId, attribute});
 }
 
-bool RemoteDirectory::makeDialableCallNumber(const QString &requestTag, const QString &number, bool *ok)
+std::optional<bool> RemoteDirectory::makeDialableCallNumber(const QString &requestTag, const QString &number)
 {
-    return send("makeDialableCallNumber", QStringLiteral("makeDialableCallNumber"), {requestTag, number}, ok);
+    return send("makeDialableCallNumber", QStringLiteral("makeDialableCallNumber"), {requestTag, number});
 }
 
-bool RemoteDirectory::stopSearch(const QString &searchId, bool *ok)
+std::optional<bool> RemoteDirectory::stopSearch(const QString &searchId)
 {
-    send("stopSearch", QStringLiteral("udaStopSearch"), {searchId}, ok);
-    return false; // whether or not it was sent: a search that is stopped has no answer
+    if (!send("stopSearch", QStringLiteral("udaStopSearch"), {searchId}))
+        return std::nullopt;
+    return false;
 }

@@ -70,12 +70,11 @@ private Q_SLOTS:
         LogCapture log;
         ScriptedTransport transport;
         RemoteDirectory directory(transport);
-        bool ok = false;
-        QVERIFY(directory.searchByPhoneNumber("s", "AND", {"1"}, {"a"}, {"b"}, &ok) && ok);
+        QCOMPARE(directory.searchByPhoneNumber("s", "AND", {"1"}, {"a"}, {"b"}), true);
         QCOMPARE(transport.calls.last().text(), "WSManager.udaSearch s AND TELEPHONENUMBER EQUAL 1 a b");
-        QVERIFY(!directory.stopSearch("s"));
+        QCOMPARE(directory.stopSearch("s"), false);
         transport.answer = [](const auto &, const auto &) -> QDBusMessage { throw KestinException("m", 1, "why"); };
-        QVERIFY(!directory.searchByFullName("s", "n", {}, {}, &ok) && !ok);
+        QCOMPARE(directory.searchByFullName("s", "n", {}, {}), std::nullopt);
         directory.getDirectories("t");
         QCOMPARE(
             log.lines,
