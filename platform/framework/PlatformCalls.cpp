@@ -3,6 +3,7 @@
 
 #include "platform/framework/KestinException.h"
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/AddressText.h"
 #include "platform/records/KestinBus.h"
 #include "platform/records/UpdateReport.h"
 
@@ -69,9 +70,9 @@ bool PlatformCalls::setSettingConfirmed(const QString &key, const QString &value
         const QDBusReply<UpdateReport> reply = m_caller.syncRemoteCall(ModuleName::settings, setMethod, {key, value});
         if (reply.isValid())
             return true;
-        KestinLogger::error("ERROR 1: While setting %1 with value : %2", key, value);
+        KestinLogger::error("ERROR 1: While setting %1 with value : %2", key, AddressText::withoutUserInfo(value));
     } catch (...) {
-        KestinLogger::error("ERROR 2: While setting %1 with value : %2", key, value);
+        KestinLogger::error("ERROR 2: While setting %1 with value : %2", key, AddressText::withoutUserInfo(value));
     }
     return false;
 }

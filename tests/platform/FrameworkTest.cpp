@@ -43,7 +43,7 @@ QString result(PlatformCalls &calls, const QString &operation)
     if (operation == "optional"_L1)
         return calls.getSetting(key);
     if (operation == "confirmed"_L1)
-        return calls.setSettingConfirmed(key, u"%1"_s) ? u"yes"_s : u"no"_s;
+        return calls.setSettingConfirmed(key, u"http://me:secret@h/%1"_s) ? u"yes"_s : u"no"_s;
     if (operation == "write"_L1)
         calls.setIntSetting(key, -5);
     else
@@ -121,9 +121,9 @@ private Q_SLOTS:
         row("write, raises", "", "<3>ERROR: While setting value of Key:|<3>no\\nbus");
         row("write, raises other", "", "<3>ERROR: While setting value of Key");
         row("confirmed, whatever the report says", "yes", "");
-        row("confirmed, refuses", "no", "<3>ERROR 1: While setting Key with value : %1");
-        row("confirmed, raises", "no", "<3>ERROR 2: While setting Key with value : %1");
-        row("confirmed, raises other", "no", "<3>ERROR 2: While setting Key with value : %1");
+        row("confirmed, refuses", "no", "<3>ERROR 1: While setting Key with value : http://h/%1");
+        row("confirmed, raises", "no", "<3>ERROR 2: While setting Key with value : http://h/%1");
+        row("confirmed, raises other", "no", "<3>ERROR 2: While setting Key with value : http://h/%1");
         row("call, refuses", "", "");
         row("call, raises", "", "<3>ERROR: While calling method doIt of module Other (no\\nbus)");
         row("call, raises other", "", "<3>ERROR: While calling method doIt of module Other");
@@ -157,7 +157,7 @@ private Q_SLOTS:
         const QString read = u"SettingsManager getSettingValue QString(Key)"_s;
         QCOMPARE(sent, (QStringList{read, read, read,
                                     u"SettingsManager setSettingValue unanswered QString(Key) QString(-5)"_s,
-                                    u"SettingsManager setSettingValue QString(Key) QString(%1)"_s,
+                                    u"SettingsManager setSettingValue QString(Key) QString(http://me:secret@h/%1)"_s,
                                     u"Other doIt unanswered int(1) QString(a)"_s}));
     }
 
