@@ -51,7 +51,7 @@ int ContactSearch::startSearchContactByName(const QString &searchId, const QStri
     KestinLogger::debug("-- Method startSearchContactByName called with searchId=[%1] ,name=[%2] and localOnly=[%3] --",
                         searchId, name, localOnly ? "true" : "false");
     const SearchRequest request{SearchRequest::ByName, searchId, name, {}, nbContacts, localOnly, m_fields.searchMode};
-    dropResults(request);
+    dropResults();
     static constexpr StartTexts texts{
         "[startSearchcontactByName] UDA remote server is not reachable, search will be local only",
         "[startSearchcontactByName] UDA remote server is OK, search %1 should be both local and remote",
@@ -67,7 +67,7 @@ int ContactSearch::startSearchContactByPhoneNumber(const QString &searchId, cons
         searchId, phoneNumber, localOnly ? "true" : "false");
     const SearchRequest request{SearchRequest::ByPhoneNumber, searchId, {}, phoneNumber, 0, localOnly,
                                 m_fields.searchMode};
-    dropResults(request);
+    dropResults();
     if (phoneNumber.isEmpty()) {
         KestinLogger::debug("The phone number is empty");
         if (m_running && m_running->isReplaced())
@@ -84,11 +84,11 @@ int ContactSearch::startSearchContactByPhoneNumber(const QString &searchId, cons
 }
 
 /// Every request empties what was found before, also what the running search has found so far.
-void ContactSearch::dropResults(const SearchRequest &request)
+void ContactSearch::dropResults()
 {
     m_finished = {};
     if (m_running)
-        m_running->noteRequest(request.searchId);
+        m_running->dropFound();
 }
 
 /// Starts what is requested, or lets it wait for the end of the running search.
@@ -148,7 +148,7 @@ void ContactSearch::endUnstarted(SearchThread *worker)
 
 void ContactSearch::addContacts(const QString &searchId, const ListContact &contacts, bool toLocalList)
 {
-    if (!m_running || m_running->request().searchId != searchId || !m_running->takesContacts())
+    if (!takesContacts(searchId))
         return;
     if (toLocalList) {
         m_running->addLocal(contacts);
@@ -158,6 +158,15 @@ void ContactSearch::addContacts(const QString &searchId, const ListContact &cont
         m_running->addToMain(found);
     }
     KestinLogger::debug("Search of id %1 now contains %2 results", searchId, m_running->found().contacts.size());
+}
+
+/// Of a search that is replaced, only as long as another id waits: without that it is purged, and its own id stands for
+/// the search that waits.
+bool ContactSearch::takesContacts(const QString &searchId) const
+{
+    if (!m_running || m_running->request().searchId != searchId)
+        return false;
+    return !m_running->isReplaced() || (m_waiting && m_waiting->searchId != searchId);
 }
 
 void ContactSearch::rewritePhotoAddresses(ListContact &contacts) const

@@ -30,8 +30,8 @@ public:
     /// Waits for the workers, which stop asking.
     ~ContactSearch() override;
 
-    /// These answer 0 at once. `nbContacts`: how many summaries are sent with the first results and with the
-    /// completion together.
+    /// These answer 0 at once. `nbContacts`: how many summaries are sent with the first results and with
+    /// the completion together.
     int startSearchContactByName(const QString &searchId, const QString &name, int nbContacts, bool localOnly);
     int startSearchContactByPhoneNumber(const QString &searchId, const QString &phoneNumber, bool localOnly);
 
@@ -41,7 +41,8 @@ public:
     /// is stored now if that still is the contact listed (id, type and both names); if not, another result with the id
     /// is told, or else what the summary holds.
     Contact getContactFromSearch(const QString &searchId, const QString &contactId) const;
-    /// Drops the results; of a running search also those to come, and its completion is not told.
+    /// Drops the results; of a running search also those to come, and its completion is not told. Drops the search that
+    /// waits as well, whatever its id.
     int purgeSearchResults(const QString &searchId);
 
     /// From the workers: contacts found, `toLocalList` only for the phone's own by name; the end of one.
@@ -60,12 +61,13 @@ Q_SIGNALS:
 
 private:
     struct StartTexts;
-    void dropResults(const SearchRequest &request);
+    void dropResults();
     int decide(const SearchRequest &request, const StartTexts &texts);
     void startWorkers(const SearchRequest &request, bool withRemote);
     void startWorker(SearchThread *worker);
     void endUnstarted(SearchThread *worker);
 
+    bool takesContacts(const QString &searchId) const;
     void rewritePhotoAddresses(ListContact &contacts) const;
 
     void complete();

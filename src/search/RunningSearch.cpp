@@ -56,12 +56,6 @@ void RunningSearch::setReplaced()
     m_mailbox.setReplaced(m_request.searchId);
 }
 
-void RunningSearch::noteRequest(const QString &searchId)
-{
-    m_lists = {};
-    m_isLastAskedFor = searchId == m_request.searchId;
-}
-
 void RunningSearch::addLocal(const ListContact &contacts)
 {
     const ListContact local = ContactOrder::byName(contacts);

@@ -33,15 +33,13 @@ public:
     /// Nobody wants it any more: its worker in the company directory stops asking, and its end is not to be told.
     void setReplaced();
     bool isReplaced() const { return m_isReplaced; }
-    /// Another search was asked for, whether that replaces this search or not: what was found so far is dropped.
-    void noteRequest(const QString &searchId);
+    /// Another search was asked for, whether that replaces this search or not.
+    void dropFound() { m_lists = {}; }
 
     /// What the phone has found by name; replaces what it had found.
     void addLocal(const ListContact &contacts);
     /// What the company directory sent, or the phone has found by number.
     void addToMain(ListContact contacts);
-    /// False when the search is replaced and its id was asked for last: the id then stands for that request.
-    bool takesContacts() const { return !m_isReplaced || !m_isLastAskedFor; }
 
     /// What can be paged through while it runs: all but what the phone has found by name.
     SearchResults found() const { return {m_request.searchId, mainList(), 0}; }
@@ -83,5 +81,4 @@ private:
     QList<SearchThread *> m_workers;
     Lists m_lists;
     bool m_isReplaced = false;
-    bool m_isLastAskedFor = true; ///< no other id was asked for since
 };
