@@ -3,7 +3,7 @@
 
 #include <QLatin1String>
 
-/// What the directory's operations on single contacts answer. The same number means another thing in another call.
+/// What the directory's operations answer. The same number means another thing in another call.
 namespace ResultCode {
 inline constexpr int done = 0;
 inline constexpr int wrongType = 1;     ///< the operation may not touch contacts of this type
@@ -14,6 +14,7 @@ inline constexpr int readOnly = 6;
 inline constexpr int anonymous = -1;   ///< create, modify: an anonymous contact is refused
 inline constexpr int notFound = -1;    ///< preview: no contact has the id
 inline constexpr int writeFailed = -1; ///< the database refused; the log says why
+inline constexpr int withdrawn = -1;   ///< the method does nothing any more
 } // namespace ResultCode
 
 /// Request ids with a meaning of their own; any other is a caller's, echoed in the events.

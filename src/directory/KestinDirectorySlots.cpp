@@ -3,6 +3,7 @@
 #include "src/directory/KestinDirectory.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/DirectoryCodes.h"
 #include "src/dao/ContactOrder.h"
 #include "src/directory/OpenDirectory.h"
 
@@ -82,7 +83,7 @@ int KestinDirectory::startSearchContactByAllFields(const QString &searchId, cons
     KestinLogger::error("-- Method startSearchContactByAllFields called with searchId=[%1] ,criteria=[%2] and "
                         "localOnly=[%3] is DEPRECATED!!--",
                         searchId, criteria, localOnly ? "true" : "false");
-    return -1;
+    return ResultCode::withdrawn;
 }
 
 int KestinDirectory::startSearchContactByPhoneNumber(const QString &searchId, const QString &phoneNumber,
@@ -96,7 +97,7 @@ int KestinDirectory::startSearchContactByIMAddress(const QString &searchId, cons
     KestinLogger::error("-- Method startSearchContactByIMAddress called with searchId=[%1] ,imAddress=[%2] and "
                         "localOnly=[%3] is DEPRECATED !! --",
                         searchId, imAddress, localOnly ? "true" : "false");
-    return -1;
+    return ResultCode::withdrawn;
 }
 
 ListContactSummary KestinDirectory::getSearchResults(const QString &searchId, int startInd, int length)

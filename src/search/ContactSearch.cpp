@@ -3,6 +3,7 @@
 
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/AddressText.h"
+#include "platform/records/DirectoryCodes.h"
 #include "src/dao/DaoContact.h"
 #include "src/numbers/CanonicalNumbers.h"
 #include "src/search/LocalSearchThreads.h"
@@ -57,7 +58,8 @@ int ContactSearch::startSearchContactByName(const QString &searchId, const QStri
         "[startSearchcontactByName] UDA remote server is OK, search %1 should be both local and remote",
         "Remote search %1 is ongoing, search  %2 will replace it",
     };
-    return decide(request, texts);
+    decide(request, texts);
+    return ResultCode::done;
 }
 
 int ContactSearch::startSearchContactByPhoneNumber(const QString &searchId, const QString &phoneNumber, bool localOnly)
@@ -73,14 +75,15 @@ int ContactSearch::startSearchContactByPhoneNumber(const QString &searchId, cons
         if (m_running && m_running->isReplaced())
             m_waiting = request; // it is the last request, and the last one wins
         Q_EMIT completedByPhoneNumber(searchId, Contact());
-        return 0;
+        return ResultCode::done;
     }
     static constexpr StartTexts texts{
         "[startSearchcontactByPhone] UDA remote server is not reachable, search will be local only",
         "[startSearchcontactByPhone] UDA remote server is OK, search %1 should be both local and remote",
         "Remote search %1 is ongoing, search  %2 will replace it)",
     };
-    return decide(request, texts);
+    decide(request, texts);
+    return ResultCode::done;
 }
 
 /// Every request empties what was found before, also what the running search has found so far.
@@ -92,7 +95,7 @@ void ContactSearch::dropResults()
 }
 
 /// Starts what is requested, or lets it wait for the end of the running search.
-int ContactSearch::decide(const SearchRequest &request, const StartTexts &texts)
+void ContactSearch::decide(const SearchRequest &request, const StartTexts &texts)
 {
     const bool withRemote = !request.localOnly && m_fields.icsLogin;
     if (withRemote)
@@ -103,14 +106,13 @@ int ContactSearch::decide(const SearchRequest &request, const StartTexts &texts)
                               m_running->request().searchId, request.searchId);
         m_waiting = request;
         m_running->setReplaced();
-        return 0;
+        return;
     }
     if (request.localOnly)
         KestinLogger::warning("Search is local only");
     startWorkers(request, withRemote);
     if (!request.localOnly && !withRemote)
         KestinLogger::warning(texts.notReachable);
-    return 0;
 }
 
 void ContactSearch::startWorkers(const SearchRequest &request, bool withRemote)
@@ -294,5 +296,5 @@ int ContactSearch::purgeSearchResults(const QString &searchId)
         m_running->setReplaced();
     else if (m_finished.searchId == searchId)
         m_finished = {};
-    return 0;
+    return ResultCode::done;
 }

@@ -30,7 +30,7 @@ public:
     /// Waits for the workers, which stop asking.
     ~ContactSearch() override;
 
-    /// These answer 0 at once. `nbContacts`: how many summaries are sent with the first results and with
+    /// These answer ResultCode::done at once. `nbContacts`: how many summaries are sent with the first results and with
     /// the completion together.
     int startSearchContactByName(const QString &searchId, const QString &name, int nbContacts, bool localOnly);
     int startSearchContactByPhoneNumber(const QString &searchId, const QString &phoneNumber, bool localOnly);
@@ -42,7 +42,7 @@ public:
     /// is told, or else what the summary holds.
     Contact getContactFromSearch(const QString &searchId, const QString &contactId) const;
     /// Drops the results; of a running search also those to come, and its completion is not told. Drops the search that
-    /// waits as well, whatever its id.
+    /// waits as well, whatever its id. Answers ResultCode::done.
     int purgeSearchResults(const QString &searchId);
 
     /// From the workers: contacts found, `toLocalList` only for the phone's own by name; the end of one.
@@ -62,7 +62,7 @@ Q_SIGNALS:
 private:
     struct StartTexts;
     void dropResults();
-    int decide(const SearchRequest &request, const StartTexts &texts);
+    void decide(const SearchRequest &request, const StartTexts &texts);
     void startWorkers(const SearchRequest &request, bool withRemote);
     void startWorker(SearchThread *worker);
     void endUnstarted(SearchThread *worker);
