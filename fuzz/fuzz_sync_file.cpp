@@ -18,7 +18,7 @@ QString idsOf(const ImpExp_Item &item)
 void checkTexts(const ImpExp_Item::Texts &texts)
 {
     for (const auto &text : texts)
-        promise(ImpExp_Text::encodedSize(text.second) >= 0, "a text that was read can be written");
+        promise(ImpExp_Text::encodedSize(text.second).has_value(), "a text that was read can be written");
 }
 
 /// The ids of all contacts, and the end.

@@ -32,11 +32,13 @@ DefaultContacts read(const QString &path, bool isText)
     const auto failure = [&path](const QString &reason) {
         return CommandFailure(ExitCode::FileError, QStringLiteral("%1 cannot be read: %2").arg(path, reason));
     };
-    const QString reason = !isStandardInput                        ? RegularFile::open(file)
-                           : file.open(stdin, QIODevice::ReadOnly) ? QString()
-                                                                   : file.errorString();
-    if (!reason.isEmpty())
-        throw failure(reason);
+    std::optional<QString> reason;
+    if (!isStandardInput)
+        reason = RegularFile::open(file);
+    else if (!file.open(stdin, QIODevice::ReadOnly))
+        reason = file.errorString();
+    if (reason)
+        throw failure(*reason);
     const DefaultContacts contacts =
         isText ? DefaultContacts::ofText(QString::fromUtf8(file.readAll())) : DefaultContacts::ofCards(file, path);
     if (file.error() != QFileDevice::NoError)

@@ -34,8 +34,8 @@ void writeFile(const ListContact &contacts, const QString &path)
     bool isWritten = file.open(QIODevice::WriteOnly);
     for (const Contact &contact : contacts)
         isWritten = isWritten && file.write(VCardWriter::write(contact, pictureOf(contact))) >= 0;
-    if (const QString failure = DurableFile::commit(file); !failure.isEmpty())
-        throw CommandFailure(ExitCode::FileError, QStringLiteral("%1 cannot be written: %2").arg(path, failure));
+    if (const auto failure = DurableFile::commit(file))
+        throw CommandFailure(ExitCode::FileError, QStringLiteral("%1 cannot be written: %2").arg(path, *failure));
 }
 
 } // namespace

@@ -31,11 +31,13 @@ ExitCode ImportCommand::importFile(const QString &path, ImportRun &run)
 {
     const bool isStandardInput = path == QLatin1String("-");
     QFile file(path);
-    const QString reason = !isStandardInput                        ? RegularFile::open(file)
-                           : file.open(stdin, QIODevice::ReadOnly) ? QString()
-                                                                   : file.errorString();
-    if (!reason.isEmpty()) {
-        Report::problem(QStringLiteral("%1 cannot be read: %2").arg(path, reason));
+    std::optional<QString> reason;
+    if (!isStandardInput)
+        reason = RegularFile::open(file);
+    else if (!file.open(stdin, QIODevice::ReadOnly))
+        reason = file.errorString();
+    if (reason) {
+        Report::problem(QStringLiteral("%1 cannot be read: %2").arg(path, *reason));
         return ExitCode::FileError;
     }
     const bool hasCards = run.read(file, path, isStandardInput ? 0 : file.size());

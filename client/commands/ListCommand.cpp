@@ -11,11 +11,11 @@ namespace {
 
 qint32 typeOf(const QString &word)
 {
-    const qint32 type = ContactText::typeOf(word);
-    if (type < 0)
+    const std::optional<qint32> type = ContactText::typeOf(word);
+    if (!type)
         throw CommandFailure(ExitCode::Usage, QStringLiteral("--type takes %1 or a number, not \"%2\"")
                                                   .arg(ContactText::typeNames().join(QLatin1String(", ")), word));
-    return type;
+    return *type;
 }
 
 } // namespace

@@ -41,8 +41,8 @@ Fields fieldsOf(const Contact &contact)
     return fields;
 }
 
-/// Why the form cannot carry the text, as a sentence's end; empty when it can.
-QString faultOf(const QString &text)
+/// Why the form cannot carry the text, as a sentence's end, when it cannot.
+std::optional<QString> faultOf(const QString &text)
 {
     for (const char *word : {"escSharp", "escComa"}) {
         if (text.contains(QLatin1String(word)))
@@ -53,7 +53,7 @@ QString faultOf(const QString &text)
         return QStringLiteral("holds a line break");
     if (text.endsWith(QLatin1Char('\\')))
         return QStringLiteral("ends with a backslash, which would join it with what follows");
-    return {};
+    return std::nullopt;
 }
 
 CommandFailure refusal(const QString &what, const QString &fault)
@@ -72,9 +72,8 @@ QString recordOf(const Contact &contact)
     Fields fields = fieldsOf(contact);
     QStringList values;
     for (const auto &[name, value] : fields) {
-        const QString fault = faultOf(value);
-        if (!fault.isEmpty())
-            throw refusal(QStringLiteral("%1: %2").arg(ContactText::displayName(contact), name), fault);
+        if (const auto fault = faultOf(value))
+            throw refusal(QStringLiteral("%1: %2").arg(ContactText::displayName(contact), name), *fault);
         values.append(escaped(value));
     }
     const bool isShort =
@@ -108,9 +107,8 @@ void checkRecord(const QString &record)
     if (fields.size() != shortForm && fields.size() != longForm)
         throw refusal(
             what, QStringLiteral("has %1 fields instead of %2 or %3").arg(fields.size()).arg(shortForm).arg(longForm));
-    const QString fault = faultOf(record);
-    if (!fault.isEmpty())
-        throw refusal(what, fault);
+    if (const auto fault = faultOf(record))
+        throw refusal(what, *fault);
 }
 
 } // namespace
@@ -135,9 +133,9 @@ DefaultContacts DefaultContacts::ofCards(QIODevice &device, const QString &file)
     VCardSplitter splitter(device);
     while (const std::optional<RawCard> card = splitter.next()) {
         const VCardReader::Result result =
-            card->fault.isEmpty() ? VCardReader::read(card->text) : VCardReader::Result{{}, {}, card->fault};
-        if (!result.refusal.isEmpty())
-            throw refusal(QStringLiteral("%1: card %2").arg(file).arg(card->number), result.refusal);
+            card->fault ? VCardReader::Result{{}, {}, card->fault} : VCardReader::read(card->text);
+        if (result.refusal)
+            throw refusal(QStringLiteral("%1: card %2").arg(file).arg(card->number), *result.refusal);
         if (!result.picture.isEmpty())
             pictures.append(ContactText::displayName(result.contact) + QLatin1String(": the embedded photo"));
         contacts.append(result.contact);

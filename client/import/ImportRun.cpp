@@ -50,11 +50,11 @@ void ImportRun::fill()
 void ImportRun::takeCard(const RawCard &card)
 {
     ++m_source->cards;
-    if (!card.fault.isEmpty())
-        return refuse({m_source->file, card.number, {}, {}}, card.fault);
+    if (card.fault)
+        return refuse({m_source->file, card.number, {}, {}}, *card.fault);
     const VCardReader::Result result = VCardReader::read(card.text);
-    if (!result.refusal.isEmpty())
-        return refuse({m_source->file, card.number, {}, {}}, result.refusal);
+    if (result.refusal)
+        return refuse({m_source->file, card.number, {}, {}}, *result.refusal);
     send(card, result);
 }
 

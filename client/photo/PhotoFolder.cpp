@@ -83,17 +83,16 @@ void PhotoFolder::makeRoomFor(qint64 size)
 
 PhotoFile PhotoFolder::put(const QByteArray &picture)
 {
-    const QString fault = PictureFile::faultOf(picture);
-    if (!fault.isEmpty())
-        throw CommandFailure(ExitCode::FileError, QStringLiteral("it %1").arg(fault));
+    if (const auto fault = PictureFile::faultOf(picture))
+        throw CommandFailure(ExitCode::FileError, QStringLiteral("it %1").arg(*fault));
     makeRoomFor(picture.size());
     QSaveFile file(path() + QLatin1String("photo_") + QUuid::createUuid().toString(QUuid::WithoutBraces));
     // The directory, which may be another user of the folder's group, has to read it whatever the umask here.
     constexpr auto forTheGroup = QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup;
     if (file.open(QIODevice::WriteOnly) && file.setPermissions(forTheGroup))
         file.write(picture);
-    if (const QString failure = DurableFile::commit(file); !failure.isEmpty())
-        throw CommandFailure(ExitCode::FileError, QStringLiteral("%1 cannot be written: %2").arg(path(), failure));
+    if (const auto failure = DurableFile::commit(file))
+        throw CommandFailure(ExitCode::FileError, QStringLiteral("%1 cannot be written: %2").arg(path(), *failure));
     *m_room -= picture.size();
     return PhotoFile(file.fileName());
 }

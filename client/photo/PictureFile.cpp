@@ -59,24 +59,25 @@ std::optional<ImageHeader> ImageHeader::of(const QByteArray &bytes)
     return std::nullopt;
 }
 
-QString PictureFile::faultOf(const QByteArray &picture)
+std::optional<QString> PictureFile::faultOf(const QByteArray &picture)
 {
     if (picture.size() > largest)
         return QStringLiteral("is larger than %1 MiB").arg(largest / 1024 / 1024);
-    return ImageHeader::of(picture) ? QString() : QStringLiteral("is no JPEG, PNG or GIF");
+    if (!ImageHeader::of(picture))
+        return QStringLiteral("is no JPEG, PNG or GIF");
+    return std::nullopt;
 }
 
 QByteArray PictureFile::read(const QString &path)
 {
     QFile file(path);
-    if (const QString reason = RegularFile::open(file); !reason.isEmpty())
-        throw failure(path, QStringLiteral("cannot be read: %1").arg(reason));
+    if (const auto reason = RegularFile::open(file))
+        throw failure(path, QStringLiteral("cannot be read: %1").arg(*reason));
     const QByteArray picture = file.read(largest + 1);
     if (file.error() != QFileDevice::NoError)
         throw failure(path, QStringLiteral("cannot be read: %1").arg(file.errorString()));
-    const QString fault = faultOf(picture);
-    if (!fault.isEmpty())
-        throw failure(path, fault);
+    if (const auto fault = faultOf(picture))
+        throw failure(path, *fault);
     return picture;
 }
 

@@ -23,8 +23,8 @@ namespace PictureFile {
 /// Larger pictures are refused. The directory does not download larger pictures either.
 constexpr qint64 largest = 10 * 1024 * 1024;
 
-/// Why these bytes cannot be a contact's photo, as a sentence's end ("is no JPEG, PNG or GIF"). Empty when they can.
-QString faultOf(const QByteArray &picture);
+/// Why these bytes cannot be a contact's photo, as a sentence's end ("is no JPEG, PNG or GIF"), when they cannot.
+std::optional<QString> faultOf(const QByteArray &picture);
 
 /// The bytes of a picture. Throws CommandFailure when the path is no regular file that can be read, or no picture. A
 /// pipe or a device is not opened.

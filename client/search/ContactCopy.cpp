@@ -32,8 +32,8 @@ QString ContactCopy::copy(const QString &id)
         throw CommandFailure(ExitCode::NoAnswer,
                              QStringLiteral("nothing was copied within the limit: the company directory is silent, or "
                                             "the directory did not accept the contact"));
-    if (!m_refusal.isEmpty())
-        throw CommandFailure(ExitCode::Refused, m_refusal);
+    if (m_refusal)
+        throw CommandFailure(ExitCode::Refused, *m_refusal);
     return m_newId;
 }
 
@@ -51,5 +51,5 @@ bool ContactCopy::take(const QString &id, const QString &eventName, const ListEv
     }
     if (EventValue::of<ListContact>(arguments, ArgumentName::result).isEmpty())
         m_refusal = QStringLiteral("the company directory gave no contact with the id %1").arg(id);
-    return !m_refusal.isEmpty();
+    return m_refusal.has_value();
 }

@@ -3,6 +3,8 @@
 
 #include "client/bus/EventWait.h"
 
+#include <optional>
+
 /// Copies a contact of the company directory to the phone.
 class ContactCopy : public QObject
 {
@@ -22,5 +24,5 @@ private:
     const BusSession &m_bus;
     EventWait m_wait;
     QString m_newId;
-    QString m_refusal;
+    std::optional<QString> m_refusal;
 };

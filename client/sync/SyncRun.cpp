@@ -20,7 +20,7 @@ constexpr std::chrono::hours callLimit(24);
 std::optional<int> SyncFile::countContacts(const QString &path)
 {
     QFile file(path);
-    if (!RegularFile::open(file).isEmpty())
+    if (RegularFile::open(file))
         return std::nullopt;
     QXmlStreamReader reader(&file);
     int count = 0;

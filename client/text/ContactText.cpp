@@ -48,7 +48,7 @@ QString ContactText::typeName(qint32 type)
     return QString::number(type);
 }
 
-qint32 ContactText::typeOf(const QString &word)
+std::optional<qint32> ContactText::typeOf(const QString &word)
 {
     for (const TypeName &named : namedTypes) {
         if (named.name == word)
@@ -56,7 +56,7 @@ qint32 ContactText::typeOf(const QString &word)
     }
     bool isNumber = false;
     const qint32 number = word.toInt(&isNumber);
-    return isNumber ? number : -1;
+    return isNumber && number >= 0 ? std::optional(number) : std::nullopt;
 }
 
 QStringList ContactText::typeNames()

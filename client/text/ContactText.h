@@ -7,6 +7,8 @@
 #include <QJsonObject>
 #include <QStringList>
 
+#include <optional>
+
 /// Contacts as people read them. Nothing is escaped here: the code that writes a line does that.
 namespace ContactText {
 
@@ -18,8 +20,8 @@ bool isOfCompany(const ContactSummary &contact);
 
 /// "local", "cached", "dm", "manager", or the number of another kind.
 QString typeName(qint32 type);
-/// The kind that a word of `typeName` or a number means. -1 when it means no kind.
-qint32 typeOf(const QString &word);
+/// The kind that a word of `typeName` or a number means. Nothing when it means no kind.
+std::optional<qint32> typeOf(const QString &word);
 /// The words, for help texts.
 QStringList typeNames();
 

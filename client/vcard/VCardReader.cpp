@@ -50,7 +50,7 @@ QString joined(const QStringList &parts, const QString &separator)
     return filled.join(separator);
 }
 
-QString faultOf(const QByteArray &card)
+std::optional<QString> faultOf(const QByteArray &card)
 {
     if (card.contains('\0'))
         return QStringLiteral("holds a NUL character; is the file UTF-16? It has to be UTF-8");
@@ -59,15 +59,14 @@ QString faultOf(const QByteArray &card)
                                                   QRegularExpression::CaseInsensitiveOption);
     if (!VCardCharset::isUtf8(card) && !version21.match(QString::fromLatin1(card)).hasMatch())
         return QStringLiteral("is not valid UTF-8, which its version demands");
-    return {};
+    return std::nullopt;
 }
 
 } // namespace
 
 VCardReader::Result VCardReader::read(const QByteArray &card)
 {
-    const QString fault = faultOf(card);
-    if (!fault.isEmpty())
+    if (const auto fault = faultOf(card))
         return {{}, {}, fault};
     VCardReader reader;
     for (const VCardProperty &property :
@@ -81,7 +80,8 @@ VCardReader::Result VCardReader::read(const QByteArray &card)
     // After that, as a contact that was exported may really have none.
     for (const VCardProperty &property : std::as_const(reader.m_own))
         OwnProperties::apply(property, reader.m_contact);
-    return {reader.m_contact, reader.m_picture, nameless ? QStringLiteral("holds no name") : QString()};
+    return {reader.m_contact, reader.m_picture,
+            nameless ? std::optional(QStringLiteral("holds no name")) : std::nullopt};
 }
 
 void VCardReader::take(const VCardProperty &property)

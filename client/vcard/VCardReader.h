@@ -7,6 +7,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <optional>
+
 /// A name written in a single piece, taken apart as western names are: "Prof. Anna B. van der Berg, Jr.".
 struct PersonName
 {
@@ -28,7 +30,8 @@ public:
     {
         Contact contact;    ///< its photo is the web address that the card names
         QByteArray picture; ///< the embedded photo, which the contact does not name; whatever the card held as such
-        QString refusal; ///< why the card makes no contact, as a sentence's end ("holds no name"); empty when it does
+        /// Why the card makes no contact, as a sentence's end ("holds no name"), when it makes none.
+        std::optional<QString> refusal;
     };
 
     static Result read(const QByteArray &card);

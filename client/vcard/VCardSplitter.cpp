@@ -58,10 +58,10 @@ void VCardSplitter::append(RawCard &card, const QByteArray &line) const
 {
     if (card.text.size() + line.size() > largestCard)
         card.fault = QStringLiteral("is larger than %1 MiB").arg(largestCard / 1024 / 1024);
-    if (card.fault.isEmpty())
-        card.text += line;
-    else
+    if (card.fault)
         card.text.clear();
+    else
+        card.text += line;
 }
 
 std::optional<RawCard> VCardSplitter::next()

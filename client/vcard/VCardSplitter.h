@@ -9,9 +9,9 @@
 /// A card of a file as it stands there.
 struct RawCard
 {
-    int number = 0;  ///< position in the file, from 1
-    QByteArray text; ///< from BEGIN:VCARD to END:VCARD; empty when there is a fault
-    QString fault;   ///< why the card cannot be used, for people; empty when it can
+    int number = 0;               ///< position in the file, from 1
+    QByteArray text;              ///< from BEGIN:VCARD to END:VCARD; empty when there is a fault
+    std::optional<QString> fault; ///< why the card cannot be used, for people, when it cannot
 };
 
 /// Takes a file of vCards apart, card by card, so that a file of any size needs the memory of its largest card. Text

@@ -103,14 +103,14 @@ KnownSetting settingOf(const Row &row)
     return known;
 }
 
-QString choiceRefusal(const Setting &setting, const QString &value)
+std::optional<QString> choiceRefusal(const Setting &setting, const QString &value)
 {
     QStringList values;
     for (const auto &choice : setting.choices)
         values.append(choice.first);
-    return values.isEmpty() || values.contains(value)
-               ? QString()
-               : QStringLiteral("%1 must be one of %2").arg(setting.key, values.join(QStringLiteral(", ")));
+    if (values.isEmpty() || values.contains(value))
+        return std::nullopt;
+    return QStringLiteral("%1 must be one of %2").arg(setting.key, values.join(QStringLiteral(", ")));
 }
 
 } // namespace
@@ -128,7 +128,7 @@ const KnownSetting *SettingsCatalogue::find(const QString &key) const
     return found == m_settings.cend() ? nullptr : &*found;
 }
 
-QString SettingsCatalogue::refusal(const Setting &setting, const QString &value)
+std::optional<QString> SettingsCatalogue::refusal(const Setting &setting, const QString &value)
 {
     if (setting.maximum <= setting.minimum)
         return choiceRefusal(setting, value);
@@ -139,5 +139,5 @@ QString SettingsCatalogue::refusal(const Setting &setting, const QString &value)
     if (number < setting.minimum || number > setting.maximum)
         return QStringLiteral("%1 must be between %2 and %3")
             .arg(setting.key, QString::number(setting.minimum), QString::number(setting.maximum));
-    return QString();
+    return std::nullopt;
 }

@@ -6,6 +6,8 @@
 #include <QList>
 #include <QString>
 
+#include <optional>
+
 /// A setting that the platform knows.
 struct KnownSetting
 {
@@ -24,9 +26,9 @@ public:
     /// Null for a key that is not in the catalogue.
     const KnownSetting *find(const QString &key) const;
 
-    /// Why this text cannot be the setting's value; empty when it can. A setting whose maximum is above its minimum is
+    /// Why this text cannot be the setting's value, when it cannot. A setting whose maximum is above its minimum is
     /// an integer within them; one with choices takes these only; any other takes every text.
-    static QString refusal(const Setting &setting, const QString &value);
+    static std::optional<QString> refusal(const Setting &setting, const QString &value);
 
 private:
     QList<KnownSetting> m_settings;

@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "peers/settings/SettingsFile.h"
 
+#include "platform/records/DurableFile.h"
 #include "platform/records/RegularFile.h"
 
 #include <QFileInfo>
 #include <QSettings>
 #include <QStringList>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace {
 
@@ -44,18 +42,6 @@ bool isWellFormed(const QByteArray &line)
     return equals > 0 && isWellFormedValue(line.mid(equals + 1));
 }
 
-/// The replaced file is on the disk, but its name only once the folder is.
-bool syncFolderOf(const QString &path)
-{
-    const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());
-    const int descriptor = open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0)
-        return false;
-    const bool isSynced = fsync(descriptor) == 0;
-    close(descriptor);
-    return isSynced;
-}
-
 } // namespace
 
 SettingsFile::SettingsFile(const QString &path)
@@ -76,29 +62,30 @@ SettingsFile::Content SettingsFile::read() const
     return content;
 }
 
-QString SettingsFile::problem() const
+std::optional<QString> SettingsFile::problem() const
 {
     QFile file(m_path);
     if (!file.exists())
-        return QString();
-    if (const QString reason = RegularFile::open(file); !reason.isEmpty())
-        return QStringLiteral("%1 cannot be read: %2").arg(m_path, reason);
+        return std::nullopt;
+    if (const auto reason = RegularFile::open(file))
+        return QStringLiteral("%1 cannot be read: %2").arg(m_path, *reason);
     // QSettings skips what it does not understand, and would drop it with the next write.
     for (int number = 1; !file.atEnd(); ++number) {
         if (!isWellFormed(file.readLine().trimmed()))
             return QStringLiteral("%1 is not a well-formed INI file (line %2)").arg(m_path).arg(number);
     }
-    return QString();
+    return std::nullopt;
 }
 
-QString SettingsFile::write(const QString &key, const QString &value)
+std::optional<QString> SettingsFile::write(const QString &key, const QString &value)
 {
     QSettings file(m_path, QSettings::IniFormat);
     const QVariant before = file.value(key);
     file.setValue(key, value);
     file.sync();
-    if (file.status() == QSettings::NoError && syncFolderOf(m_path))
-        return QString();
+    // The replaced file is on the disk, but its name only once the folder is.
+    if (file.status() == QSettings::NoError && DurableFile::syncFolderOf(m_path))
+        return std::nullopt;
     // What stays pending would be written, and seem to be stored, with the next value.
     if (before.isValid())
         file.setValue(key, before);

@@ -4,6 +4,8 @@
 #include <QHash>
 #include <QString>
 
+#include <optional>
+
 /// The INI file in which the values are kept. An absent file is an empty one. Main thread only.
 ///
 /// The file may be edited by hand. A text with a comma, a semicolon, a double quote or blanks at its ends is written in
@@ -16,17 +18,17 @@ public:
     struct Content
     {
         QHash<QString, QString> values; ///< what could be read
-        QString problem;                ///< why it may not be all; empty: it is
+        std::optional<QString> problem; ///< why these may not be all values, when they may not
     };
 
     QString path() const { return m_path; }
     Content read() const;
-    /// Empty once the value is on the disk, otherwise why it is not; then nothing has changed. The file is replaced in
-    /// one step: whoever reads it sees all of the old or all of the new one.
-    QString write(const QString &key, const QString &value);
+    /// Puts the value on the disk. Answers why not, when that fails; then nothing has changed. The file is replaced in
+    /// one step: whoever reads it sees all of the old file or all of the new file.
+    [[nodiscard]] std::optional<QString> write(const QString &key, const QString &value);
 
 private:
-    QString problem() const;
+    std::optional<QString> problem() const;
 
     QString m_path;
 };

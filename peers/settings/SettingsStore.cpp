@@ -35,22 +35,21 @@ void SettingsStore::load()
     // What a damaged file seems to hold is better than nothing, but not better than what was read before.
     if (!m_isLoaded)
         m_values = content.values;
-    else if (m_problem.isEmpty())
+    else if (!m_problem)
         replaceValues(content.values);
     m_isLoaded = true;
 }
 
 void SettingsStore::reportProblems(const SettingsFile::Content &content)
 {
-    if (!content.problem.isEmpty() && content.problem != m_problem)
-        KestinLogger::error("%1; nothing is written to it until it is corrected", content.problem);
+    if (content.problem && content.problem != m_problem)
+        KestinLogger::error("%1; nothing is written to it until it is corrected", *content.problem);
     for (const KnownSetting &known : m_catalogue.all()) {
         const auto found = content.values.constFind(known.record.key);
         if (found == content.values.cend() || m_values.value(known.record.key) == *found)
             continue;
-        const QString refusal = SettingsCatalogue::refusal(known.record, *found);
-        if (!refusal.isEmpty())
-            KestinLogger::warning("%1: %2, not \"%3\"; the default %4 is used", path(), refusal,
+        if (const auto refusal = SettingsCatalogue::refusal(known.record, *found))
+            KestinLogger::warning("%1: %2, not \"%3\"; the default %4 is used", path(), *refusal,
                                   AddressText::withoutUserInfo(*found), known.record.defaultValue);
     }
 }
@@ -76,8 +75,7 @@ std::optional<QString> SettingsStore::value(const QString &key) const
     const bool isStored = stored != m_values.cend();
     if (!known)
         return isStored ? std::optional(*stored) : std::nullopt;
-    return isStored && SettingsCatalogue::refusal(known->record, *stored).isEmpty() ? *stored
-                                                                                    : known->record.defaultValue;
+    return isStored && !SettingsCatalogue::refusal(known->record, *stored) ? *stored : known->record.defaultValue;
 }
 
 std::optional<Setting> SettingsStore::setting(const QString &key) const
@@ -110,34 +108,37 @@ ListSetting SettingsStore::settings() const
 UpdateReport SettingsStore::set(const QString &key, const QString &value)
 {
     load(); // an edit of the file that nobody told of yet must not be taken for a part of this change
-    const UpdateReport report = refusal(key, value);
-    return report.code == Written ? write(key, value) : report;
+    const std::optional<UpdateReport> report = refusal(key, value);
+    return report ? *report : write(key, value);
 }
 
-UpdateReport SettingsStore::refusal(const QString &key, const QString &value) const
+std::optional<UpdateReport> SettingsStore::refusal(const QString &key, const QString &value) const
 {
     if (!isKey(key))
-        return {BadKey, QStringLiteral("a key is 1 to %1 printable characters without / and \\").arg(keyLimit)};
+        return UpdateReport{BadKey,
+                            QStringLiteral("a key is 1 to %1 printable characters without / and \\").arg(keyLimit)};
     if (value.size() > valueLimit)
-        return {TooLong, QStringLiteral("the value of %1 is longer than %2 characters").arg(key).arg(valueLimit)};
+        return UpdateReport{TooLong,
+                            QStringLiteral("the value of %1 is longer than %2 characters").arg(key).arg(valueLimit)};
     if (totalWith(key, value) > totalLimit)
-        return {TooLong,
-                QStringLiteral("with %1 all values together are longer than %2 characters").arg(key).arg(totalLimit)};
-    if (!m_problem.isEmpty())
-        return {NotWritable, m_problem};
+        return UpdateReport{
+            TooLong,
+            QStringLiteral("with %1 all values together are longer than %2 characters").arg(key).arg(totalLimit)};
+    if (m_problem)
+        return UpdateReport{NotWritable, *m_problem};
     const KnownSetting *known = m_catalogue.find(key);
-    const QString reason = known ? SettingsCatalogue::refusal(known->record, value) : QString();
-    return {reason.isEmpty() ? Written : BadValue, reason};
+    if (const auto reason = known ? SettingsCatalogue::refusal(known->record, value) : std::nullopt)
+        return UpdateReport{BadValue, *reason};
+    return std::nullopt;
 }
 
 UpdateReport SettingsStore::write(const QString &key, const QString &value)
 {
     if (m_values.contains(key) && m_values.value(key) == value)
         return {};
-    const QString reason = m_file.write(key, value);
-    if (!reason.isEmpty()) {
-        KestinLogger::error("%1; %2 keeps its value", reason, key);
-        return {NotWritable, reason};
+    if (const auto reason = m_file.write(key, value)) {
+        KestinLogger::error("%1; %2 keeps its value", *reason, key);
+        return {NotWritable, *reason};
     }
     const std::optional<QString> before = this->value(key);
     m_values.insert(key, value);

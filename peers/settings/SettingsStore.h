@@ -45,13 +45,13 @@ Q_SIGNALS:
 private:
     void reportProblems(const SettingsFile::Content &content);
     void replaceValues(const QHash<QString, QString> &values);
-    UpdateReport refusal(const QString &key, const QString &value) const;
+    std::optional<UpdateReport> refusal(const QString &key, const QString &value) const;
     UpdateReport write(const QString &key, const QString &value);
     qsizetype totalWith(const QString &key, const QString &value) const;
 
     SettingsCatalogue m_catalogue;
     SettingsFile m_file;
-    QString m_problem;
+    std::optional<QString> m_problem; ///< of the file, as read last
     bool m_isLoaded = false;
     QHash<QString, QString> m_values;
     QHash<QString, QString> m_writers;

@@ -101,18 +101,18 @@ constexpr Option options[]{
     {"delay", "delayMs", "ms", "Holds each packet back by that long, for trying out a slow directory."},
 };
 
-QString configure(DirectoryConfig &config, const QCommandLineParser &parser)
+std::optional<QString> configure(DirectoryConfig &config, const QCommandLineParser &parser)
 {
     if (!parser.positionalArguments().isEmpty())
         return QStringLiteral("no arguments are expected; see --help");
-    QString problem;
+    std::optional<QString> problem;
     if (parser.isSet(QStringLiteral("config")))
         problem = config.read(parser.value(QStringLiteral("config")));
     for (const Option &option : options) {
-        if (problem.isEmpty() && parser.isSet(QLatin1String(option.name)))
+        if (!problem && parser.isSet(QLatin1String(option.name)))
             problem = config.set(QLatin1String(option.setting), parser.value(QLatin1String(option.name)));
     }
-    return problem.isEmpty() ? config.problem() : problem;
+    return problem ? problem : config.problem();
 }
 
 } // namespace
@@ -133,9 +133,8 @@ int main(int argc, char **argv)
     parser.process(application);
 
     DirectoryConfig config;
-    const QString problem = configure(config, parser);
-    if (!problem.isEmpty()) {
-        std::fprintf(stderr, "kestin-wsmanager: %s\n", qPrintable(problem));
+    if (const auto problem = configure(config, parser)) {
+        std::fprintf(stderr, "kestin-wsmanager: %s\n", qPrintable(*problem));
         return EXIT_FAILURE;
     }
     WSManager module(config);

@@ -129,14 +129,14 @@ bool BusTransport::isTaken(const KestinModule &module) const
     return QDBusReply<bool>(m_connection.call(question, QDBus::Block, int(callLimit.count()))).value();
 }
 
-QString BusTransport::publish(KestinModule &module)
+std::optional<QString> BusTransport::publish(KestinModule &module)
 {
     const QString path = KestinBus::objectPath(module.getModuleName());
     const QString name = KestinBus::serviceName(module.getModuleName());
     if (!m_connection.registerObject(path, &module, QDBusConnection::ExportAdaptors))
         return QStringLiteral("the object %1 cannot be registered: %2").arg(path, m_connection.lastError().message());
     if (m_connection.registerService(name))
-        return QString();
+        return std::nullopt;
     const QDBusError error = m_connection.lastError();
     m_connection.unregisterObject(path);
     return error.isValid() ? QStringLiteral("the name %1 cannot be claimed: %2").arg(name, error.message())

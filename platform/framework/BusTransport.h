@@ -9,6 +9,8 @@
 #include <QObject>
 #include <QPointer>
 
+#include <optional>
+
 class KestinModule;
 
 /// The message bus as the transport of a process.
@@ -30,9 +32,9 @@ public:
 
     /// Whether another process has the module's name.
     bool isTaken(const KestinModule &module) const;
-    /// Registers the module's object and then claims its name. So a caller that sees the name can call. Returns an
-    /// empty text on success, otherwise the reason (the name is taken, say).
-    QString publish(KestinModule &module);
+    /// Registers the module's object and then claims its name. So a caller that sees the name can call. Answers why
+    /// not, when that fails (the name is taken, say).
+    [[nodiscard]] std::optional<QString> publish(KestinModule &module);
     /// Gives the name back, then withdraws the object.
     void withdraw(KestinModule &module);
 

@@ -47,12 +47,12 @@ int KestinApplication::lead(KestinModule &module, const MakeAdaptor &makeAdaptor
 {
     bool published = false;
     const auto startInLoop = [this, &module, &makeAdaptor, &published] {
-        const QString reason = start(module, makeAdaptor);
-        published = reason.isEmpty();
+        const auto reason = start(module, makeAdaptor);
+        published = !reason;
         if (published) {
             sd_notify(0, "READY=1");
         } else {
-            KestinLogger::error("%1 cannot start: %2", module.getModuleName(), reason);
+            KestinLogger::error("%1 cannot start: %2", module.getModuleName(), *reason);
             end(EXIT_FAILURE);
         }
     };
@@ -65,8 +65,8 @@ int KestinApplication::lead(KestinModule &module, const MakeAdaptor &makeAdaptor
     return exitCode;
 }
 
-/// Empty when the module is on the bus, otherwise why it is not.
-QString KestinApplication::start(KestinModule &module, const MakeAdaptor &makeAdaptor)
+/// Why the module is not on the bus, when it is not.
+std::optional<QString> KestinApplication::start(KestinModule &module, const MakeAdaptor &makeAdaptor)
 {
     const QDBusConnection connection = KestinBus::connect();
     if (!connection.isConnected())

@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class BusTransport;
 class KestinModule;
@@ -37,7 +38,7 @@ private:
     using MakeAdaptor = std::function<void()>;
 
     int lead(KestinModule &module, const MakeAdaptor &makeAdaptor);
-    QString start(KestinModule &module, const MakeAdaptor &makeAdaptor);
+    std::optional<QString> start(KestinModule &module, const MakeAdaptor &makeAdaptor);
     void end(int exitCode);
 
     ProcessSignals m_signals;

@@ -15,9 +15,8 @@ ImpExp_GuardedFile::ImpExp_GuardedFile(const QString &path, qint64 limit)
 
 bool ImpExp_GuardedFile::openForReading()
 {
-    const QString reason = RegularFile::open(m_file, ReadOnly | Unbuffered);
-    if (!reason.isEmpty()) {
-        setErrorString(reason);
+    if (const auto reason = RegularFile::open(m_file, ReadOnly | Unbuffered)) {
+        setErrorString(*reason);
         return false;
     }
     return open(ReadOnly | Unbuffered); // the reader has a buffer of its own
@@ -25,14 +24,14 @@ bool ImpExp_GuardedFile::openForReading()
 
 qint64 ImpExp_GuardedFile::readData(char *data, qint64 maxSize)
 {
-    if (!m_refusal.isEmpty())
+    if (m_refusal)
         return -1;
     if (m_left <= 0) {
         m_refusal = QStringLiteral("a contact, a text or a comment is larger than %1 bytes").arg(m_limit);
         return -1;
     }
     qint64 accepted = 0;
-    while (accepted == 0 && m_refusal.isEmpty()) {
+    while (accepted == 0 && !m_refusal) {
         const qint64 size = m_file.read(data, qMin(maxSize, m_left));
         if (size < 0)
             m_refusal = m_file.errorString();

@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QIODevice>
 
+#include <optional>
+
 /// A file as an XML reader gets it. It ends early where going on would cost too much. A reader takes whatever lies
 /// between two tokens into memory, and needs time for each token. So the caller that asks the reader for tokens says
 /// when a new stretch begins: with each contact, and behind it.
@@ -20,8 +22,8 @@ public:
     bool openForReading();
 
     void beginStretch() { m_left = m_limit; }
-    /// Why the file ended early. Empty when it did not.
-    QString refusal() const { return m_refusal; }
+    /// Why the file ended early, when it did.
+    std::optional<QString> refusal() const { return m_refusal; }
     /// Whether a text that was too long for its stretch has been cut off since the last call.
     bool takeCut() { return m_scanner.takeCut(); }
 
@@ -36,5 +38,5 @@ private:
     qint64 m_limit;
     qint64 m_left;
     ImpExp_MarkupScanner m_scanner;
-    QString m_refusal;
+    std::optional<QString> m_refusal;
 };

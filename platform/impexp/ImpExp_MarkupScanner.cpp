@@ -111,5 +111,5 @@ bool ImpExp_MarkupScanner::isTooLong()
         m_refusal = QStringLiteral("a tag is longer than %1 bytes").arg(ImpExp_Format::tagBytes);
     else if (m_attributes > ImpExp_Format::tagAttributes)
         m_refusal = QStringLiteral("a tag has more than %1 attributes").arg(ImpExp_Format::tagAttributes);
-    return !m_refusal.isEmpty();
+    return m_refusal.has_value();
 }

@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include <optional>
 #include <utility>
 
 /// Looks over the bytes of an XML file before a reader gets them, for what costs a reader time or memory out of all
@@ -18,8 +19,8 @@ public:
     /// Goes on where the last call ended. Returns how many of the bytes are fine; they are moved to the front. Bytes
     /// beyond the limit of a text are left out. The first byte that is refused ends them.
     qsizetype scan(char *bytes, qsizetype count);
-    /// Why a byte was refused. Empty as long as none was.
-    QString refusal() const { return m_refusal; }
+    /// Why a byte was refused, once a byte was.
+    std::optional<QString> refusal() const { return m_refusal; }
     /// Whether a text was cut since the last call.
     bool takeCut() { return std::exchange(m_hasCut, false); }
 
@@ -42,5 +43,5 @@ private:
     bool m_isInReference = false;
     bool m_isCutting = false; ///< the rest of the text is left out
     bool m_hasCut = false;
-    QString m_refusal;
+    std::optional<QString> m_refusal;
 };

@@ -3,8 +3,8 @@
 
 namespace {
 
-/// -1 for a unit that may not stand alone.
-int sizeOfUnit(char16_t unit)
+/// Nothing for a unit that may not stand alone.
+std::optional<int> sizeOfUnit(char16_t unit)
 {
     constexpr int escaped = 6;
     switch (unit) {
@@ -21,13 +21,13 @@ int sizeOfUnit(char16_t unit)
         break;
     }
     if (unit < 0x20 || unit > 0xfffd || QChar::isSurrogate(unit))
-        return -1;
+        return std::nullopt;
     return unit < 0x80 ? 1 : unit < 0x800 ? 2 : 3;
 }
 
 } // namespace
 
-qint64 ImpExp_Text::encodedSize(QStringView text)
+std::optional<qint64> ImpExp_Text::encodedSize(QStringView text)
 {
     constexpr int pair = 4;
     qint64 size = 0;
@@ -37,10 +37,10 @@ qint64 ImpExp_Text::encodedSize(QStringView text)
             ++i;
             continue;
         }
-        const int unit = sizeOfUnit(text[i].unicode());
-        if (unit < 0)
-            return -1;
-        size += unit;
+        const std::optional<int> unit = sizeOfUnit(text[i].unicode());
+        if (!unit)
+            return std::nullopt;
+        size += *unit;
     }
     return size;
 }

@@ -18,12 +18,12 @@ qint64 sizeOf(const ImpExp_Item::Texts &texts)
 {
     qint64 size = perTag;
     for (const auto &[name, value] : texts) {
-        const qint64 encoded = ImpExp_Text::encodedSize(value);
-        if (encoded < 0)
+        const std::optional<qint64> encoded = ImpExp_Text::encodedSize(value);
+        if (!encoded)
             throw ImpExp_ErrorException(QStringLiteral("its \"%1\" holds a character that XML cannot carry").arg(name));
-        if (encoded > ImpExp_Format::textBytes(ImpExp_Format::contactBytes))
+        if (*encoded > ImpExp_Format::textBytes(ImpExp_Format::contactBytes))
             throw ImpExp_ErrorException(QStringLiteral("its \"%1\" is too large").arg(name));
-        size += encoded + perTag;
+        size += *encoded + perTag;
     }
     return size;
 }
@@ -50,7 +50,7 @@ bool beginsLikeXml(QIODevice &file)
 bool isSomethingElse(const QString &path)
 {
     QFile file(path);
-    return file.exists() && file.size() > 0 && !(RegularFile::open(file).isEmpty() && beginsLikeXml(file));
+    return file.exists() && file.size() > 0 && (RegularFile::open(file) || !beginsLikeXml(file));
 }
 
 } // namespace
@@ -88,10 +88,10 @@ ImpExp_XMLBuilder::~ImpExp_XMLBuilder() = default;
 /// Of the root. The reader bounds the tag as a whole; a share for each of a handful is simpler to keep.
 void ImpExp_XMLBuilder::writeAttribute(QLatin1String name, const QString &value)
 {
-    const qint64 size = ImpExp_Text::encodedSize(value);
-    if (size < 0)
+    const std::optional<qint64> size = ImpExp_Text::encodedSize(value);
+    if (!size)
         fail(QStringLiteral("its \"%1\" holds a character that XML cannot carry").arg(name));
-    if (size > ImpExp_Format::tagBytes / 8)
+    if (*size > ImpExp_Format::tagBytes / 8)
         fail(QStringLiteral("its \"%1\" is too long").arg(name));
     m_writer.writeAttribute(name, value);
 }
@@ -157,8 +157,8 @@ void ImpExp_XMLBuilder::finish()
 {
     m_writer.writeEndDocument();
     checkWritten();
-    if (const QString failure = DurableFile::commit(m_file); !failure.isEmpty())
-        fail(failure);
+    if (const auto failure = DurableFile::commit(m_file))
+        fail(*failure);
 }
 
 void ImpExp_XMLBuilder::fail(const QString &reason)

@@ -72,8 +72,8 @@ void ImpExp_XMLParser::checkToken(QXmlStreamReader::TokenType token)
     case QXmlStreamReader::Invalid:
     case QXmlStreamReader::EndDocument:
         // A file that was cut off shows to the reader as one that ends too early, or even as one that is complete.
-        if (!m_file.refusal().isEmpty())
-            fail(m_file.refusal());
+        if (const auto refusal = m_file.refusal())
+            fail(*refusal);
         if (token == QXmlStreamReader::Invalid)
             fail(m_reader.errorString());
         break;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "platform/records/OwnedDescriptor.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -8,6 +10,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <optional>
 #include <unistd.h>
 
 /// Files that outlast a power cut: what they hold and the folder that names them are both on disk. Any thread.
@@ -18,20 +21,16 @@ namespace DurableFile {
 [[nodiscard]] inline bool syncFolderOf(const QString &path)
 {
     const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());
-    const int descriptor = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0)
+    const OwnedDescriptor descriptor(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!descriptor.isOpen())
         return false;
-    const bool isSynced = ::fsync(descriptor) == 0 || errno == EINVAL; // a file system without such a thing
-    const int reason = errno;
-    ::close(descriptor);
-    errno = reason;
-    return isSynced;
+    return ::fsync(descriptor.number()) == 0 || errno == EINVAL; // a file system without such a thing
 }
 
-/// Puts a file that is written to its end in the place of its target, for good. The reason when it could not be opened,
-/// written or put there, empty otherwise; the target is then the old one, or the new one that a power cut may take
+/// Puts a file that is written to its end in the place of its target, for good. Answers why not, when the file could
+/// not be opened, written or put there. The target is then the old file, or the new file that a power cut may take
 /// back.
-[[nodiscard]] inline QString commit(QSaveFile &file)
+[[nodiscard]] inline std::optional<QString> commit(QSaveFile &file)
 {
     if (!file.isOpen() || !file.flush() || file.error() != QFileDevice::NoError)
         return file.errorString();
@@ -39,7 +38,9 @@ namespace DurableFile {
         return qt_error_string();
     if (!file.commit())
         return file.errorString();
-    return syncFolderOf(file.fileName()) ? QString() : qt_error_string();
+    if (!syncFolderOf(file.fileName()))
+        return qt_error_string();
+    return std::nullopt;
 }
 
 } // namespace DurableFile

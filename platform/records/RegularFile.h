@@ -1,20 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "platform/records/OwnedDescriptor.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QString>
 
 #include <fcntl.h>
+#include <optional>
 #include <sys/stat.h>
-#include <unistd.h>
 
 /// Files whose names come from somebody else. Any thread.
 namespace RegularFile {
 
-/// Opens the named file for reading. The reason when that fails, empty otherwise. Anything but a regular file is
-/// refused: a pipe would be waited for, a device has no end, and to open one can do something already.
-[[nodiscard]] inline QString open(QFile &file, QIODevice::OpenMode mode = QIODevice::ReadOnly)
+/// Opens the named file for reading. Answers why not, when that fails. Anything but a regular file is refused: a pipe
+/// would be waited for, a device has no end, and the opening of a device can do something already.
+[[nodiscard]] inline std::optional<QString> open(QFile &file, QIODevice::OpenMode mode = QIODevice::ReadOnly)
 {
     const QString notRegular = QStringLiteral("it is not a regular file");
     const QFileInfo info(file.fileName());
@@ -22,15 +24,16 @@ namespace RegularFile {
         return notRegular;
     const QByteArray name = QFile::encodeName(file.fileName());
     // Another file may have come in its place.
-    const int descriptor = ::open(name.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    if (descriptor < 0)
+    OwnedDescriptor descriptor(::open(name.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    if (!descriptor.isOpen())
         return qt_error_string();
     struct stat status = {};
-    const bool isRegular = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
-    if (isRegular && file.open(descriptor, mode, QFileDevice::AutoCloseHandle))
-        return QString();
-    ::close(descriptor);
-    return isRegular ? file.errorString() : notRegular;
+    if (::fstat(descriptor.number(), &status) != 0 || !S_ISREG(status.st_mode))
+        return notRegular;
+    if (!file.open(descriptor.number(), mode, QFileDevice::AutoCloseHandle))
+        return file.errorString();
+    descriptor.release(); // the file's from now on
+    return std::nullopt;
 }
 
 } // namespace RegularFile

@@ -82,10 +82,10 @@ QSqlQuery Connection::executeQuery(const QString &sql)
     return query;
 }
 
-int Connection::userVersion()
+std::optional<int> Connection::userVersion()
 {
     QSqlQuery query = executeQuery(QStringLiteral("PRAGMA user_version"));
-    return query.next() ? query.value(0).toInt() : -1;
+    return query.next() ? std::optional(query.value(0).toInt()) : std::nullopt;
 }
 
 bool Connection::setUserVersion(int version)

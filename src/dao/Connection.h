@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 struct sqlite3;
 
@@ -32,11 +33,12 @@ public:
     quint64 epoch() const { return m_epoch; }
     void beginEpoch() { ++m_epoch; }
 
-    /// A number that the file keeps for its user, 0 in a new one; -1 when it cannot be read (logged). Setting it is
-    /// part of the transaction that is going on; false when it fails (logged).
-    int userVersion();
-    bool setUserVersion(int version);
-    /// The two that are used: whether the canonical numbers are those of the dialing rules, or are to be made anew.
+    /// A number that the file keeps for its user, 0 in a new file. Nothing when it cannot be read (logged).
+    std::optional<int> userVersion();
+    /// Part of the transaction that is going on. False when it fails (logged).
+    [[nodiscard]] bool setUserVersion(int version);
+    /// The two numbers that are used: whether the canonical numbers are those of the dialing rules, or are to be made
+    /// anew.
     static constexpr int numbersUpToDate = 0;
     static constexpr int numbersStale = 1;
 

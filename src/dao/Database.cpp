@@ -99,11 +99,11 @@ bool Database::openDatabase(const QString &folder)
     if (!QDir(m_folder).exists())
         QDir().mkpath(QDir(m_folder).absolutePath());
     handle.setDatabaseName(m_filePath);
-    const QString refusal = m_lock.take(m_folder);
-    const bool opened = refusal.isEmpty() && handle.open();
+    const auto refusal = m_lock.take(m_folder);
+    const bool opened = !refusal && handle.open();
     m_connection = std::make_unique<Connection>(handle);
     if (!opened)
-        return refuse(refusal.isEmpty() ? handle.lastError() : QSqlError(refusal, {}, QSqlError::ConnectionError));
+        return refuse(refusal ? QSqlError(*refusal, {}, QSqlError::ConnectionError) : handle.lastError());
     for (const QLatin1String pragma : pragmas)
         QSqlQuery(handle).exec(pragma); // a file that is no database refuses; checkTables says so
     return true;
@@ -229,12 +229,12 @@ bool Database::setAside()
         return true;
     m_connection.reset();
     QSqlDatabase::removeDatabase(QLatin1String(QSqlDatabase::defaultConnection));
-    const QString keptAs = setAsideFiles().add();
-    if (keptAs.isEmpty()) {
+    const auto keptAs = setAsideFiles().add();
+    if (!keptAs) {
         KestinLogger::error("The database %1 failed the check and cannot be set aside", m_filePath);
         return false;
     }
     KestinLogger::warning("The database %1 failed the check. It is kept as %2 and an empty one takes its place",
-                          m_filePath, keptAs);
+                          m_filePath, *keptAs);
     return openDatabase(m_folder);
 }

@@ -33,12 +33,12 @@ SetAsideFiles::SetAsideFiles(const QString &filePath)
 {
 }
 
-QString SetAsideFiles::add()
+std::optional<QString> SetAsideFiles::add()
 {
     const QString stamp = QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd'T'HHmmsszzz'Z'"));
     const QString target = m_filePath + mark + stamp;
     if (!move(target))
-        return {};
+        return std::nullopt;
     QFile::remove(m_filePath + indexSuffix);
     removeBut(keptCount);
     return target;

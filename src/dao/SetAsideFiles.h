@@ -3,15 +3,17 @@
 
 #include <QStringList>
 
+#include <optional>
+
 /// The databases that failed the check, kept beside the one in use under its name, a mark and a time stamp.
 class SetAsideFiles
 {
 public:
     explicit SetAsideFiles(const QString &filePath);
 
-    /// Renames the file and its journals; the three newest are kept. The new path, or empty when not all can be
-    /// renamed, and none is. Nobody may have the database open.
-    QString add();
+    /// Renames the file and its journals, and answers the new path. Answers nothing when not all of them can be
+    /// renamed; then none is. The three newest databases are kept. Nobody may have the database open.
+    std::optional<QString> add();
 
     bool isEmpty() const { return names().isEmpty(); }
 

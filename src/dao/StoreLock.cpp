@@ -10,31 +10,18 @@
 #include <sys/file.h>
 #include <unistd.h>
 
-StoreLock::~StoreLock()
-{
-    release();
-}
-
-QString StoreLock::take(const QString &folder)
+std::optional<QString> StoreLock::take(const QString &folder)
 {
     if (folder == m_folder)
-        return {};
-    release();
-    const QByteArray name = QFile::encodeName(folder);
-    m_descriptor = ::open(name.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (m_descriptor >= 0 && ::flock(m_descriptor, LOCK_EX | LOCK_NB) == 0) {
+        return std::nullopt;
+    m_folder.clear();
+    m_descriptor = OwnedDescriptor();
+    OwnedDescriptor descriptor(::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (descriptor.isOpen() && ::flock(descriptor.number(), LOCK_EX | LOCK_NB) == 0) {
+        m_descriptor = std::move(descriptor);
         m_folder = folder;
-        return {};
+        return std::nullopt;
     }
     const int error = errno;
-    release();
     return error == EWOULDBLOCK ? QStringLiteral("another process uses it") : QString::fromLocal8Bit(strerror(error));
-}
-
-void StoreLock::release()
-{
-    if (m_descriptor >= 0)
-        ::close(m_descriptor);
-    m_descriptor = -1;
-    m_folder.clear();
 }

@@ -55,12 +55,12 @@ ImportPhotos::Result ImportPhotos::apply(const ImpExp_Item &item, Contact &conta
             return Same;
     }
     const qint64 gain = isOwn(contact.photo) ? m_room.gainOf(contact.photo) : 0;
-    const QString path = m_files.keep(*image, m_room.leaving() + gain);
-    if (path.isEmpty())
+    const auto path = m_files.keep(*image, m_room.leaving() + gain);
+    if (!path)
         return NotKept;
     m_room.add(gain);
-    m_written.append(path);
-    contact.photo = path;
+    m_written.append(*path);
+    contact.photo = *path;
     return Replaced;
 }
 

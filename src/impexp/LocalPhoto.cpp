@@ -12,7 +12,7 @@ bool LocalPhoto::isLocal(const QString &photo)
 std::optional<QByteArray> LocalPhoto::read(const QString &photo)
 {
     QFile file(photo);
-    if (!isLocal(photo) || !RegularFile::open(file).isEmpty())
+    if (!isLocal(photo) || RegularFile::open(file))
         return std::nullopt;
     QByteArray image = file.read(maxBytes + 1);
     if (file.error() != QFile::NoError || image.size() > maxBytes)

@@ -136,11 +136,11 @@ void ContactPhotos::apply(const Download &download, const QByteArray &square)
 {
     if (!stillFits(download).value_or(false))
         return;
-    const QString path = square.isNull() ? QString() : m_files.keep(square);
-    if (path.isNull())
+    const auto path = square.isNull() ? std::nullopt : m_files.keep(square);
+    if (!path)
         return;
-    if (!m_dao.updatePhotoContact(download.contactId, path))
-        m_files.removeIfUnused(path);
+    if (!m_dao.updatePhotoContact(download.contactId, *path))
+        m_files.removeIfUnused(*path);
     else if (const auto updated = m_dao.getContact(download.contactId))
         Q_EMIT contactsUpdated(*updated, true);
 }

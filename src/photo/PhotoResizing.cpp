@@ -97,25 +97,28 @@ bool PhotoResizing::needsResizing(const Contact &contact)
     return false;
 }
 
-/// Path of the resized file, made by this or an earlier contact; null when it could not be made.
-QString PhotoResizing::resized(const QString &photo)
+/// Path of the resized file, made by this or an earlier contact; nothing when it could not be made.
+std::optional<QString> PhotoResizing::resized(const QString &photo)
 {
     const auto known = m_resized.constFind(photo);
     if (known != m_resized.cend())
         return *known;
-    const QString path = squarePathFor(photo);
-    return *m_resized.insert(photo, !path.isNull() && isMade(photo, path) ? path : QString());
+    const auto path = squarePathFor(photo);
+    return *m_resized.insert(photo, path && isMade(photo, *path) ? path : std::nullopt);
 }
 
-/// Another one where a contact has the usual file already: names of files come again. Null when that cannot be known.
-QString PhotoResizing::squarePathFor(const QString &photo) const
+/// Another path where a contact has the usual file already: names of files come again. Nothing when that cannot be
+/// known.
+std::optional<QString> PhotoResizing::squarePathFor(const QString &photo) const
 {
     for (int number = 1;; ++number) {
         const QString path =
             (number == 1 ? photo : QStringLiteral("%1_%2").arg(photo).arg(number)) + SquarePicture::suffix();
         const std::optional<int> users = m_dao._nbContactsUsingThisPhotoQuery(path);
-        if (!users || *users == 0)
-            return users ? path : QString();
+        if (!users)
+            return std::nullopt;
+        if (*users == 0)
+            return path;
     }
 }
 
@@ -135,8 +138,8 @@ bool PhotoResizing::isMade(const QString &photo, const QString &square)
 void PhotoResizing::resizePhoto(const Contact &contact)
 {
     const QString &photo = contact.photo;
-    const QString path = resized(photo);
-    if (path.isNull()) {
+    const auto path = resized(photo);
+    if (!path) {
         KestinLogger::error("KestinDirectory::resizeContactPhotosIfNeeded: failed while trying to resize photo: %1 to "
                             "%2",
                             AddressText::withoutUserInfo(photo),
@@ -144,8 +147,8 @@ void PhotoResizing::resizePhoto(const Contact &contact)
         return;
     }
     KestinLogger::debug("KestinDirectory::resizeContactPhotosIfNeeded: successfully resized photo: %1 to %2", photo,
-                        path);
-    if (!m_dao.updatePhotoContact(contact.contactId, path)) {
+                        *path);
+    if (!m_dao.updatePhotoContact(contact.contactId, *path)) {
         KestinLogger::error("KestinDirectory::resizeContactPhotosIfNeeded : local contact id %1 could NOT be updated. "
                             "Res=%2",
                             contact.contactId, ResultCode::writeFailed);

@@ -45,8 +45,8 @@ Q_SIGNALS:
 private:
     static bool needsResizing(const Contact &contact);
     std::optional<ListContact> candidates(const QString &first) const;
-    QString resized(const QString &photo);
-    QString squarePathFor(const QString &photo) const;
+    std::optional<QString> resized(const QString &photo);
+    std::optional<QString> squarePathFor(const QString &photo) const;
     bool isMade(const QString &photo, const QString &square);
     void resizePhoto(const Contact &contact);
 
@@ -56,5 +56,5 @@ private:
     QString m_markPath;
     std::optional<ResizingMarks> m_marks; ///< during the pass
     std::chrono::milliseconds m_limit;
-    QHash<QString, QString> m_resized; ///< by old path, during the pass; null where it failed
+    QHash<QString, std::optional<QString>> m_resized; ///< by old path, during the pass; nothing where it failed
 };

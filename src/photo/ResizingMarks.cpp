@@ -31,7 +31,7 @@ ResizingMarks::ResizingMarks(const QString &path)
     : m_path(path)
 {
     QFile file(path);
-    if (!RegularFile::open(file).isEmpty())
+    if (RegularFile::open(file))
         return;
     m_stored = file.read(maxBytes);
     m_known = m_stored.split('\n');
@@ -67,5 +67,5 @@ void ResizingMarks::keep(const QString &next)
     if (content.isEmpty())
         QFile::remove(m_path);
     else
-        PhotoFiles::write(m_path, content); // logged; without it the next start begins at the beginning
+        (void)PhotoFiles::write(m_path, content); // logged; without it the next start begins at the beginning
 }

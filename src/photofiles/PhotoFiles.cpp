@@ -19,21 +19,21 @@ PhotoFiles::PhotoFiles(DaoContact &dao, const DirectoryFields &fields)
 {
 }
 
-QString PhotoFiles::keep(const QByteArray &picture, qint64 leaving)
+std::optional<QString> PhotoFiles::keep(const QByteArray &picture, qint64 leaving)
 {
     if (picture.size() > PhotoRules::maxBytes) {
         KestinLogger::error("A photo of %1 bytes is not kept, it is too large", picture.size());
-        return {};
+        return std::nullopt;
     }
     if (picture.size() > room() + leaving) {
         Q_EMIT quotaExceeded();
-        return {};
+        return std::nullopt;
     }
     QString path = m_fields.photoDirectory + PhotoRules::prefix + QUuid::createUuid().toString(QUuid::Id128);
     if (SquarePicture::isSquareJpeg(picture))
         path += SquarePicture::suffix();
     if (!write(path, picture))
-        return {};
+        return std::nullopt;
     *m_total += picture.size();
     return path;
 }
@@ -71,10 +71,10 @@ bool PhotoFiles::write(const QString &path, const QByteArray &content)
     QSaveFile file(path);
     if (file.open(QIODevice::WriteOnly))
         file.write(content);
-    const QString failure = DurableFile::commit(file);
-    if (!failure.isEmpty())
-        KestinLogger::error("Photo file %1 could not be written: %2", path, failure);
-    return failure.isEmpty();
+    const auto failure = DurableFile::commit(file);
+    if (failure)
+        KestinLogger::error("Photo file %1 could not be written: %2", path, *failure);
+    return !failure;
 }
 
 qint64 PhotoFiles::total()

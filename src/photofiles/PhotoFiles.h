@@ -20,11 +20,11 @@ class PhotoFiles : public QObject
 public:
     PhotoFiles(DaoContact &dao, const DirectoryFields &fields);
 
-    /// Writes the picture to a new file as it is and returns its path. Null when it cannot be written or is larger than
-    /// PhotoRules::maxBytes (error line), or when all files of the directory would take more than `fileDiskUserQuota`
-    /// with it (quotaExceeded); `leaving` bytes, of files that are about to be removed, do not count. The name of one
-    /// that has the form of SquarePicture says so.
-    QString keep(const QByteArray &picture, qint64 leaving = 0);
+    /// Writes the picture as it is to a new file and answers the path. Answers nothing when the picture cannot be
+    /// written or is larger than PhotoRules::maxBytes (error line), or when all files of the directory would take more
+    /// than `fileDiskUserQuota` with it (quotaExceeded); `leaving` bytes, of files that are about to be removed, do not
+    /// count. The name of a picture that has the form of SquarePicture says so.
+    std::optional<QString> keep(const QByteArray &picture, qint64 leaving = 0);
     /// Bytes that the files may still take; negative when they take more than the quota.
     qint64 room() { return m_fields.fileDiskUserQuota - total(); }
 
@@ -40,7 +40,7 @@ public:
 
     /// Writes beside and renames, so that the file is the old one or the new one, whole, and on disk with its
     /// name. Where the path is a link, the link is replaced. False when it cannot be (error line).
-    static bool write(const QString &path, const QByteArray &content);
+    [[nodiscard]] static bool write(const QString &path, const QByteArray &content);
 
 Q_SIGNALS:
     void quotaExceeded();

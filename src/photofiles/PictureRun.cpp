@@ -34,7 +34,7 @@ QProcessEnvironment environment()
 QByteArray headOf(const QString &path)
 {
     QFile file(path);
-    return RegularFile::open(file).isEmpty() ? file.read(PictureFormat::headBytes) : QByteArray();
+    return RegularFile::open(file) ? QByteArray() : file.read(PictureFormat::headBytes);
 }
 
 } // namespace

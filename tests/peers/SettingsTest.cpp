@@ -84,7 +84,7 @@ private Q_SLOTS:
         QCOMPARE(all.size(), SettingsCatalogue().all().size() + 1);
         QCOMPARE(all.last().key, u"site.note"_s);
         for (const Setting &setting : all)
-            QVERIFY2(SettingsCatalogue::refusal(setting, setting.defaultValue).isEmpty(), qPrintable(setting.key));
+            QVERIFY2(!SettingsCatalogue::refusal(setting, setting.defaultValue), qPrintable(setting.key));
         const auto mode =
             qdbus_cast<Setting>(m_bus->call(module, u"getSetting"_s, {u"DirSearchMode"_s}).arguments().value(0));
         QCOMPARE(mode.choices.size(), 2);

@@ -149,7 +149,7 @@ private Q_SLOTS:
     {
         m_module.emplace(m_bus, u"M"_s, u"module"_s);
         m_caller.emplace(m_bus, u"M"_s, u"caller"_s);
-        QCOMPARE(m_module->transport.publish(*m_module), QString());
+        QCOMPARE(m_module->transport.publish(*m_module), std::nullopt);
     }
 
     void cleanup()
@@ -244,7 +244,7 @@ private Q_SLOTS:
         QCOMPARE(call(u"answers"_s, {2}).arguments().value(0).toString(), u"aa"_s);
         m_module->transport.withdraw(*m_module);
         QCOMPARE(QDBusError(call(u"answers"_s, {2})).type(), QDBusError::ServiceUnknown);
-        QCOMPARE(m_caller->transport.publish(*m_caller), QString());
+        QCOMPARE(m_caller->transport.publish(*m_caller), std::nullopt);
     }
 
     void aPopupIsAskedOfThePresentation()

@@ -90,24 +90,23 @@ void WSManager::udaSearchByFullName(const QString &searchId, const QString &name
         const QStringList equal(attributes.size(), QStringLiteral("EQUAL"));
         const DirectoryQuery further = m_queries.byCriteria(QStringLiteral("AND"), attributes, equal, values);
         query.criteria += further.criteria;
-        if (query.problem.isEmpty())
+        if (!query.problem)
             query.problem = further.problem;
     }
-    const QString refusal = startSearch(searchId, query);
-    raise(EventName::wsSearchByFullName, searchId, refusal.isEmpty() ? 1 : 0,
-          refusal.isEmpty() ? QStringLiteral("OK") : refusal);
+    const auto refusal = startSearch(searchId, query);
+    raise(EventName::wsSearchByFullName, searchId, refusal ? 0 : 1, refusal.value_or(QStringLiteral("OK")));
 }
 
 void WSManager::udaSearch(const QString &searchId, const DirectoryQuery &query)
 {
-    const QString refusal = startSearch(searchId, query);
-    raise(EventName::wsSearch, searchId, refusal.isEmpty() ? 1 : 0, refusal.isEmpty() ? QStringLiteral("OK") : refusal);
+    const auto refusal = startSearch(searchId, query);
+    raise(EventName::wsSearch, searchId, refusal ? 0 : 1, refusal.value_or(QStringLiteral("OK")));
 }
 
-QString WSManager::startSearch(const QString &searchId, const DirectoryQuery &query)
+std::optional<QString> WSManager::startSearch(const QString &searchId, const DirectoryQuery &query)
 {
     end(m_searches, searchId);
-    if (!query.problem.isEmpty())
+    if (query.problem)
         return query.problem;
     std::unique_ptr<RunningSearch> search = newSearch();
     if (!search)
@@ -122,7 +121,7 @@ QString WSManager::startSearch(const QString &searchId, const DirectoryQuery &qu
     NumberService::addCanonicalForms(*this, *started, query, [this, started](const DirectoryQuery &complete) {
         started->begin(m_source->search(complete));
     });
-    return QString();
+    return std::nullopt;
 }
 
 std::unique_ptr<RunningSearch> WSManager::newSearch()
@@ -179,7 +178,7 @@ void WSManager::udaStopSearch(const QString &searchId)
 void WSManager::lookUp(const QString &contactId, const Found &found)
 {
     const DirectoryQuery query = QueryBuilder::byContactId(contactId);
-    std::unique_ptr<RunningSearch> search = query.problem.isEmpty() ? newSearch() : nullptr;
+    std::unique_ptr<RunningSearch> search = query.problem ? nullptr : newSearch();
     if (!search) {
         found({});
         return;

@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 
 /// The module "WSManager", as far as the directory needs it: searches in the company directory. What it is asked for is
 /// answered by events; every question gets its answer, whatever the company directory does. Events tell when it comes
@@ -48,7 +49,7 @@ private:
     using Searches = std::map<QString, std::unique_ptr<RunningSearch>>;
     using Found = std::function<void(const ListContact &contacts)>;
 
-    QString startSearch(const QString &searchId, const DirectoryQuery &query);
+    std::optional<QString> startSearch(const QString &searchId, const DirectoryQuery &query);
     void lookUp(const QString &contactId, const Found &found);
     std::unique_ptr<RunningSearch> newSearch();
     void end(Searches &searches, const QString &id);

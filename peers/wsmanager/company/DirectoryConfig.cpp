@@ -28,6 +28,20 @@ struct NumberKey
     int maximum;
 };
 
+std::optional<QString> take(const QString &text, const NumberKey &number)
+{
+    bool isNumber = false;
+    const int given = text.toInt(&isNumber);
+    if (!isNumber || given < number.minimum || given > number.maximum)
+        return QStringLiteral("%1 is a number from %2 to %3, not \"%4\"")
+            .arg(QLatin1String(number.key))
+            .arg(number.minimum)
+            .arg(number.maximum)
+            .arg(text);
+    number.value = given;
+    return std::nullopt;
+}
+
 bool isAttributeName(const QString &text)
 {
     static const QRegularExpression form(QStringLiteral("^([A-Za-z][A-Za-z0-9-]*|[0-9]+([.][0-9]+)*)(#.+)?$"));
@@ -36,12 +50,12 @@ bool isAttributeName(const QString &text)
 
 } // namespace
 
-QString DirectoryConfig::read(const QString &path)
+std::optional<QString> DirectoryConfig::read(const QString &path)
 {
     const IniFile file = IniFile::read(path);
-    QString problem = file.problem;
+    std::optional<QString> problem = file.problem;
     for (const IniFile::Setting &setting : file.settings) {
-        if (!problem.isEmpty())
+        if (problem)
             break;
         if (setting.section == QLatin1String("directory"))
             problem = set(setting.key, setting.value);
@@ -50,22 +64,12 @@ QString DirectoryConfig::read(const QString &path)
         else
             problem = QStringLiteral("\"%1\" stands in no section that is known; see --help").arg(setting.key);
     }
-    return problem.isEmpty() ? problem : QStringLiteral("%1: %2").arg(path, problem);
+    return problem ? std::optional(QStringLiteral("%1: %2").arg(path, *problem)) : std::nullopt;
 }
 
-QString DirectoryConfig::set(const QString &key, const QString &value)
+std::optional<QString> DirectoryConfig::set(const QString &key, const QString &value)
 {
-    QString problem;
-    if (setText(key, value) || setNumber(key, value.trimmed(), problem))
-        return problem;
-    if (key == QLatin1String("secretFile"))
-        return setSecret(value.trimmed());
-    if (key != QLatin1String("startTls"))
-        return QStringLiteral("there is no setting \"%1\"; see --help").arg(key);
-    server.usesStartTls = value.trimmed() == QLatin1String("true");
-    return server.usesStartTls || value.trimmed() == QLatin1String("false")
-               ? QString()
-               : QStringLiteral("startTls is true or false");
+    return setText(key, value) ? std::nullopt : setOther(key, value.trimmed());
 }
 
 bool DirectoryConfig::setText(const QString &key, const QString &value)
@@ -87,7 +91,7 @@ bool DirectoryConfig::setText(const QString &key, const QString &value)
     return true;
 }
 
-bool DirectoryConfig::setNumber(const QString &key, const QString &value, QString &problem)
+std::optional<QString> DirectoryConfig::setOther(const QString &key, const QString &value)
 {
     const std::array numbers{NumberKey{"pageSize", pageSize, 1, 1000},
                              NumberKey{"maxResults", maxResults, 1, 100000},
@@ -97,46 +101,45 @@ bool DirectoryConfig::setNumber(const QString &key, const QString &value, QStrin
                              NumberKey{"delayMs", delayMs, 0, 600000}};
     const auto number = std::find_if(numbers.begin(), numbers.end(),
                                      [&key](const NumberKey &known) { return key == QLatin1String(known.key); });
-    if (number == numbers.end())
-        return false;
-    bool isNumber = false;
-    const int given = value.toInt(&isNumber);
-    if (isNumber && given >= number->minimum && given <= number->maximum)
-        number->value = given;
-    else
-        problem = QStringLiteral("%1 is a number from %2 to %3, not \"%4\"")
-                      .arg(key)
-                      .arg(number->minimum)
-                      .arg(number->maximum)
-                      .arg(value);
-    return true;
+    if (number != numbers.end())
+        return take(value, *number);
+    if (key == QLatin1String("secretFile"))
+        return setSecret(value);
+    if (key != QLatin1String("startTls"))
+        return QStringLiteral("there is no setting \"%1\"; see --help").arg(key);
+    server.usesStartTls = value == QLatin1String("true");
+    if (!server.usesStartTls && value != QLatin1String("false"))
+        return QStringLiteral("startTls is true or false");
+    return std::nullopt;
 }
 
-QString DirectoryConfig::setAttributes(const QString &field, const QString &value)
+std::optional<QString> DirectoryConfig::setAttributes(const QString &field, const QString &value)
 {
     const QStringList values = value.split(QLatin1Char(','));
     for (const QString &attribute : values) {
         if (!attribute.trimmed().isEmpty() && !isAttributeName(attribute.trimmed()))
             return QStringLiteral("\"%1\" is no name of an attribute").arg(attribute.trimmed());
     }
-    return attributes.set(field, values) ? QString() : QStringLiteral("a contact has no field \"%1\"").arg(field);
+    if (!attributes.set(field, values))
+        return QStringLiteral("a contact has no field \"%1\"").arg(field);
+    return std::nullopt;
 }
 
-QString DirectoryConfig::setSecret(const QString &path)
+std::optional<QString> DirectoryConfig::setSecret(const QString &path)
 {
     QFile file(path);
-    if (const QString reason = RegularFile::open(file); !reason.isEmpty())
-        return QStringLiteral("the secret %1 cannot be read: %2").arg(path, reason);
+    if (const auto reason = RegularFile::open(file))
+        return QStringLiteral("the secret %1 cannot be read: %2").arg(path, *reason);
     if (file.permissions() & QFileDevice::ReadOther)
         KestinLogger::warning("The secret %1 can be read by everybody", path);
     QByteArray line = file.readLine();
     while (line.endsWith('\n') || line.endsWith('\r'))
         line.chop(1);
     server.secret = line;
-    return QString();
+    return std::nullopt;
 }
 
-QString DirectoryConfig::problem() const
+std::optional<QString> DirectoryConfig::problem() const
 {
     if (server.url.isEmpty() && ldif.isEmpty())
         return QStringLiteral("one of url and ldif must be given");

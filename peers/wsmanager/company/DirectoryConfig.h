@@ -6,6 +6,8 @@
 
 #include <QString>
 
+#include <optional>
+
 /// Everything that can be set.
 struct DirectoryConfig
 {
@@ -22,16 +24,16 @@ struct DirectoryConfig
     int retrySeconds = 30;  ///< between attempts to reach a server that is not there
     int delayMs = 0;        ///< by which each packet is held back, for trying out a slow directory
 
-    /// Reads an INI file into it. Empty on success, otherwise what is wrong.
-    QString read(const QString &path);
-    /// One setting of the section "directory", as in the file. Empty on success, otherwise what is wrong.
-    QString set(const QString &key, const QString &value);
-    /// What is wrong with the whole; empty: nothing.
-    QString problem() const;
+    /// Reads an INI file into it. Answers what is wrong with the file, if anything is.
+    [[nodiscard]] std::optional<QString> read(const QString &path);
+    /// Takes a setting of the section "directory", as in the file. Answers what is wrong with it, if anything is.
+    [[nodiscard]] std::optional<QString> set(const QString &key, const QString &value);
+    /// What is wrong with the whole, if anything is.
+    std::optional<QString> problem() const;
 
 private:
     bool setText(const QString &key, const QString &value);
-    bool setNumber(const QString &key, const QString &value, QString &problem);
-    QString setSecret(const QString &path);
-    QString setAttributes(const QString &field, const QString &value);
+    std::optional<QString> setOther(const QString &key, const QString &value);
+    std::optional<QString> setSecret(const QString &path);
+    std::optional<QString> setAttributes(const QString &field, const QString &value);
 };

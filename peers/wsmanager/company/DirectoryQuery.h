@@ -3,6 +3,8 @@
 
 #include "peers/wsmanager/company/LdapAttribute.h"
 
+#include <optional>
+
 /// One condition on an entry: any value of any of the attributes compares with any of the texts. Comparisons disregard
 /// case; those of numbers disregard blanks and hyphens as well.
 struct DirectoryCriterion
@@ -26,6 +28,6 @@ struct DirectoryQuery
 {
     QString dn;
     QList<DirectoryCriterion> criteria;
-    bool needsAll = true; ///< all criteria, or any of them
-    QString problem;      ///< why it cannot be asked; empty: it can
+    bool needsAll = true;           ///< all criteria, or any of them
+    std::optional<QString> problem; ///< why the query cannot be asked, when it cannot
 };

@@ -4,7 +4,6 @@
 #include "platform/records/RegularFile.h"
 
 #include <algorithm>
-#include <optional>
 
 namespace {
 
@@ -30,27 +29,26 @@ IniFile IniFile::read(const QString &path)
 {
     IniFile result;
     QFile file(path);
-    if (const QString reason = RegularFile::open(file); !reason.isEmpty()) {
-        result.problem = QStringLiteral("it cannot be read: %1").arg(reason);
+    if (const auto reason = RegularFile::open(file)) {
+        result.problem = QStringLiteral("it cannot be read: %1").arg(*reason);
         return result;
     }
     QString section;
-    for (int number = 1; !file.atEnd() && result.problem.isEmpty(); ++number) {
-        const QString fault = result.take(QString::fromUtf8(file.readLine()).trimmed(), section);
-        if (!fault.isEmpty())
-            result.problem = QStringLiteral("line %1 %2").arg(QString::number(number), fault);
+    for (int number = 1; !file.atEnd() && !result.problem; ++number) {
+        if (const auto fault = result.take(QString::fromUtf8(file.readLine()).trimmed(), section))
+            result.problem = QStringLiteral("line %1 %2").arg(QString::number(number), *fault);
     }
     return result;
 }
 
-QString IniFile::take(const QString &line, QString &section)
+std::optional<QString> IniFile::take(const QString &line, QString &section)
 {
     const qsizetype equals = line.indexOf(QLatin1Char('='));
     if (line.isEmpty() || line.startsWith(QLatin1Char(';')) || line.startsWith(QLatin1Char('#')))
-        return QString();
+        return std::nullopt;
     if (line.startsWith(QLatin1Char('[')) && line.endsWith(QLatin1Char(']'))) {
         section = line.mid(1, line.size() - 2).trimmed();
-        return QString();
+        return std::nullopt;
     }
     if (equals <= 0)
         return QStringLiteral("is neither a section nor a setting");
@@ -62,5 +60,5 @@ QString IniFile::take(const QString &line, QString &section)
     if (std::any_of(settings.cbegin(), settings.cend(), isKnown))
         return QStringLiteral("sets \"%1\" for the second time").arg(key);
     settings.append({section, key, *value});
-    return QString();
+    return std::nullopt;
 }

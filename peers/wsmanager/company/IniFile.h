@@ -4,6 +4,8 @@
 #include <QList>
 #include <QString>
 
+#include <optional>
+
 /// The settings of an INI file, in their order: sections in brackets, lines "key=value", comments behind ";" or "#" at
 /// the beginning of a line. A key stands once in its section. A value stands as it is, without the blanks around it;
 /// one in double quotes keeps them, and has a backslash before each double quote and backslash.
@@ -17,10 +19,10 @@ struct IniFile
     };
 
     QList<Setting> settings;
-    QString problem; ///< why it cannot be read; empty: it can
+    std::optional<QString> problem; ///< why the file cannot be read, when it cannot
 
     static IniFile read(const QString &path);
 
 private:
-    QString take(const QString &line, QString &section);
+    std::optional<QString> take(const QString &line, QString &section);
 };

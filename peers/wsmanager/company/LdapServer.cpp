@@ -40,7 +40,7 @@ bool hasScheme(const QString &url, QLatin1String scheme)
 
 } // namespace
 
-QString LdapServer::problem() const
+std::optional<QString> LdapServer::problem() const
 {
     const QStringList addresses = addressesOf(url);
     for (const QString &address : addresses) {
@@ -56,7 +56,7 @@ QString LdapServer::problem() const
         return QStringLiteral("a bind name needs a secret; secretFile names no file, or an empty one");
     if (bindName.isEmpty() && !secret.isEmpty())
         return QStringLiteral("a secret needs a bind name");
-    return QString();
+    return std::nullopt;
 }
 
 bool LdapServer::usesTls() const

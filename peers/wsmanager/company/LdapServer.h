@@ -4,6 +4,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <optional>
+
 /// How a directory server is reached.
 struct LdapServer
 {
@@ -14,8 +16,8 @@ struct LdapServer
     bool usesStartTls = false;
     int connectSeconds = 5; ///< for the connection, and again for the bind
 
-    /// What makes no sense in it; empty: nothing.
-    QString problem() const;
+    /// What makes no sense in it, if anything does.
+    std::optional<QString> problem() const;
     bool usesTls() const;
     /// Whether anybody on the way to the server can read the secret.
     bool showsSecret() const;

@@ -46,19 +46,19 @@ QString trustedFile()
 
 } // namespace
 
-QString LdapConnection::setUpTls(const LdapServer &server)
+std::optional<QString> LdapConnection::setUpTls(const LdapServer &server)
 {
     QByteArray ciphers = optionOf(nullptr, LDAP_OPT_X_TLS_CIPHER_SUITE);
     // GnuTLS does not look at the oldest protocol.
     if (optionOf(nullptr, LDAP_OPT_X_TLS_PACKAGE) == "GnuTLS")
         ciphers = (ciphers.isEmpty() ? QByteArray("NORMAL") : ciphers) + ":-VERS-SSL3.0:-VERS-TLS1.0:-VERS-TLS1.1";
     if (QFile certificates(server.caFile); !server.caFile.isEmpty()) {
-        if (const QString reason = RegularFile::open(certificates); !reason.isEmpty())
-            return QStringLiteral("the certificates in \"%1\" cannot be used: %2").arg(server.caFile, reason);
+        if (const auto reason = RegularFile::open(certificates))
+            return QStringLiteral("the certificates in \"%1\" cannot be used: %2").arg(server.caFile, *reason);
         ldap_set_option(nullptr, LDAP_OPT_X_TLS_CACERTFILE, QFile::encodeName(server.caFile).constData());
     }
     if (makeTlsContext(nullptr, LDAP_OPT_X_TLS_DEMAND, ciphers))
-        return QString();
+        return std::nullopt;
     return QStringLiteral("the certificates in \"%1\" cannot be used").arg(trustedFile());
 }
 
@@ -75,11 +75,11 @@ void LdapConnection::open()
     try {
         connect(limit);
     } catch (const LdapFailure &) {
-        const QString reason =
-            m_server.usesTls() && !limit.hasExpired() && !m_wakeup.isAwake() ? refusedCertificate() : QString();
-        if (reason.isEmpty())
+        if (!m_server.usesTls() || limit.hasExpired() || m_wakeup.isAwake())
             throw;
-        throw LdapFailure(reason);
+        if (const auto reason = refusedCertificate())
+            throw LdapFailure(*reason);
+        throw;
     }
     bind(limit);
     // From here on no read waits for the rest of a message that does not come; wait() does, and can be woken.
@@ -112,15 +112,15 @@ void LdapConnection::connect(const QDeadlineTimer &limit)
 }
 
 /// The library does not say why a connection with TLS failed. If it succeeds when any certificate will do, and nothing
-/// is sent on it, it was the certificate. Empty when it was not.
-QString LdapConnection::refusedCertificate()
+/// is sent on it, it was the certificate. Nothing when it was not.
+std::optional<QString> LdapConnection::refusedCertificate()
 {
     try {
         prepare();
         makeTlsContext(m_ldap.get(), LDAP_OPT_X_TLS_NEVER, optionOf(nullptr, LDAP_OPT_X_TLS_CIPHER_SUITE));
         connect(QDeadlineTimer(m_server.connectSeconds * 1000));
     } catch (const LdapFailure &) {
-        return QString();
+        return std::nullopt;
     }
     return QStringLiteral("the certificate of %1 is refused: it is out of date, or for another host, or nobody in "
                           "\"%2\" has signed it")
@@ -205,7 +205,7 @@ int LdapConnection::descriptor() const
     return descriptor;
 }
 
-int LdapConnection::resultOf(LDAP *ldap, LDAPMessage *message, QString &text)
+LdapConnection::Result LdapConnection::resultOf(LDAP *ldap, LDAPMessage *message)
 {
     int result = LDAP_SUCCESS;
     char *details = nullptr;
@@ -213,16 +213,15 @@ int LdapConnection::resultOf(LDAP *ldap, LDAPMessage *message, QString &text)
     const LdapText owned(details);
     if (rc != LDAP_SUCCESS)
         result = rc;
-    text = errorText(result, details);
-    return result;
+    return {result, errorText(result, details)};
 }
 
 void LdapConnection::expect(const char *step, int operation, const QDeadlineTimer &limit)
 {
     const LdapMessage message = wait(operation, limit);
-    QString text;
-    if (resultOf(m_ldap.get(), message.get(), text) != LDAP_SUCCESS)
-        throw LdapFailure(QStringLiteral("%1: %2").arg(QLatin1String(step), text));
+    const Result result = resultOf(m_ldap.get(), message.get());
+    if (result.code != LDAP_SUCCESS)
+        throw LdapFailure(QStringLiteral("%1: %2").arg(QLatin1String(step), result.text));
 }
 
 void LdapConnection::check(const char *step, int rc) const

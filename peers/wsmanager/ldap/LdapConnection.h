@@ -11,6 +11,7 @@
 #include <QStringList>
 
 #include <exception>
+#include <optional>
 
 /// What the server or the way to it answered instead of a result.
 class LdapFailure : public std::exception
@@ -51,8 +52,8 @@ class LdapConnection
 {
 public:
     /// Says once, before the first connection to a server with TLS, how all of them are secured: which certificates are
-    /// trusted costs time to read. Main thread. Empty on success, otherwise what is wrong.
-    static QString setUpTls(const LdapServer &server);
+    /// trusted costs time to read. Main thread. Answers what is wrong, if anything is.
+    [[nodiscard]] static std::optional<QString> setUpTls(const LdapServer &server);
 
     LdapConnection(const LdapServer &server, const Wakeup &wakeup);
 
@@ -66,14 +67,19 @@ public:
     void abandon(int operation);
 
     LDAP *handle() const { return m_ldap.get(); }
-    /// The result in a message that ends an operation, and what the server says about it.
-    static int resultOf(LDAP *ldap, LDAPMessage *message, QString &text);
+    struct Result
+    {
+        int code;     ///< the library's
+        QString text; ///< what the server says about it
+    };
+    /// The result in a message that ends an operation.
+    static Result resultOf(LDAP *ldap, LDAPMessage *message);
 
 private:
     void prepare();
     void connect(const QDeadlineTimer &limit);
     void startTls(const QDeadlineTimer &limit);
-    QString refusedCertificate();
+    std::optional<QString> refusedCertificate();
     void bind(const QDeadlineTimer &limit);
     int descriptor() const;
     void expect(const char *step, int operation, const QDeadlineTimer &limit);

@@ -80,12 +80,12 @@ bool LdapSource::open()
 {
     if (m_config.server.showsSecret())
         KestinLogger::warning("The password goes to %1 in the clear: use ldaps:// or startTls", m_config.server.url);
-    const QString problem = m_config.server.usesTls() ? LdapConnection::setUpTls(m_config.server) : QString();
-    if (problem.isEmpty())
-        verify();
+    const auto problem = m_config.server.usesTls() ? LdapConnection::setUpTls(m_config.server) : std::nullopt;
+    if (problem)
+        KestinLogger::error("The directory server %1 cannot be used: %2", m_config.server.url, *problem);
     else
-        KestinLogger::error("The directory server %1 cannot be used: %2", m_config.server.url, problem);
-    return problem.isEmpty();
+        verify();
+    return !problem;
 }
 
 void LdapSource::verify()

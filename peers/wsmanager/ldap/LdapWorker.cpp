@@ -124,8 +124,7 @@ bool LdapWorker::refusesPages(LDAP *ldap, LDAPMessage *message) const
     if (!m_request->isPaged || !m_cookie.isEmpty())
         return false;
     // An administrator may have forbidden pages, and some servers refuse what they do not know.
-    QString text;
-    const int result = LdapConnection::resultOf(ldap, message, text);
+    const int result = LdapConnection::resultOf(ldap, message).code;
     return result == LDAP_ADMINLIMIT_EXCEEDED || result == LDAP_UNWILLING_TO_PERFORM ||
            result == LDAP_UNAVAILABLE_CRITICAL_EXTENSION;
 }
@@ -133,8 +132,8 @@ bool LdapWorker::refusesPages(LDAP *ldap, LDAPMessage *message) const
 PacketStatus LdapWorker::takeResult(LDAP *ldap, LDAPMessage *message)
 {
     m_operation = 0;
-    QString text;
-    switch (LdapConnection::resultOf(ldap, message, text)) {
+    const auto [code, text] = LdapConnection::resultOf(ldap, message);
+    switch (code) {
     case LDAP_SUCCESS:
         m_cookie = cookieOf(ldap, message);
         return m_cookie.isEmpty() || m_left == 0 ? PacketStatus::Finished : PacketStatus::More;

@@ -55,19 +55,19 @@ LdifFile LdifFile::read(const QString &path)
 {
     LdifFile result;
     QFile regular(path);
-    QString reason = RegularFile::open(regular);
+    std::optional<QString> reason = RegularFile::open(regular);
     const QByteArray name = "/proc/self/fd/" + QByteArray::number(regular.handle()); // the library opens by name only
     const std::unique_ptr<LDIFFP, decltype(&ldif_close)> file(ldif_open(name.constData(), "r"), &ldif_close);
-    if (reason.isEmpty() && !file)
+    if (!reason && !file)
         reason = qt_error_string();
-    if (!reason.isEmpty()) {
-        result.problem = QStringLiteral("%1 cannot be opened: %2").arg(path, reason);
+    if (reason) {
+        result.problem = QStringLiteral("%1 cannot be opened: %2").arg(path, *reason);
         return result;
     }
     RecordText buffer;
     unsigned long line = 0;
     int state = 0;
-    while (result.problem.isEmpty() && (state = ldif_read_record(file.get(), &line, &buffer.text, &buffer.size)) > 0) {
+    while (!result.problem && (state = ldif_read_record(file.get(), &line, &buffer.text, &buffer.size)) > 0) {
         LDIFRecord record{};
         const LdifRecord owned(&record);
         berval text{ber_len_t(buffer.size), buffer.text};

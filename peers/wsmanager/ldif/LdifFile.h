@@ -3,11 +3,13 @@
 
 #include "peers/wsmanager/company/DirectoryEntry.h"
 
+#include <optional>
+
 /// The entries of an LDIF file, parsed by the directory library.
 struct LdifFile
 {
     DirectoryEntries entries;
-    QString problem; ///< why it could not be read to its end; empty: it could
+    std::optional<QString> problem; ///< why the file could not be read to its end, when it could not
 
     static LdifFile read(const QString &path);
 };

@@ -60,8 +60,8 @@ LdifSource::LdifSource(const DirectoryConfig &config)
 bool LdifSource::open()
 {
     const LdifFile file = LdifFile::read(m_config.ldif);
-    if (!file.problem.isEmpty()) {
-        KestinLogger::error("The company directory %1", file.problem);
+    if (file.problem) {
+        KestinLogger::error("The company directory %1", *file.problem);
         return false;
     }
     const QString base = DnText::normalized(m_config.base.toUtf8());

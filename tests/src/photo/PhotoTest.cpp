@@ -453,13 +453,14 @@ private Q_SLOTS:
         writeFile(stand.photo("UserPhoto_1"), QByteArray(300, 'x'));
         stand.fields.fileDiskUserQuota = 1000;
         synced.clear();
-        const QString used = stand.files.keep(QByteArray(400, 'x')), unused = stand.files.keep(QByteArray(300, 'x'));
+        const QString used = stand.files.keep(QByteArray(400, 'x')).value();
+        const QString unused = stand.files.keep(QByteArray(300, 'x')).value();
         QVERIFY(used.startsWith(stand.photo("photo_")) && !unused.isNull() && stand.takeTold().isEmpty());
         QVERIFY(synced.size() == 4 && synced[1] == "photos" && synced[3] == "photos");
-        QVERIFY(stand.files.keep("x").isNull() && stand.takeTold() == QStringList{"popup"});
+        QVERIFY(!stand.files.keep("x") && stand.takeTold() == QStringList{"popup"});
         stand.files.removeIfUnused(writeFile(stand.photo("photo_2"), QByteArray(500, 'x'))); // was never counted
-        QVERIFY(stand.files.keep("x").isNull() && stand.files.keep("xx", 1).isNull());
-        stand.files.removeIfUnused(stand.files.keep("x", 1));
+        QVERIFY(!stand.files.keep("x") && !stand.files.keep("xx", 1));
+        stand.files.removeIfUnused(stand.files.keep("x", 1).value());
         QCOMPARE(stand.takeTold().size(), 2);
         QDir().mkpath(stand.photo("photo_"));
         stand.add("a", used);
@@ -469,7 +470,7 @@ private Q_SLOTS:
             stand.files.removeIfUnused(path);
         const QStringList kept = {"UserPhoto_1", QFileInfo(used).fileName()};
         QCOMPARE(stand.names(), kept);
-        QVERIFY(QFile::exists(stand.folder.filePath("photo_1")) && !stand.files.keep(QByteArray(300, 'y')).isNull());
+        QVERIFY(QFile::exists(stand.folder.filePath("photo_1")) && stand.files.keep(QByteArray(300, 'y')));
 
         QVERIFY(
             stand.dao->updatePhotoContact("a", QString(used).replace("/photos/", "/./photos//"))); // another spelling
@@ -483,13 +484,13 @@ private Q_SLOTS:
 
         stand.fields.fileDiskUserQuota = 100 << 20;
         const QByteArray largest(10 << 20, 'x');
-        QVERIFY(!stand.files.keep(largest).isNull() && stand.files.keep(largest + 'x').isNull());
-        QVERIFY(stand.files.keep(encoded(colored(100, 100), "jpg")).endsWith(suffix));
+        QVERIFY(stand.files.keep(largest) && !stand.files.keep(largest + 'x'));
+        QVERIFY(stand.files.keep(encoded(colored(100, 100), "jpg")).value().endsWith(suffix));
         for (const QByteArray &other :
              {encoded(colored(100, 100), "png"), encoded(colored(100, 99), "jpg"), onItsSide(colored(100, 100))})
-            QVERIFY(!stand.files.keep(other).endsWith(suffix));
+            QVERIFY(!stand.files.keep(other).value().endsWith(suffix));
         QDir(stand.fields.photoDirectory).removeRecursively();
-        QVERIFY(stand.files.keep("x").isNull() && stand.takeTold().isEmpty()); // it cannot be written
+        QVERIFY(!stand.files.keep("x") && stand.takeTold().isEmpty()); // it cannot be written
     }
 
     void downloadsEndWellOrInTheLog_data()
