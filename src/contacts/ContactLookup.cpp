@@ -3,6 +3,7 @@
 
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/ContactIds.h"
+#include "platform/records/WebServiceCalls.h"
 #include "src/dao/ContactOrder.h"
 #include "src/dao/DaoContact.h"
 
@@ -95,5 +96,5 @@ void ContactLookup::getImAddressByContactId(const QString &idContact)
     if (contacts.isEmpty())
         Q_EMIT imAddressNotStored(idContact);
     else
-        Q_EMIT imAddressFound(idContact, contacts.first().misc.value(QStringLiteral("imAddress")));
+        Q_EMIT imAddressFound(idContact, contacts.first().misc.value(WebServiceTerm::imAddress));
 }

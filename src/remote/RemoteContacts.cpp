@@ -2,6 +2,7 @@
 #include "src/remote/RemoteContacts.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/WebServiceCalls.h"
 
 RemoteContacts::RemoteContacts(RemoteDirectory &directory, std::chrono::milliseconds patience)
     : m_directory(directory)
@@ -20,9 +21,8 @@ void RemoteContacts::copyContactToLocal(const QString &idContact)
 
 void RemoteContacts::askForImAddress(const QString &idContact)
 {
-    const QString attribute = QStringLiteral("imAddress");
-    m_directory.getAttributeTypeByContactId(idContact + QLatin1Char('[') + attribute + QLatin1Char(']'), idContact,
-                                            attribute);
+    const QString requestTag = idContact + QLatin1Char('[') + WebServiceTerm::imAddress + QLatin1Char(']');
+    m_directory.getAttributeTypeByContactId(requestTag, idContact, WebServiceTerm::imAddress);
 }
 
 void RemoteContacts::profileReceived(const QString &reqId, const ListContact &contacts)

@@ -4,6 +4,7 @@
 #include "platform/framework/KestinException.h"
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/KestinBus.h"
+#include "platform/records/WebServiceCalls.h"
 
 std::optional<bool> RemoteDirectory::send(const char *name, const QString &method, const QVariantList &arguments,
                                           const char *separator)
@@ -25,74 +26,74 @@ std::optional<bool> RemoteDirectory::send(const char *name, const QString &metho
 std::optional<bool> RemoteDirectory::searchByFullName(const QString &searchId, const QString &name,
                                                       const QStringList &attributes, const QStringList &values)
 {
-    return send("searchByFullName", QStringLiteral("udaSearchByFullName"), {searchId, name, attributes, values});
+    return send("searchByFullName", WebServiceMethod::searchByFullName, {searchId, name, attributes, values});
 }
 
 std::optional<bool> RemoteDirectory::getContactProfile(const QString &searchId, const QString &contactId)
 {
-    return send("getContactProfile", QStringLiteral("udaGetContactProfile"), {searchId, contactId});
+    return send("getContactProfile", WebServiceMethod::getContactProfile, {searchId, contactId});
 }
 
 std::optional<bool> RemoteDirectory::searchByAll(const QString &searchId, const QString &criteria,
                                                  const QStringList &attributes)
 {
-    return send("searchByAll", QStringLiteral("udaSearch"), {searchId, criteria, attributes});
+    return send("searchByAll", WebServiceMethod::search, {searchId, criteria, attributes});
 }
 
 std::optional<bool> RemoteDirectory::searchByIMAddress(const QString &searchId, const QString &imAddress)
 {
-    return send("searchByIMAddress", QStringLiteral("udaSearchByIMAddress"), {searchId, imAddress});
+    return send("searchByIMAddress", WebServiceMethod::searchByIMAddress, {searchId, imAddress});
 }
 
 std::optional<bool> RemoteDirectory::searchByPhoneNumber(const QString &searchId, const QString &joiningOperator,
                                                          const QStringList &values, const QStringList &firstExtra,
                                                          const QStringList &secondExtra)
 {
-    return send("searchByPhoneNumber", QStringLiteral("udaSearch"),
-                {searchId, joiningOperator, QStringList{QStringLiteral("TELEPHONENUMBER")},
-                 QStringList{QStringLiteral("EQUAL")}, values, firstExtra, secondExtra});
+    return send("searchByPhoneNumber", WebServiceMethod::search,
+                {searchId, joiningOperator, QStringList{WebServiceTerm::anyNumber}, QStringList{WebServiceTerm::equal},
+                 values, firstExtra, secondExtra});
 }
 
 std::optional<bool> RemoteDirectory::getOperators(const QString &requestTag)
 {
-    return send("getOperators", QStringLiteral("udaGetOperators"), {requestTag});
+    return send("getOperators", WebServiceMethod::getOperators, {requestTag});
 }
 
 std::optional<bool> RemoteDirectory::getNextResults(const QString &searchId)
 {
-    return send("getNextResults", QStringLiteral("udaGetNextResults"), {searchId});
+    return send("getNextResults", WebServiceMethod::getNextResults, {searchId});
 }
 
 std::optional<bool> RemoteDirectory::getDirectories(const QString &requestTag)
 {
-    return send("getDirectories", QStringLiteral("udaGetDirectories"), {requestTag}, ":");
+    return send("getDirectories", WebServiceMethod::getDirectories, {requestTag}, ":");
 }
 
 std::optional<bool> RemoteDirectory::getAttributes(const QString &requestTag)
 {
-    return send("getAttributes", QStringLiteral("udaGetAttributes"), {requestTag});
+    return send("getAttributes", WebServiceMethod::getAttributes, {requestTag});
 }
 
 std::optional<bool> RemoteDirectory::getAttributeProperties(const QString &requestTag, const QString &attribute)
 {
-    return send("getAttributeProperties", QStringLiteral("udaGetAttributeProperties"), {requestTag, attribute});
+    return send("getAttributeProperties", WebServiceMethod::getAttributeProperties, {requestTag, attribute});
 }
 
 std::optional<bool> RemoteDirectory::getAttributeTypeByContactId(const QString &requestTag, const QString &contactId,
                                                                  const QString &attribute)
 {
-    return send("getAttributeTypeByContactId", QStringLiteral("getAttributeTypeByContactId"),
+    return send("getAttributeTypeByContactId", WebServiceMethod::getAttributeTypeByContactId,
                 {requestTag, contactId, attribute});
 }
 
 std::optional<bool> RemoteDirectory::makeDialableCallNumber(const QString &requestTag, const QString &number)
 {
-    return send("makeDialableCallNumber", QStringLiteral("makeDialableCallNumber"), {requestTag, number});
+    return send("makeDialableCallNumber", WebServiceMethod::makeDialableCallNumber, {requestTag, number});
 }
 
 std::optional<bool> RemoteDirectory::stopSearch(const QString &searchId)
 {
-    if (!send("stopSearch", QStringLiteral("udaStopSearch"), {searchId}))
+    if (!send("stopSearch", WebServiceMethod::stopSearch, {searchId}))
         return std::nullopt;
     return false;
 }

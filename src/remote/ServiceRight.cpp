@@ -4,6 +4,7 @@
 #include "platform/framework/KestinLogger.h"
 #include "platform/framework/PlatformCalls.h"
 #include "platform/records/KestinBus.h"
+#include "platform/records/WebServiceCalls.h"
 
 #include <QDBusReply>
 
@@ -50,7 +51,7 @@ bool ServiceRight::check()
     bool isValid = false;
     try {
         const QDBusReply<bool> reply = m_caller.syncRemoteCall(
-            ModuleName::webServiceManager, QStringLiteral("getServiceRight"), {QStringLiteral("IcsUda")});
+            ModuleName::webServiceManager, WebServiceMethod::getServiceRight, {WebServiceTerm::companyDirectory});
         isValid = reply.isValid();
         if (isValid)
             m_fields.icsLogin = reply.value();
@@ -64,7 +65,7 @@ bool ServiceRight::check()
     m_attributesInitialised = false;
     if (m_fields.icsLogin) {
         KestinLogger::debug("async call to WSManager : udaGetAttributes()");
-        PlatformCalls(m_caller).callModule(ModuleName::webServiceManager, QStringLiteral("udaGetAttributes"),
+        PlatformCalls(m_caller).callModule(ModuleName::webServiceManager, WebServiceMethod::getAttributes,
                                            {QStringLiteral("InitDir")});
     }
     return m_attributesInitialised;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "peers/wsmanager/bus/QueryBuilder.h"
 
-namespace {
+#include "platform/records/WebServiceCalls.h"
 
-constexpr QLatin1String anyNumber("TELEPHONENUMBER");
+namespace {
 
 DirectoryQuery impossible(const QString &problem)
 {
@@ -31,12 +31,12 @@ DirectoryQuery QueryBuilder::byName(const QString &name) const
 DirectoryQuery QueryBuilder::byCriteria(const QString &joining, const QStringList &attributes,
                                         const QStringList &operators, const QStringList &values) const
 {
-    if (joining != QLatin1String("AND") && joining != QLatin1String("OR"))
+    if (joining != WebServiceTerm::allOf && joining != WebServiceTerm::anyOf)
         return impossible(QStringLiteral("criteria are joined with AND or OR, not with \"%1\"").arg(joining));
     if (attributes.isEmpty() || attributes.size() != operators.size() || attributes.size() != values.size())
         return impossible(QStringLiteral("there must be as many operators and values as attributes, and at least one"));
     DirectoryQuery query;
-    query.needsAll = joining == QLatin1String("AND");
+    query.needsAll = joining == WebServiceTerm::allOf;
     for (qsizetype i = 0; i < attributes.size(); ++i) {
         const qsizetype comparison = operatorNames().indexOf(operators.at(i));
         if (comparison < 0)
@@ -83,14 +83,14 @@ void QueryBuilder::add(DirectoryQuery &query, const QString &attribute, Director
 
 QStringList QueryBuilder::fieldsOf(const QString &attribute) const
 {
-    if (attribute.compare(anyNumber, Qt::CaseInsensitive) == 0)
+    if (attribute.compare(WebServiceTerm::anyNumber, Qt::CaseInsensitive) == 0)
         return AttributeMap::callerFields();
     return m_map.fieldsLike(attribute);
 }
 
 QStringList QueryBuilder::attributeNames() const
 {
-    QStringList names{anyNumber};
+    QStringList names{WebServiceTerm::anyNumber};
     const QStringList fields = m_map.fields();
     for (const QString &field : fields)
         names.append(field.section(QLatin1Char('.'), -1));
@@ -100,5 +100,5 @@ QStringList QueryBuilder::attributeNames() const
 QStringList QueryBuilder::operatorNames()
 {
     // In the order of DirectoryCriterion::Operator; the last one there is for names only.
-    return {QStringLiteral("EQUAL"), QStringLiteral("BEGINS"), QStringLiteral("CONTAINS"), QStringLiteral("ENDS")};
+    return {WebServiceTerm::equal, QStringLiteral("BEGINS"), QStringLiteral("CONTAINS"), QStringLiteral("ENDS")};
 }

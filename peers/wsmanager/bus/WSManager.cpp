@@ -8,6 +8,7 @@
 #include "platform/records/KestinBus.h"
 #include "platform/records/PlatformEvents.h"
 #include "platform/records/RecordMaps.h"
+#include "platform/records/WebServiceCalls.h"
 
 #include <QCoreApplication>
 #include <QTimer>
@@ -44,7 +45,7 @@ bool WSManager::run()
 
 bool WSManager::getServiceRight(const QString &right) const
 {
-    return right == QLatin1String("IcsUda") && m_source->isAvailable();
+    return right == WebServiceTerm::companyDirectory && m_source->isAvailable();
 }
 
 void WSManager::udaGetAttributes(const QString &reqId)
@@ -87,8 +88,8 @@ void WSManager::udaSearchByFullName(const QString &searchId, const QString &name
 {
     DirectoryQuery query = m_queries.byName(name);
     if (!attributes.isEmpty() || !values.isEmpty()) {
-        const QStringList equal(attributes.size(), QStringLiteral("EQUAL"));
-        const DirectoryQuery further = m_queries.byCriteria(QStringLiteral("AND"), attributes, equal, values);
+        const QStringList equal(attributes.size(), WebServiceTerm::equal);
+        const DirectoryQuery further = m_queries.byCriteria(WebServiceTerm::allOf, attributes, equal, values);
         query.criteria += further.criteria;
         if (!query.problem)
             query.problem = further.problem;

@@ -2,6 +2,7 @@
 #include "peers/wsmanager/bus/WSManagerAdaptor.h"
 
 #include "peers/wsmanager/bus/WSManager.h"
+#include "platform/records/WebServiceCalls.h"
 
 WSManagerAdaptor::WSManagerAdaptor(WSManager &module)
     : QDBusAbstractAdaptor(&module)
@@ -67,7 +68,7 @@ void WSManagerAdaptor::udaSearch(const QString &searchId, const QString &text, c
 
 void WSManagerAdaptor::udaSearchByIMAddress(const QString &searchId, const QString &imAddress)
 {
-    udaSearch(searchId, QStringLiteral("AND"), {QStringLiteral("collaborationId")}, {QStringLiteral("EQUAL")},
+    udaSearch(searchId, WebServiceTerm::allOf, {QStringLiteral("collaborationId")}, {WebServiceTerm::equal},
               {imAddress});
 }
 

@@ -2,6 +2,7 @@
 #include "peers/wsmanager/company/AttributeMap.h"
 
 #include "platform/records/ContactIds.h"
+#include "platform/records/WebServiceCalls.h"
 
 #include <QUrl>
 
@@ -144,7 +145,7 @@ void AttributeMap::fill(Contact &contact, const QString &field, const QString &v
 
 QString AttributeMap::valueOf(const Contact &contact, const QString &field)
 {
-    if (field == QLatin1String("imAddress"))
+    if (field == WebServiceTerm::imAddress)
         return contact.collaborationId;
     if (const auto text = textField(field))
         return contact.*text;
