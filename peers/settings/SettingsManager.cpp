@@ -2,8 +2,8 @@
 #include "peers/settings/SettingsManager.h"
 
 #include "peers/settings/SettingsFileWatcher.h"
+#include "peers/settings/ValueText.h"
 #include "platform/framework/KestinLogger.h"
-#include "platform/records/AddressText.h"
 #include "platform/records/KestinBus.h"
 
 #include <QDir>
@@ -58,7 +58,7 @@ Setting SettingsManager::getSetting(const QString &key)
 
 void SettingsManager::tellOwner(const Setting &setting)
 {
-    KestinLogger::info("%1 changed to %2", setting.key, AddressText::withoutUserInfo(setting.value));
+    KestinLogger::info("%1 changed to %2", setting.key, ValueText::shown(setting.value));
     const KnownSetting *known = m_store.catalogue().find(setting.key);
     if (!known || known->owner.isEmpty())
         return;

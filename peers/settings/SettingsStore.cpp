@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "peers/settings/SettingsStore.h"
 
+#include "peers/settings/ValueText.h"
 #include "platform/framework/KestinLogger.h"
-#include "platform/records/AddressText.h"
 
 #include <algorithm>
 
@@ -50,7 +50,7 @@ void SettingsStore::reportProblems(const SettingsFile::Content &content)
             continue;
         if (const auto refusal = SettingsCatalogue::refusal(known.record, *found))
             KestinLogger::warning("%1: %2, not \"%3\"; the default %4 is used", path(), *refusal,
-                                  AddressText::withoutUserInfo(*found), known.record.defaultValue);
+                                  ValueText::shown(*found), known.record.defaultValue);
     }
 }
 

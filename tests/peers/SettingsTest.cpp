@@ -159,6 +159,7 @@ private Q_SLOTS:
             {u"DirSearchMode"_s, u"2"_s, u"dirSearchModeChanged"_s},
             {u"RemoveHttpsFromPhotoUrl"_s, u"true"_s, u"removeHttpsFromPhotoUrlChanged"_s},
             {defaultContacts, u"1,2"_s, u"defaultContactsChanged"_s},
+            {u"UserPhoto"_s, QString(101, u'p'), u"userPhotoChanged"_s},
             {u"UserPhoto"_s, u"http://me:secret@h/p"_s, u"userPhotoChanged"_s},
         };
         QStringList expected;
@@ -168,7 +169,8 @@ private Q_SLOTS:
                 expected.append(u"%1 %2=%3 by bus"_s.arg(method, key, value));
         }
         QTRY_COMPARE(owner.told, expected);
-        QVERIFY(m_program->waitForErrorOutput(u"<6>UserPhoto changed to http://h/p\n"_s));
+        QVERIFY(m_program->waitForErrorOutput(u"<6>UserPhoto changed to %1... (101 characters)\n"
+                                              "<6>UserPhoto changed to http://h/p\n"_s.arg(QString(100, u'p'))));
     }
 
     void editsOfTheFileReachTheOwner()
