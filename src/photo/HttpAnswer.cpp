@@ -101,7 +101,7 @@ void HttpAnswer::readHeader(QByteArrayView line)
     bool isGood = true;
     if (name == "content-length") {
         const qint64 length = value.toLongLong(&isGood);
-        isGood = isGood && length >= 0 && (m_length < 0 || m_length == length);
+        isGood = isGood && length >= 0 && (!m_length || m_length == length);
         m_length = length;
     } else if (name == "transfer-encoding") {
         m_isChunked = true;
@@ -117,15 +117,15 @@ void HttpAnswer::endHeader()
     constexpr int noContent = 204;
     if (m_status < 200) { // the final answer is still to come
         m_stage = StatusLine;
-        m_length = -1;
+        m_length.reset();
         m_isChunked = false;
         m_location.clear();
     } else if (m_status >= 300 || m_status == noContent) {
         m_state = Complete;
     } else if (m_isChunked) {
         m_stage = ChunkHead;
-    } else if (m_length >= 0) {
-        expect(SizedBody, m_length);
+    } else if (m_length) {
+        expect(SizedBody, *m_length);
     } else {
         m_stage = BodyUntilTheEnd;
     }

@@ -4,6 +4,8 @@
 #include <QByteArray>
 #include <QByteArrayView>
 
+#include <optional>
+
 /// The answer to a GET, read as it comes. Whatever a server sends, no more of it is held than the limits say: the
 /// network library's own reader has none for what comes before the body.
 class HttpAnswer
@@ -53,7 +55,7 @@ private:
     QByteArray m_line; ///< what there is of the next
     qsizetype m_headerBytes = 0;
     int m_status = 0;
-    qint64 m_length = -1; ///< -1: not announced
+    std::optional<qint64> m_length; ///< as announced, if it was
     bool m_isChunked = false;
     QByteArray m_location;
     qint64 m_missing = 0; ///< of the body or the chunk
