@@ -28,16 +28,11 @@ ProcessSignals::ProcessSignals(QObject *parent)
     const sigset_t set = terminationSignals();
     pthread_sigmask(SIG_BLOCK, &set, nullptr);
     std::signal(SIGPIPE, SIG_IGN);
-    m_descriptor = signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK);
-    auto *notifier = new QSocketNotifier(m_descriptor, QSocketNotifier::Read, this);
+    m_descriptor = OwnedDescriptor(signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK));
+    auto *notifier = new QSocketNotifier(m_descriptor.number(), QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [this] {
         signalfd_siginfo info;
-        while (read(m_descriptor, &info, sizeof info) == ssize_t(sizeof info))
+        while (read(m_descriptor.number(), &info, sizeof info) == ssize_t(sizeof info))
             Q_EMIT terminationRequested();
     });
-}
-
-ProcessSignals::~ProcessSignals()
-{
-    close(m_descriptor); // the signals stay blocked: another one must not break off the end
 }

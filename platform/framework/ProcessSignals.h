@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "platform/records/OwnedDescriptor.h"
+
 #include <QObject>
 
 /// Turns SIGTERM and SIGINT into a Qt signal, so that a program ends in order. SIGPIPE is ignored: a log reader that
@@ -11,11 +13,11 @@ class ProcessSignals : public QObject
 
 public:
     explicit ProcessSignals(QObject *parent = nullptr);
-    ~ProcessSignals() override;
 
 Q_SIGNALS:
     void terminationRequested();
 
 private:
-    int m_descriptor = -1;
+    /// When it is closed the signals stay blocked: another signal must not break off the end.
+    OwnedDescriptor m_descriptor;
 };

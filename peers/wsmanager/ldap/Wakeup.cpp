@@ -3,28 +3,22 @@
 
 #include <poll.h>
 #include <sys/eventfd.h>
-#include <unistd.h>
 
 Wakeup::Wakeup()
     : m_event(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
-    , m_isAwake(m_event < 0) // better no waiting at all than one that cannot be ended
+    , m_isAwake(!m_event.isOpen()) // better no waiting at all than one that cannot be ended
 {
-}
-
-Wakeup::~Wakeup()
-{
-    close(m_event);
 }
 
 void Wakeup::wake()
 {
     m_isAwake = true;
-    eventfd_write(m_event, 1);
+    eventfd_write(m_event.number(), 1);
 }
 
 Wakeup::Event Wakeup::waitFor(int descriptor, int milliseconds) const
 {
-    pollfd watched[2]{{descriptor, POLLIN, 0}, {m_event, POLLIN, 0}};
+    pollfd watched[2]{{descriptor, POLLIN, 0}, {m_event.number(), POLLIN, 0}};
     const int count = poll(watched, 2, milliseconds);
     if (m_isAwake)
         return Event::Woken;

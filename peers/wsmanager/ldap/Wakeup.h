@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "platform/records/OwnedDescriptor.h"
+
 #include <atomic>
 
 /// Ends another thread's wait for a descriptor. Any thread.
@@ -8,9 +10,6 @@ class Wakeup
 {
 public:
     Wakeup();
-    ~Wakeup();
-    Wakeup(const Wakeup &) = delete;
-    Wakeup &operator=(const Wakeup &) = delete;
 
     /// From now on every wait ends at once.
     void wake();
@@ -21,6 +20,6 @@ public:
     Event waitFor(int descriptor, int milliseconds) const;
 
 private:
-    int m_event;
+    OwnedDescriptor m_event;
     std::atomic<bool> m_isAwake;
 };
