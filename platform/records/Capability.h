@@ -5,7 +5,7 @@
 #include <QMap>
 #include <QString>
 
-/// Something a module can do, by name. A capability that a module does not have is one with value 0.
+/// Something a module can do, by name. A capability that a module does not have counts as a capability with value 0.
 /// On the bus: (si).
 struct Capability
 {

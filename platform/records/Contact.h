@@ -8,9 +8,9 @@
 
 #include <array>
 
-/// One contact. A default one has every text empty, no misc pair, both flags false, type 0 and a null date.
+/// A contact. A contact by default has every text empty, no misc pair, both flags false, type 0 and a null date.
 /// On the bus: (ssssssssssssssssssssssssssa{ss}bbisss((iii)(iiii)i)), the 26 texts of `texts` first.
-/// A text cannot hold a NUL on the bus; one that does ends there.
+/// A text cannot hold a NUL on the bus; a text that does ends there.
 struct Contact : ContactSummary
 {
     QString loginName;

@@ -5,8 +5,8 @@
 #include <QString>
 
 /// The forms of contacts' ids. The directory gives "#CONTACT_7#" (the database makes it of the row) and "#DM_x#" for
-/// the contact that device management calls x; an id that ends with "##" is the company directory's. Any other is one
-/// that a caller gave.
+/// the contact that device management calls x; an id that ends with "##" is the company directory's. Any other id was
+/// given by a caller.
 namespace ContactIds {
 
 inline QString ofRow(qint64 rowId)

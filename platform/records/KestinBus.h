@@ -39,7 +39,7 @@ QString objectPath(const QString &module);
 QDBusMessage methodCall(const QString &module, const QString &method, const QVariantList &arguments = {});
 
 /// Connects to the bus that the environment variable KESTIN_BUS names: "system" (also when unset), "session", or a
-/// bus address. The connection is cached by Qt: every call of one process returns the same one. Not connected when
+/// bus address. The connection is cached by Qt: every call of a process returns the same connection. Not connected when
 /// the bus cannot be reached; lastError() tells why.
 QDBusConnection connect();
 

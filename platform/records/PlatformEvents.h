@@ -27,7 +27,7 @@ inline constexpr QLatin1String searchResults("DIR_SEARCH_RESULTS");
 inline constexpr QLatin1String searchCompletedByName("DIR_SEARCH_COMPLETED_BY_NAME");
 /// The end of a search by number, with who has it.
 inline constexpr QLatin1String searchCompletedByPhoneNumber("DIR_SEARCH_COMPLETED_BY_PHONE_NUMBER");
-/// The address that was asked for, or an empty one.
+/// The address that was asked for, or an empty text.
 inline constexpr QLatin1String imAddressResult("DIR_IM_ADDRESS_RESULT");
 /// The photo of the phone's own user.
 inline constexpr QLatin1String userPhotoChanged("userPhotoChanged");
@@ -41,7 +41,7 @@ inline constexpr QLatin1String exportFinished("ExportFinishedEvt");
 inline constexpr QLatin1String wsContactProfile("WS_DIRECTORY_GET_CONTACT_PROFILE");
 /// The attributes by which can be searched.
 inline constexpr QLatin1String wsAttributes("WS_DIRECTORY_GET_ATTRIBUTES");
-/// What one such attribute stands for.
+/// What such an attribute stands for.
 inline constexpr QLatin1String wsAttributeProperties("WS_DIRECTORY_GET_ATTRIBUTE_PROPERTIES");
 /// One value of a contact.
 inline constexpr QLatin1String wsAttributeByContactId("WS_DIRECTORY_GETATTRIBUTEBYCONTACTID");
