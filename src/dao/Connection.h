@@ -42,12 +42,12 @@ public:
     static constexpr int numbersUpToDate = 0;
     static constexpr int numbersStale = 1;
 
-    /// Whether a statement may be executed: none may under a Transaction in which one has failed (Transaction).
+    /// Whether a statement may be executed: none may under a Transaction in which a statement has failed.
     bool isUsable() const { return m_failedDepth == 0; }
     /// Ends the running Transaction for the failure of a statement, or all of them when the database gave up.
     void noteFailure();
 
-    /// Executes one statement, for those on the schema; a failure is logged and shows in the query's state. Never
+    /// Executes a statement on the schema; a failure is logged and shows in the query's state. Never
     /// throws.
     QSqlQuery executeQuery(const QString &sql);
 

@@ -31,12 +31,12 @@ public:
 
     // Writes.
 
-    /// Stores a new contact; its id and modification date are filled in. A local or manager/assistant contact and one
-    /// of device management get the directory's own (ContactIds), any other keeps the one it has. The persistent id is
-    /// stored only `withPuid`, and else emptied. The misc pairs are not written.
+    /// Stores a new contact; its id and modification date are filled in. A local contact, a manager/assistant contact
+    /// and a contact of device management get an id of the directory (ContactIds). Any other contact keeps its id. The
+    /// persistent id is stored only `withPuid`, and else emptied. The misc pairs are not written.
     [[nodiscard]] bool insertContact(Contact &contact, bool withPuid);
-    /// Replaces all but the persistent id. A contact that differs from the stored one gets the current date, which is
-    /// filled in, and with that loses its stored misc pairs; the caller writes them again (DaoMisc::replacePairs).
+    /// Replaces all but the persistent id. A contact that differs from the stored contact gets the current date, which
+    /// is filled in, and with that loses its stored misc pairs; the caller writes them again (DaoMisc::replacePairs).
     [[nodiscard]] bool updateContact(Contact &contact);
     /// Replaces all, the persistent id and the modification date being the record's. Misc pairs as above.
     [[nodiscard]] bool updateContactFromImport(const Contact &contact);
@@ -52,7 +52,7 @@ public:
     [[nodiscard]] bool updatePuidContact(const QString &contactId, const QString &puid);
     [[nodiscard]] bool updatePhotoContact(const QString &contactId, const QString &photo);
     [[nodiscard]] bool updateContactPreview(const QString &contactId, bool isPreviewed);
-    /// All of them in one statement; ids that nobody has are no failure, an empty list is one.
+    /// All of them in one statement; ids that nobody has are no failure, an empty list is a failure.
     [[nodiscard]] bool updateContactsPreview(const QStringList &contactIds, bool isPreviewed);
 
     // Counts.
@@ -67,7 +67,7 @@ public:
 
     /// The cached contact with the earliest modification date; empty when there is none.
     std::optional<QString> getOldestCachedContactId();
-    /// None or one.
+    /// A list of at most one contact.
     std::optional<ListContact> getContact(const QString &contactId);
     /// By id. `length` -1 means to the end, a negative `start` the beginning.
     std::optional<ListContact> getAllContact();
@@ -77,7 +77,7 @@ public:
     /// These two whatever the letter case, and no cached contacts.
     std::optional<ListContact> getContactsByEmailAddress(const QString &emailAddress);
     std::optional<ListContact> getContactByIMAddress(const QString &imAddress);
-    /// The number in canonical form, compared with the five canonical numbers. An empty one matches nobody.
+    /// The number in canonical form, compared with the five canonical numbers. An empty number matches nobody.
     std::optional<ListContact> getContactByPhoneNumber(const QString &number);
     /// Ids of the cached contacts whose office number is one of the five canonical numbers of this contact.
     std::optional<QStringList> _getCachedContactsWithMatchingOfficePhone(const Contact &contact);
@@ -119,13 +119,13 @@ public:
     std::optional<ListContact> getAllFieldsSearch(const QString &text);
     /// Prefix of the last name as stored (QueryText::namePattern).
     std::optional<ListContact> getContactsByName(const QString &name);
-    /// Prefix of its latin form. Of each contact only what its summary holds: one letter can hit thousands, of which
-    /// hardly one is ever asked for whole.
+    /// Prefix of its latin form. Of each contact only what its summary holds: one letter can hit thousands of contacts,
+    /// and hardly any is ever asked for whole.
     std::optional<ListContact> getContactsByLatinName(const QString &name);
     /// Contacts without a latin form of the last name, among them those without a last name. Of each only id and names.
     std::optional<ListContact> getContactsWithNoLatinName();
-    /// Contacts with this instant-messaging address, this canonical office number or this canonical extension; exact,
-    /// an empty one is not compared. Cached contacts are among them.
+    /// Contacts with this instant-messaging address, this canonical office number or this canonical extension; exact.
+    /// An empty text is not compared. Cached contacts are among them.
     std::optional<ListContact> getContactToMerge(const QString &imAddress, const QString &phoneNumber,
                                                  const QString &extentionPhone);
     std::optional<ListContact> getContactsById(const QStringList &contactIds);

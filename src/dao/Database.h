@@ -20,9 +20,9 @@ public:
     Database(const Database &) = delete;
     Database &operator=(const Database &) = delete;
 
-    /// Opens the file in `folder` (empty: the usual one), which is created when it is missing, as is the file. Another
-    /// process that does so is refused as long as this object lives; the connections of workers are not. A file that is
-    /// no database opens as well; checkTables finds out.
+    /// Opens the file in `folder`, or in the usual folder when that is empty. A missing folder or file is created.
+    /// Another process that does so is refused as long as this object lives; the connections of workers are not. A file
+    /// that is no database opens as well; checkTables finds out.
     bool openDatabase(const QString &folder);
     /// Whether both tables and exactly the three triggers are there. The first failure ends the check (info line).
     bool checkTables();
@@ -35,7 +35,7 @@ public:
     /// with the numbers as entered, and the indexes that the look-ups want; then each id is left to one contact
     /// (DoubledIds). Changes nothing when all is so. What cannot be made is logged, with what follows from it.
     void completeTables();
-    /// Moves a file that failed the check out of the way and opens an empty one, so that nothing it holds is lost; the
+    /// Moves a file that failed the check out of the way and opens an empty file, so that nothing is lost; the
     /// three newest of such files are kept. False, with the file left where it lies, when the check failed for another
     /// reason than its content (a full disk, a folder without permission) or when it cannot be moved.
     bool setAside();

@@ -22,7 +22,7 @@ QString idList(const QStringList &ids);
 /// The value between apostrophes, with each of its own doubled.
 QString quoted(const QString &value);
 
-/// A pattern for names that begin with this one: split at `separator`, empty pieces dropped, joined with it again,
+/// A pattern for names that begin with this name: split at `separator`, empty pieces dropped, joined with it again,
 /// trimmed, "%" appended. "%" and "_" of the name act as wildcards. An empty name matches every name.
 QString namePattern(const QString &name, const QString &separator);
 

@@ -18,8 +18,8 @@ struct sqlite3_stmt;
 class Statement
 {
 public:
-    /// The text is prepared at its first use and kept: a worker that needs one statement pays for one. A text that
-    /// cannot be prepared fails, and is tried again at the next use.
+    /// The text is prepared at its first use and kept: a worker that needs a single statement pays for no other. A text
+    /// that cannot be prepared fails, and is tried again at the next use.
     Statement(Connection &connection, const QString &text);
 
     /// Why a statement is not executed, where the log tells.
@@ -29,8 +29,8 @@ public:
     static QString decoded(QByteArrayView utf8);
 
     /// One execution with its rows. Parameters are bound in the order in which their names first appear in the text;
-    /// one that is not bound is NULL. A prepared statement pins the tables it reads until it is reset, which happens
-    /// when this goes out of scope; it keeps no bound value either.
+    /// a parameter that is not bound is NULL. A prepared statement pins the tables it reads until it is reset, which
+    /// happens when this goes out of scope; it keeps no bound value either.
     class Use
     {
     public:
@@ -52,7 +52,7 @@ public:
             return *this;
         }
 
-        /// Takes back what was bound to this one.
+        /// Makes this parameter NULL again.
         Use &bindNull(const char *parameter);
 
         /// False, after logging why, when the statement fails or another before it in the same Transaction has failed.
@@ -80,7 +80,7 @@ public:
         qint64 lastInsertId() const;
 
     private:
-        /// A null text is stored as an empty one: NULL matches nothing, not even ''.
+        /// A null text is stored as an empty text: NULL matches nothing, not even ''.
         void bindNext(const QString &text);
         void bindNext(int number);
         /// A flag is stored as the text "true" or "false", which is what statements compare it with.

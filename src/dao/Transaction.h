@@ -7,8 +7,8 @@
 
 class Connection;
 
-/// Groups writes: all of them happen, or none. Rolls back unless committed. One inside another is a savepoint of the
-/// outer one, so an inner part can fail alone, and nothing is durable before the outermost commit returns true.
+/// Groups writes: all of them happen, or none. Rolls back unless committed. A transaction inside another is a savepoint
+/// of that, so an inner part can fail alone, and nothing is durable before the outermost commit returns true.
 ///
 /// A statement that fails ends the innermost of them: nothing more is executed until that object is gone, and it cannot
 /// be committed. When the database has given up by itself (a full disk, an error of the medium), that is the outermost:
