@@ -16,11 +16,12 @@
 class CanonicalNumbers;
 class DaoContact;
 
-/// Runs searches over the phone and the company directory. One runs at a time; what is asked for meanwhile waits, and
-/// of several the last one wins. Results are kept for paging until they are purged or another search is asked for.
+/// Runs searches over the phone and the company directory. One search runs at a time. A request that comes meanwhile
+/// waits; of several requests the last wins. Results are kept for paging until they are purged or another search is
+/// asked for.
 ///
-/// A search completes as what it was started as, whatever was asked for after it. Main thread only; the workers have
-/// threads of their own and hand over through the signals that whoever hears of workerCreated connects.
+/// A search completes as what it was started as, whatever was asked for after it. The workers have threads of their own
+/// and hand over through the signals that whoever hears of workerCreated connects.
 class ContactSearch : public QObject
 {
     Q_OBJECT
@@ -37,15 +38,15 @@ public:
 
     /// A page of the results; a length of -1 means to the end. An unknown search has none.
     ListContactSummary getSearchResults(const QString &searchId, int startInd, int length) const;
-    /// The whole record; an empty one when it is not among the results. One that the phone found by name is read as it
-    /// is stored now if that still is the contact listed (id, type and both names); if not, another result with the id
-    /// is told, or else what the summary holds.
+    /// The whole record; an empty record when the contact is not among the results. A contact that the phone found by
+    /// name is read as it is stored now if that still is the contact listed (id, type and both names); if not, another
+    /// result with the id is told, or else what the summary holds.
     Contact getContactFromSearch(const QString &searchId, const QString &contactId) const;
     /// Drops the results; of a running search also those to come, and its completion is not told. Drops the search that
     /// waits as well, whatever its id. Answers ResultCode::done.
     int purgeSearchResults(const QString &searchId);
 
-    /// From the workers: contacts found, `toLocalList` only for the phone's own by name; the end of one.
+    /// From the workers: contacts found, `toLocalList` only for the phone's own by name; the end of a worker.
     void addContacts(const QString &searchId, const ListContact &contacts, bool toLocalList);
     void finishWorker(QObject *worker, const QString &searchId);
 
@@ -53,7 +54,8 @@ public:
     SearchMailbox &mailbox() { return m_mailbox; }
 
 Q_SIGNALS:
-    /// Before it is started. The worker is deleted by its `finished`; one that cannot be started by this class.
+    /// Before it is started. The worker is deleted by its `finished`; a worker that cannot be started is deleted by
+    /// this class.
     void workerCreated(SearchThread *worker);
     void searchResults(const QString &searchId, int nbResults, const ListContactSummary &summaries);
     void completedByName(const QString &searchId, int nbResults, const ListContactSummary &summaries);

@@ -3,7 +3,7 @@
 
 #include "src/search/SearchThread.h"
 
-/// Finds the contacts of the phone whose latin name begins with the text. Hands over one packet, an empty one too.
+/// Finds the contacts of the phone whose latin name begins with the text. Hands over one packet, be it empty.
 class LocalSearchByNameThread : public SearchThread
 {
     Q_OBJECT

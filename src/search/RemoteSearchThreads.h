@@ -4,7 +4,7 @@
 #include "src/search/SearchMailbox.h"
 #include "src/search/SearchThread.h"
 
-/// Leads one search through the company directory. It makes no call itself: what is to be called it signals to the main
+/// Leads a search through the company directory. It makes no call itself: what is to be called it signals to the main
 /// thread, and takes the answers from the mailbox, packet by packet, until the directory has no more, stays silent, or
 /// the search is replaced.
 class RemoteSearchThread : public SearchThread

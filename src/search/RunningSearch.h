@@ -13,7 +13,7 @@ class SearchMailbox;
 class SearchThread;
 
 /// A search from its start to the end of its last worker: what it was asked for, who works for it, what they have found
-/// so far, and whether anybody still wants it. Main thread only.
+/// so far, and whether anybody still wants it.
 class RunningSearch : public QObject
 {
     Q_OBJECT

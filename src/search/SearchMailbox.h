@@ -36,7 +36,7 @@ public:
 
     /// The company directory has gone: the waits of the searches that run are over at once, and count as in vain.
     void abandon();
-    /// The service ends: every wait is over at once, and counts as one in vain.
+    /// The service ends: every wait is over at once, and counts as in vain.
     void end();
 
     /// False when the search has not started within the limit.

@@ -5,7 +5,7 @@
 
 #include <QString>
 
-/// What one search has found, in the order in which it is paged through.
+/// What a search has found, in the order in which it is paged through.
 struct SearchResults
 {
     QString searchId;

@@ -6,7 +6,7 @@
 #include <QString>
 #include <QThread>
 
-/// A worker of one search: its text and id are fixed when it is made, it hands over contacts and ends. Made and deleted
+/// A worker of a search: its text and id are fixed when it is made, it hands over contacts and ends. Made and deleted
 /// on the main thread; `run` and the signals are on its own, so that who lives on the main thread gets them queued,
 /// contacts before the end.
 class SearchThread : public QThread
