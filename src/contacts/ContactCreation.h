@@ -11,7 +11,7 @@
 
 class DaoContact;
 
-/// Creates contacts under the capacity limits. Main thread only.
+/// Creates contacts under the capacity limits.
 class ContactCreation
 {
 public:
@@ -19,10 +19,10 @@ public:
                     ContactNews &news);
 
     /// A ResultCode. The request id decides the type: RequestId::deviceManagement makes a default contact, without
-    /// limit; RequestId::cached a cached one, which when the cache is full takes the place of the oldest; any other a
-    /// local one, refused when the directory is full. A cached copy gives way to whoever gets its id; an id that any
-    /// other contact has, or of a form that the directory gives itself, is refused as of the wrong type. Latin names
-    /// and canonical numbers are derived.
+    /// limit. RequestId::cached makes a cached contact, which takes the place of the oldest when the cache is full. Any
+    /// other makes a local contact, refused when the directory is full. A cached copy gives way to whoever gets its id;
+    /// an id that any other contact has, or of a form that the directory gives itself, is refused as of the wrong type.
+    /// Latin names and canonical numbers are derived.
     int createLocalContact(const QString &reqId, Contact contact);
 
     /// Creates many at once, in one durable write, and does less than the single form: the caller's types are kept

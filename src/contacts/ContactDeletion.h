@@ -6,7 +6,7 @@
 
 class DaoContact;
 
-/// Deletes contacts. Main thread only.
+/// Deletes contacts.
 class ContactDeletion
 {
 public:

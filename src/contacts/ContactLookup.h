@@ -7,8 +7,7 @@
 
 class DaoContact;
 
-/// Finds stored contacts. A contact that is not there, or a failure of the database, is an empty list. Main thread
-/// only.
+/// Finds stored contacts. A contact that is not there, or a failure of the database, is an empty list.
 class ContactLookup : public QObject
 {
     Q_OBJECT
@@ -19,7 +18,7 @@ public:
     {
     }
 
-    /// None or one.
+    /// A list of at most one contact.
     ListContact getContactById(const QString &idContact);
     ListContact getContactsByType(int type);
     /// By number, in canonical form.

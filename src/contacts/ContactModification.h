@@ -9,14 +9,15 @@
 class Transaction;
 class DaoContact;
 
-/// Replaces stored contacts. Main thread only.
+/// Replaces stored contacts.
 class ContactModification
 {
 public:
     ContactModification(DaoContact &dao, DirectoryFields &fields, CanonicalNumbers &numbers, ContactNews &news);
 
-    /// A ResultCode. The contact names by its id the one to replace, which keeps its type and persistent id, and its
-    /// date when nothing changes; only local and cached ones can be. The stored misc pairs become exactly the record's.
+    /// A ResultCode. The contact names by its id the stored contact to replace. That keeps its type and persistent id,
+    /// and its date when nothing changes. Only local and cached contacts can be replaced. The stored misc pairs become
+    /// exactly the record's.
     int modifyLocalContact(const QString &reqId, Contact contact);
 
     /// Replaces many at once, in one durable write, and does less than the single form: nobody is refused as

@@ -8,7 +8,7 @@
 
 class DaoContact;
 
-/// Puts contacts into the preview list and takes them out. Answers are ResultCodes. Main thread only.
+/// Puts contacts into the preview list and takes them out. Answers are ResultCodes.
 class ContactPreview
 {
 public:

@@ -7,7 +7,7 @@
 
 class DaoContact;
 
-/// Keeps the contacts that device management gives the phone. Main thread only.
+/// Keeps the contacts that device management gives the phone.
 class DefaultContacts
 {
 public:
@@ -15,8 +15,8 @@ public:
                     ContactNews &news);
 
     /// Puts the contacts of this text (DefaultContactsText) in the place of all that are there, in one transaction,
-    /// also when they are the same. Without capacity limit; an anonymous one is refused, and in read-only mode nothing
-    /// changes. One deleted and one created event are told, each only if something was.
+    /// also when they are the same. There is no capacity limit. An anonymous contact is refused, and in read-only mode
+    /// nothing changes. A deleted event is told if contacts were deleted, a created event if contacts were created.
     void setDefaultContacts(const QString &value);
 
 private:

@@ -13,7 +13,7 @@
 /// "escComa" comes out with "#" or "," in their place.
 namespace DefaultContactsText {
 
-/// The contacts in their order. A record with any other number of fields, an empty one too, is left out with a
+/// The contacts in their order. A record with any other number of fields, an empty record too, is left out with a
 /// warning.
 ListContact contacts(const QString &text);
 

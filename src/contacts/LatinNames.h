@@ -3,7 +3,7 @@
 
 class DaoContact;
 
-/// Keeps the latin names of contacts, by which they are found. Main thread only.
+/// Keeps the latin names of contacts, by which they are found.
 class LatinNames
 {
 public:
@@ -13,7 +13,7 @@ public:
     }
 
     /// At start: gives their latin names to stored contacts that were written without, in one statement. Their dates
-    /// and misc pairs stay; a contact that has no last name, and so no latin one, is not written.
+    /// and misc pairs stay; a contact that has no last name, and so no latin last name, is not written.
     void checkAndFillLatinName();
 
 private:

@@ -11,7 +11,7 @@ constexpr bool isSkippedInLists(qint32 type)
     return type == ContactType::DeviceManagement || type == ContactType::Other || type == ContactType::Remote;
 }
 
-/// Of the contacts that a list wrote, those that it left: of several of one id the last.
+/// Of the contacts that a list wrote, those that it left: the last of each id.
 inline ListContact lastOfEachId(const ListContact &contacts)
 {
     QHash<QString, qsizetype> last;

@@ -10,7 +10,7 @@ class ReadOnlyMode
 public:
     ReadOnlyMode(const QString &moduleName, DirectoryFields &fields);
 
-    /// Takes the event's `moduleName` and `readOnly`; one that is for another module changes nothing.
+    /// Takes the event's `moduleName` and `readOnly`; an event for another module changes nothing.
     void syncReadOnlyModeSlot(const KestinEvent &event);
 
 private:

@@ -12,7 +12,7 @@ public:
     {
     }
 
-    /// Whether the mode allows a remote directory: it is known and not the basic one.
+    /// Whether the mode allows a remote directory: it is known and not the basic mode.
     bool getKestinMode();
 
 private:
