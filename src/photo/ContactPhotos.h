@@ -17,8 +17,7 @@ class PictureProgram;
 class QNetworkReply;
 
 /// Downloads the photos of contacts that are given as web addresses: the picture becomes a file, and the contact names
-/// that. A few at a time, in the order in which they were wanted. Main thread only; what it is made with must outlive
-/// it.
+/// that. A few at a time, in the order in which they were wanted. What it is made with must outlive it.
 class ContactPhotos : public QObject
 {
     Q_OBJECT
@@ -26,8 +25,8 @@ class ContactPhotos : public QObject
 public:
     ContactPhotos(KestinDirectoryNetwork &network, PictureProgram &pictures, DaoContact &dao, PhotoFiles &files);
 
-    /// Downloads the photo of a contact that has just been stored with it, and gives up one that was under way for that
-    /// contact. The number of the request; 0 when `photo` is not an address to download from.
+    /// Downloads the photo of a contact that has just been stored with it, and gives up a download that was under way
+    /// for that contact. The number of the request; 0 when `photo` is not an address to download from.
     quint32 want(const QString &contactId, const QString &photo);
 
     /// Gives up the download for a contact that is gone or has another photo: its id may come back as somebody else.
@@ -36,7 +35,7 @@ public:
     /// The same for all of them: to be called after contacts were written without a word of each.
     void giveUpUnfitting();
 
-    /// Takes a finished reply. False when it is not one that was started here.
+    /// Takes a finished reply. False when it was not started here.
     bool requestFinished(QNetworkReply *reply);
 
     /// Photos that wait, are downloaded or made square.

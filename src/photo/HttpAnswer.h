@@ -11,7 +11,7 @@
 class HttpAnswer
 {
 public:
-    /// Status lines, headers, answers before the final one, what stands around chunks and behind the last, all
+    /// Status lines, headers, answers before the final answer, what stands around chunks and behind the last, all
     /// together.
     static constexpr qsizetype maxHeaderBytes = 64 * 1024;
 

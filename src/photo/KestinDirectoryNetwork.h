@@ -10,13 +10,13 @@
 #include <memory>
 #include <optional>
 
-/// Fetches pictures over HTTP and HTTPS, through the system's proxy where one is set (environment http_proxy,
-/// https_proxy, no_proxy). Main thread only.
+/// Fetches pictures over HTTP and HTTPS, through the system's proxy where that is set (environment http_proxy,
+/// https_proxy, no_proxy).
 ///
 /// TLS 1.2 at least, trust as in QSslConfiguration::defaultConfiguration() at the first download. No cookie is kept, no
 /// compressed answer unpacked. A download that breaks a limit, or that is sent on to where it may not go (another
-/// scheme, from https to http, from elsewhere to the phone itself), fails, and so does one whose host is a name for the
-/// phone itself.
+/// scheme, from https to http, from elsewhere to the phone itself), fails, and so does a download whose host is a name
+/// for the phone itself.
 class KestinDirectoryNetwork : public QObject
 {
     Q_OBJECT
@@ -48,7 +48,7 @@ private:
     QNetworkAccessManager &manager();
 
     Limits m_limits;
-    // Made at the first download: the TLS library alone takes 4 MB of memory, and there may never be one.
+    // Made at the first download: the TLS library alone takes 4 MB of memory, and there may never be a download.
     std::optional<QSslConfiguration> m_tls;
     std::unique_ptr<QNetworkAccessManager> m_manager;
 };

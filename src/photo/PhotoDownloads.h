@@ -5,7 +5,7 @@ class ContactPhotos;
 class QNetworkReply;
 class UserPhoto;
 
-/// Hands each finished download to whoever started it. Main thread only.
+/// Hands each finished download to whoever started it.
 class PhotoDownloads
 {
 public:

@@ -12,7 +12,7 @@
 #include <chrono>
 
 /// One download from its first request to the end of the last redirect, within limits; its content can be read when it
-/// has finished. Each request has a connection of its own. Main thread only.
+/// has finished. Each request has a connection of its own.
 class PhotoReply : public QNetworkReply
 {
     Q_OBJECT

@@ -14,7 +14,7 @@ class DaoContact;
 class PhotoFiles;
 class PictureProgram;
 
-/// Brings the photos that contacts have as files to the form in which the phone shows them. Main thread only.
+/// Brings the photos that contacts have as files to the form in which the phone shows them.
 class PhotoResizing : public QObject
 {
     Q_OBJECT
@@ -23,20 +23,22 @@ public:
     /// Of the pass; each picture in it may take as long as PictureProgram lets it.
     static constexpr std::chrono::milliseconds longest = std::chrono::seconds(20);
 
-    /// `mark` is the file that keeps what a pass of `limit` leaves to the next one.
+    /// `mark` is the file that keeps what a pass of `limit` leaves to the next.
     PhotoResizing(DaoContact &dao, PhotoFiles &files, const PictureProgram &pictures, const QString &mark,
                   std::chrono::milliseconds limit = longest);
 
-    /// Writes the centred square of the picture in `source`, scaled to `side`, as JPEG to `destination`; a null one
-    /// means `source` itself. False, with an error line, when `source` is not the absolute path of a regular file that
-    /// holds a picture (PictureProgram), or when the result cannot be written; the destination is then as before.
+    /// Writes the centred square of the picture in `source`, scaled to `side`, as JPEG to `destination`; a null
+    /// destination means `source` itself. False, with an error line, when `source` is not the absolute path of a
+    /// regular file that holds a picture (PictureProgram), or when the result cannot be written; the destination is
+    /// then as before.
     bool resizeAndCropToSquare(const QString &source, int side, const QString &destination) const;
 
     /// The pass at start: every photo file of a contact whose name does not say that it has the form already is
-    /// replaced by one that has it, named after it. Addresses and contacts of device management are left alone. A file
-    /// that several contacts name is resized once and removed when none of them names it any more. When its time is
-    /// over it stops, and the next start goes on where it stopped, so that pictures that fail hold up no others. One
-    /// that ran over its time is passed over, as one that cannot be resized, as long as its file stays the same.
+    /// replaced by a file that has it, named after it. Addresses and contacts of device management are left alone. A
+    /// file that several contacts name is resized once and removed when none of them names it any more. When its time
+    /// is over it stops, and the next start goes on where it stopped, so that pictures that fail hold up no others. A
+    /// picture that ran over its time is passed over like a picture that cannot be resized, as long as its file stays
+    /// the same.
     void resizeContactPhotosIfNeeded();
 
 Q_SIGNALS:

@@ -4,8 +4,8 @@
 #include <QByteArrayList>
 #include <QString>
 
-/// What a pass over the photos leaves to the next one: the contact that it stopped before, and the pictures that took
-/// too long, which need not be tried again while they stay as they are. A small text file. Main thread only.
+/// What a pass over the photos leaves to the next: the contact that it stopped before, and the pictures that took
+/// too long, which need not be tried again while they stay as they are. A small text file.
 class ResizingMarks
 {
 public:

@@ -12,8 +12,8 @@ class PhotoFiles;
 class PictureProgram;
 class QNetworkReply;
 
-/// The user's own photo: one file "UserPhoto_*" in the photo directory, in the form of SquarePicture. Main thread only;
-/// what it is made with must outlive it.
+/// The user's own photo: one file "UserPhoto_*" in the photo directory, in the form of SquarePicture. What it is made
+/// with must outlive it.
 class UserPhoto : public QObject
 {
     Q_OBJECT
@@ -23,14 +23,15 @@ public:
               const DirectoryFields &fields);
 
     /// Takes the setting: the path of a picture, an http or https address, or nothing, which removes the photo. The
-    /// photo that is there stays until the new one is; when that cannot be had (logged) it stays for good, and is
-    /// announced if it came from this same source. One that is there from the same address is announced at once.
+    /// photo that is there stays until the new photo is; when that cannot be had (logged) the old photo stays for good,
+    /// and is announced if it came from this same source. A photo that is there from the same address is announced at
+    /// once.
     void setUserPhoto(const QString &value);
 
     /// Removes the photo, as an empty setting does; nothing is told when there is none.
     void remove();
 
-    /// Takes a finished reply. False when it is not one that was started here.
+    /// Takes a finished reply. False when it was not started here.
     bool requestFinished(QNetworkReply *reply);
 
 Q_SIGNALS:
