@@ -12,7 +12,6 @@
 class DaoContact;
 
 /// The photo files of contacts, "photo_*" in the photo directory, under names made here, and how much they take there.
-/// Main thread only.
 class PhotoFiles : public QObject
 {
     Q_OBJECT
@@ -28,7 +27,8 @@ public:
     /// Bytes that the files may still take; negative when they take more than the quota.
     qint64 room() { return m_fields.fileDiskUserQuota - total(); }
 
-    /// Removes the file when it is one of these and no contact names it. To be called after the commit that made it so.
+    /// Removes the file when it is a photo file of contacts and no contact names it. To be called after the commit that
+    /// made it so.
     void removeIfUnused(const QString &path);
 
     /// Removes what an interrupted write or a lost answer left behind: files that no contact names, and unfinished
@@ -38,7 +38,7 @@ public:
     /// To be called after others have written or removed files in the photo directory.
     void recount() { m_total.reset(); }
 
-    /// Writes beside and renames, so that the file is the old one or the new one, whole, and on disk with its
+    /// Writes beside and renames, so that there is the old file or the new file, whole, and on disk with its
     /// name. Where the path is a link, the link is replaced. False when it cannot be (error line).
     [[nodiscard]] static bool write(const QString &path, const QByteArray &content);
 

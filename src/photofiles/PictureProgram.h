@@ -12,7 +12,7 @@
 #include <utility>
 
 /// Has pictures from strangers made square by a program of their own, kestin-picture: what crashes it, makes it run for
-/// more than 5 s or take more memory than it may is a picture that cannot be used. Main thread only.
+/// more than 5 s or take more memory than it may is a picture that cannot be used.
 class PictureProgram : public QObject
 {
     Q_OBJECT
@@ -35,7 +35,8 @@ public:
     /// time, the others wait: each may take much memory.
     quint32 ask(const Picture &picture);
 
-    /// The answer to this request is not wanted any more and does not come. Without effect for one that is answered.
+    /// The answer to this request is not wanted any more and does not come. Without effect for a request that is
+    /// answered.
     void drop(quint32 request);
 
 Q_SIGNALS:
@@ -48,7 +49,7 @@ private:
 
     QString m_program;
     std::chrono::milliseconds m_limit;
-    std::deque<std::pair<quint32, Picture>> m_requests; ///< the first one runs if any does
+    std::deque<std::pair<quint32, Picture>> m_requests; ///< the first runs if any does
     std::unique_ptr<PictureRun> m_run;
     quint32 m_lastRequest = 0;
 };

@@ -20,7 +20,7 @@ struct Picture
 };
 
 /// The program kestin-picture at work on one picture. It gets nothing but the picture and little of the environment,
-/// and what it answers is not trusted either. Main thread only; destroying this ends the program.
+/// and what it answers is not trusted either. Destroying this ends the program.
 class PictureRun : public QObject
 {
     Q_OBJECT
