@@ -10,8 +10,8 @@
 
 #include <chrono>
 
-/// Asks the company directory about single contacts: for the profile of one that is to be copied to the phone, and for
-/// the instant-messaging address of one that the phone does not have. Answers come later. Main thread only.
+/// Asks the company directory about single contacts: for the profile of a contact that is to be copied to the phone,
+/// and for the instant-messaging address of a contact that the phone does not have. Answers come later.
 class RemoteContacts : public QObject
 {
     Q_OBJECT
@@ -23,8 +23,8 @@ public:
     void copyContactToLocal(const QString &idContact);
     void askForImAddress(const QString &idContact);
 
-    /// The profile of a contact, or none, `reqId` being what it was asked for with. One that was not asked for, or came
-    /// too late, is dropped, and one that was is answered once.
+    /// The profile of a contact, or none, `reqId` being what it was asked for with. A profile that was not asked for,
+    /// or came too late, is dropped. A profile that was asked for is answered once.
     void profileReceived(const QString &reqId, const ListContact &contacts);
 
 Q_SIGNALS:

@@ -4,7 +4,6 @@
 #include "platform/framework/PlatformCalls.h"
 
 /// The calls that a running search makes into the company directory. Sent without waiting; the answers are events.
-/// Main thread only.
 class SearchCalls
 {
 public:

@@ -6,7 +6,7 @@
 
 #include <QTimer>
 
-/// Knows whether the phone may use the company directory: the right "IcsUda". Main thread only.
+/// Knows whether the phone may use the company directory: the right "IcsUda".
 class ServiceRight
 {
 public:

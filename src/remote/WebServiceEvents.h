@@ -7,7 +7,7 @@
 #include <QObject>
 
 /// Reads the events with which the web-service manager answers, and tells what they mean. An event that lacks an
-/// argument, or carries one of another type, counts as one with an empty value. Main thread only.
+/// argument, or carries an argument of another type, counts as an event with an empty value.
 class WebServiceEvents : public QObject
 {
     Q_OBJECT
