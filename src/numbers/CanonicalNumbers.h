@@ -13,7 +13,7 @@
 class AskedNumbers;
 
 /// Has the telephony service make the numbers of contacts dialable and canonical. Every failure of it is absorbed: it
-/// is logged, and the numbers stay as told below. Main thread only.
+/// is logged, and the numbers stay as told below.
 class CanonicalNumbers
 {
 public:
@@ -30,8 +30,8 @@ public:
     /// The same for many contacts in one call that is not waited for.
     AskedNumbers askForCanonicalNumbers(const ListContact &contacts);
 
-    /// What telephony answers, five numbers by contact id, as a rule; nothing when it does not (logged), or has not one
-    /// list that is complete.
+    /// What telephony answers, five numbers by contact id, as a rule; nothing when it does not (logged), or has no list
+    /// that is complete.
     using NumbersById = QMapQStringQStringList;
     std::optional<NumbersById> makeCanonicalNumberMapWithoutPrefix(const ListContact &contacts);
     static QStringList rawNumbers(const Contact &contact);
@@ -74,7 +74,7 @@ private:
     std::optional<QDBusPendingCall> m_call; ///< none when it could not be made
 };
 
-/// While it lives, what is asked for are the numbers of one list, import or pass at start: when telephony has let one
+/// While it lives, what is asked for are the numbers of one list, import or pass at start: when telephony has let a
 /// call run into its time limit, it is not asked for the rest, whose numbers stay as after any failure. A thousand
 /// contacts then wait once and not a thousand times. Outside, every call is made.
 class NumbersOfMany

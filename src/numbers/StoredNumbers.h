@@ -6,7 +6,7 @@
 class DaoContact;
 
 /// The canonical numbers of all stored contacts: made anew when the dialing rules have changed. A mark in the database
-/// says that this is not finished. Main thread only.
+/// says that this is not finished.
 class StoredNumbers
 {
 public:
@@ -17,9 +17,9 @@ public:
     /// Sets the mark; false when it cannot be stored (logged).
     bool markStale();
 
-    /// Makes all of them anew, some hundred contacts at a time, each time in one transaction. The last one takes the
-    /// mark away. Whatever fails leaves it and the numbers concerned; the next start begins anew, and does not write
-    /// again what is right already. No news are told.
+    /// Makes all of them anew, some hundred contacts at a time, each time in one transaction. The last transaction
+    /// takes the mark away. Whatever fails leaves it and the numbers concerned; the next start begins anew, and does
+    /// not write again what is right already. No news are told.
     void fillContactsCanonicalNumbers();
 
 private:
