@@ -11,7 +11,7 @@ class ImpExp_Item;
 class ImpExp_XMLBuilder;
 struct Contact;
 
-/// Writes the local contacts into a synchronisation file. Main thread only.
+/// Writes the local contacts into a synchronisation file.
 class ContactExport : public QObject
 {
     Q_OBJECT
@@ -20,12 +20,12 @@ public:
     ContactExport(DaoContact &dao, DirectoryFields &fields, const QString &moduleName);
 
     /// Does nothing (status NothingToDo) when nothing has changed since the previous export. `full`: whole contacts,
-    /// otherwise their ids only. `pageSize`: contacts of a page, 0 or less puts all into one.
+    /// otherwise their ids only. `pageSize`: contacts of a page, 0 or less puts all into a single page.
     void exportToXml(const QString &path, int pageSize, bool full, const QString &id, const QString &deviceId,
                      const QDateTime &createdDate, const QDateTime &previousExportDate);
 
 Q_SIGNALS:
-    /// On success the file is there; on failure an earlier one is untouched, and `cause` says why.
+    /// On success the file is there; on failure an earlier file is untouched, and `cause` says why.
     void exportFinished(const ImpExpStatus &status, const QString &cause);
     /// At least one contact is not in the file (each has a warning in the log). After exportFinished.
     void contactsNotExported();

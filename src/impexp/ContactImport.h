@@ -13,7 +13,7 @@ class PhotoFiles;
 
 /// Makes the local contacts match a synchronisation file: those that it does not list go, those without an id of the
 /// phone are created, the others updated. All or nothing, but for single contacts that are no good. Works in read-only
-/// mode too, for that is what the mode is for. Main thread only.
+/// mode too, for that is what the mode is for.
 class ContactImport : public QObject
 {
     Q_OBJECT
@@ -29,7 +29,7 @@ Q_SIGNALS:
 
     /// A photo file that may go, unless a contact names it still.
     void photoDropped(const QString &path);
-    /// `cause`: why it failed, or with success the errors of single contacts, one a line.
+    /// `cause`: why it failed, or with success the errors of single contacts, each on a line of its own.
     void importFinished(const ImpExpStatus &status, const QString &cause);
     void contactsDeleted(const QString &reqId, const QStringList &contactIds);
     void contactNotImported(const QString &text);

@@ -18,7 +18,8 @@ public:
     static constexpr const char *noPhotoFile = "Can't create the photo file for contact : %1";
 
     const QStringList &texts() const { return m_texts; }
-    /// All texts, one a line; of very many the first ones, for a message of the bus is bounded, and how many more.
+    /// All texts, each on a line of its own; of very many the first, for a message of the bus is bounded, and how many
+    /// more.
     QString lines() const;
 
 private:

@@ -10,7 +10,7 @@
 
 #include <optional>
 
-/// The photo files of one import: which are written, and which nobody needs any more. A file that the store names is
+/// The photo files of an import: which are written, and which nobody needs any more. A file that the store names is
 /// never written over, so that undoing the import undoes its photos too.
 class ImportPhotos
 {
@@ -18,17 +18,17 @@ public:
     ImportPhotos(PhotoFiles &files, DaoContact &dao, const QString &directory);
 
     /// False when it depends on what goes whether all is kept. Then apply() has to wait until each item with its
-    /// contact's photo has been told to expect(), and settle() has been called after the last one.
+    /// contact's photo has been told to expect(), and settle() has been called after the last item.
     bool haveRoomFor(qint64 bytes) const { return bytes <= m_files.room(); }
     void expect(const ImpExp_Item &item, const QString &photo);
     void settle();
 
     enum Result { Same, Replaced, NotKept, NoImage };
-    /// Makes the contact's photo the image of the item. Same: it was, or there is neither, or the photo is one that no
-    /// export can carry. NotKept, for want of room, and NoImage, as it is no base64 or too large: it is the old one.
+    /// Makes the contact's photo the image of the item. Same: it was, or there is neither, or no export can carry the
+    /// photo. NotKept, for want of room, and NoImage, as it is no base64 or too large: the old photo stays.
     Result apply(const ImpExp_Item &item, Contact &contact);
 
-    /// Nobody names it from now on; one that is not a file of our own stays.
+    /// Nobody names it from now on; a file that is not our own stays.
     void drop(const QString &photo);
 
     /// Files to remove when all was written, or when all was undone.

@@ -22,7 +22,7 @@ public:
         bool isChanged = true; ///< false: only the log tells of it, for flash wears
         bool needsNumbers = false;
         ImportPhotos::Result photo = ImportPhotos::Same;
-        QString photoBefore; ///< differs from the contact's when that is another one
+        QString photoBefore; ///< differs from the contact's when that has changed
     };
 
     /// What an import ends with when the database fails as a whole.

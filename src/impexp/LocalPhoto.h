@@ -13,7 +13,7 @@ namespace LocalPhoto {
 
 constexpr qint64 maxBytes = PhotoRules::maxBytes;
 
-/// False for no photo and for one on the web.
+/// False for no photo and for a photo on the web.
 bool isLocal(const QString &photo);
 
 /// Nothing when it cannot be read, is no regular file or larger than maxBytes.
