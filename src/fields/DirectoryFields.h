@@ -6,7 +6,7 @@
 #include <QString>
 
 /// What several use cases of the directory share: its settings as read, and its state. Owned by the module object,
-/// given to each use case by reference. Main thread only.
+/// given to each use case by reference.
 struct DirectoryFields
 {
     static constexpr qint32 fullList = 1;     ///< searchMode: all results in one list
