@@ -6,7 +6,7 @@ class DirectorySettings;
 struct OpenDirectory;
 
 /// What a restore does to the store and the photo files. The steps tell nobody; a store that the database refuses to
-/// empty is left as it is, with error lines. Main thread only.
+/// empty is left as it is, with error lines.
 class DataRestore
 {
 public:

@@ -24,7 +24,7 @@ struct OpenDirectory;
 
 /// The module "KestinDirectory": puts the use cases together, hands them what arrives (bus calls, events, changed
 /// settings) and publishes what they tell. What an operation does and answers is said where it is done: see the class
-/// that a slot calls. Everything runs on the main thread.
+/// that a slot calls.
 class KestinDirectory : public KestinModule
 {
     Q_OBJECT

@@ -8,7 +8,7 @@
 
 struct OpenDirectory;
 
-/// Makes an event or a popup of each thing that the use cases tell. Main thread only; ends before what it listens to.
+/// Makes an event or a popup of each thing that the use cases tell. Ends before what it listens to.
 class NewsPublication : public QObject
 {
     Q_OBJECT

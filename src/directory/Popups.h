@@ -5,7 +5,7 @@
 
 class KestinModule;
 
-/// The popups that the directory asks the presentation for. Showing one cannot fail as far as the directory is
+/// The popups that the directory asks the presentation for. Showing a popup cannot fail as far as the directory is
 /// concerned.
 class Popups
 {
@@ -15,7 +15,7 @@ public:
     /// Fills the texts; before that every popup is empty.
     void fillTexts();
 
-    /// With the text of what failed, or the general one when it is null.
+    /// With the text of what failed, or the general text when it is null.
     void showPopupContactFailureDuringSynchronization(const QString &failure = QString());
     void showPopupContactsPhotosTotalSizeExceeded();
     void showPopupCreatingAnonymousContactImpossible();

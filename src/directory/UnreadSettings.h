@@ -18,7 +18,7 @@ public:
     explicit UnreadSettings(RemoteCaller &caller);
 
     void add(const QString &key);
-    /// Its value has come another way: an answer under way counts no more. Whether it was one of them.
+    /// Its value has come another way: an answer under way counts no more. Answers whether it was among them.
     bool remove(const QString &key) { return m_keys.remove(key); }
     /// At once: the settings manager has come to the bus, say.
     void ask();
