@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "src/dao/LatinText.h"
 
+#include "src/dao/Statement.h"
+
+#include <sqlite3.h>
+
 #include <algorithm>
 
 namespace {
@@ -16,6 +20,15 @@ bool isNonSpacingMark(const QChar *character, int units)
     const QChar::Category category =
         units == 2 ? QChar::category(QChar::surrogateToUcs4(character[0], character[1])) : character->category();
     return category == QChar::Mark_NonSpacing;
+}
+
+/// latinText, as SQLite calls it.
+void latin(sqlite3_context *context, int, sqlite3_value **arguments)
+{
+    const auto *utf8 = reinterpret_cast<const char *>(sqlite3_value_text(*arguments));
+    const QByteArrayView stored(utf8, utf8 ? sqlite3_value_bytes(*arguments) : 0);
+    const QByteArray result = latinText(Statement::decoded(stored)).toUtf8();
+    sqlite3_result_text64(context, result.constData(), sqlite3_uint64(result.size()), SQLITE_TRANSIENT, SQLITE_UTF8);
 }
 
 } // namespace
@@ -40,4 +53,11 @@ void fillLatinNames(Contact &contact)
 {
     contact.latinFirstName = latinText(contact.firstName);
     contact.latinName = latinText(contact.name);
+}
+
+bool addLatinFunction(sqlite3 *database)
+{
+    return database &&
+           sqlite3_create_function_v2(database, "latin", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY,
+                                      nullptr, &latin, nullptr, nullptr, nullptr) == SQLITE_OK;
 }

@@ -5,6 +5,8 @@
 
 #include <QString>
 
+struct sqlite3;
+
 /// The form in which names are stored for matching and ordering: lower case, Unicode compatibility decomposition
 /// (NFKD), then every character that is not a non-spacing mark twice and each non-spacing mark once ("abc" becomes
 /// "aabbcc"). Stored names, search texts and sort keys all go through this one function, so that a prefix of a name is
@@ -13,3 +15,7 @@ QString latinText(const QString &text);
 
 /// Derives both latin names of the contact; what was there is overwritten.
 void fillLatinNames(Contact &contact);
+
+/// Makes latinText callable by statements of this connection, as latin(text); of NULL it makes an empty text. Triggers
+/// and views of the file cannot call it. False when SQLite refuses: then a statement that names it cannot be prepared.
+[[nodiscard]] bool addLatinFunction(sqlite3 *database);
