@@ -40,9 +40,9 @@ public:
     [[nodiscard]] bool updateContact(Contact &contact);
     /// Replaces all, the persistent id and the modification date being the record's. Misc pairs as above.
     [[nodiscard]] bool updateContactFromImport(const Contact &contact);
-    /// Gives their latin names to all contacts that have no latin last name (getContactsWithNoLatinName) and could have,
-    /// or whose latin first name is not that of their first name. Nothing else of them changes, for what is made of a
-    /// name is no change of the contact.
+    /// Gives their latin names to all contacts that have no latin last name (getContactsWithNoLatinName) and could
+    /// have, or whose latin first name is not that of their first name. Nothing else of them changes, for what is made
+    /// of a name is no change of the contact.
     [[nodiscard]] bool fillMissingLatinNames();
     [[nodiscard]] bool deleteContact(const QString &contactId);
     /// Only what is a cached copy, where another contact has the same id; its misc pairs stay.

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "tests/support/Files.h"
 #include "tests/support/PhoneUnderTest.h"
+#include "tests/support/Test.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QTest>
 
 #include <memory>
 

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/client/ClientDesk.h"
 
-#include <QDir>
-#include <QFile>
-
 /// The commands that have the directory read and write files, fetch photos and take over default contacts.
 class SyncClientTest : public ClientDesk
 {

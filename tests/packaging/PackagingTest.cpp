@@ -1,17 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/records/KestinBus.h"
-#include "tests/support/Files.h"
 #include "tests/support/PrivateBus.h"
-#include "tests/support/Rows.h"
+#include "tests/support/Test.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
-#include <QDir>
-#include <QFile>
-#include <QProcess>
 #include <QRegularExpression>
-#include <QTemporaryDir>
-#include <QTest>
 
 #include <grp.h>
 #include <pwd.h>
@@ -58,7 +52,7 @@ public:
 private Q_SLOTS:
     void nobodyButTheServiceMayBeAModule_data()
     {
-        const Rows<QString, QString, bool, QString> row("user", "group", "mayOwn", "answer");
+        const Rows<QString, QString, bool, QString> row;
         const QString refused = "org.freedesktop.DBus.Error.AccessDenied";
         const QString started = "org.freedesktop.DBus.Error.Spawn.ChildExited";
         row("a stranger", somebodyElse, somebodyElse, false, refused);
@@ -68,8 +62,7 @@ private Q_SLOTS:
 
     void nobodyButTheServiceMayBeAModule()
     {
-        QFETCH(QString, user);
-        QFETCH(QString, group);
+        const auto [user, group, mayOwn, answer] = currentRow<QString, QString, bool, QString>();
         const auto bus = startBus(user, group);
         QDBusConnection connection = bus->connection(QString::fromUtf8(QTest::currentDataTag()));
         for (const QString &module : modules) {
@@ -78,15 +71,15 @@ private Q_SLOTS:
             // in.
             const QDBusMessage call = KestinBus::methodCall(module, "any");
             if (m_activationFiles.contains(name + ".service"))
-                QTEST(connection.call(call).errorName(), "answer");
-            QTEST(connection.registerService(name), "mayOwn");
+                QCOMPARE(connection.call(call).errorName(), answer);
+            QCOMPARE(connection.registerService(name), mayOwn);
         }
         QVERIFY(!connection.registerService(KestinBus::serviceName("Another")));
     }
 
     void eventsStayInTheGroup_data()
     {
-        const Rows<QString, QString, bool> row("group", "extraRule", "arrives");
+        const Rows<QString, QString, bool> row;
         const QString maySend = "<allow send_interface=\"com.norlan.Kestin.KestinEvent\"/>";
         const QString mayReceive = "<allow receive_interface=\"com.norlan.Kestin.KestinEvent\"/>";
         row("between members", m_myGroup, QString(), true);
@@ -97,8 +90,7 @@ private Q_SLOTS:
 
     void eventsStayInTheGroup()
     {
-        QFETCH(QString, group);
-        QFETCH(QString, extraRule);
+        const auto [group, extraRule, arrives] = currentRow<QString, QString, bool>();
         const auto bus = startBus(somebodyElse, group, extraRule);
         const QString tag = QString::fromUtf8(QTest::currentDataTag());
         QDBusConnection sender = bus->connection(tag + ", sender");
@@ -117,7 +109,7 @@ private Q_SLOTS:
         QVERIFY(sender.send(QDBusMessage::createSignal(path, otherInterface, last)));
 
         QTRY_VERIFY_WITH_TIMEOUT(m_received.contains(last), PrivateBus::limitMs); // in order: what was to come has come
-        QTEST(m_received.contains(event), "arrives");
+        QCOMPARE(m_received.contains(event), arrives);
     }
 
     /// Decoders of pictures are loaded by a program of their own only, with their faults, their memory and their time.
@@ -146,23 +138,11 @@ private:
         write("policy.conf", policy);
         for (auto file = m_activationFiles.cbegin(); file != m_activationFiles.cend(); ++file)
             write(file.key(), file.value());
-        // The rules of a system bus as it is shipped, then ours.
-        write(
-            "bus.conf",
-            QStringLiteral("<busconfig><type>system</type><listen>unix:tmpdir=%1</listen><auth>EXTERNAL</auth>"
-                           "<servicedir>%1</servicedir><policy context=\"default\"><allow user=\"*\"/><deny own=\"*\"/>"
-                           "<deny send_type=\"method_call\"/><allow send_type=\"signal\"/>"
-                           "<allow send_requested_reply=\"true\" send_type=\"method_return\"/>"
-                           "<allow send_requested_reply=\"true\" send_type=\"error\"/>"
-                           "<allow receive_type=\"method_call\"/><allow receive_type=\"method_return\"/>"
-                           "<allow receive_type=\"error\"/><allow receive_type=\"signal\"/>"
-                           "<allow send_destination=\"org.freedesktop.DBus\"/></policy>"
-                           "<include>policy.conf</include><policy user=\"%2\">%3</policy></busconfig>")
-                .arg(m_folder->path(), m_me, extraRule));
+        write("bus.conf", m_systemBus.arg(m_folder->path(), m_me, extraRule));
         return std::make_unique<PrivateBus>(m_folder->filePath("bus.conf"));
     }
 
-    const QString m_policy = contentOf(KESTIN_POLICY_FILE);
+    const QString m_policy = contentOf(KESTIN_POLICY_FILE), m_systemBus = contentOf(KESTIN_SYSTEM_BUS);
     QMap<QString, QString> m_activationFiles;
     QString m_me;
     QString m_myGroup;

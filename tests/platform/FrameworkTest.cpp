@@ -4,50 +4,46 @@
 #include "platform/framework/ProcessSignals.h"
 #include "platform/records/UpdateReport.h"
 #include "tests/support/LogCapture.h"
-#include "tests/support/Rows.h"
 #include "tests/support/ScriptedTransport.h"
-
-#include <QTest>
+#include "tests/support/Test.h"
 
 #include <csignal>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
 /// A peer that answers reads with the text and writes with a report, or fails in one of the ways in which a call can.
 QDBusMessage answerOf(const QString &peer, const ScriptedTransport::Call &call, const QDBusMessage &message)
 {
-    if (peer == "refuses"_L1)
+    if (peer == "refuses")
         return ScriptedTransport::noPeer(message);
-    if (peer == "raises"_L1)
-        throw KestinException(u"M"_s, KestinException::RemoteCallFailed, u"no\nbus"_s);
-    if (peer == "raises other"_L1)
+    if (peer == "raises")
+        throw KestinException("M", KestinException::RemoteCallFailed, "no\nbus");
+    if (peer == "raises other")
         throw std::runtime_error("other");
-    if (peer == "answers a number"_L1)
+    if (peer == "answers a number")
         return message.createReply(5);
-    const bool isRead = call.method == "getSettingValue"_L1;
+    const bool isRead = call.method == "getSettingValue";
     return message.createReply(isRead ? QVariant(peer) : QVariant::fromValue(UpdateReport{7, peer}));
 }
 
 /// What a wrapper gives back, as a text.
 QString result(PlatformCalls &calls, const QString &operation)
 {
-    const QString key = u"Key"_s;
-    if (operation == "text"_L1)
-        return calls.getStringSetting(key).value_or(u"nothing"_s);
-    if (operation == "number"_L1) {
+    const QString key = "Key";
+    if (operation == "text")
+        return calls.getStringSetting(key).value_or("nothing");
+    if (operation == "number") {
         const std::optional<int> value = calls.getIntSetting(key);
-        return value ? QString::number(*value) : u"nothing"_s;
+        return value ? QString::number(*value) : "nothing";
     }
-    if (operation == "optional"_L1)
+    if (operation == "optional")
         return calls.getSetting(key);
-    if (operation == "confirmed"_L1)
-        return calls.setSettingConfirmed(key, u"http://me:secret@h/%1"_s) ? u"yes"_s : u"no"_s;
-    if (operation == "write"_L1)
+    if (operation == "confirmed")
+        return calls.setSettingConfirmed(key, "http://me:secret@h/%1") ? "yes" : "no";
+    if (operation == "write")
         calls.setIntSetting(key, -5);
     else
-        calls.callModule(u"Other"_s, u"doIt"_s, {1, u"a"_s});
+        calls.callModule("Other", "doIt", {1, "a"});
     return {};
 }
 
@@ -67,7 +63,7 @@ class FrameworkTest : public QObject
 private Q_SLOTS:
     void onlyWhatIsOnIsFormattedAndWritten()
     {
-        const QStringList lines{u"<3>e1"_s, u"<4>w2"_s, u"<6>i3"_s, u"<7>d4"_s};
+        const QStringList lines{"<3>e1", "<4>w2", "<6>i3", "<7>d4"};
         for (const int level : {2, 3, 4, 5, 6, 7}) {
             const LogCapture log(level);
             Counted::count = 0;
@@ -82,27 +78,26 @@ private Q_SLOTS:
 
     void noArgumentForgesALine_data()
     {
-        const Rows<QString, QString> row("argument", "shown");
-        row("line feed", u"a\n<3>b"_s, u"a\\n<3>b"_s);
-        row("carriage return", u"\ra\t"_s, u"\\ra\\t"_s);
-        row("terminal escape, NUL", u"\u001b[2J\0"_s, u"\\u001b[2J\\u0000"_s);
-        row("other line ends", u"\u0085\u2028\u2029"_s, u"\\u0085\\u2028\\u2029"_s);
-        row("placeholder", u"%2%1"_s, u"%2%1"_s);
-        row("letters", u"\u00fc \U0001F600"_s, u"\u00fc \U0001F600"_s);
+        const Rows<QString, QString> row;
+        row("line feed", "a\n<3>b", "a\\n<3>b");
+        row("carriage return", "\ra\t", "\\ra\\t");
+        row("terminal escape, NUL", QString("\u001b[2J") + QChar(0), "\\u001b[2J\\u0000");
+        row("other line ends", "\u0085\u2028\u2029", "\\u0085\\u2028\\u2029");
+        row("placeholder", "%2%1", "%2%1");
+        row("letters", "\u00fc \U0001F600", "\u00fc \U0001F600");
     }
 
     void noArgumentForgesALine()
     {
-        QFETCH(QString, argument);
-        QFETCH(QString, shown);
+        const auto [argument, shown] = currentRow<QString, QString>();
         const LogCapture log;
         KestinLogger::info("%1:\n%2", argument, argument);
-        QCOMPARE(log.lines, (QStringList{"<6>"_L1 + shown + u':', "<6>"_L1 + shown}));
+        QCOMPARE(log.lines, (QStringList{"<6>" + shown + ':', "<6>" + shown}));
     }
 
     void aFailedCallIsLoggedOnceAndHarmless_data()
     {
-        const Rows<QString, QString> row("gives", "lines"); // of the operation with a peer that does so
+        const Rows<QString, QString> row; // of the operation with a peer that does so
         row("text, abc", "abc", "");
         row("text, ", "", "");
         row("text, refuses", "nothing", "<3>ERROR: While getting value of Key, reply is invalid");
@@ -131,14 +126,15 @@ private Q_SLOTS:
 
     void aFailedCallIsLoggedOnceAndHarmless()
     {
+        const auto [gives, lines] = currentRow<QString, QString>();
         const QString operation = QString(QTest::currentDataTag()).section(", ", 0, 0);
         const QString peer = QString(QTest::currentDataTag()).section(", ", 1);
         const LogCapture log;
         ScriptedTransport transport;
         transport.answer = [&peer](const auto &call, const auto &message) { return answerOf(peer, call, message); };
         PlatformCalls calls(transport);
-        QTEST(result(calls, operation), "gives");
-        QTEST(log.lines.join(u'|'), "lines");
+        QCOMPARE(result(calls, operation), gives);
+        QCOMPARE(log.lines.join('|'), lines);
     }
 
     void callsAreSentAsTheyAreAsked()
@@ -150,15 +146,15 @@ private Q_SLOTS:
             result(calls, QLatin1String(operation));
         QStringList sent;
         for (const ScriptedTransport::Call &call : std::as_const(transport.calls)) {
-            sent.append(call.module + u' ' + call.method + (call.wantsAnswer ? u""_s : u" unanswered"_s));
+            sent.append(call.module + ' ' + call.method + (call.wantsAnswer ? "" : " unanswered"));
             for (const QVariant &argument : call.arguments)
-                sent.last() += u" %1(%2)"_s.arg(QLatin1String(argument.typeName()), argument.toString());
+                sent.last() += QString(" %1(%2)").arg(QLatin1String(argument.typeName()), argument.toString());
         }
-        const QString read = u"SettingsManager getSettingValue QString(Key)"_s;
-        QCOMPARE(sent, (QStringList{read, read, read,
-                                    u"SettingsManager setSettingValue unanswered QString(Key) QString(-5)"_s,
-                                    u"SettingsManager setSettingValue QString(Key) QString(http://me:secret@h/%1)"_s,
-                                    u"Other doIt unanswered int(1) QString(a)"_s}));
+        const QString read = "SettingsManager getSettingValue QString(Key)";
+        QCOMPARE(sent,
+                 (QStringList{read, read, read, "SettingsManager setSettingValue unanswered QString(Key) QString(-5)",
+                              "SettingsManager setSettingValue QString(Key) QString(http://me:secret@h/%1)",
+                              "Other doIt unanswered int(1) QString(a)"}));
     }
 
     void aSignalWhileAProgramEndsDoesNotBreakItOff()

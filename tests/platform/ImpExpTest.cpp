@@ -4,20 +4,12 @@
 #include "platform/impexp/ImpExp_Exception.h"
 #include "platform/impexp/ImpExp_XMLBuilder.h"
 #include "platform/impexp/ImpExp_XMLParser.h"
-#include "tests/support/Files.h"
-#include "tests/support/Rows.h"
-
-#include <QFile>
-#include <QProcess>
-#include <QTemporaryDir>
-#include <QTest>
+#include "tests/support/Test.h"
 
 #include <csignal>
 #include <sys/resource.h>
 #include <sys/syscall.h>
 #include <unistd.h>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -28,9 +20,9 @@ Contact_Item contact(const QString &duid, const QString &name)
 {
     Contact_Item::Values values;
     values.duid = duid;
-    values.puid = u"p<&>\"'\t\r\n\u20ac"_s;
+    values.puid = "p<&>\"'\t\r\n\u20ac";
     values.lastModificationDate = QDateTime({2026, 11, 21}, {8, 0, 0, 250}, Qt::UTC);
-    values.firstName = u" \u00e9 \U0001F4DE ]]> "_s;
+    values.firstName = " \u00e9 \U0001F4DE ]]> ";
     values.lastName = name;
     values.photo = "AAEC";
     return Contact_Item(values);
@@ -47,7 +39,7 @@ QStringList readAll(const QString &path, bool withElements)
     QStringList lines;
     try {
         ImpExp_XMLParser parser(path, 4096);
-        ImpExp_Item item(u"contact"_s);
+        ImpExp_Item item("contact");
         for (;;) {
             try {
                 if (!parser.getItem(item, withElements))
@@ -82,8 +74,8 @@ class ImpExpTest : public QObject
 private Q_SLOTS:
     void whatIsPutIsRead()
     {
-        const QList<ImpExp_Item> items{contact("#CONTACT_1#", u"a\rb\r\nc\nd"_s), ContactMap_Item("#CONTACT_2#", "p2"),
-                                       contact("", QString(65535, u'x') + u"\U0001F4DE"_s + QString(70000, u'\u20ac'))};
+        const QList<ImpExp_Item> items{contact("#CONTACT_1#", "a\rb\r\nc\nd"), ContactMap_Item("#CONTACT_2#", "p2"),
+                                       contact("", QString(65535, 'x') + "\U0001F4DE" + QString(70000, u'\u20ac'))};
         for (const auto &[pageSize, pages] : {std::pair(1, 3), {2, 2}, {3, 1}, {-1, 1}}) {
             ImpExp_XMLBuilder writing = builder(pageSize);
             for (const ImpExp_Item &item : items)
@@ -91,10 +83,10 @@ private Q_SLOTS:
             writing.finish();
             QCOMPARE(contentOf(target()).count("<page "), pages);
         }
-        QVERIFY(synced.value(0).startsWith(m_folder.path() + u'/')); // the file, before its folder
+        QVERIFY(synced.value(0).startsWith(m_folder.path() + '/')); // the file, before its folder
         QCOMPARE(synced.last(), m_folder.path());
         ImpExp_XMLParser parser(target());
-        ImpExp_Item item(u"contact"_s);
+        ImpExp_Item item("contact");
         for (const ImpExp_Item &put : items) {
             QVERIFY(parser.getItem(item, true));
             QCOMPARE(item.attributes(), put.attributes());
@@ -107,7 +99,7 @@ private Q_SLOTS:
 
     void contactsAreReadOneByOne_data()
     {
-        const Rows<QByteArray, bool, QStringList> row("content", "withElements", "lines");
+        const Rows<QByteArray, bool, QStringList> row;
         const QByteArray two = "<page><contact duid='1' puid='2'/></page><x><contact duid='no'/></x>"
                                "<contact duid='3'><firstName>A</firstName><photo>AAEC</photo></contact>";
         row("with elements", two, true, {"1/2 map", "3/ firstName=A photo=AAEC"});
@@ -127,32 +119,31 @@ private Q_SLOTS:
         row("one text in pieces",
             QByteArray("<contact><email>a<!-- -> <!b '> --><![CDATA[]><!c>\">]]]>&#x20AC;"
                        "<?x ? > <!d> ?></email></contact>"),
-            true, {u"/ email=a]><!c>\">]\u20ac"_s});
+            true, {"/ email=a]><!c>\">]\u20ac"});
         const QByteArray wide = "x" + QByteArray("\xc3\xa9").repeated(9999) + "</email></contact>";
         row("texts that are too large",
             "<contact duid='1'><photo>" + QByteArray("AA&#10;").repeated(3000) + "</photo><email>e</email></contact>" +
                 "<contact duid='2'><email>" + wide + "<contact duid='3'/>",
-            true, {u"1/ photo=\u2026 email=e"_s, "2!its element \"email\" is too large", "3/ map"});
+            true, {"1/ photo=\u2026 email=e", "2!its element \"email\" is too large", "3/ map"});
         QByteArray attributes;
         for (char i = 0; i < 32; ++i)
             attributes += " a" + QByteArray::number(i) + "='>'";
         const QByteArray large = "<contact" + attributes + "><x>" + QByteArray(3500, 'x') + "</x></contact>";
         row("as deep, wide and large as may be, and a file beyond that",
             QByteArray("<x>").repeated(31) + QByteArray("</x>").repeated(31) + large.repeated(9), true,
-            QStringList(9, u"/ map"_s));
+            QStringList(9, "/ map"));
     }
 
     void contactsAreReadOneByOne()
     {
-        QFETCH(const QByteArray, content);
-        QFETCH(const bool, withElements);
-        QTEST(readAll(file("\xef\xbb\xbf<?xml version='1.0' encoding='utf-8'?>" + inRoot(content)), withElements),
-              "lines");
+        const auto [content, withElements, lines] = currentRow<QByteArray, bool, QStringList>();
+        QCOMPARE(readAll(file("\xef\xbb\xbf<?xml version='1.0' encoding='utf-8'?>" + inRoot(content)), withElements),
+                 lines);
     }
 
     void hostileFilesAreRefused_data()
     {
-        const Rows<QByteArray, QString> row("content", "reason");
+        const Rows<QByteArray, QString> row;
         const QByteArray contact = "<contact duid='1'>";
         const char *doctype = "document type declaration";
         row("entities in entities",
@@ -186,8 +177,7 @@ private Q_SLOTS:
 
     void hostileFilesAreRefused()
     {
-        QFETCH(const QByteArray, content);
-        QFETCH(const QString, reason);
+        const auto [content, reason] = currentRow<QByteArray, QString>();
         const QString path = file(content);
         for (const bool withElements : {true, false}) {
             const QString last = readAll(path, withElements).value(0);
@@ -199,10 +189,10 @@ private Q_SLOTS:
     {
         const QStringList texts{"a\u0001",
                                 QChar(0),
-                                u"a"_s + QChar(0xd83d),
-                                QChar(0xdcde) + u"a"_s,
+                                QString("a") + QChar(0xd83d),
+                                QChar(0xdcde) + QString("a"),
                                 QChar(0xfffe),
-                                QString(17 << 20, u'x')};
+                                QString(17 << 20, 'x')};
         ImpExp_XMLBuilder writing = builder();
         for (const QString &text : texts) {
             QVERIFY_EXCEPTION_THROWN(writing.putItem(contact("1", text)), ImpExp_ErrorException);
@@ -218,7 +208,7 @@ private Q_SLOTS:
     {
         const QString missing = m_folder.filePath("missing/file.xml");
         const QString database = file("SQLite format 3");
-        for (const QString &path : {missing, m_folder.path(), u"/dev/full"_s, database})
+        for (const QString &path : QStringList{missing, m_folder.path(), "/dev/full", database})
             QVERIFY_EXCEPTION_THROWN(ImpExp_XMLBuilder({}, {}, path, 0, {}, 0, 0, {}, {}), ImpExp_FatalException);
         QFile::remove(target());
         QVERIFY(QFile::rename(file("\xef\xbb\xbf \n<earlier"), target()));
@@ -227,7 +217,7 @@ private Q_SLOTS:
         const rlimit small{10000, RLIM_INFINITY};
         const rlimit any{RLIM_INFINITY, RLIM_INFINITY};
         setrlimit(RLIMIT_FSIZE, &small); // as good as a full disk
-        QVERIFY_EXCEPTION_THROWN(builder().putItem(contact("1", QString(50000, u'x'))), ImpExp_FatalException);
+        QVERIFY_EXCEPTION_THROWN(builder().putItem(contact("1", QString(50000, 'x'))), ImpExp_FatalException);
         setrlimit(RLIMIT_FSIZE, &any);
         isDiskBroken = true;
         QVERIFY_EXCEPTION_THROWN(builder().finish(), ImpExp_FatalException);
@@ -238,7 +228,7 @@ private Q_SLOTS:
 
     void whatIsNoFileIsNotRead()
     {
-        for (const QString &path : {m_folder.path(), u"/dev/zero"_s, m_folder.filePath("missing.xml")})
+        for (const QString &path : QStringList{m_folder.path(), "/dev/zero", m_folder.filePath("missing.xml")})
             QVERIFY(readAll(path, false).value(0).startsWith("fatal " + path + " cannot be read: "));
     }
 
@@ -247,7 +237,7 @@ private:
     QString target() const { return m_folder.filePath("target.xml"); }
     ImpExp_XMLBuilder builder(int pageSize = 0, const QString &id = {}) const
     {
-        return {u"device"_s, id, target(), pageSize, {}, 3, 97, u"KestinDirectory"_s, QDateTime()};
+        return {"device", id, target(), pageSize, {}, 3, 97, "KestinDirectory", QDateTime()};
     }
 
     QTemporaryDir m_folder;

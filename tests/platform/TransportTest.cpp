@@ -6,18 +6,14 @@
 #include "platform/records/Contact.h"
 #include "platform/records/KestinBus.h"
 #include "tests/support/PrivateBus.h"
-#include "tests/support/Rows.h"
+#include "tests/support/Test.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnectionInterface>
-#include <QDBusPendingCallWatcher>
 #include <QElapsedTimer>
-#include <QSignalSpy>
-#include <QTest>
 
 #include <csignal>
 
-using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
@@ -39,14 +35,14 @@ public:
     }
 
 public Q_SLOTS:
-    QString fails() { throw new KestinException(u"M"_s, 4, u"it failed"_s); }
+    QString fails() { throw new KestinException("M", 4, "it failed"); }
     void failsWithoutResult() { fails(); }
-    QString answers(int length) { return QString(length, u'a'); }
+    QString answers(int length) { return QString(length, 'a'); }
     int lengthOf(const QString &text) { return int(text.size()); }
     ListContact answersContacts(int length)
     {
         Contact contact;
-        contact.melody = QString(length, u'b');
+        contact.melody = QString(length, 'b');
         return {contact};
     }
 };
@@ -106,24 +102,24 @@ class LivingModule : public KestinModule
 {
 public:
     explicit LivingModule(const QDBusConnection &observer)
-        : KestinModule(u"Living"_s)
+        : KestinModule("Living")
         , m_observer(observer)
     {
     }
 
-    bool check() override { return note(u"check"_s); }
-    bool deploy() override { return !note(u"deploy"_s); }
-    bool init() override { return !note(u"init"_s); }
+    bool check() override { return note("check"); }
+    bool deploy() override { return !note("deploy"); }
+    bool init() override { return !note("init"); }
     bool run() override
     {
         const auto endWhenPublished = [this] {
-            note(u"life"_s);
+            note("life");
             ::raise(SIGTERM);
         };
         QMetaObject::invokeMethod(this, endWhenPublished, Qt::QueuedConnection);
-        return !note(u"run"_s);
+        return !note("run");
     }
-    void stop() override { note(u"stop"_s); }
+    void stop() override { note("stop"); }
 
     QString life;
 
@@ -131,7 +127,7 @@ private:
     bool note(const QString &hook)
     {
         const bool isOnBus = m_observer.interface()->isServiceRegistered(KestinBus::serviceName(getModuleName()));
-        life += hook + (findChild<TestAdaptor *>() ? u"*"_s : QString()) + (isOnBus ? u"+ "_s : u" "_s);
+        life += hook + (findChild<TestAdaptor *>() ? "*" : QString()) + (isOnBus ? "+ " : " ");
         return isOnBus;
     }
 
@@ -143,12 +139,10 @@ class TransportTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { registerDBusContact(); }
-
     void init()
     {
-        m_module.emplace(m_bus, u"M"_s, u"module"_s);
-        m_caller.emplace(m_bus, u"M"_s, u"caller"_s);
+        m_module.emplace(m_bus, "M", "module");
+        m_caller.emplace(m_bus, "M", "caller");
         QCOMPARE(m_module->transport.publish(*m_module), std::nullopt);
     }
 
@@ -156,7 +150,7 @@ private Q_SLOTS:
     {
         m_module.reset();
         m_caller.reset();
-        QDBusConnection::disconnectFromBus(u"peer"_s);
+        QDBusConnection::disconnectFromBus("peer");
     }
 
     void aSilentPeerIsWaitedForAndAMissingOneIsNot()
@@ -164,14 +158,14 @@ private Q_SLOTS:
         QElapsedTimer timer;
         timer.start();
         // The module lives on this thread, which waits for the answer: so there is none.
-        QDBusPendingCall call = m_caller->asyncRemoteCall(u"M"_s, u"answers"_s, {1});
-        QCOMPARE(m_caller->ask(u"M"_s, u"answers"_s), QDBusError::NoReply);
+        QDBusPendingCall call = m_caller->asyncRemoteCall("M", "answers", {1});
+        QCOMPARE(m_caller->ask("M", "answers"), QDBusError::NoReply);
         call.waitForFinished();
         QCOMPARE(call.error().type(), QDBusError::NoReply);
         QVERIFY2(timer.elapsed() >= 4500 && timer.elapsed() < 8000, qPrintable(QString::number(timer.elapsed())));
         timer.start();
-        QVERIFY(!m_caller->syncRemoteCall(u"M"_s, u"answers"_s, {1}, 100ms).errorName().isEmpty());
-        QCOMPARE(m_caller->ask(u"Nobody"_s, u"a"_s), QDBusError::ServiceUnknown);
+        QVERIFY(!m_caller->syncRemoteCall("M", "answers", {1}, 100ms).errorName().isEmpty());
+        QCOMPARE(m_caller->ask("Nobody", "a"), QDBusError::ServiceUnknown);
         QVERIFY(timer.elapsed() < 2500);
     }
 
@@ -179,35 +173,35 @@ private Q_SLOTS:
     {
         QList<QDBusPendingCall> waiting; // at the module, whose thread this is
         for (int i = 0; i < 3; ++i)
-            waiting.append(m_caller->asyncRemoteCall(u"M"_s, u"lengthOf"_s, {QString(fits, u'a')}));
-        QCOMPARE(m_caller->ask(u"Nobody"_s, u"a"_s), QDBusError::ServiceUnknown); // so the bus has them all
-        QCOMPARE(m_module->ask(u"Nobody"_s, u"a"_s), QDBusError::ServiceUnknown);
+            waiting.append(m_caller->asyncRemoteCall("M", "lengthOf", {QString(fits, 'a')}));
+        QCOMPARE(m_caller->ask("Nobody", "a"), QDBusError::ServiceUnknown); // so the bus has them all
+        QCOMPARE(m_module->ask("Nobody", "a"), QDBusError::ServiceUnknown);
         for (const QDBusPendingCall &call : waiting)
             QTRY_VERIFY_WITH_TIMEOUT(call.isFinished(), PrivateBus::limitMs);
     }
 
     void eventsReachOnlyThoseWhoWantThem()
     {
-        TestModule second(m_bus, u"Second"_s, u"second"_s);
-        auto gone = std::make_unique<TestModule>(m_bus, u"Gone"_s, u"gone"_s);
+        TestModule second(m_bus, "Second", "second");
+        auto gone = std::make_unique<TestModule>(m_bus, "Gone", "gone");
         for (TestModule *receiver : {&*m_caller, &second, gone.get()})
             QVERIFY(m_caller->subscribe("wanted", receiver));
         QVERIFY(m_caller->subscribe("other", &second, "slot_event(KestinEvent)"));
         gone.reset();
         Contact contact;
-        contact.name = u"M\u00fcller"_s;
-        KestinEvent event(u"wanted"_s, {});
-        event.addArgument(QVariant::fromValue(ListContact{contact}), u"contacts"_s, true);
-        event.addArgument(5, u"nbResults"_s, false);
-        QVERIFY(m_module->notifyEvent({u"unwanted"_s, {}}) && m_module->notifyEvent(event));
-        QVERIFY(m_module->notifyEvent({u"other"_s, {}}));
+        contact.name = "M\u00fcller";
+        KestinEvent event("wanted", {});
+        event.addArgument(QVariant::fromValue(ListContact{contact}), "contacts", true);
+        event.addArgument(5, "nbResults", false);
+        QVERIFY(m_module->notifyEvent({"unwanted", {}}) && m_module->notifyEvent(event));
+        QVERIFY(m_module->notifyEvent({"other", {}}));
         QTRY_COMPARE(second.events.size(), 2);
         QCOMPARE(m_caller->events.size(), 1);
         const KestinEvent received = m_caller->events.first();
-        QCOMPARE(received.getEvtName(), u"wanted"_s);
-        QCOMPARE(received.argument<ListContact>(u"contacts"_s), ListContact{contact});
-        QCOMPARE(received.argument<int>(u"nbResults"_s), 5);
-        QCOMPARE(received.argument<QString>(u"none"_s), QString());
+        QCOMPARE(received.getEvtName(), "wanted");
+        QCOMPARE(received.argument<ListContact>("contacts"), ListContact{contact});
+        QCOMPARE(received.argument<int>("nbResults"), 5);
+        QCOMPARE(received.argument<QString>("none"), QString());
         QCOMPARE(received.arguments().last().flag, false);
         QVERIFY(second.events.last().arguments().isEmpty());
     }
@@ -217,39 +211,39 @@ private Q_SLOTS:
         QVERIFY(!m_caller->subscribe("event", &*m_caller, "slot_missing(KestinEvent)"));
         QVERIFY(!m_caller->subscribe("event", &*m_caller, "slot_event()"));
         QVERIFY(!m_caller->subscribe("event", &*m_caller, "slot_number(int)"));
-        KestinEvent event(u"large"_s, {});
-        event.addArgument(QStringList(2, QString(tooLarge / 2, u'a')), u"contactIds"_s, true);
+        KestinEvent event("large", {});
+        event.addArgument(QStringList(2, QString(tooLarge / 2, 'a')), "contactIds", true);
         QVERIFY(!m_module->notifyEvent(event));
-        QVERIFY(m_module->notifyEvent({u"small"_s, {}}));
+        QVERIFY(m_module->notifyEvent({"small", {}}));
     }
 
     void aModuleIsWatched()
     {
-        const std::unique_ptr<ModuleWatch> watch = m_module->watchModule(u"Peer"_s);
+        const std::unique_ptr<ModuleWatch> watch = m_module->watchModule("Peer");
         QSignalSpy came(watch.get(), &ModuleWatch::came);
         QSignalSpy left(watch.get(), &ModuleWatch::left);
         Peer peer;
         for (int times = 1; times < 3; ++times) {
-            publishPeer(u"Peer"_s, peer);
+            publishPeer("Peer", peer);
             QTRY_COMPARE(came.size(), times);
             QCOMPARE(left.size(), times - 1);
-            QDBusConnection::disconnectFromBus(u"peer"_s);
+            QDBusConnection::disconnectFromBus("peer");
             QTRY_COMPARE(left.size(), times);
         }
     }
 
     void aTakenNameIsRefused()
     {
-        QCOMPARE(m_caller->transport.publish(*m_caller), u"the name com.norlan.Kestin.M is already taken"_s);
-        QCOMPARE(call(u"answers"_s, {2}).arguments().value(0).toString(), u"aa"_s);
+        QCOMPARE(m_caller->transport.publish(*m_caller), "the name com.norlan.Kestin.M is already taken");
+        QCOMPARE(call("answers", {2}).arguments().value(0).toString(), "aa");
         m_module->transport.withdraw(*m_module);
-        QCOMPARE(QDBusError(call(u"answers"_s, {2})).type(), QDBusError::ServiceUnknown);
+        QCOMPARE(QDBusError(call("answers", {2})).type(), QDBusError::ServiceUnknown);
         QCOMPARE(m_caller->transport.publish(*m_caller), std::nullopt);
     }
 
     void aPopupIsAskedOfThePresentation()
     {
-        const auto show = [this] { return m_module->showPopup(u"text"_s, 3, -1, {}, {}, {}, {}); };
+        const auto show = [this] { return m_module->showPopup("text", 3, -1, {}, {}, {}, {}); };
         QVERIFY(show()); // nobody there is no failure
         Peer peer;
         publishPeer(ModuleName::presentation, peer);
@@ -257,70 +251,66 @@ private Q_SLOTS:
         constexpr int popups = 200;
         for (int i = 0; i < popups; ++i)
             QVERIFY(show());
-        QCOMPARE(m_module->ask(u"Nobody"_s, u"a"_s), QDBusError::ServiceUnknown);
-        QTRY_COMPARE(peer.popups, QStringList(popups, u"siiassasa{ss}"_s));
+        QCOMPARE(m_module->ask("Nobody", "a"), QDBusError::ServiceUnknown);
+        QTRY_COMPARE(peer.popups, QStringList(popups, "siiassasa{ss}"));
     }
 
     void failuresOfASlotAreErrorReplies_data()
     {
-        const Rows<QVariantList, QString> row("arguments", "error");
-        const QString failed = u"com.norlan.Kestin.KestinException: it failed"_s;
+        const Rows<QVariantList, QString> row;
+        const QString failed = "com.norlan.Kestin.KestinException: it failed";
         const QString limit =
-            u"org.freedesktop.DBus.Error.LimitsExceeded: %1: the result is larger than the bus carries; "
-            "ask for fewer at a time"_s;
+            "org.freedesktop.DBus.Error.LimitsExceeded: %1: the result is larger than the bus carries; "
+            "ask for fewer at a time";
         row("fails", QVariantList(), failed);
         row("failsWithoutResult", QVariantList(), failed);
-        row("answers", QVariantList{tooLarge}, limit.arg("answers"_L1));
-        row("lengthOf", QVariantList{QString(tooLarge, u'a')},
-            u"org.freedesktop.DBus.Error.LimitsExceeded: lengthOf: the arguments are larger than "
-            "24 MiB; send fewer at a time"_s);
-        row("answersContacts", QVariantList{tooLarge}, limit.arg("answersContacts"_L1));
+        row("answers", QVariantList{tooLarge}, limit.arg("answers"));
+        row("lengthOf", QVariantList{QString(tooLarge, 'a')},
+            "org.freedesktop.DBus.Error.LimitsExceeded: lengthOf: the arguments are larger than "
+            "24 MiB; send fewer at a time");
+        row("answersContacts", QVariantList{tooLarge}, limit.arg("answersContacts"));
     }
 
     void failuresOfASlotAreErrorReplies()
     {
-        QFETCH(QVariantList, arguments);
+        const auto [arguments, error] = currentRow<QVariantList, QString>();
         const QDBusMessage reply = call(QLatin1String(QTest::currentDataTag()), arguments);
-        QTEST(reply.errorName() + ": "_L1 + reply.errorMessage(), "error");
+        QCOMPARE(reply.errorName() + ": " + reply.errorMessage(), error);
         // The next caller is served by the same connection.
-        const QDBusMessage next = call(u"answers"_s, {fits});
+        const QDBusMessage next = call("answers", {fits});
         QCOMPARE(next.arguments().value(0).toString().size(), fits);
-        QCOMPARE(call(u"lengthOf"_s, {QString(fits / 2, u'\u00e9')}).arguments().value(0).toInt(), fits / 2);
-        QCOMPARE(next.service(), m_bus.connection(u"module"_s).baseService());
+        QCOMPARE(call("lengthOf", {QString(fits / 2, u'\u00e9')}).arguments().value(0).toInt(), fits / 2);
+        QCOMPARE(next.service(), m_bus.connection("module").baseService());
     }
 
     void aModuleIsOnTheBusFromRunToStop()
     {
-        LivingModule module(m_bus.connection(u"peer"_s));
+        LivingModule module(m_bus.connection("peer"));
         QCOMPARE(static_cast<KestinApplication *>(qApp)->exec<TestAdaptor>(module), 0);
-        QCOMPARE(module.life, u"check deploy init run life*+ stop* "_s);
+        QCOMPARE(module.life, "check deploy init run life*+ stop* ");
     }
 
     void theEndOfTheBusIsTold()
     {
         auto bus = std::make_unique<PrivateBus>();
-        TestModule module(*bus, u"M"_s, u"lost"_s);
+        TestModule module(*bus, "M", "lost");
         QSignalSpy disconnected(&module.transport, &BusTransport::disconnected);
         bus.reset();
         QVERIFY(!disconnected.isEmpty() || disconnected.wait(PrivateBus::limitMs));
-        QCOMPARE(module.ask(u"M"_s, u"a"_s), QDBusError::Disconnected);
+        QCOMPARE(module.ask("M", "a"), QDBusError::Disconnected);
     }
 
 private:
     /// Calls the module, with this thread free to answer and longer than modules wait: much is carried here.
     QDBusMessage call(const QString &method, const QVariantList &arguments = {})
     {
-        QDBusPendingCallWatcher watcher(
-            m_bus.connection(u"caller"_s)
-                .asyncCall(KestinBus::methodCall(u"M"_s, method, arguments), PrivateBus::limitMs));
-        QSignalSpy finished(&watcher, &QDBusPendingCallWatcher::finished);
-        return watcher.isFinished() || finished.wait(PrivateBus::limitMs) ? watcher.reply() : QDBusMessage();
+        return m_bus.answerTo(KestinBus::methodCall("M", method, arguments), "caller");
     }
 
     /// On the connection "peer", under the module's name.
     void publishPeer(const QString &module, QObject &peer)
     {
-        QDBusConnection connection = m_bus.connection(u"peer"_s);
+        QDBusConnection connection = m_bus.connection("peer");
         QVERIFY(connection.registerObject(KestinBus::objectPath(module), &peer, QDBusConnection::ExportAllSlots));
         QVERIFY(connection.registerService(KestinBus::serviceName(module)));
     }

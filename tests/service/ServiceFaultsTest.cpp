@@ -1,16 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "platform/records/KestinBus.h"
+#include "platform/records/DirectoryCodes.h"
 #include "tests/service/FullDisk.h"
-#include "tests/support/Files.h"
 #include "tests/support/PhoneUnderTest.h"
 
 #include <QDBusPendingReply>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
-#include <QTest>
 
 namespace {
 
@@ -125,7 +122,7 @@ private Q_SLOTS:
         disk.leave(100000);
         // What does not fit is refused, alone and in a list.
         const QString large(300000, 'x');
-        QCOMPARE(phone->create(marked(large)), -1);
+        QCOMPARE(phone->create(marked(large)), ResultCode::writeFailed);
         const ListContact list{marked(large), marked("100002")};
         phone->call("createLocalContacts", {"r", QVariant::fromValue(list)});
         QVERIFY(phone->directory.waitForErrorOutput("<3>Error while executing query"));
@@ -148,7 +145,7 @@ private Q_SLOTS:
         QVERIFY(phone->startDirectory());
         const qint64 start = timer.elapsed();
         QVERIFY2(start > 5000 && start < 25000, qPrintable(QString::number(start))); // 17 settings: 5 s and 16 s
-        QCOMPARE(phone->create(marked("1")), 3);
+        QCOMPARE(phone->create(marked("1")), ResultCode::capacityReached);
         phone->settings.thaw();
         QTRY_COMPARE_WITH_TIMEOUT(phone->create(marked("1")), 0, Program::limitMs);
         QTRY_COMPARE(phone->contacts("getContactsByType", {ContactType::DeviceManagement}).size(), 1);
@@ -173,16 +170,6 @@ private Q_SLOTS:
             QVERIFY(phone->startDirectory());
             QCOMPARE(QFile::exists(photo), isKept);
         }
-    }
-
-    void aFolderThatCannotBeWrittenEndsTheStart()
-    {
-        writeFile(phone->data.filePath("KestinApplication")); // a file where a folder should be
-        QCOMPARE(phone->directory.run(), 1);
-        QVERIFY2(
-            phone->directory.errorOutput().contains("<3>The database " + phone->databasePath() + " cannot be opened"),
-            qPrintable(phone->directory.errorOutput()));
-        QVERIFY(phone->directory.errorOutput().contains("<3>KestinDirectory cannot start: "));
     }
 
     void withoutABusItEnds()

@@ -1,12 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "platform/records/KestinBus.h"
-#include "tests/support/Files.h"
 #include "tests/support/PhoneUnderTest.h"
 
-#include <QDir>
-#include <QFile>
 #include <QRandomGenerator>
-#include <QTest>
 
 #include <optional>
 
@@ -64,7 +59,7 @@ private Q_SLOTS:
         QCOMPARE(phone->firstResults.value("s").value(0).name, "Martin");
         const ListContactSummary found = results("s");
         QVERIFY(found.size() > 1);
-        QCOMPARE(found.first().type, 0);
+        QCOMPARE(found.first().type, ContactType::Local);
         QVERIFY(found.last().contactId.endsWith("##"));
         const QDBusReply<Contact> whole = phone->call("getContactFromSearch", {"s", found.last().contactId});
         QCOMPARE(whole.value().contactId, found.last().contactId);
@@ -148,7 +143,7 @@ private Q_SLOTS:
         }
         phone->call("startSearchContactByName", byName("last", "mar"));
         QVERIFY(complete("last"));
-        QCOMPARE(results("last").value(0).type, 0);
+        QCOMPARE(results("last").value(0).type, ContactType::Local);
         QTRY_COMPARE_WITH_TIMEOUT(threads(), threadsBefore, 15000);
         // SQLite keeps the descriptor of a connection that was closed beside an open one, and takes it for the next:
         // one more for each worker that ever overlapped with another, never one for each search.
@@ -176,7 +171,7 @@ private:
         complete(searchId);
         const ListContactSummary found = results(searchId);
         return std::any_of(found.cbegin(), found.cend(),
-                           [](const ContactSummary &one) { return one.type == ContactType::Remote; });
+                           [](const ContactSummary &contact) { return contact.type == ContactType::Remote; });
     }
     int threads() const { return int(QDir(QString("/proc/%1/task").arg(phone->directory.processId())).count()); }
     qsizetype openFiles() const

@@ -1,11 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "platform/records/PlatformEvents.h"
-#include "tests/support/Files.h"
 #include "tests/support/PhoneUnderTest.h"
-
-#include <QDir>
-#include <QFile>
-#include <QTest>
 
 namespace {
 

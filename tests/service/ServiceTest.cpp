@@ -1,17 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/support/PhoneUnderTest.h"
 
+#include "platform/records/DirectoryCodes.h"
 #include "platform/records/ImpExpStatus.h"
-#include "platform/records/KestinBus.h"
 #include "platform/records/KestinMode.h"
-#include "platform/records/PlatformEvents.h"
 #include "platform/records/RecordMaps.h"
 #include "platform/records/UpdateReport.h"
-#include "tests/support/Files.h"
-#include "tests/support/Rows.h"
-
-#include <QFile>
-#include <QTest>
 
 /// What a user of the running service sees.
 class ServiceTest : public QObject
@@ -45,54 +39,16 @@ private Q_SLOTS:
         QTRY_COMPARE(phone->events, QStringList(EventName::contactsCreated));
     }
 
-    void mapsTravelAsTexts()
-    {
-        const ListContact list{person("collaborationId=im@example.org")};
-        const QDBusReply<QMapQStringQString> ids = phone->call("createLocalContacts", {"r", QVariant::fromValue(list)});
-        QVERIFY2(ids.isValid(), qPrintable(ids.error().message()));
-        QCOMPARE(ids.value().value("im@example.org"), "#CONTACT_1#");
-        QCOMPARE(phone->code("updateContactsPreview", {"r", QStringList("#CONTACT_1#"), true}), 0);
-        QCOMPARE(phone->contacts("getAllContactsInPreview", {0, 10}).size(), 1);
-    }
-
-    void aChangedSettingCounts()
-    {
-        phone->set("DirMaxContact", "1");
-        QTRY_VERIFY(phone->create(person("A")) == 3); // the first ones may still go in
-        const auto stored = phone->contacts("getLocalContacts", {0, -1}).size();
-        phone->set("DirMaxContact", QString::number(stored + 10));
-        QTRY_COMPARE(phone->create(person("B")), 0);
-        QTRY_VERIFY(phone->events.contains(EventName::databaseFull));
-    }
-
-    void readOnlyModeComesAsAnEvent()
-    {
-        const auto tell = [this](bool readOnly) {
-            phone->raise(EventName::readOnlyMode,
-                         {{"moduleName", ModuleName::directory, true}, {"readOnly", readOnly, true}});
-        };
-        tell(true);
-        QTRY_COMPARE(phone->code("deleteLocalContact", {"r", "nobody"}), 6);
-        QCOMPARE(phone->create(person("A")), 6);
-        tell(false);
-        QTRY_COMPARE(phone->code("deleteLocalContact", {"r", "nobody"}), 2);
-    }
-
     void noArgumentOfAnEventHarms()
     {
-        registerDBusImpExpStatus();
-        registerDBusKestinMode();
-        registerDBusUpdateReport();
-        registerDBusQMapQStringQStringList();
         phone->directory.terminate();
         phone->directory.setEnvironment("KESTIN_LOG_LEVEL", "7");
         QVERIFY(phone->startDirectory());
-        const QStringList events =
-            QString("WS_DIRECTORY_GET_CONTACT_PROFILE WS_DIRECTORY_GET_ATTRIBUTES WS_DIRECTORY_GET_NEXT_RESULTS "
-                    "WS_DIRECTORY_GET_OPERATORS WS_DIRECTORY_SEARCH WS_DIRECTORY_SEARCH_BY_FULL_NAME "
-                    "WS_DIRECTORY_STOP_SEARCH WS_DIRECTORY_CANONIZE_NUMBER WSManagerAvailabilityEvent "
-                    "UDAAvailabilityEvent WS_DIRECTORY_GETATTRIBUTEBYCONTACTID READ_ONLY_MODE presentationLoaded")
-                .split(' ');
+        using namespace EventName;
+        const QStringList events{
+            wsContactProfile,       wsAttributes, wsNextResults,     wsOperators,           wsSearch,
+            wsSearchByFullName,     wsStopSearch, wsCanonizeNumber,  wsManagerAvailability, wsDirectoryAvailability,
+            wsAttributeByContactId, readOnlyMode, presentationLoaded};
         const QVariant variant = QVariant::fromValue(QDBusVariant("v"));
         const auto of = [](const auto &value) { return QVariant::fromValue(value); };
         // Records of (s), (i), (is), larger ones, lists of them, none of them; then what is no record.
@@ -130,34 +86,6 @@ private Q_SLOTS:
                 event == EventName::readOnlyMode ? "::syncReadOnlyModeSlot" : "::slot_presentationLoaded";
             QVERIFY(phone->directory.waitForErrorOutput(isOfWebService ? "<7>Event " + event + " Received" : own));
         }
-    }
-
-    void oddInputIsKeptOrAnswered()
-    {
-        const QStringList names{"O'Hara'); DROP TABLE CONTACT; --",
-                                "100%_$",
-                                "two\nlines\t<3>forged",
-                                "%1 %2 %n",
-                                QString(1 << 20, 'x'),
-                                QString::fromUcs4(U"\U0001F600 é"),
-                                "' OR '1'='1"};
-        for (qsizetype i = 0; i < names.size(); ++i) {
-            Contact contact;
-            contact.name = names.at(i);
-            contact.officePhone = names.at(i).left(2000);
-            contact.collaborationId = names.at(i).left(100);
-            contact.misc.insert(names.at(i).left(50), names.at(i).left(50));
-            QCOMPARE(phone->create(contact), 0);
-            const QString id = QString("#CONTACT_%1#").arg(i + 1);
-            const ListContact stored = phone->contacts("getContactById", {id});
-            QCOMPARE(stored.value(0).name, names.at(i));
-            QCOMPARE(stored.value(0).misc, contact.misc);
-            QCOMPARE(phone->contacts("getContactToMerge", {contact.collaborationId, "", ""}).size(), 1);
-            QCOMPARE(phone->code("updateContactsPreview", {"r", QStringList(names.at(i).left(100)), true}), 0);
-            QCOMPARE(phone->code("deleteLocalContact", {"r", names.at(i).left(100)}), 2);
-        }
-        QCOMPARE(phone->contacts("getLocalContacts", {0, -1}).size(), names.size());
-        QCOMPARE(phone->contacts("getContactToMerge", {"", "", ""}).size(), 0);
     }
 
     void aResultTooLargeIsAnError()
@@ -210,7 +138,7 @@ private Q_SLOTS:
 
     void aSecondServiceIsRefused_data()
     {
-        const Rows<QString> row("reason");
+        const Rows<QString> row;
         row("on the same bus",
             "<3>KestinDirectory cannot start: the name com.norlan.Kestin.KestinDirectory is already taken\n");
         row("on another bus", "kestindirectory.data cannot be opened: another process uses it\n");
@@ -218,13 +146,13 @@ private Q_SLOTS:
 
     void aSecondServiceIsRefused()
     {
+        const auto [reason] = currentRow<QString>();
         const QString stray = writeFile(phone->data.filePath("KestinDirectory/photos/photo_stray"));
         Program second("kestin-directory");
         std::optional<PrivateBus> other;
         if (QTest::currentDataTag() == QByteArray("on another bus"))
             other.emplace();
         QCOMPARE(second.run(), 1);
-        QFETCH(const QString, reason);
         QVERIFY2(second.errorOutput().contains(reason), qPrintable(second.errorOutput()));
         QVERIFY(QFile::exists(stray)); // a start that goes on would sweep it
         QCOMPARE(phone->create(person("A")), 0);

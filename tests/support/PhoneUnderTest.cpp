@@ -1,20 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/support/PhoneUnderTest.h"
 
-#include "platform/records/KestinBus.h"
-#include "platform/records/PlatformEvents.h"
-
-#include <QTest>
-
 namespace {
 
 /// Before any of the programs takes over the environment.
 QString exported(const QTemporaryDir &folder)
 {
     qputenv("KESTIN_DATA_DIR", folder.path().toUtf8());
-    registerDBusContact();
-    registerDBusContactSummary();
-    registerDBusEventArgument();
     static int count = 0;
     return QString("client%1").arg(++count);
 }

@@ -1,19 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "platform/records/Contact.h"
 #include "platform/records/EventArgument.h"
-#include "platform/records/KestinBus.h"
+#include "platform/records/PlatformEvents.h"
 #include "tests/support/Person.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/Program.h"
+#include "tests/support/Test.h"
 
-#include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <QDBusReply>
-#include <QMap>
-#include <QObject>
-#include <QTemporaryDir>
 
 /// The service with its peers as processes on a bus of their own, with a data folder of their own, and a client.
 class PhoneUnderTest : public QObject

@@ -1,6 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/support/PrivateBus.h"
 
+#include "platform/records/Capability.h"
+#include "platform/records/Contact.h"
+#include "platform/records/EventArgument.h"
+#include "platform/records/ImpExpStatus.h"
+#include "platform/records/KestinMode.h"
+#include "platform/records/RecordMaps.h"
+#include "platform/records/Setting.h"
+#include "platform/records/UpdateReport.h"
+
+#include <QDBusPendingCallWatcher>
+#include <QEventLoop>
+
 #include <csignal>
 
 PrivateBus::PrivateBus()
@@ -10,6 +22,11 @@ PrivateBus::PrivateBus()
 
 PrivateBus::PrivateBus(const QString &configuration)
 {
+    for (const auto registerRecord :
+         {registerDBusCapability, registerDBusContact, registerDBusContactSummary, registerDBusEventArgument,
+          registerDBusImpExpStatus, registerDBusKestinMode, registerDBusQMapQStringQStringList, registerDBusSetting,
+          registerDBusUpdateReport})
+        registerRecord();
     m_daemon.setProcessChannelMode(QProcess::SeparateChannels);
     // A test that is a module of the platform has SIGTERM blocked, and children inherit that.
     m_daemon.setChildProcessModifier([] {
@@ -37,4 +54,14 @@ PrivateBus::~PrivateBus()
 QDBusConnection PrivateBus::connection(const QString &name) const
 {
     return QDBusConnection::connectToBus(m_address, name);
+}
+
+QDBusMessage PrivateBus::answerTo(const QDBusMessage &call, const QString &name) const
+{
+    QDBusPendingCallWatcher watcher(connection(name).asyncCall(call, limitMs));
+    QEventLoop loop;
+    QObject::connect(&watcher, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
+    if (!watcher.isFinished())
+        loop.exec(); // the call has its own limit
+    return watcher.reply();
 }

@@ -14,7 +14,7 @@
 
 Program::Program(const QString &name, const QStringList &arguments)
 {
-    m_process.setProgram(QCoreApplication::applicationDirPath() + QLatin1Char('/') + name);
+    m_process.setProgram(QCoreApplication::applicationDirPath() + '/' + name);
     m_process.setArguments(arguments);
     m_process.setProcessEnvironment(QProcessEnvironment::systemEnvironment());
 }
@@ -35,7 +35,7 @@ void Program::start()
 {
     // What was exported since this object was made, the bus address above all, counts as well.
     QProcessEnvironment environment = m_process.processEnvironment();
-    environment.insert(QStringLiteral("KESTIN_BUS"), qEnvironmentVariable("KESTIN_BUS"));
+    environment.insert("KESTIN_BUS", qEnvironmentVariable("KESTIN_BUS"));
     m_process.setProcessEnvironment(environment);
     m_process.start();
     m_process.waitForStarted(limitMs);

@@ -23,9 +23,9 @@ public:
         /// "Module.method" and its arguments, a list's elements joined with ",".
         QString text() const
         {
-            QString line = module + QLatin1Char('.') + method;
+            QString line = module + '.' + method;
             for (const QVariant &argument : arguments)
-                line += QLatin1Char(' ') + argument.toStringList().join(QLatin1Char(','));
+                line += ' ' + argument.toStringList().join(',');
             return line;
         }
     };
@@ -42,7 +42,7 @@ public:
 
     static QDBusMessage noPeer(const QDBusMessage &message)
     {
-        return message.createErrorReply(QDBusError::ServiceUnknown, QStringLiteral("nobody there"));
+        return message.createErrorReply(QDBusError::ServiceUnknown, "nobody there");
     }
 
     static Answer with(const QVariant &value)
@@ -87,19 +87,19 @@ public:
     {
         const auto canonical = [](QStringList numbers) {
             for (QString &number : numbers)
-                number = number.isEmpty() ? number : QLatin1Char('+') + number;
+                number = number.isEmpty() ? number : '+' + number;
             return numbers;
         };
         const QVariant argument = call.arguments.value(0);
-        if (call.method == QLatin1String("makeCanonicalNumberMapWithoutPrefix")) {
+        if (call.method == "makeCanonicalNumberMapWithoutPrefix") {
             auto numbersById = argument.value<QMapQStringQStringList>();
             for (QStringList &numbers : numbersById)
                 numbers = canonical(numbers);
             return message.createReply(QVariant::fromValue(numbersById));
         }
-        if (call.method == QLatin1String("makeCanonicalNumberListWithoutPrefix"))
+        if (call.method == "makeCanonicalNumberListWithoutPrefix")
             return message.createReply(QVariant(canonical(argument.toStringList())));
-        return message.createReply(QVariant(argument.toStringList().replaceInStrings(QLatin1String(" "), QString())));
+        return message.createReply(QVariant(argument.toStringList().replaceInStrings(" ", QString())));
     }
 
     QStringList eventNames() const
@@ -114,7 +114,6 @@ private:
     QDBusMessage record(const Call &call)
     {
         calls.append(call);
-        return answer(call, QDBusMessage::createMethodCall(QStringLiteral("a.b"), QStringLiteral("/a"),
-                                                           QStringLiteral("a.b"), call.method));
+        return answer(call, QDBusMessage::createMethodCall("a.b", "/a", "a.b", call.method));
     }
 };

@@ -6,13 +6,13 @@
 #include <QTemporaryDir>
 #include <QUrl>
 
-/// A directory server that lets everybody in, for what no real one does. It needs the event loop.
+/// A directory server that lets everybody in, for what no real server does. It needs the event loop.
 class LdapStub : public QLocalServer
 {
 public:
     LdapStub()
     {
-        listen(m_folder.filePath(QStringLiteral("socket")));
+        listen(m_folder.filePath("socket"));
         connect(this, &QLocalServer::newConnection, this, [this] {
             QLocalSocket *client = nextPendingConnection();
             connect(client, &QLocalSocket::readyRead, this, [this, client] { answer(*client); });

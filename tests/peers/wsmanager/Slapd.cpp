@@ -17,7 +17,7 @@ namespace {
 
 constexpr int limitMs = 30000;
 // Debian keeps administrators' programs where a user's path does not lead.
-const QString folderOfPrograms = QStringLiteral("/usr/sbin/");
+const QString folderOfPrograms = "/usr/sbin/";
 
 int freePort()
 {
@@ -36,8 +36,8 @@ int freePort()
 
 Slapd::Slapd(const QByteArray &settings, const QByteArray &limits)
 {
-    QDir(m_folder.path()).mkdir(QStringLiteral("db"));
-    QFile file(m_folder.filePath(QStringLiteral("slapd.conf")));
+    QDir(m_folder.path()).mkdir("db");
+    QFile file(m_folder.filePath("slapd.conf"));
     if (!file.open(QIODevice::WriteOnly))
         qFatal("the server's configuration cannot be written");
     for (const char *schema : {"core", "cosine", "inetorgperson"})
@@ -62,9 +62,8 @@ bool Slapd::load()
 {
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.start(folderOfPrograms + QStringLiteral("slapadd"),
-                  {QStringLiteral("-q"), QStringLiteral("-f"), file(QStringLiteral("slapd.conf")), QStringLiteral("-l"),
-                   QStringLiteral(KESTIN_SAMPLES "/company.ldif")});
+    process.start(folderOfPrograms + "slapadd",
+                  {"-q", "-f", file("slapd.conf"), "-l", QStringLiteral(KESTIN_SAMPLES "/company.ldif")});
     return process.waitForFinished(limitMs) && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
 }
 
@@ -76,15 +75,13 @@ bool Slapd::start(bool withTls)
     // Between our finding a port and its being taken by the server somebody else may have it.
     for (int attempt = 0; attempt < 5; ++attempt) {
         m_plainPort = freePort();
-        QString urls = url() + QLatin1Char(' ') + plainUrl();
+        QString urls = url() + ' ' + plainUrl();
         if (withTls) {
             m_tlsPort = freePort();
-            urls += QLatin1Char(' ') + tlsUrl();
+            urls += ' ' + tlsUrl();
         }
         m_log.clear();
-        m_server.start(folderOfPrograms + QStringLiteral("slapd"),
-                       {QStringLiteral("-f"), m_folder.filePath(QStringLiteral("slapd.conf")), QStringLiteral("-h"),
-                        urls, QStringLiteral("-d"), QStringLiteral("stats")});
+        m_server.start(folderOfPrograms + "slapd", {"-f", m_folder.filePath("slapd.conf"), "-h", urls, "-d", "stats"});
         if (waitForLog("slapd starting"))
             return true;
     }
@@ -107,8 +104,8 @@ void Slapd::freeze(bool isFrozen)
 
 QString Slapd::url() const
 {
-    const QByteArray socket = QUrl::toPercentEncoding(m_folder.filePath(QStringLiteral("socket")));
-    return QStringLiteral("ldapi://") + QString::fromLatin1(socket);
+    const QByteArray socket = QUrl::toPercentEncoding(m_folder.filePath("socket"));
+    return "ldapi://" + QString::fromLatin1(socket);
 }
 
 bool Slapd::waitForLog(const QByteArray &text)

@@ -13,15 +13,15 @@ public:
     explicit Slapd(const QByteArray &settings = {}, const QByteArray &limits = {});
     ~Slapd();
 
-    /// Serves on a socket and on a free port of the loopback, and on another one with TLS when asked to.
+    /// Serves on a socket and on a free port of the loopback, and with TLS on another port when asked to.
     bool start(bool withTls = false);
     void stop();
     /// Lets it hang, and go on.
     void freeze(bool isFrozen);
 
     QString url() const;
-    QString plainUrl() const { return QStringLiteral("ldap://127.0.0.1:%1").arg(m_plainPort); }
-    QString tlsUrl() const { return QStringLiteral("ldaps://127.0.0.1:%1").arg(m_tlsPort); }
+    QString plainUrl() const { return QString("ldap://127.0.0.1:%1").arg(m_plainPort); }
+    QString tlsUrl() const { return QString("ldaps://127.0.0.1:%1").arg(m_tlsPort); }
     QString file(const QString &name) const { return m_folder.filePath(name); }
     /// Waits until it has logged the text.
     bool waitForLog(const QByteArray &text);

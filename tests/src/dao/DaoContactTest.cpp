@@ -2,11 +2,11 @@
 #include "src/dao/Transaction.h"
 #include "tests/src/dao/TemporaryStore.h"
 #include "tests/support/Person.h"
-#include "tests/support/Rows.h"
-
-#include <QTest>
+#include "tests/support/Test.h"
 
 #include <limits>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -63,7 +63,7 @@ private Q_SLOTS:
 
     void onlyAChangeGivesANewDate_data()
     {
-        const Rows<bool, Change> row("isNew", "change");
+        const Rows<bool, Change> row;
         row("nothing", false, [](Contact &) {});
         row("in preview", false, [](Contact &contact) { contact.isPreviewed = true; });
         row("a text", true, [](Contact &contact) { contact.name += u'x'; });
@@ -76,8 +76,7 @@ private Q_SLOTS:
 
     void onlyAChangeGivesANewDate()
     {
-        QFETCH(Change, change);
-        QFETCH(bool, isNew);
+        const auto [isNew, change] = currentRow<bool, Change>();
         TemporaryStore store;
         Contact contact = store.add(u"id"_s, fullContact());
         contact.setLastModificationDate(longAgo);
@@ -295,7 +294,7 @@ private Q_SLOTS:
 
     void aWalkThatBreaksOffIsNoEnd_data()
     {
-        const Rows<QString, Read> rows("damaged", "read");
+        const Rows<QString, Read> rows;
         const auto row = [&rows](const QByteArray &damaged, const char *what, Read read) {
             rows(damaged + ", " + what, damaged, read);
         };
@@ -322,7 +321,7 @@ private Q_SLOTS:
 
     void aWalkThatBreaksOffIsNoEnd()
     {
-        QFETCH(const QString, damaged);
+        const auto [damaged, read] = currentRow<QString, Read>();
         TemporaryStore store;
         {
             Transaction transaction(store.database.connection());
@@ -334,7 +333,6 @@ private Q_SLOTS:
         }
         store.damage(qPrintable(damaged));
         const LogCapture log(KestinLogger::Error);
-        QFETCH(const Read, read);
         QVERIFY(!read(*store.dao));
         QCOMPARE(log.lines.size(), 1);
         QVERIFY(log.lines.first().startsWith("<3>Error while executing query "_L1));

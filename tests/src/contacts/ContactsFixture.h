@@ -4,39 +4,19 @@
 #include "platform/records/DirectoryCodes.h"
 #include "platform/records/KestinBus.h"
 #include "src/directory/OpenDirectory.h"
-#include "tests/src/dao/TemporaryStore.h"
-#include "tests/support/Person.h"
-#include "tests/support/ScriptedTransport.h"
+#include "tests/support/UseCaseFixture.h"
 
 inline Contact withType(int type, const QString &id = "x")
 {
     return person(QString("firstName=A|name=B|type=%1|contactId=%2").arg(type).arg(id));
 }
 
-/// An empty database, and a telephony service that takes blanks out of numbers and puts "+" before canonical ones.
-struct StoreParts
+/// The use cases on an empty store, and a record of what was told.
+struct ContactsFixture : UseCaseFixture, OpenDirectory
 {
-    StoreParts()
-    {
-        database.openDatabase(folder.path());
-        database.createTables();
-        fields.maxContacts = 1000;
-        fields.comLogSize = 40;
-        transport.answer = ScriptedTransport::answerAsTelephony;
-    }
-    void run(const QString &statement) { database.connection().executeQuery(statement); }
+    using OpenDirectory::dao;
 
-    LogCapture log;
-    QTemporaryDir folder;
-    Database database;
-    ScriptedTransport transport;
-    DirectoryFields fields;
-};
-
-/// The use cases on them, and a record of what was told.
-struct Store : StoreParts, OpenDirectory
-{
-    Store()
+    ContactsFixture()
         : OpenDirectory(database.connection(), transport, transport, fields, ModuleName::directory)
     {
         const auto note = [this](const char *what) {
@@ -46,7 +26,6 @@ struct Store : StoreParts, OpenDirectory
                     line += ' ' + idTold(subject);
                 (line.append(flag ? " true" : " false"), ...);
                 told.append(line);
-                log.lines.append(line);
             };
         };
         QObject::connect(&contacts.news, &ContactNews::contactsCreated, note("created"));
@@ -65,11 +44,17 @@ struct Store : StoreParts, OpenDirectory
 
     /// The news since the last call, each behind a "|".
     QString takeNews() { return std::exchange(told, {}).join('|'); }
-    /// A code and the news.
+    /// The name of a result code, and the news.
     QString did(int code)
     {
-        const QString since = takeNews();
-        return QString::number(code) + (since.isEmpty() ? since : '|' + since);
+        static const QMap<int, QString> names{{ResultCode::done, "done"},
+                                              {ResultCode::wrongType, "wrongType"},
+                                              {ResultCode::noSuchContact, "noSuchContact"},
+                                              {ResultCode::capacityReached, "capacityReached"},
+                                              {ResultCode::nothingToDo, "nothingToDo"},
+                                              {ResultCode::readOnly, "readOnly"},
+                                              {ResultCode::writeFailed, "failed"}};
+        return (QStringList{names.value(code)} + std::exchange(told, {})).join('|');
     }
     QString create(const Contact &contact, const QString &reqId = "r")
     {
@@ -78,7 +63,6 @@ struct Store : StoreParts, OpenDirectory
     QString modify(const Contact &contact) { return did(contacts.modification.modifyLocalContact("r", contact)); }
     QString remove(const QString &id) { return did(contacts.deletion.deleteLocalContact("r", id)); }
 
-    Contact stored(const QString &id) { return dao.getContact(id)->value(0); }
     /// Puts a contact of any type straight into the database and returns its id.
     QString put(Contact contact)
     {
@@ -92,16 +76,5 @@ struct Store : StoreParts, OpenDirectory
         return contact.contactId + (contact == stored(contact.contactId) ? "" : " (not as stored)");
     }
     static QString idTold(const QString &id) { return id; }
-    /// From now on each write that changes a contact fails when it is committed.
-    void failCommits()
-    {
-        run("PRAGMA foreign_keys=ON");
-        run("CREATE TABLE one(id INTEGER PRIMARY KEY)");
-        run("CREATE TABLE late(id INTEGER REFERENCES one(id) DEFERRABLE INITIALLY DEFERRED)");
-        for (const QByteArray change : {"INSERT", "UPDATE", "DELETE"})
-            run("CREATE TEMP TRIGGER " + change + "d AFTER " + change +
-                " ON CONTACT BEGIN INSERT INTO late VALUES(1); END");
-    }
-
     QStringList told;
 };

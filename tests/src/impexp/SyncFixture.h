@@ -6,29 +6,20 @@
 #include "src/impexp/ContactImport.h"
 #include "src/numbers/CanonicalNumbers.h"
 #include "src/photofiles/PhotoFiles.h"
-#include "tests/src/dao/TemporaryStore.h"
-#include "tests/support/Files.h"
-#include "tests/support/Person.h"
-#include "tests/support/ScriptedTransport.h"
+#include "tests/support/UseCaseFixture.h"
 
 #include <QRegularExpression>
 
-/// Import and export on a database of their own. Canonical numbers are the raw ones behind a "+"; photo files
-/// lie in a folder of their own.
-struct SyncStand : TemporaryStore
+/// Import and export of a store of their own.
+struct SyncFixture : UseCaseFixture
 {
-    SyncStand()
+    SyncFixture()
     {
-        QDir(folder.path()).mkdir("photos");
-        telephony.answer = ScriptedTransport::answerAsTelephony;
-        fields.maxContacts = 1000;
-        fields.photoDirectory = folder.filePath("photos/");
-        fields.fileDiskUserQuota = 100 << 20;
         const auto note = [this](const char *what) {
             return [this, what](auto &&...texts) {
                 QStringList line{what};
                 (line.append(shown(texts)), ...);
-                news.append(line.join(u' '));
+                news.append(line.join(' '));
             };
         };
         QObject::connect(&importing, &ContactImport::photoDropped, note("dropped"));
@@ -42,7 +33,7 @@ struct SyncStand : TemporaryStore
     }
 
     static QString shown(const ImpExpStatus &status) { return status.toString(); }
-    static QString shown(const QStringList &texts) { return texts.join(u','); }
+    static QString shown(const QStringList &texts) { return texts.join(','); }
     /// New photo files are all called "photo_new".
     QString shown(const QString &text) const
     {
@@ -63,22 +54,17 @@ struct SyncStand : TemporaryStore
         exporting.exportToXml(path(), 2, full, "id", "device", QDateTime::currentDateTimeUtc(), previous);
         return std::exchange(news, {});
     }
-    Contact stored(const QString &id) { return dao->getContact(id)->value(0); }
     /// How many contacts telephony was asked for, by call.
     QList<qsizetype> canonized() const
     {
         QList<qsizetype> sizes;
-        for (const ScriptedTransport::Call &call : telephony.calls)
+        for (const ScriptedTransport::Call &call : transport.calls)
             sizes.append(call.arguments.value(0).value<QMapQStringQStringList>().size());
         return sizes;
     }
-    QStringList photoFiles() const { return QDir(fields.photoDirectory).entryList(QDir::Files, QDir::Name); }
 
-    LogCapture log;
-    DirectoryFields fields;
     QStringList news;
-    ScriptedTransport telephony;
-    CanonicalNumbers numbers{telephony};
+    CanonicalNumbers numbers{transport};
     PhotoFiles photos{*dao, fields};
     ContactImport importing{*dao, fields, numbers, photos};
     ContactExport exporting{*dao, fields, ModuleName::directory};
