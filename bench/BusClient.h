@@ -7,7 +7,7 @@
 #include <QDBusMessage>
 #include <QVariantList>
 
-/// A caller of modules that makes its calls one after another. An error for an answer is a BenchError.
+/// A caller of modules that makes one call at a time. An error for an answer is a BenchError.
 class BusClient
 {
 public:

@@ -16,8 +16,8 @@ public:
     /// Purges the search.
     ~SearchRun() override;
 
-    /// Call one of these two, a single time. `announced` is how many contacts are told as they come. The number has to
-    /// be in canonical form. With `localOnly` the company directory is not asked. Both throw what DirectoryService
+    /// Call either of these two, a single time. `announced` is how many contacts are told as they come. The number has
+    /// to be in canonical form. With `localOnly` the company directory is not asked. Both throw what DirectoryService
     /// throws.
     void startByName(const QString &name, int announced, bool localOnly);
     void startByNumber(const QString &number, bool localOnly);

@@ -13,7 +13,6 @@
 /// The synchronisation file as this program sees it. The directory reads and writes the file, perhaps as another user.
 /// So what this program cannot tell of the file is no failure.
 namespace SyncFile {
-
 /// How many contacts stand in the file. None when it cannot be read to its end.
 std::optional<int> countContacts(const QString &path);
 
@@ -38,7 +37,7 @@ public:
     /// `limit` is how long the wait lasts while the run does not seem to go on. An export that still writes goes on.
     SyncRun(const BusSession &bus, std::chrono::milliseconds limit);
 
-    /// Call one of these two, a single time. Both throw CommandFailure when the directory cannot be reached, ends
+    /// Call either of these two, a single time. Both throw CommandFailure when the directory cannot be reached, ends
     /// meanwhile or does not tell the end within the limit, and when the run is interrupted.
     Outcome exportTo(const ExportRequest &request);
     Outcome importFrom(const QString &path);

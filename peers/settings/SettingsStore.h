@@ -39,7 +39,7 @@ public:
     UpdateReport set(const QString &key, const QString &value);
 
 Q_SIGNALS:
-    /// The value that the setting answers with is another one now.
+    /// The value that the setting answers with has changed.
     void changed(const Setting &setting);
 
 private:

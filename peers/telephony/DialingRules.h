@@ -15,7 +15,7 @@ struct DialingRules
 
     /// The settings that hold the rules.
     static QStringList settingKeys();
-    /// Takes the value of one of these settings, in any usual spelling: "+33" or "0033" for the country code, commas,
+    /// Takes the value of any of these settings, in any usual spelling: "+33" or "0033" for the country code, commas,
     /// semicolons or blanks between the exceptions. What is no number counts as 0 or as nothing.
     void set(const QString &settingKey, const QString &value);
 

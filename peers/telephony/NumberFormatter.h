@@ -14,7 +14,7 @@ class PhoneNumberUtil;
 } // namespace i18n::phonenumbers
 
 /// Brings numbers into the forms in which they are dialled and compared, under given dialing rules. A text that cannot
-/// be read comes back unchanged. Several objects may be used on several threads, one object on one.
+/// be read comes back unchanged. Each object belongs to a single thread; several objects may be used on several.
 class NumberFormatter
 {
 public:
@@ -38,7 +38,7 @@ public:
     ///  1. as written, when it has an international or trunk prefix (in a country without a trunk prefix: always);
     ///  2. (P) the rest, in the same way;
     ///  3. as written, behind the area code;
-    ///  4. as written, as a national number without its trunk prefix or an international one without its +;
+    ///  4. as written, as a national number without its trunk prefix or an international number without its +;
     ///  5. (P) the rest, as in 3; 6. (P) the rest, as in 4.
     /// When none exists, the first of ways 1 and 2 whose length at least is possible counts: numbering plans grow.
     /// With the prefix 0 in France, so, 00388123456 is 0 and 0388123456, 0033388123456 is international, and

@@ -29,7 +29,7 @@ public:
 
     /// Once; may come after the first request.
     void begin(std::unique_ptr<DirectorySearch> search);
-    /// Asks for a packet; answered once, never during the call. A request while one is waiting changes nothing.
+    /// Asks for a packet; answered once, never during the call. A request while another waits changes nothing.
     void ask();
 
 Q_SIGNALS:

@@ -14,7 +14,7 @@ struct DirectoryConfig
     QString name = QStringLiteral("Company directory");
     QString ldif; ///< a file in place of a server
     LdapServer server;
-    QString base; ///< empty: on a server the one that the library is configured with, in a file everything
+    QString base; ///< empty: on a server the base that the library is configured with, in a file everything
     QString objectClass = QStringLiteral("inetOrgPerson");
     QString filter; ///< in parentheses; narrows what is found further; for servers only
     AttributeMap attributes;

@@ -12,8 +12,8 @@ class DirectorySearch : public QObject
     Q_OBJECT
 
 public:
-    /// Asks for the next packet; answered by one packet(), never during the call. Not to be called while one is under
-    /// way, nor after the last.
+    /// Asks for the next packet; answered by one packet(), never during the call. Not to be called while a packet is
+    /// under way, nor after the last.
     virtual void next() = 0;
 
 Q_SIGNALS:

@@ -8,7 +8,7 @@
 
 /// The settings of an INI file, in their order: sections in brackets, lines "key=value", comments behind ";" or "#" at
 /// the beginning of a line. A key stands once in its section. A value stands as it is, without the blanks around it;
-/// one in double quotes keeps them, and has a backslash before each double quote and backslash.
+/// in double quotes it keeps them, and has a backslash before each double quote and backslash.
 struct IniFile
 {
     struct Setting

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-// What the directory library hands over, owned. An empty one owns nothing.
+// What the directory library hands over, owned. An empty pointer owns nothing.
 
 template <auto giveBack>
 struct LdapDeleter

@@ -21,7 +21,7 @@ public:
     /// Without a request it connects, tells and ends.
     LdapWorker(const LdapServer &server, const std::optional<LdapRequest> &request);
 
-    /// Lets it gather one more packet. Main thread.
+    /// Lets it gather another packet. Main thread.
     void wantPacket() { m_wanted.release(); }
     /// Lets it end, abandoning what is under way; nothing but the thread's end is told after that. Main thread.
     void cancel();

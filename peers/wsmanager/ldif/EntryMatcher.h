@@ -8,7 +8,7 @@
 class EntryMatcher
 {
 public:
-    /// Only entries of the class fulfil the query; an empty one means any.
+    /// Only entries of the class fulfil the query; an empty class means any.
     EntryMatcher(const DirectoryQuery &query, const QString &objectClass);
 
     bool matches(const DirectoryEntry &entry) const;
