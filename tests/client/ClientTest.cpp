@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/client/ClientDesk.h"
+#include "tests/client/ClientFixture.h"
 
 #include <csignal>
 
@@ -27,7 +27,7 @@ QString add(const QString &name, const QString &options = {}, const QStringList 
 } // namespace
 
 /// The client as its user runs it, against the real service and its peers on a bus of their own.
-class ClientTest : public ClientDesk
+class ClientTest : public ClientFixture
 {
     Q_OBJECT
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/client/ClientDesk.h"
+#include "tests/client/ClientFixture.h"
 
 /// The commands that have the directory read and write files, fetch photos and take over default contacts.
-class SyncClientTest : public ClientDesk
+class SyncClientTest : public ClientFixture
 {
     Q_OBJECT
 
@@ -12,7 +12,7 @@ private Q_SLOTS:
         m_photoServer.start(KESTIN_SAMPLES "/photo-server", {KESTIN_SAMPLES});
         QVERIFY(m_photoServer.waitForReadyRead(Program::limitMs));
         m_proxy = "http://127.0.0.1:" + QString::fromUtf8(m_photoServer.readLine()).trimmed();
-        ClientDesk::init();
+        ClientFixture::init();
         QByteArray cards;
         for (const char *name : {"Abel", "Berta", "Carl"})
             cards += "BEGIN:VCARD\nN:" + QByteArray(name) + "\nEND:VCARD\n";
@@ -21,7 +21,7 @@ private Q_SLOTS:
 
     void cleanup()
     {
-        ClientDesk::cleanup();
+        ClientFixture::cleanup();
         m_photoServer.kill();
         m_photoServer.waitForFinished();
     }

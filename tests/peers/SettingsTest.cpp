@@ -16,10 +16,17 @@ namespace {
 const QString module = ModuleName::settings;
 const QString defaultContacts = "DirectoryDefaultContacts";
 
-/// Takes every call that the settings manager makes to one module.
+/// The directory as the settings manager sees it: takes every call.
 class Owner : public QDBusVirtualObject
 {
 public:
+    explicit Owner(QDBusConnection connection)
+    {
+        connection.unregisterObject(KestinBus::objectPath(ModuleName::directory)); // that of the test before
+        if (!connection.registerVirtualObject(KestinBus::objectPath(ModuleName::directory), this) ||
+            !connection.registerService(KestinBus::serviceName(ModuleName::directory)))
+            qFatal("the directory's name is taken");
+    }
     QString introspect(const QString &) const override { return QString(); }
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
     {
@@ -128,10 +135,7 @@ private Q_SLOTS:
         m_program->kill();
         m_program->setEnvironment("KESTIN_LOG_LEVEL", "6");
         QVERIFY(m_program->startAndWaitForName(module, m_bus.connection));
-        Owner owner;
-        QDBusConnection connection = m_bus.bus.connection("owner");
-        QVERIFY(connection.registerVirtualObject(KestinBus::objectPath(ModuleName::directory), &owner));
-        QVERIFY(connection.registerService(KestinBus::serviceName(ModuleName::directory)));
+        Owner owner(m_bus.bus.connection("owner"));
         const QList<std::array<QString, 3>> writes{
             {"DirMaxContact", "1000"}, // its default
             {"DirMaxContact", "7", "dirMaxContactChanged"},
@@ -157,10 +161,7 @@ private Q_SLOTS:
 
     void editsOfTheFileReachTheOwner()
     {
-        Owner owner;
-        QDBusConnection connection = m_bus.bus.connection("owner");
-        connection.unregisterObject(KestinBus::objectPath(ModuleName::directory));
-        QVERIFY(connection.registerVirtualObject(KestinBus::objectPath(ModuleName::directory), &owner));
+        Owner owner(m_bus.bus.connection("owner"));
         const QString told = "dirMaxContactChanged DirMaxContact=%1 by file";
 
         replaceFile(m_path, "[General]\nDirMaxContact=1\n");

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/client/ClientDesk.h"
+#include "tests/client/ClientFixture.h"
 
 QStringList Outcome::names() const
 {
@@ -29,7 +29,7 @@ Outcome client(const QString &line, const QByteArray &input)
     return client(line, QStringList(), input);
 }
 
-void ClientDesk::init()
+void ClientFixture::init()
 {
     m_phone = std::make_unique<PhoneUnderTest>();
     m_phone->directory.setEnvironment("KESTIN_LOG_LEVEL", "7"); // what a test waits for stands in the log

@@ -30,7 +30,7 @@ Outcome client(const QString &line, const QStringList &more = {}, const QByteArr
 Outcome client(const QString &line, const QByteArray &input);
 
 /// A phone with its service made anew for each test function, and files beside its data.
-class ClientDesk : public QObject
+class ClientFixture : public QObject
 {
     Q_OBJECT
 
