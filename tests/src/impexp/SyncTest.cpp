@@ -274,7 +274,8 @@ private Q_SLOTS:
             many += "<contact><officePhone>" + QByteArray::number(i) + "</officePhone></contact>";
         store.import(many);
         QCOMPARE(store.canonized(), (QList<qsizetype>{100, 100, 100, 100, 100, 100}));
-        QCOMPARE(store.run("SELECT COUNT(*) FROM CONTACT WHERE officePhoneCan='+' || officePhone"), "600");
+        QCOMPARE(store.run("SELECT COUNT(DISTINCT officePhone) FROM CONTACT WHERE officePhoneCan='+' || officePhone"),
+                 "600");
         store.exportAll();
         QStringList ids;
         const QByteArray file = contentOf(store.path());
