@@ -14,7 +14,8 @@
 /// - a KestinException that a slot of the adaptor throws (as a pointer to a new object) becomes the error
 ///   "com.norlan.Kestin.KestinException" with the exception's message; it must never unwind through the bus library;
 /// - a result larger than the bus carries becomes "org.freedesktop.DBus.Error.LimitsExceeded", where sending it would
-///   cost the module its connection. So do arguments of that size, which no event could tell any more.
+///   cost the module its connection. So do arguments of that size, which no event could tell any more, and a contact
+///   with a text over WireSize::longestText.
 /// `Adaptor` is a QDBusAbstractAdaptor that is made with its parent, a KestinModule, by reference.
 template <typename Adaptor>
 class ErrorReplying : public Adaptor
@@ -50,11 +51,16 @@ private:
     bool hasTooLargeArguments(const QMetaMethod &method, void **arguments)
     {
         qsizetype size = 0;
-        for (int i = 0; i < method.parameterCount(); ++i)
+        bool isTooLong = false;
+        for (int i = 0; i < method.parameterCount(); ++i) {
             size += WireSize::of(method.parameterMetaType(i), arguments[i + 1]);
+            isTooLong = isTooLong || WireSize::hasTooLongText(method.parameterMetaType(i), arguments[i + 1]);
+        }
         if (size > WireSize::limit)
             refuse(method, QStringLiteral("the arguments are larger than 24 MiB; send fewer at a time"));
-        return size > WireSize::limit;
+        else if (isTooLong)
+            refuse(method, QStringLiteral("a text of a contact is longer than 64 KiB"));
+        return size > WireSize::limit || isTooLong;
     }
 
     void refuseWhatIsTooLarge(const QMetaMethod &method, const void *result)

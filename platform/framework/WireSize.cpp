@@ -4,6 +4,7 @@
 #include "platform/records/Contact.h"
 #include "platform/records/RecordMaps.h"
 
+#include <algorithm>
 #include <numeric>
 
 namespace {
@@ -56,6 +57,21 @@ qsizetype sizeOf(const Contact &contact)
     return size + sizeOf(contact.misc);
 }
 
+bool isTooLong(const QString &text)
+{
+    constexpr qsizetype mostBytesOfUnit = 3;
+    return text.size() > WireSize::longestText / mostBytesOfUnit && sizeOf(text) - textFrame > WireSize::longestText;
+}
+
+bool hasTooLong(const Contact &contact)
+{
+    const auto isLongPair = [](const auto &pair) { return isTooLong(pair.first) || isTooLong(pair.second); };
+    return isTooLong(contact.photo) || isTooLong(contact.melody) || isTooLong(contact.getPUID()) ||
+           std::any_of(Contact::texts.begin(), Contact::texts.end(),
+                       [&contact](const Contact::TextField &field) { return isTooLong(contact.*field.value); }) ||
+           std::any_of(contact.misc.constKeyValueBegin(), contact.misc.constKeyValueEnd(), isLongPair);
+}
+
 template <typename T>
 bool measure(const QMetaType &type, const void *value, qsizetype &size)
 {
@@ -81,4 +97,14 @@ qsizetype WireSize::of(const QMetaType &type, const void *value)
 qsizetype WireSize::of(const QVariant &value)
 {
     return of(value.metaType(), value.constData());
+}
+
+bool WireSize::hasTooLongText(const QMetaType &type, const void *value)
+{
+    if (type == QMetaType::fromType<Contact>())
+        return hasTooLong(*static_cast<const Contact *>(value));
+    if (type != QMetaType::fromType<ListContact>())
+        return false;
+    const auto &contacts = *static_cast<const ListContact *>(value);
+    return std::any_of(contacts.cbegin(), contacts.cend(), hasTooLong);
 }

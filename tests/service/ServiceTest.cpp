@@ -90,25 +90,43 @@ private Q_SLOTS:
 
     void aResultTooLargeIsAnError()
     {
-        constexpr int contacts = 6;
-        Contact contact = person("x");
-        contact.email = QString(9 << 19, 'x');
-        for (int i = 0; i < contacts; ++i)
-            QCOMPARE(phone->create(contact), 0);
+        constexpr int half = 75;
+        Contact contact;
+        contact.firstName = contact.name = contact.email = QString(60000, 'x');
+        for (int i = 0; i < 2; ++i)
+            phone->call("createLocalContacts", {"r", QVariant::fromValue(ListContact(half, contact))});
         const QDBusMessage answer = phone->call("getLocalContacts", {0, -1});
         QCOMPARE(answer.errorName(), "org.freedesktop.DBus.Error.LimitsExceeded");
         QVERIFY(answer.errorMessage().contains("ask for fewer at a time"));
-        QCOMPARE(phone->contacts("getLocalContacts", {0, 2}).size(), 2);
+        QCOMPARE(phone->contacts("getLocalContacts", {0, half}).size(), half);
         // A search that finds as much ends all the same, with the number of them.
-        QCOMPARE(phone->code("startSearchContactByName", {"s", "x", contacts, true}), 0);
+        phone->directory.terminate();
+        QVERIFY(phone->startDirectory());
+        QCOMPARE(phone->code("startSearchContactByName", {"s", "x", 2 * half, true}), ResultCode::done);
         QTRY_COMPARE_WITH_TIMEOUT(phone->ended, QStringList("s"), Program::limitMs);
-        QCOMPARE(phone->nbResults, contacts);
+        QCOMPARE(phone->nbResults, 2 * half);
         QVERIFY(
             phone->directory.waitForErrorOutput("<4>event DIR_SEARCH_COMPLETED_BY_NAME is sent without its summaries"));
         // One by number that finds a single contact of as much, likewise: the latin form of a name counts too.
-        QCOMPARE(phone->create(person("officePhone=03 88 12 34 56|name=" + QString(13 << 20, 'x'))), 0);
-        QCOMPARE(phone->code("startSearchContactByPhoneNumber", {"n", "+33388123456", true}), 0);
+        contact.officePhone = "03 88 12 34 56";
+        for (int i = 0; i < 390; ++i)
+            contact.misc.insert(QString::number(i), QString(64000, 'x'));
+        QCOMPARE(phone->create(contact), ResultCode::done);
+        QCOMPARE(phone->code("startSearchContactByPhoneNumber", {"n", "+33388123456", true}), ResultCode::done);
         QTRY_COMPARE_WITH_TIMEOUT(phone->ended.value(1), "n", Program::limitMs);
+    }
+
+    void aTextTooLongIsRefused()
+    {
+        const QString refusal = "createLocalContact: a text of a contact is longer than 64 KiB";
+        Contact contact = person("x");
+        contact.misc.insert("note", QString(32768, u'\u00e9'));
+        QCOMPARE(phone->create(contact), ResultCode::done);
+        contact.misc["note"] += 'x';
+        QCOMPARE(phone->call("createLocalContact", {"r", QVariant::fromValue(contact)}).errorMessage(), refusal);
+        contact = person("x");
+        contact.photo = QString(65537, 'x');
+        QCOMPARE(phone->call("createLocalContact", {"r", QVariant::fromValue(contact)}).errorMessage(), refusal);
     }
 
     void wrongCallsAreErrors()
