@@ -42,6 +42,13 @@ bool isServiceNumber(PhoneNumberUtil::PhoneNumberType type)
            type != PhoneNumberUtil::FIXED_LINE_OR_MOBILE && type != PhoneNumberUtil::UNKNOWN;
 }
 
+/// A number with + in the form of a tel: address, in which the library need not look for it.
+std::string asAddress(const std::string &number)
+{
+    constexpr std::size_t context = 3; // how many of its characters, + among them
+    return number.size() > context ? number.substr(context) + ";phone-context=" + number.substr(0, context) : number;
+}
+
 } // namespace
 
 /// What the library made of a text.
@@ -97,7 +104,8 @@ QString NumberFormatter::resolved(const NumberSpelling &spelling) const
 std::optional<QString> NumberFormatter::canonicalInternational(const QString &text, bool hasLetters) const
 {
     const Reading reading = readInternational(text);
-    if (exists(reading, hasLetters) || (isPossible(reading) && !hasLetters))
+    // The length costs little to compare, the numbering plan much.
+    if ((!hasLetters && isPossible(reading)) || exists(reading, hasLetters))
         return e164(reading);
     return std::nullopt;
 }
@@ -170,8 +178,8 @@ NumberFormatter::Reading NumberFormatter::readInternational(const QString &text)
     Reading reading;
     if (text.contains(QLatin1Char('*')) || text.contains(QLatin1Char('#')))
         return reading;
-    reading.isReadable =
-        m_library.Parse(text.toStdString(), noRegion, &reading.number) == PhoneNumberUtil::NO_PARSING_ERROR;
+    const std::string number = asAddress(text.toStdString());
+    reading.isReadable = m_library.Parse(number, noRegion, &reading.number) == PhoneNumberUtil::NO_PARSING_ERROR;
     reading.isComplete = true;
     return reading;
 }

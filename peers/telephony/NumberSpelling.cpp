@@ -60,6 +60,8 @@ bool isInternational(const QString &dialled)
 /// Takes the extension off the end of the text.
 bool takeExtension(QString &text)
 {
+    if (!text.contains(QLatin1Char('x'), Qt::CaseInsensitive))
+        return false;
     static const QRegularExpression extension(
         QStringLiteral("(?<=[0-9)])[\\s,]*(?:ext(?:ension)?|x)[.:]?\\s*[0-9]{1,7}$"),
         QRegularExpression::CaseInsensitiveOption);
