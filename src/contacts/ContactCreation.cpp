@@ -169,10 +169,16 @@ QMapQStringQString ContactCreation::createLocalContacts(const QString &reqId, co
         return {};
     KestinLogger::debug("Setting:maxContacts=%1, current=%2", m_fields.maxContacts, *count);
     ListContact created;
-    const NumbersOfMany numbersOfList(m_numbers);
+    int room = m_fields.maxContacts - *count;
+    NumbersAhead numbers(m_numbers, contacts, NumbersAhead::Wanted::DialableAndCanonical);
     Transaction transaction(m_dao.connection());
-    for (Contact contact : contacts) {
-        if (transaction.isActive() && !isRefusedInList(contact) && createInList(contact))
+    for (qsizetype i = 0; i < contacts.size() && transaction.isActive(); ++i) {
+        askAhead(numbers, room);
+        Contact contact = contacts.at(i);
+        if (isRefusedInList(contact))
+            continue;
+        numbers.fill(i, contact);
+        if (createInList(contact))
             created.append(contact);
     }
     const std::optional<ListContact> kept = keptOf(created);
@@ -186,10 +192,18 @@ QMapQStringQString ContactCreation::createLocalContacts(const QString &reqId, co
     return transaction.commit() ? ids : QMapQStringQString();
 }
 
+/// For the numbers of those that are refused only when the database fails; `room` is how many more there can be.
+void ContactCreation::askAhead(NumbersAhead &numbers, int &room) const
+{
+    while (const Contact *contact = numbers.next()) {
+        const bool isExpected = !m_fields.readOnlyMode && room > 0 && !idToBe(*contact);
+        numbers.settle(isExpected);
+        room -= int(isExpected);
+    }
+}
+
 bool ContactCreation::createInList(Contact &contact)
 {
-    m_numbers.extractDialableNumberList(contact);
-    m_numbers.makeCanonicalNumberListWithoutPrefix(contact);
     Transaction transaction(m_dao.connection());
     if (transaction.isActive() && makeWay(contact) && store(contact) && transaction.commit())
         return true;

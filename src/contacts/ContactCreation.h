@@ -5,7 +5,7 @@
 #include "src/contacts/ContactDeletion.h"
 #include "src/contacts/ContactNews.h"
 #include "src/fields/DirectoryFields.h"
-#include "src/numbers/CanonicalNumbers.h"
+#include "src/numbers/NumbersAhead.h"
 
 #include <optional>
 
@@ -40,6 +40,7 @@ private:
     bool makeRoomInCache();
     bool store(Contact &contact);
     bool isRefusedInList(const Contact &contact);
+    void askAhead(NumbersAhead &numbers, int &room) const;
     bool createInList(Contact &contact);
     std::optional<ListContact> keptOf(const ListContact &created);
     void tell(const QString &reqId, const Contact &created);

@@ -102,11 +102,19 @@ QMapQStringQString ContactModification::modifyLocalContacts(const QString &reqId
     }
     QMapQStringQString addresses;
     ListContact updated;
-    const NumbersOfMany numbersOfList(m_numbers);
+    NumbersAhead numbers(m_numbers, contacts, NumbersAhead::Wanted::Canonical);
     Transaction transaction(m_dao.connection());
-    for (Contact contact : contacts) {
-        if (transaction.isActive() && replaceInList(contact, addresses))
-            updated.append(contact);
+    for (qsizetype i = 0; i < contacts.size() && transaction.isActive(); ++i) {
+        askAhead(numbers);
+        Contact contact = contacts.at(i);
+        const std::optional<ListContact> stored = m_dao.getContact(contact.contactId);
+        if (isRefusedInList(stored))
+            continue;
+        numbers.fill(i, contact);
+        if (!replaceInList(contact, stored->first()))
+            continue;
+        addresses.insert(stored->first().contactId, stored->first().collaborationId);
+        updated.append(contact);
     }
     if (!updated.isEmpty()) {
         transaction.afterCommit([this, reqId, updated = lastOfEachId(updated)] {
@@ -117,26 +125,34 @@ QMapQStringQString ContactModification::modifyLocalContacts(const QString &reqId
     return transaction.commit() ? addresses : QMapQStringQString();
 }
 
-bool ContactModification::replaceInList(Contact &contact, QMapQStringQString &addresses)
+bool ContactModification::isRefusedInList(const std::optional<ListContact> &stored)
 {
-    const std::optional<ListContact> stored = m_dao.getContact(contact.contactId);
     if (!stored)
-        return false;
+        return true;
     if (stored->isEmpty()) {
         KestinLogger::debug("Contact does not exist. Return 2");
-        return false;
+        return true;
     }
-    keepOwn(stored->first(), contact);
-    if (isSkippedInLists(contact.type)) {
-        KestinLogger::debug("Contact type is %1, only local contacts can be modified. Return 1", contact.type);
-        return false;
+    const int type = stored->first().type;
+    if (isSkippedInLists(type))
+        KestinLogger::debug("Contact type is %1, only local contacts can be modified. Return 1", type);
+    return isSkippedInLists(type);
+}
+
+/// For the numbers of those that are not refused.
+void ContactModification::askAhead(NumbersAhead &numbers)
+{
+    while (const Contact *contact = numbers.next()) {
+        const std::optional<int> type = m_dao.typeOf(contact->contactId);
+        numbers.settle(type && !isSkippedInLists(*type));
     }
-    m_numbers.makeCanonicalNumberListWithoutPrefix(contact);
+}
+
+bool ContactModification::replaceInList(Contact &contact, const Contact &stored)
+{
+    keepOwn(stored, contact);
     Transaction transaction(m_dao.connection());
-    if (contact.photo != stored->first().photo)
-        transaction.afterCommit([this, before = stored->first()] { m_news.tellPhotoDropped(before); });
-    if (!store(contact, transaction) || !commit(transaction, contact.contactId))
-        return false;
-    addresses.insert(stored->first().contactId, stored->first().collaborationId);
-    return true;
+    if (contact.photo != stored.photo)
+        transaction.afterCommit([this, stored] { m_news.tellPhotoDropped(stored); });
+    return store(contact, transaction) && commit(transaction, contact.contactId);
 }

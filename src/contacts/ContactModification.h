@@ -4,7 +4,7 @@
 #include "platform/records/RecordMaps.h"
 #include "src/contacts/ContactNews.h"
 #include "src/fields/DirectoryFields.h"
-#include "src/numbers/CanonicalNumbers.h"
+#include "src/numbers/NumbersAhead.h"
 
 class Transaction;
 class DaoContact;
@@ -30,7 +30,9 @@ private:
     void tell(const QString &reqId, const Contact &before, const Contact &now);
     bool store(Contact &contact, Transaction &transaction);
     static bool commit(Transaction &transaction, const QString &contactId);
-    bool replaceInList(Contact &contact, QMapQStringQString &addresses);
+    static bool isRefusedInList(const std::optional<ListContact> &stored);
+    void askAhead(NumbersAhead &numbers);
+    bool replaceInList(Contact &contact, const Contact &stored);
 
     DaoContact &m_dao;
     DirectoryFields &m_fields;

@@ -37,6 +37,7 @@ ContactStatements::ContactStatements(Connection &connection)
     , countPhoto(connection, QStringLiteral("SELECT COUNT(*) FROM CONTACT WHERE photo=:photo"))
     , puids(connection, QStringLiteral("SELECT contactId,puid FROM CONTACT where type='0'"))
     , byId(connection, selectText + QLatin1String(" WHERE contactId=:contactId"))
+    , typeById(connection, QStringLiteral("SELECT type FROM CONTACT WHERE contactId=:contactId LIMIT 1"))
     , all(connection, selectText + QLatin1String(" ORDER BY contactId"))
     , page(connection, selectText + QLatin1String(" ORDER BY contactId limit :startInd , :length"))
     , byNumber(connection, selectText + QLatin1String(" WHERE officePhoneCan=:officePhoneCan OR faxCan=:faxCan OR "

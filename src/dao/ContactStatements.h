@@ -27,6 +27,7 @@ struct ContactStatements
     Statement countPhoto;
     Statement puids;
     Statement byId;
+    Statement typeById;
     Statement all;
     Statement page;
     Statement byNumber;

@@ -151,7 +151,7 @@ bool DaoContact::updateContactsPreview(const QStringList &contactIds, bool isPre
     return statement.use(isPreviewed).execute();
 }
 
-std::optional<int> DaoContact::readCount(Statement::Use &use)
+std::optional<int> DaoContact::readNumber(Statement::Use &use)
 {
     std::optional<int> count;
     if (!use.eachRow([&count](const Statement::Use &row) { count = int(row.number(0)); }))
@@ -162,7 +162,7 @@ std::optional<int> DaoContact::readCount(Statement::Use &use)
 std::optional<int> DaoContact::countOf(Statement &statement)
 {
     Statement::Use use = statement.use();
-    return readCount(use);
+    return readNumber(use);
 }
 
 void DaoContact::adjustCount(int difference)
@@ -204,7 +204,7 @@ std::optional<int> DaoContact::_nbCachedContactQuery()
 std::optional<int> DaoContact::_nbContactsUsingThisPhotoQuery(const QString &photo)
 {
     Statement::Use use = m_statements.countPhoto.use(photo);
-    const std::optional<int> count = readCount(use);
+    const std::optional<int> count = readNumber(use);
     KestinLogger::debug("DaoContact::_nbContactsUsingThisPhotoQuery : number of contacts using photo %1 = %2",
                         AddressText::withoutUserInfo(photo), count.value_or(0));
     return count;
@@ -242,6 +242,12 @@ std::optional<ListContact> DaoContact::getContact(const QString &contactId)
     KestinLogger::debug("DaoContact::getContact : idContact:%1", contactId);
     Statement::Use use = m_statements.byId.use(contactId);
     return readContacts(use);
+}
+
+std::optional<int> DaoContact::typeOf(const QString &contactId)
+{
+    Statement::Use use = m_statements.typeById.use(contactId);
+    return readNumber(use);
 }
 
 std::optional<ListContact> DaoContact::getAllContact()

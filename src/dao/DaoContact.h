@@ -69,6 +69,8 @@ public:
     std::optional<QString> getOldestCachedContactId();
     /// A list of at most one contact.
     std::optional<ListContact> getContact(const QString &contactId);
+    /// Of the same contact; nothing when there is none, too.
+    std::optional<int> typeOf(const QString &contactId);
     /// By id. `length` -1 means to the end, a negative `start` the beginning.
     std::optional<ListContact> getAllContact();
     std::optional<ListContact> getAllContact(int start, int length);
@@ -132,7 +134,7 @@ public:
 
 private:
     static bool isUpdateLastModificationDateNeeded(const ListContact &stored, const Contact &contact);
-    static std::optional<int> readCount(Statement::Use &use);
+    static std::optional<int> readNumber(Statement::Use &use);
     static std::optional<int> countOf(Statement &statement);
     void adjustCount(int difference);
     std::optional<ListContact> readContacts(Statement::Use &use);

@@ -9,11 +9,8 @@
 
 #include <algorithm>
 #include <array>
-#include <type_traits>
 
 namespace {
-
-const QString manyNumbers = QStringLiteral("makeCanonicalNumberMapWithoutPrefix");
 
 struct Number
 {
@@ -49,20 +46,6 @@ bool isSilence(const QDBusMessage &reply)
            reply.service() != QLatin1String("org.freedesktop.DBus");
 }
 
-/// Makes a call for many contacts; nothing when it cannot be made.
-template <typename Call>
-std::optional<std::invoke_result_t<Call>> attempted(Call call)
-{
-    try {
-        return call();
-    } catch (const KestinException &exception) {
-        KestinLogger::error("fillContactsCanonicalNumbers failed to call Telephony %1", exception.message());
-    } catch (...) {
-        KestinLogger::error("fillContactsCanonicalNumbers failed to call Telephony (unknown exception");
-    }
-    return std::nullopt;
-}
-
 } // namespace
 
 NumbersOfMany::NumbersOfMany(CanonicalNumbers &numbers)
@@ -77,57 +60,81 @@ NumbersOfMany::~NumbersOfMany()
         m_numbers.m_isSilent = false;
 }
 
-QDBusMessage CanonicalNumbers::call(const QString &method, const QVariant &argument)
+const CanonicalNumbers::Kind CanonicalNumbers::dialable{
+    "extractDialableNumberList",
+    "convertMultipleNumbers failed to call Telephony: %1",
+    "convertMultipleNumbers failed to call Telephony (unknown exception",
+};
+const CanonicalNumbers::Kind CanonicalNumbers::canonical{
+    "makeCanonicalNumberListWithoutPrefix",
+    "fillContactCanonicalNumbers failed to call Telephony %1",
+    "fillContactCanonicalNumbers failed to call Telephony (unknown exception",
+};
+const CanonicalNumbers::Kind CanonicalNumbers::canonicalOfMany{
+    "makeCanonicalNumberMapWithoutPrefix",
+    "fillContactsCanonicalNumbers failed to call Telephony %1",
+    "fillContactsCanonicalNumbers failed to call Telephony (unknown exception",
+};
+
+/// Nothing when telephony is not asked any more, or cannot be (logged).
+std::optional<QDBusPendingCall> CanonicalNumbers::begin(const Kind &kind, const QVariant &argument)
 {
-    if (m_isSilent)
-        return QDBusMessage::createError(QDBusError::NoReply, QStringLiteral("it did not answer in time just now"));
-    const QDBusMessage reply = m_caller.syncRemoteCall(ModuleName::telephony, method, {argument});
-    noteSilence(reply);
+    try {
+        if (!m_isSilent)
+            return m_caller.asyncRemoteCall(ModuleName::telephony, QLatin1String(kind.method), {argument});
+    } catch (const KestinException &exception) {
+        KestinLogger::error(kind.failure, exception.message());
+    } catch (...) {
+        KestinLogger::error(kind.unknownFailure);
+    }
+    return std::nullopt;
+}
+
+/// Waits, but not for a telephony that is known to be silent.
+std::optional<QDBusMessage> CanonicalNumbers::reply(const std::optional<QDBusPendingCall> &call)
+{
+    if (!call || (m_isSilent && !call->isFinished()))
+        return std::nullopt;
+    QDBusPendingCall waiting = *call;
+    waiting.waitForFinished();
+    const QDBusMessage reply = waiting.reply();
+    m_isSilent = m_lists > 0 && (m_isSilent || isSilence(reply));
     return reply;
 }
 
-void CanonicalNumbers::noteSilence(const QDBusMessage &reply)
+/// A complete answer; nothing when there is none.
+std::optional<QStringList> CanonicalNumbers::numbers(const std::optional<QDBusPendingCall> &call)
 {
-    m_isSilent = m_lists > 0 && isSilence(reply);
+    const std::optional<QDBusMessage> message = reply(call);
+    if (!message)
+        return std::nullopt;
+    const QDBusReply<QStringList> answer = *message;
+    return answer.isValid() && isComplete(answer.value()) ? std::optional(answer.value()) : std::nullopt;
+}
+
+/// Nothing when there is no answer (logged).
+std::optional<CanonicalNumbers::NumbersById> CanonicalNumbers::numbersById(const std::optional<QDBusPendingCall> &call)
+{
+    const std::optional<QDBusMessage> message = reply(call);
+    if (!message)
+        return std::nullopt;
+    const QDBusReply<NumbersById> answer = *message;
+    if (answer.isValid())
+        return answer.value();
+    KestinLogger::error(canonicalOfMany.failure, answer.error().message());
+    return std::nullopt;
 }
 
 void CanonicalNumbers::extractDialableNumberList(Contact &contact)
 {
-    try {
-        const QDBusReply<QStringList> reply = call(QStringLiteral("extractDialableNumberList"), rawNumbers(contact));
-        if (reply.isValid() && isComplete(reply.value()))
-            setNumbers(contact, &Number::raw, reply.value());
-    } catch (const KestinException &exception) {
-        KestinLogger::error("convertMultipleNumbers failed to call Telephony: %1", exception.message());
-    } catch (...) {
-        KestinLogger::error("convertMultipleNumbers failed to call Telephony (unknown exception");
-    }
+    if (const auto answer = numbers(begin(dialable, rawNumbers(contact))))
+        setNumbers(contact, &Number::raw, *answer);
 }
 
 void CanonicalNumbers::makeCanonicalNumberListWithoutPrefix(Contact &contact)
 {
-    setNumbers(contact, &Number::canonical, rawNumbers(contact));
-    try {
-        const QDBusReply<QStringList> reply =
-            call(QStringLiteral("makeCanonicalNumberListWithoutPrefix"), rawNumbers(contact));
-        if (reply.isValid() && isComplete(reply.value()))
-            setNumbers(contact, &Number::canonical, reply.value());
-    } catch (const KestinException &exception) {
-        KestinLogger::error("fillContactCanonicalNumbers failed to call Telephony %1", exception.message());
-    } catch (...) {
-        KestinLogger::error("fillContactCanonicalNumbers failed to call Telephony (unknown exception");
-    }
-}
-
-/// Nothing when there is no answer.
-std::optional<CanonicalNumbers::NumbersById> CanonicalNumbers::answerOf(const QDBusMessage &message)
-{
-    const QDBusReply<NumbersById> reply = message;
-    if (reply.isValid())
-        return reply.value();
-    noteSilence(message);
-    KestinLogger::error("fillContactsCanonicalNumbers failed to call Telephony %1", reply.error().message());
-    return std::nullopt;
+    const QStringList raw = rawNumbers(contact);
+    setNumbers(contact, &Number::canonical, numbers(begin(canonical, raw)).value_or(raw));
 }
 
 std::optional<CanonicalNumbers::NumbersById>
@@ -138,8 +145,7 @@ CanonicalNumbers::makeCanonicalNumberMapWithoutPrefix(const ListContact &contact
     NumbersById request;
     for (const Contact &contact : contacts)
         request.insert(contact.contactId, rawNumbers(contact));
-    const auto reply = attempted([&] { return call(manyNumbers, QVariant::fromValue(request)); });
-    const auto answer = reply ? answerOf(*reply) : std::nullopt;
+    const auto answer = numbersById(begin(canonicalOfMany, QVariant::fromValue(request)));
     // A telephony that is still starting may know of none of them.
     return answer && std::any_of(answer->cbegin(), answer->cend(), isComplete) ? answer : std::nullopt;
 }
@@ -159,25 +165,22 @@ bool CanonicalNumbers::setCanonicalNumbers(Contact &contact, const QStringList &
     return isComplete(answer);
 }
 
+void CanonicalNumbers::setDialableNumbers(Contact &contact, const QStringList &answer)
+{
+    setNumbers(contact, &Number::raw, answer);
+}
+
 AskedNumbers CanonicalNumbers::askForCanonicalNumbers(const ListContact &contacts)
 {
     NumbersById request;
     for (qsizetype i = 0; i < contacts.size(); ++i)
         request.insert(QString::number(i), rawNumbers(contacts.at(i)));
-    if (m_isSilent)
-        return {*this, std::nullopt};
-    return {*this, attempted([&] {
-                return m_caller.asyncRemoteCall(ModuleName::telephony, manyNumbers, {QVariant::fromValue(request)});
-            })};
+    return {*this, begin(canonicalOfMany, QVariant::fromValue(request))};
 }
 
 void AskedNumbers::fill(ListContact &contacts)
 {
-    CanonicalNumbers::NumbersById answer;
-    if (m_call && !m_numbers->m_isSilent) {
-        m_call->waitForFinished();
-        answer = m_numbers->answerOf(m_call->reply()).value_or(CanonicalNumbers::NumbersById());
-    }
+    const auto answer = m_numbers->numbersById(m_call).value_or(CanonicalNumbers::NumbersById());
     for (qsizetype i = 0; i < contacts.size(); ++i) {
         const QStringList canonical = answer.value(QString::number(i));
         Contact &contact = contacts[i];

@@ -43,11 +43,25 @@ public:
 
 private:
     friend class AskedNumbers;
+    friend class NumbersAhead;
     friend class NumbersOfMany;
 
-    QDBusMessage call(const QString &method, const QVariant &argument);
-    void noteSilence(const QDBusMessage &reply);
-    std::optional<NumbersById> answerOf(const QDBusMessage &message);
+    /// A method of telephony, and what the log tells when it cannot be called.
+    struct Kind
+    {
+        const char *method;
+        const char *failure; ///< with the reason as %1
+        const char *unknownFailure;
+    };
+    static const Kind dialable;
+    static const Kind canonical;
+    static const Kind canonicalOfMany;
+
+    std::optional<QDBusPendingCall> begin(const Kind &kind, const QVariant &argument);
+    std::optional<QDBusMessage> reply(const std::optional<QDBusPendingCall> &call);
+    std::optional<QStringList> numbers(const std::optional<QDBusPendingCall> &call);
+    std::optional<NumbersById> numbersById(const std::optional<QDBusPendingCall> &call);
+    static void setDialableNumbers(Contact &contact, const QStringList &answer);
 
     RemoteCaller &m_caller;
     int m_lists = 0; ///< NumbersOfMany that live

@@ -33,6 +33,8 @@ public:
     using Answer = std::function<QDBusMessage(const Call &call, const QDBusMessage &message)>;
 
     Answer answer = [](const Call &, const QDBusMessage &message) { return noPeer(message); };
+    /// Takes calls that are not waited for to somebody else; nothing: `answer` does.
+    std::function<std::optional<QDBusPendingCall>(const Call &call)> forward;
     QList<Call> calls;
     QList<KestinEvent> events;
     QStringList subscriptions;
@@ -59,6 +61,8 @@ public:
     QDBusPendingCall asyncRemoteCall(const QString &module, const QString &method,
                                      const QVariantList &arguments) override
     {
+        if (const auto call = forward ? forward({module, method, arguments}) : std::nullopt)
+            return *call;
         return QDBusPendingCall::fromCompletedCall(syncRemoteCall(module, method, arguments));
     }
     void send(const QString &module, const QString &method, const QVariantList &arguments) override

@@ -96,6 +96,60 @@ private Q_SLOTS:
         QDBusConnection::disconnectFromBus("caller");
     }
 
+    void aListIsAskedForAhead_data()
+    {
+        const Rows<int, int, int> row; // contacts that keep the numbers they came with; fewest and most calls
+        row("answered", 0, 300, 300);
+        row("too few numbers", 1, 300, 300);
+        row("leaves", 70, 300, 300);
+        row("falls silent", 70, 101, 180); // the rest is not asked for
+    }
+
+    /// Over a bus with the limits of a system bus; the fault comes in the middle.
+    void aListIsAskedForAhead()
+    {
+        const auto [without, leastCalls, mostCalls] = currentRow<int, int, int>();
+        const QByteArray fault = QTest::currentDataTag();
+        const PrivateBus bus;
+        const QDBusConnection caller = bus.connection(fault);
+        Program telephony("kestin-telephony");
+        QVERIFY(telephony.startAndWaitForName(ModuleName::telephony, caller));
+        const int limitMs = fault == "falls silent" ? 2000 : 5000;
+        ContactsFixture store;
+        QStringList calls;
+        QList<QDBusPendingCall> made;
+        qsizetype mostUnderWay = 0;
+        store.transport.forward = [&](const ScriptedTransport::Call &call) -> std::optional<QDBusPendingCall> {
+            calls.append(call.text());
+            if (calls.size() == 100 && fault == "leaves")
+                telephony.kill();
+            if (calls.size() == 100 && fault == "falls silent")
+                telephony.freeze();
+            if (fault == "too few numbers" && call.text().contains("121099,"))
+                return QDBusPendingCall::fromCompletedCall(
+                    QDBusMessage::createMethodCall("a.b", "/a", "a.b", "c").createReply(QVariant(QStringList(4))));
+            made.append(caller.asyncCall(KestinBus::methodCall(call.module, call.method, call.arguments), limitMs));
+            mostUnderWay = std::max(mostUnderWay, std::count_if(made.cbegin(), made.cend(),
+                                                                [](const auto &one) { return !one.isFinished(); }));
+            return made.last();
+        };
+        ListContact list;
+        for (int i = 1000; i < 1150; ++i)
+            list.append(person(QString("collaborationId=%1|officePhone=+33 38812%1").arg(i)));
+        QCOMPARE(store.contacts.creation.createLocalContacts("r", list).size(), 150);
+        QVERIFY2(mostUnderWay > 8 && mostUnderWay <= 64, qPrintable(QString::number(mostUnderWay)));
+        int raw = 0;
+        const std::optional<ListContact> stored = store.dao.getAllContact();
+        for (const Contact &contact : *stored)
+            raw += int(contact.officePhoneCan != "+3338812" + contact.collaborationId);
+        QVERIFY2(raw >= without && (raw == without) == (without < 2), qPrintable(QString::number(raw)));
+        QVERIFY2(calls.size() >= leastCalls && calls.size() <= mostCalls, qPrintable(QString::number(calls.size())));
+        const qsizetype first = calls.indexOf("Telephony.extractDialableNumberList +33 388121009,,,,");
+        QVERIFY(first >= 0 &&
+                calls.lastIndexOf("Telephony.makeCanonicalNumberListWithoutPrefix +33388121009,,,,") > first);
+        QDBusConnection::disconnectFromBus(fault);
+    }
+
     void changedDialingRulesRecomputeOnce()
     {
         ContactsFixture store;
