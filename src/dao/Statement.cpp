@@ -52,8 +52,10 @@ Statement::Use::~Use()
 
 void Statement::Use::bindNext(const QString &text)
 {
-    const QByteArray utf8 = text.toUtf8();
-    bindUtf8(utf8.constData(), utf8.size());
+    if (text.isEmpty())
+        return bindUtf8("", 0);
+    m_texts.append(text.toUtf8());
+    bindUtf8(m_texts.constLast().constData(), m_texts.constLast().size());
 }
 
 void Statement::Use::bindNext(int number)
@@ -85,8 +87,7 @@ void Statement::Use::bindNext(std::nullptr_t)
 
 void Statement::Use::bindUtf8(const char *text, qsizetype size)
 {
-    const int code =
-        sqlite3_bind_text64(prepared(), ++m_bound, text, sqlite3_uint64(size), SQLITE_TRANSIENT, SQLITE_UTF8);
+    const int code = sqlite3_bind_text64(prepared(), ++m_bound, text, sqlite3_uint64(size), SQLITE_STATIC, SQLITE_UTF8);
     m_bindCode = m_bindCode ? m_bindCode : code;
 }
 

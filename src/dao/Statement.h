@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QByteArray>
 #include <QByteArrayView>
+#include <QList>
 #include <QString>
 
 #include <cstddef>
@@ -89,6 +91,7 @@ public:
         void bindNext(const QDateTime &time);
         void bindNext(std::nullptr_t null);
         void bindNext(const char *text) = delete; // would be a flag
+        /// The text must stay where it is as long as this object.
         void bindUtf8(const char *text, qsizetype size);
         sqlite3_stmt *prepared() const { return m_statement.m_prepared.get(); }
 
@@ -97,6 +100,7 @@ public:
         void fail(const QString &reason);
 
         Statement &m_statement;
+        QList<QByteArray> m_texts; ///< that are bound
         int m_bound = 0;
         int m_bindCode = 0; ///< SQLite's, of the first value that could not be bound
         bool m_isAtEnd = false;
