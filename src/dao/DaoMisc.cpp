@@ -66,7 +66,7 @@ bool DaoMisc::replacePairs(const QString &contactId, const QMap<QString, QString
         return false;
     if (stored == newPairs)
         return true;
-    bool isDone = deletePairs(contactId);
+    bool isDone = stored->isEmpty() || deletePairs(contactId);
     for (auto pair = newPairs.cbegin(); pair != newPairs.cend() && isDone; ++pair)
         isDone = insertPair(contactId, pair.key(), pair.value());
     return isDone;
