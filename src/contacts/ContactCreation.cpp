@@ -179,7 +179,7 @@ QMapQStringQString ContactCreation::createLocalContacts(const QString &reqId, co
             continue;
         numbers.fill(i, contact);
         if (createInList(contact))
-            created.append(contact);
+            created.append(std::move(contact));
     }
     const std::optional<ListContact> kept = keptOf(created);
     if (!kept)
@@ -214,6 +214,9 @@ bool ContactCreation::createInList(Contact &contact)
 /// Without the cached copies that later ones of the list have replaced. Nothing when that cannot be read.
 std::optional<ListContact> ContactCreation::keptOf(const ListContact &created)
 {
+    const auto hasOwnId = [](const Contact &contact) { return idToBe(contact).has_value(); };
+    if (std::none_of(created.cbegin(), created.cend(), hasOwnId))
+        return created; // an id that the database makes is nobody else's
     ListContact kept;
     for (const Contact &contact : lastOfEachId(created)) {
         const bool mayBeGone = contact.type == ContactType::Cached;
