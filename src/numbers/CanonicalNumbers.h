@@ -66,6 +66,7 @@ private:
     RemoteCaller &m_caller;
     int m_lists = 0; ///< NumbersOfMany that live
     bool m_isSilent = false;
+    std::size_t m_askedAhead = 1; ///< contacts for which NumbersAhead may ask at a time
 };
 
 /// The canonical numbers of many contacts, once telephony has been asked for them. Must not outlive what was asked.

@@ -16,7 +16,7 @@ NumbersAhead::NumbersAhead(CanonicalNumbers &numbers, const ListContact &contact
 const Contact *NumbersAhead::next() const
 {
     constexpr qsizetype largest = 1024 * 1024; // characters under way, were the numbers ever so long
-    const bool hasRoom = m_asked.size() < m_window && m_size < largest && !m_numbers.isSilent();
+    const bool hasRoom = m_asked.size() < m_numbers.m_askedAhead && m_size < largest && !m_numbers.isSilent();
     return hasRoom && m_next < m_contacts.size() ? &m_contacts.at(m_next) : nullptr;
 }
 
@@ -91,5 +91,9 @@ void NumbersAhead::fill(qsizetype position, Contact &contact)
 void NumbersAhead::adapt(qint64 waitedMs)
 {
     constexpr qint64 slowMs = 250; // a small part of the time limit of a call
-    m_window = waitedMs < slowMs ? std::min(m_window * 2, most) : std::max(m_window / 2, std::size_t(1));
+    std::size_t &limit = m_numbers.m_askedAhead;
+    if (m_numbers.isSilent())
+        limit = 1;
+    else
+        limit = waitedMs < slowMs ? std::min(limit * 2, most) : std::max(limit / 2, std::size_t(1));
 }

@@ -9,9 +9,9 @@
 /// Each contact costs the calls that a single one costs, in their order, and their failures mean what they mean there;
 /// a telephony that is silent costs the list one wait. Main thread only.
 ///
-/// At first one contact is asked for; with each that is answered at once twice as many, up to `most`. So a silent
-/// telephony holds few of the calls that the bus allows a connection, and a slow one is given no more than it answers
-/// in time.
+/// At first one contact is asked for; with each that is answered at once twice as many, up to `most`. It is one again
+/// after a silence. So a telephony that stays silent holds few of the calls that the bus allows a connection, and a
+/// slow one is given no more than it answers in time.
 class NumbersAhead
 {
 public:
@@ -54,5 +54,4 @@ private:
     qsizetype m_next = 0;
     std::deque<Asked> m_asked; ///< by position
     qsizetype m_size = 0;      ///< their characters
-    std::size_t m_window = 1;  ///< how many they may be
 };
