@@ -27,6 +27,8 @@ public:
     Answer call(const QString &module, const QString &method, const QVariantList &arguments) const;
     Answer callDirectory(const QString &method, const QVariantList &arguments) const;
     Answer callTelephony(const QString &method, const QStringList &numbers) const;
+    /// Both calls for each of these made-up contacts, with 64 under way. The nanoseconds for all.
+    qint64 askForNumbers(int first, int contacts) const;
     /// The call that gives the service nothing to do but to answer.
     Answer emptyCall() const;
 

@@ -10,6 +10,7 @@
 /// Every figure there is. The order is that of the table.
 enum class Figure {
     ContactsPerSecond,
+    NumbersPerSecond,
     EmptyCallBesideCreates,
     DialableNumbers,
     CanonicalNumbers,
