@@ -7,7 +7,7 @@
 
 /// The numbers of the contacts of a list. Telephony works on those of the next contacts while earlier ones are written.
 /// Each contact costs the calls that a single one costs, in their order, and their failures mean what they mean there;
-/// a telephony that is silent costs the list one wait. Main thread only.
+/// a telephony that is silent costs the list one wait.
 ///
 /// At first one contact is asked for; with each that is answered at once twice as many, up to `most`. It is one again
 /// after a silence. So a telephony that stays silent holds few of the calls that the bus allows a connection, and a
