@@ -18,11 +18,11 @@ namespace {
 
 constexpr qsizetype maxAnswerBytes = 1 << 20;
 
-/// Nothing of the bus, and no proxy with its password.
+/// Nothing of the bus, and no proxy with its password; what a sanitizer is told, it is told there too.
 QProcessEnvironment environment()
 {
     QProcessEnvironment all = QProcessEnvironment::systemEnvironment(), some;
-    for (const char *name : {"LD_LIBRARY_PATH", "QT_PLUGIN_PATH"}) {
+    for (const char *name : {"LD_LIBRARY_PATH", "QT_PLUGIN_PATH", "TSAN_OPTIONS"}) {
         if (all.contains(QLatin1String(name)))
             some.insert(QLatin1String(name), all.value(QLatin1String(name)));
     }
