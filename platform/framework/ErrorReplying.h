@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "platform/framework/HeldCall.h"
 #include "platform/framework/KestinException.h"
 #include "platform/framework/KestinModule.h"
 #include "platform/framework/WireSize.h"
@@ -16,6 +17,8 @@
 /// - a result larger than the bus carries becomes "org.freedesktop.DBus.Error.LimitsExceeded", where sending it would
 ///   cost the module its connection. So do arguments of that size, which no event could tell any more, and a contact
 ///   with a text over WireSize::longestText.
+/// A call that has to wait for the end of long work (KestinModule::mustWait) is served then, and one that begins long
+/// work is answered when that is over.
 /// `Adaptor` is a QDBusAbstractAdaptor that is made with its parent, a KestinModule, by reference.
 template <typename Adaptor>
 class ErrorReplying : public Adaptor
@@ -36,8 +39,22 @@ public:
         const QMetaMethod method = this->metaObject()->method(id);
         if (hasTooLargeArguments(method, arguments))
             return -1;
+        if (m_module.mustWait(method.name())) {
+            hold(method, id, arguments);
+            return -1;
+        }
+        const bool wasGoingOn = m_module.longWork().isGoingOn();
+        const int rest = serve(method, id, arguments);
+        if (!wasGoingOn && m_module.longWork().isGoingOn())
+            answerAfterwards(std::make_shared<HeldCall>(m_module, method, arguments));
+        return rest;
+    }
+
+private:
+    int serve(const QMetaMethod &method, int id, void **arguments)
+    {
         try {
-            const int rest = Adaptor::qt_metacall(call, id, arguments);
+            const int rest = Adaptor::qt_metacall(QMetaObject::InvokeMetaMethod, id, arguments);
             refuseWhatIsTooLarge(method, arguments[0]);
             return rest;
         } catch (KestinException *thrown) {
@@ -47,7 +64,24 @@ public:
         }
     }
 
-private:
+    void hold(const QMetaMethod &method, int id, void **arguments)
+    {
+        const auto held = std::make_shared<HeldCall>(m_module, method, arguments);
+        m_module.longWork().after(this, [this, method, id, held] {
+            m_module.setHeldCall(held.get());
+            serve(method, id, held->places().data());
+            m_module.setHeldCall(nullptr);
+            if (!held->isAnswered())
+                answerAfterwards(held);
+        });
+    }
+
+    /// At once, unless the call has begun long work.
+    void answerAfterwards(const std::shared_ptr<HeldCall> &held)
+    {
+        m_module.longWork().rightAfter(this, [held] { held->answer(); });
+    }
+
     bool hasTooLargeArguments(const QMetaMethod &method, void **arguments)
     {
         qsizetype size = 0;

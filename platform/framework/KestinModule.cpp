@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/framework/KestinModule.h"
 
+#include "platform/framework/HeldCall.h"
 #include "platform/framework/KestinException.h"
 #include "platform/framework/KestinTransport.h"
 #include "platform/records/KestinBus.h"
@@ -117,8 +118,15 @@ bool KestinModule::showPopup(const QString &text, int kind, int duration, const 
     return true;
 }
 
+bool KestinModule::mustWait(const QByteArray &) const
+{
+    return false;
+}
+
 void KestinModule::answerWithError(const QString &errorName, const QString &message)
 {
-    if (calledFromDBus() && QDBusContext::message().isReplyRequired())
+    if (m_heldCall)
+        m_heldCall->answerWithError(errorName, message);
+    else if (calledFromDBus() && QDBusContext::message().isReplyRequired())
         sendErrorReply(errorName, message);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/framework/KestinEvent.h"
+#include "platform/framework/LongWork.h"
 #include "platform/framework/ModuleWatch.h"
 #include "platform/framework/RemoteCaller.h"
 #include "platform/records/Capability.h"
@@ -13,6 +14,7 @@
 
 #include <memory>
 
+class HeldCall;
 class KestinTransport;
 
 /// Base of every module of the platform: a named object that the framework brings to life (KestinApplication). It
@@ -66,6 +68,14 @@ public:
     bool showPopup(const QString &text, int kind, int duration, const QStringList &buttons, const QString &icon,
                    const QStringList &arguments, const QMap<QString, QString> &options);
 
+    /// What keeps the module busy for longer than a caller should wait for another answer.
+    LongWork &longWork() { return m_longWork; }
+    const LongWork &longWork() const { return m_longWork; }
+    /// Whether a bus call of this method has to wait now, for the end of long work or for what waits for that already.
+    virtual bool mustWait(const QByteArray &method) const;
+
+    /// The call that is served now is this one, which the bus library takes for returned; null: it is no more.
+    void setHeldCall(HeldCall *call) { m_heldCall = call; }
     /// Answers the bus call being served with an error instead of a result. Does nothing outside of a call.
     void answerWithError(const QString &errorName, const QString &message);
 
@@ -74,4 +84,6 @@ private:
 
     QString m_name;
     KestinTransport *m_transport = nullptr;
+    LongWork m_longWork;
+    HeldCall *m_heldCall = nullptr;
 };

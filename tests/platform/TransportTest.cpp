@@ -37,6 +37,7 @@ public:
 public Q_SLOTS:
     QString fails() { throw new KestinException("M", 4, "it failed"); }
     void failsWithoutResult() { fails(); }
+    void begins();
     QString answers(int length) { return QString(length, 'a'); }
     int lengthOf(const QString &text) { return int(text.size()); }
     ListContact answersContacts(int length)
@@ -72,16 +73,37 @@ public:
         return QDBusError(syncRemoteCall(module, method, {})).type();
     }
 
+    bool mustWait(const QByteArray &method) const override { return method != "answers" && longWork().isBusy(); }
+    /// Goes on until it is let end.
+    void begin()
+    {
+        m_work.emplace(waitForEnd());
+        longWork().start(*m_work);
+    }
+
     BusTransport transport;
     QList<KestinEvent> events;
+    bool isToEnd = false;
 
 public Q_SLOTS:
     void slot_event(const KestinEvent &event) { events.append(event); }
     void slot_number(int) {}
 
 private:
+    Work waitForEnd()
+    {
+        while (!isToEnd)
+            co_await longWork().turn();
+    }
+
     QString m_connectionName;
+    std::optional<Work> m_work;
 };
+
+void TestAdaptor::begins()
+{
+    static_cast<TestModule *>(parent())->begin();
+}
 
 /// What a module does on the bus, without being one.
 class Peer : public QObject
@@ -281,6 +303,26 @@ private Q_SLOTS:
         QCOMPARE(next.arguments().value(0).toString().size(), fits);
         QCOMPARE(call("lengthOf", {QString(fits / 2, u'\u00e9')}).arguments().value(0).toInt(), fits / 2);
         QCOMPARE(next.service(), m_bus.connection("module").baseService());
+    }
+
+    void callsWaitForLongWork()
+    {
+        const QList<QVariantList> calls{{"begins"}, {"lengthOf", "abc"}, {"fails"}, {"begins"}, {"lengthOf", "ab"}};
+        QStringList answers;
+        for (const QVariantList &one : calls) {
+            auto *call = new QDBusPendingCallWatcher(m_caller->asyncRemoteCall("M", one.first().toString(), one.mid(1)),
+                                                     &*m_caller);
+            connect(call, &QDBusPendingCallWatcher::finished, &*m_caller,
+                    [&answers, call] { answers.append(call->reply().arguments().value(0).toString()); });
+        }
+        QCOMPARE(call("answers", {2}).arguments().value(0).toString(), "aa"); // comes behind them
+        QCOMPARE(answers, QStringList());
+        m_module->isToEnd = true;
+        QTRY_COMPARE(answers, (QStringList{"", "3", "it failed", "", "2"}));
+        QVERIFY(!m_module->longWork().isBusy());
+        m_module->isToEnd = false;
+        QVERIFY(!m_caller->asyncRemoteCall("M", "begins", {}).isError());
+        QTRY_VERIFY(m_module->longWork().isGoingOn()); // and is broken off with its module
     }
 
     void aModuleIsOnTheBusFromRunToStop()
