@@ -3,13 +3,12 @@
 
 #include "platform/records/Contact.h"
 #include "src/dao/ContactStatements.h"
+#include "src/dao/ContactWalk.h"
 #include "src/dao/DaoMisc.h"
 
-#include <QHash>
 #include <QSet>
 #include <QStringList>
 
-#include <functional>
 #include <optional>
 
 class Connection;
@@ -92,14 +91,11 @@ public:
 
     // For synchronisation; local contacts only.
 
-    /// The persistent ids by contact id.
-    std::optional<QHash<QString, QString>> getLocalPuids();
-    /// What an export takes of a contact. The misc pairs are filled, of the other fields those that it writes. False
-    /// when not all could be read.
-    using TakeContact = std::function<void(const Contact &contact)>;
-    [[nodiscard]] bool fullExport(const TakeContact &take);
-    /// The two ids of each, in a record that is otherwise empty. False as above.
-    [[nodiscard]] bool mappingExport(const TakeContact &take);
+    /// What an export takes of a contact. The misc pairs are filled, of the other fields those that it writes.
+    ContactWalk fullExport();
+    /// The two ids of each, in a record that is otherwise empty.
+    ContactWalk mappingExport();
+    ContactWalk getLocalPuids();
     /// Whether no contact has changed since `previousExportDate`, which must not be earlier than the last local change.
     /// No when that could not be read.
     bool isDirectorySynchronized(const QDateTime &previousExportDate, const QDateTime &lastLocalChangeDate);

@@ -5,6 +5,18 @@
 #include "platform/framework/KestinLogger.h"
 #include "src/dao/ContactRow.h"
 
+namespace {
+
+Contact readIds(const Statement::Use &row)
+{
+    Contact contact;
+    contact.contactId = row.text(0);
+    contact.setPUID(row.text(1));
+    return contact;
+}
+
+} // namespace
+
 std::optional<QSet<QString>> DaoContact::getPhotos()
 {
     QSet<QString> photos;
@@ -20,39 +32,21 @@ std::optional<ListContact> DaoContact::getContactsWithUnresizedPhoto(const QStri
     return readContacts(use);
 }
 
-std::optional<QHash<QString, QString>> DaoContact::getLocalPuids()
-{
-    QHash<QString, QString> puids;
-    Statement::Use use = m_statements.puids.use();
-    if (!use.eachRow([&puids](const Statement::Use &row) { puids.insert(row.text(0), row.text(1)); }))
-        return std::nullopt;
-    return puids;
-}
-
-bool DaoContact::fullExport(const TakeContact &take)
+ContactWalk DaoContact::fullExport()
 {
     KestinLogger::debug("DaoContact::fullExport: export all user's contacts");
-    bool areComplete = true;
-    Statement::Use use = m_statements.fullExport.use();
-    const bool areAll = use.eachRow([&](const Statement::Use &row) {
-        Contact contact = ContactRow::readExported(row);
-        areComplete = areComplete && m_misc.fill(contact);
-        if (areComplete)
-            take(contact);
-    });
-    return areAll && areComplete;
+    return {m_statements.fullExport, ContactRow::readExported, &m_misc};
 }
 
-bool DaoContact::mappingExport(const TakeContact &take)
+ContactWalk DaoContact::mappingExport()
 {
     KestinLogger::debug("DaoContact::mappingExport: export list of <duid,puid>");
-    Statement::Use use = m_statements.mappingExport.use();
-    return use.eachRow([&take](const Statement::Use &row) {
-        Contact contact;
-        contact.contactId = row.text(0);
-        contact.setPUID(row.text(1));
-        take(contact);
-    });
+    return {m_statements.mappingExport, readIds};
+}
+
+ContactWalk DaoContact::getLocalPuids()
+{
+    return {m_statements.puids, readIds};
 }
 
 bool DaoContact::isDirectorySynchronized(const QDateTime &previousExportDate, const QDateTime &lastLocalChangeDate)

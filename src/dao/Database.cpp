@@ -104,9 +104,14 @@ bool Database::openDatabase(const QString &folder)
     m_connection = std::make_unique<Connection>(handle);
     if (!opened)
         return refuse(refusal ? QSqlError(*refusal, {}, QSqlError::ConnectionError) : handle.lastError());
+    prepare(handle);
+    return true;
+}
+
+void Database::prepare(const QSqlDatabase &handle)
+{
     for (const QLatin1String pragma : pragmas)
         QSqlQuery(handle).exec(pragma); // a file that is no database refuses; checkTables says so
-    return true;
 }
 
 bool Database::refuse(const QSqlError &reason)

@@ -47,6 +47,9 @@ public:
     Connection &connection() { return *m_connection; }
     QString filePath() const { return m_filePath; }
 
+    /// Makes an open connection write as the store is written: durable, and beside readers.
+    static void prepare(const QSqlDatabase &handle);
+
 private:
     bool probe(const QString &statement, const char *failure);
     bool checkTriggers();

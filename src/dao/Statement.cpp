@@ -135,7 +135,8 @@ qint64 Statement::Use::lastInsertId() const
     return sqlite3_last_insert_rowid(m_statement.m_connection.database());
 }
 
-bool Statement::Use::isExecutable()
+/// Whether it can be executed.
+bool Statement::Use::begin()
 {
     if (!m_statement.m_connection.isUsable())
         fail(refusal);
@@ -144,8 +145,8 @@ bool Statement::Use::isExecutable()
     else if (m_bindCode != SQLITE_OK)
         fail(QString::fromUtf8(sqlite3_errstr(m_bindCode)));
     else
-        return true;
-    return false;
+        m_isBegun = true;
+    return m_isBegun;
 }
 
 /// False at the end of the rows, and where one cannot be read (logged).

@@ -64,12 +64,15 @@ public:
         template <typename Take>
         [[nodiscard]] bool eachRow(Take take)
         {
-            if (!isExecutable())
-                return false;
-            while (nextRow())
+            while (next())
                 take(std::as_const(*this));
-            return m_isAtEnd;
+            return isAtEnd();
         }
+        /// The same row by row: goes to the next row, executing before the first. False behind the last row, and where
+        /// eachRow would be.
+        bool next() { return (m_isBegun || begin()) && nextRow(); }
+        /// Whether there are no more rows.
+        bool isAtEnd() const { return m_isAtEnd; }
 
         // Columns of the row, counted from 0. What is NULL is an empty text, 0, false and an invalid time.
         QString text(int column) const;
@@ -95,7 +98,7 @@ public:
         void bindUtf8(const char *text, qsizetype size);
         sqlite3_stmt *prepared() const { return m_statement.m_prepared.get(); }
 
-        bool isExecutable();
+        bool begin();
         bool nextRow();
         void fail(const QString &reason);
 
@@ -103,6 +106,7 @@ public:
         QList<QByteArray> m_texts; ///< that are bound
         int m_bound = 0;
         int m_bindCode = 0; ///< SQLite's, of the first value that could not be bound
+        bool m_isBegun = false;
         bool m_isAtEnd = false;
     };
 

@@ -8,12 +8,15 @@
 
 #include <optional>
 
-/// The database as a worker reads it: a connection of its own to the file that the default connection has open, on the
-/// thread that makes this object, closed with it. It cannot write.
+/// The database as a worker has it: a connection of its own to the file that the default connection has open, on the
+/// thread that makes this object, closed with it. What it writes in a transaction nobody else sees before the commit;
+/// the others must not write meanwhile.
 class WorkerDatabase
 {
 public:
-    WorkerDatabase();
+    enum class Access { Read, Write };
+
+    explicit WorkerDatabase(Access access = Access::Read);
     ~WorkerDatabase();
     WorkerDatabase(const WorkerDatabase &) = delete;
     WorkerDatabase &operator=(const WorkerDatabase &) = delete;

@@ -59,13 +59,14 @@ bool KestinDirectory::init()
     KestinLogger::debug("KestinDirectory initialization...");
     registerRecords();
     m_database.completeTables();
-    m_open =
-        std::make_unique<OpenDirectory>(m_database.connection(), *this, m_settingsCaller, m_fields, getModuleName());
+    m_open = std::make_unique<OpenDirectory>(m_database.connection(), *this, m_settingsCaller, m_fields,
+                                             getModuleName(), longWork());
     m_restore = std::make_unique<DataRestore>(m_database, *m_open, m_settings);
     m_news = std::make_unique<NewsPublication>(*m_open, m_fields, *this, m_popups);
     connect(&m_open->search, &ContactSearch::workerCreated, this, &KestinDirectory::connectWorker);
-    connect(&m_settings, &DirectorySettings::defaultContactsWanted, this,
-            [this](const QString &value) { m_open->contacts.defaultContacts.setDefaultContacts(value); });
+    connect(&m_settings, &DirectorySettings::defaultContactsWanted, this, [this](const QString &value) {
+        longWork().after(&m_settings, [this, value] { m_open->contacts.defaultContacts.setDefaultContacts(value); });
+    });
     m_settingsWatch = watchModule(ModuleName::settings);
     connect(m_settingsWatch.get(), &ModuleWatch::came, &m_settings, &DirectorySettings::readAgain);
     m_settings.readDirectory();
@@ -106,6 +107,7 @@ bool KestinDirectory::run()
 bool KestinDirectory::restoreDataToDefault()
 {
     KestinLogger::debug("KestinDirectory restoreDataToDefault...");
+    longWork().finish();
     if (m_restore->toDefault())
         DirectoryEvent::contentChanged().send(*this);
     return false;
@@ -114,9 +116,15 @@ bool KestinDirectory::restoreDataToDefault()
 bool KestinDirectory::restoreDataToFactory()
 {
     KestinLogger::debug("KestinDirectory restoreDataToFactory...");
+    longWork().finish();
     if (m_restore->toFactory())
         DirectoryEvent::contentChanged().send(*this);
     return true;
+}
+
+bool KestinDirectory::mustWait(const QByteArray &method) const
+{
+    return m_open->synchronisation.mustWait(method) && longWork().isBusy();
 }
 
 void KestinDirectory::registerRecords()

@@ -47,6 +47,7 @@ public:
     /// Empties the store and removes what is left of its owner: set-aside databases, all photos, the user's own too.
     /// The answer is always true.
     bool restoreDataToFactory() override;
+    bool mustWait(const QByteArray &method) const override;
 
     // The order of the slots is their meta-call index, which the platform relies on; the adaptor calls them by name.
 public Q_SLOTS:

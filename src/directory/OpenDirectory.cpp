@@ -16,15 +16,16 @@ QString besideDatabase(const Connection &connection, const char *name)
 } // namespace
 
 OpenDirectory::OpenDirectory(Connection &connection, RemoteCaller &caller, RemoteCaller &settings,
-                             DirectoryFields &fields, const QString &moduleName)
+                             DirectoryFields &fields, const QString &moduleName, LongWork &longWork)
     : dao(connection)
     , photoFiles(dao, fields)
     , numbers(caller, settings, dao)
     , contacts(dao, fields, numbers.canonical)
     , search(fields, dao, numbers.canonical)
     , company(caller, fields)
-    , photos(dao, photoFiles, fields, besideDatabase(connection, "photos-to-resize"))
-    , synchronisation(dao, fields, numbers.canonical, photoFiles, moduleName)
+    , photos(dao, photoFiles, fields, besideDatabase(connection, "photos-to-resize"), longWork)
+    , synchronisation(dao, fields, caller, photoFiles, moduleName, longWork)
+    , m_longWork(longWork)
 {
     connectCompanyDirectory();
     connectPhotos();
@@ -58,7 +59,9 @@ void OpenDirectory::connectCompanyDirectory()
                      &RemoteContacts::askForImAddress);
     QObject::connect(&company.contacts, &RemoteContacts::copyArrived, &company.contacts,
                      [this](const QString &reqId, const Contact &contact) {
-                         contacts.creation.createLocalContact(reqId, contact); // refused like any other
+                         m_longWork.after(&company.contacts, [this, reqId, contact] {
+                             contacts.creation.createLocalContact(reqId, contact); // refused like any other
+                         });
                      });
 }
 

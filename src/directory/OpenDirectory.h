@@ -19,7 +19,7 @@ struct OpenDirectory
 {
     /// `settings` reaches the settings manager, `caller` the others.
     OpenDirectory(Connection &connection, RemoteCaller &caller, RemoteCaller &settings, DirectoryFields &fields,
-                  const QString &moduleName);
+                  const QString &moduleName, LongWork &longWork);
 
     DaoContact dao;
     PhotoFiles photoFiles;
@@ -36,4 +36,6 @@ struct OpenDirectory
 private:
     void connectPhotos();
     void connectCompanyDirectory();
+
+    LongWork &m_longWork;
 };

@@ -10,10 +10,11 @@
 #include "src/impexp/StoreFailure.h"
 #include "src/impexp/SyncElements.h"
 
-ContactExport::ContactExport(DaoContact &dao, DirectoryFields &fields, const QString &moduleName)
+ContactExport::ContactExport(DaoContact &dao, DirectoryFields &fields, const QString &moduleName, LongWork &longWork)
     : m_dao(dao)
     , m_fields(fields)
     , m_moduleName(moduleName)
+    , m_longWork(longWork)
 {
 }
 
@@ -32,17 +33,24 @@ void ContactExport::exportToXml(const QString &path, int pageSize, bool full, co
         Q_EMIT exportFinished(ImpExpStatus::NothingToDo, {});
         return;
     }
+    m_work.emplace(write({path, pageSize, full, id, deviceId, createdDate, previousExportDate, *contacts, *managed}));
+    m_longWork.start(*m_work);
+}
+
+Work ContactExport::write(Order order)
+{
     const bool maxContactsChanged = std::exchange(m_fields.maxContactsChanged, false);
     m_skipped = false;
     try {
-        ImpExp_XMLBuilder builder(deviceId, id, path, pageSize, createdDate, *contacts, m_fields.maxContacts - *managed,
-                                  m_moduleName, previousExportDate);
-        write(builder, full);
+        ImpExp_XMLBuilder builder(order.deviceId, order.id, order.path, order.pageSize, order.createdDate,
+                                  order.contacts, m_fields.maxContacts - order.managed, m_moduleName,
+                                  order.previousExportDate);
+        co_await putAll(builder, order.full);
         builder.finish();
         Q_EMIT exportFinished(ImpExpStatus::Success, {});
     } catch (const ImpExp_FatalException &exception) {
         // Nobody has been told of the new capacity.
-        m_fields.maxContactsChanged = maxContactsChanged;
+        m_fields.maxContactsChanged = maxContactsChanged || m_fields.maxContactsChanged;
         Q_EMIT exportFinished(ImpExpStatus::Failure, KestinLogger::shown(exception.message()));
     }
     if (m_skipped)
@@ -55,16 +63,19 @@ bool ContactExport::isUpToDate(int localContacts, const QDateTime &previousExpor
            m_dao.isDirectorySynchronized(previousExportDate, m_fields.lastLocalChangeDate);
 }
 
-void ContactExport::write(ImpExp_XMLBuilder &builder, bool full)
+Work ContactExport::putAll(ImpExp_XMLBuilder &builder, bool full)
 {
-    const auto putWhole = [&](const Contact &contact) {
-        const QByteArray photo = LocalPhoto::read(contact.photo).value_or(QByteArray());
-        put(builder, SyncElements::itemOf(contact, photo), contact.contactId);
-    };
-    const auto putIds = [&](const Contact &contact) {
-        put(builder, ContactMap_Item(contact.contactId, contact.getPUID()), contact.contactId);
-    };
-    if (!(full ? m_dao.fullExport(putWhole) : m_dao.mappingExport(putIds)))
+    ContactWalk contacts = full ? m_dao.fullExport() : m_dao.mappingExport();
+    while (const auto contact = contacts.next()) {
+        if (full) {
+            const QByteArray photo = LocalPhoto::read(contact->photo).value_or(QByteArray());
+            put(builder, SyncElements::itemOf(*contact, photo), contact->contactId);
+        } else {
+            put(builder, ContactMap_Item(contact->contactId, contact->getPUID()), contact->contactId);
+        }
+        co_await m_longWork.turn();
+    }
+    if (!contacts.isAtEnd())
         throw ImpExp_FatalException(StoreFailure::unreadable);
 }
 

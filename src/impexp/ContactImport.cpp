@@ -3,14 +3,17 @@
 
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/DirectoryCodes.h"
+#include "src/dao/Connection.h"
+#include "src/dao/DaoContact.h"
 #include "src/impexp/ImportRun.h"
 
-ContactImport::ContactImport(DaoContact &dao, DirectoryFields &fields, CanonicalNumbers &numbers,
-                             PhotoFiles &photoFiles)
+ContactImport::ContactImport(DaoContact &dao, DirectoryFields &fields, RemoteCaller &telephony, PhotoFiles &photoFiles,
+                             LongWork &longWork)
     : m_dao(dao)
     , m_fields(fields)
-    , m_numbers(numbers)
+    , m_telephony(telephony)
     , m_photoFiles(photoFiles)
+    , m_longWork(longWork)
 {
 }
 
@@ -22,7 +25,19 @@ void ContactImport::importFromXml(const QString &path)
         return;
     }
     m_fields.importOngoing = true;
-    const ImportRun::Outcome outcome = ImportRun(m_dao, m_fields, m_numbers, m_photoFiles).execute(path);
+    m_work.emplace(run(path));
+    m_longWork.start(*m_work);
+}
+
+Work ContactImport::run(QString path)
+{
+    ImportRun::Outcome outcome;
+    {
+        ImportRun import(m_fields, m_telephony, m_photoFiles, m_longWork);
+        co_await import.execute(path);
+        outcome = import.outcome();
+    }
+    m_dao.connection().beginEpoch();
     m_fields.importOngoing = false;
 
     for (const QString &photo : outcome.droppedPhotos)

@@ -45,68 +45,87 @@ QStringList sortedIds(const QHash<QString, QString> &puids)
 
 } // namespace
 
-ImportRun::ImportRun(DaoContact &dao, const DirectoryFields &fields, CanonicalNumbers &numbers, PhotoFiles &photoFiles)
-    : m_dao(dao)
+ImportRun::ImportRun(const DirectoryFields &fields, RemoteCaller &telephony, PhotoFiles &photoFiles, LongWork &longWork)
+    : m_dao(m_database.contacts())
     , m_fields(fields)
-    , m_photos(photoFiles, dao, fields.photoDirectory)
-    , m_writer(dao, numbers, m_photos, m_errors)
+    , m_longWork(longWork)
+    , m_numbers(telephony)
+    , m_photos(photoFiles, m_dao, fields.photoDirectory)
+    , m_writer(m_dao, m_numbers, m_photos, m_errors, longWork)
 {
 }
 
-ImportRun::Outcome ImportRun::execute(const QString &path)
+Work ImportRun::execute(QString path)
 {
     Transaction transaction(m_dao.connection());
     if (!transaction.isActive()) {
         KestinLogger::error("KestinDirectory::importFromXml : error while trying to begin a unique transaction during "
                             "the import process on the database.");
-        return failure(ImportWriter::databaseFailure);
+        m_outcome = failure(ImportWriter::databaseFailure);
+        co_return;
     }
-    Outcome outcome;
     try {
-        m_puids = readOrFail(m_dao.getLocalPuids());
-        if (readIds(path)) {
-            removeUnlisted();
-            weighPhotos(path);
-            readContacts(path);
-            outcome = success();
-        } else {
-            KestinLogger::info("KestinDirectory::importFromXml : number of contacts to import is higher than the "
-                               "maximum one allowed.");
-            outcome =
-                failure(QStringLiteral("The number of contacts to import is higher than the maximum one allowed."));
-        }
+        co_await apply(path);
     } catch (const ImpExp_FatalException &exception) {
-        return failure(exception.message());
+        m_outcome = failure(exception.message());
+        co_return;
     }
     if (transaction.commit())
-        return outcome;
+        co_return;
     KestinLogger::error("KestinDirectory::importFromXml : error while trying to commit a unique transaction during the "
                         "import process to the database.");
-    return failure(outcome.status == ImpExpStatus::Success ? ImportWriter::databaseFailure : outcome.cause);
+    m_outcome = failure(m_outcome.status == ImpExpStatus::Success ? ImportWriter::databaseFailure : m_outcome.cause);
 }
 
-/// False when there are more than the store may hold.
-bool ImportRun::readIds(const QString &path)
+Work ImportRun::apply(QString path)
 {
+    co_await readPuids();
     const qint64 capacity = qint64(m_fields.maxContacts) - readOrFail(m_dao.nbDMContacts());
+    co_await readIds(path, capacity);
+    if (m_itemCount > capacity) {
+        KestinLogger::info("KestinDirectory::importFromXml : number of contacts to import is higher than the "
+                           "maximum one allowed.");
+        m_outcome = failure(QStringLiteral("The number of contacts to import is higher than the maximum one allowed."));
+        co_return;
+    }
+    co_await removeUnlisted();
+    co_await weighPhotos(path);
+    co_await readContacts(path);
+    m_outcome = success();
+}
+
+Work ImportRun::readPuids()
+{
+    ContactWalk contacts = m_dao.getLocalPuids();
+    while (const auto contact = contacts.next()) {
+        m_puids.insert(contact->contactId, contact->getPUID());
+        co_await m_longWork.turn();
+    }
+    if (!contacts.isAtEnd())
+        throw ImpExp_FatalException(StoreFailure::unreadable);
+}
+
+/// Up to the first for which there is no room.
+Work ImportRun::readIds(QString path, qint64 capacity)
+{
     KestinLogger::debug("KestinDirectory::importFromXml : get all DUID from import file.");
     ImpExp_XMLParser parser(path);
     ImpExp_Item item(ImpExp_Format::contact);
-    while (parser.getItem(item, false)) {
-        if (++m_itemCount > capacity)
-            return false;
+    while (m_itemCount <= capacity && parser.getItem(item, false)) {
+        ++m_itemCount;
         m_listed.insert(item.getAttribute(ImpExp_Format::duid));
+        co_await m_longWork.turn();
     }
-    return m_itemCount <= capacity;
 }
 
-void ImportRun::removeUnlisted()
+Work ImportRun::removeUnlisted()
 {
     KestinLogger::debug("KestinDirectory::importFromXml : remove contacts from database.");
     const QStringList ids = sortedIds(m_puids);
     for (const QString &id : ids) {
         if (!m_listed.contains(id))
             remove(id);
+        co_await m_longWork.turn();
     }
 }
 
@@ -127,10 +146,10 @@ void ImportRun::remove(const QString &contactId)
 }
 
 /// Photos that fit once the old ones are gone are kept, in whatever order the file has them.
-void ImportRun::weighPhotos(const QString &path)
+Work ImportRun::weighPhotos(QString path)
 {
     if (m_photos.haveRoomFor(QFileInfo(path).size()))
-        return; // the file is larger than what is in it, so it need not be read for this
+        co_return; // the file is larger than what is in it, so it need not be read for this
     ImpExp_XMLParser parser(path);
     ImpExp_Item item(ImpExp_Format::contact);
     for (bool isMore = true; isMore;) {
@@ -140,6 +159,7 @@ void ImportRun::weighPhotos(const QString &path)
                 m_photos.expect(item, storedContact(item.getAttribute(ImpExp_Format::duid)).photo);
         } catch (const ImpExp_ErrorException &) { // is told when the contact is taken
         }
+        co_await m_longWork.turn();
     }
     m_photos.settle();
 }
@@ -150,14 +170,17 @@ Contact ImportRun::storedContact(const QString &duid)
     return duid.isEmpty() ? Contact() : readOrFail(m_dao.getContact(duid)).value(0);
 }
 
-void ImportRun::readContacts(const QString &path)
+Work ImportRun::readContacts(QString path)
 {
     KestinLogger::debug("KestinDirectory::importFromXml :parse each contact from the import file.");
     ImpExp_XMLParser parser(path);
     ImpExp_Item item(ImpExp_Format::contact);
     while (takeNext(parser, item)) {
+        if (m_writer.isFull())
+            co_await m_writer.write();
+        co_await m_longWork.turn();
     }
-    m_writer.flush();
+    co_await m_writer.flush();
     if (m_itemCount != 0 || m_taken != m_listed)
         throw ImpExp_FatalException(QStringLiteral("the file has changed while it was read"));
 }

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "platform/framework/LongWork.h"
 #include "platform/impexp/ImpExp_Item.h"
 #include "platform/records/ImpExpStatus.h"
+#include "src/dao/WorkerDatabase.h"
 #include "src/fields/DirectoryFields.h"
 #include "src/impexp/ImportErrors.h"
 #include "src/impexp/ImportPhotos.h"
@@ -12,18 +14,18 @@
 #include <QSet>
 #include <QStringList>
 
-class DaoContact;
 class ImpExp_XMLParser;
 
 /// One import, from the file to the commit. The file is read twice, first its ids and to its very end, so that
-/// nothing is touched for a file that is no good; its contacts are never in memory all at once.
+/// nothing is touched for a file that is no good; its contacts are never in memory all at once. It writes through a
+/// connection of its own, so that until the commit everybody else reads the store as it was.
 class ImportRun
 {
 public:
     /// What others have to be told.
     struct Outcome
     {
-        ImpExpStatus status;
+        ImpExpStatus status = ImpExpStatus::Failure;
         QString cause;
         QStringList deletedIds;
         QStringList errors; ///< of single contacts
@@ -31,18 +33,22 @@ public:
         bool isChanged = false;
     };
 
-    ImportRun(DaoContact &dao, const DirectoryFields &fields, CanonicalNumbers &numbers, PhotoFiles &photoFiles);
+    ImportRun(const DirectoryFields &fields, RemoteCaller &telephony, PhotoFiles &photoFiles, LongWork &longWork);
 
-    /// Once. With status Failure the store is as it was.
-    Outcome execute(const QString &path);
+    /// Once. This object must outlive the work.
+    Work execute(QString path);
+    /// When that is done. With status Failure the store is as it was.
+    const Outcome &outcome() const { return m_outcome; }
 
 private:
-    bool readIds(const QString &path);
-    void removeUnlisted();
+    Work apply(QString path);
+    Work readPuids();
+    Work readIds(QString path, qint64 capacity);
+    Work removeUnlisted();
     void remove(const QString &contactId);
-    void weighPhotos(const QString &path);
+    Work weighPhotos(QString path);
     Contact storedContact(const QString &duid);
-    void readContacts(const QString &path);
+    Work readContacts(QString path);
     bool takeNext(ImpExp_XMLParser &parser, ImpExp_Item &item);
     void take(const ImpExp_Item &item, const QString &duid);
     void map(const ImpExp_Item &item, const QString &duid);
@@ -51,8 +57,11 @@ private:
     Outcome success() const;
     Outcome failure(const QString &cause) const;
 
+    WorkerDatabase m_database{WorkerDatabase::Access::Write};
     DaoContact &m_dao;
     const DirectoryFields &m_fields;
+    LongWork &m_longWork;
+    CanonicalNumbers m_numbers; ///< of its own: a telephony that is silent here is asked by others
     ImportErrors m_errors;
     ImportPhotos m_photos;
     ImportWriter m_writer;
@@ -63,4 +72,5 @@ private:
     qint64 m_itemCount = 0;          ///< in the file; in the second pass those still to come
     QStringList m_deletedIds;
     bool m_isMapped = false;
+    Outcome m_outcome;
 };

@@ -25,29 +25,47 @@ qsizetype sizeOf(const Contact &contact)
 
 const QString ImportWriter::databaseFailure = QStringLiteral("The contacts cannot be written to the database.");
 
-ImportWriter::ImportWriter(DaoContact &dao, CanonicalNumbers &numbers, ImportPhotos &photos, ImportErrors &errors)
+ImportWriter::ImportWriter(DaoContact &dao, CanonicalNumbers &numbers, ImportPhotos &photos, ImportErrors &errors,
+                           LongWork &longWork)
     : m_dao(dao)
     , m_numbers(numbers)
     , m_pause(numbers)
     , m_photos(photos)
     , m_errors(errors)
+    , m_longWork(longWork)
 {
 }
 
 void ImportWriter::add(const Entry &entry)
 {
-    constexpr qsizetype atATime = 100;
-    constexpr qsizetype largest = 1024 * 1024; // characters that wait, were the texts of a contact ever so long
     m_waiting.append(entry);
     m_waitingSize += sizeOf(entry.contact);
-    if (m_waiting.size() >= atATime || m_waitingSize >= largest)
-        askForNumbers();
 }
 
-void ImportWriter::flush()
+bool ImportWriter::isFull() const
 {
-    askForNumbers();
-    writeAsked();
+    constexpr qsizetype atATime = 100;
+    constexpr qsizetype largest = 1024 * 1024; // characters that wait, were the texts of a contact ever so long
+    return m_waiting.size() >= atATime || m_waitingSize >= largest;
+}
+
+Work ImportWriter::write()
+{
+    Asked next = askForNumbers();
+    Asked asked = std::exchange(m_asked, std::move(next));
+    if (asked.numbers && asked.numbers->call())
+        co_await m_longWork.answerTo(*asked.numbers->call());
+    fillNumbers(asked);
+    for (Entry &entry : asked.entries) {
+        write(entry);
+        co_await m_longWork.turn();
+    }
+}
+
+Work ImportWriter::flush()
+{
+    co_await write();
+    co_await write();
 }
 
 ListContact ImportWriter::inNeedOfNumbers(const QList<Entry> &entries)
@@ -60,31 +78,26 @@ ListContact ImportWriter::inNeedOfNumbers(const QList<Entry> &entries)
     return contacts;
 }
 
-/// For those that wait; then writes those that were asked for before.
-void ImportWriter::askForNumbers()
+ImportWriter::Asked ImportWriter::askForNumbers()
 {
-    Asked next{std::exchange(m_waiting, {}), {}};
+    Asked asked{std::exchange(m_waiting, {}), {}};
     m_waitingSize = 0;
-    if (const ListContact contacts = inNeedOfNumbers(next.entries); !contacts.isEmpty())
-        next.numbers = m_numbers.askForCanonicalNumbers(contacts);
-    writeAsked();
-    m_asked = std::move(next);
+    if (const ListContact contacts = inNeedOfNumbers(asked.entries); !contacts.isEmpty())
+        asked.numbers = m_numbers.askForCanonicalNumbers(contacts);
+    return asked;
 }
 
-void ImportWriter::writeAsked()
+void ImportWriter::fillNumbers(Asked &asked)
 {
-    Asked asked = std::exchange(m_asked, {});
-    if (asked.numbers) {
-        ListContact contacts = inNeedOfNumbers(asked.entries);
-        asked.numbers->fill(contacts);
-        auto filled = contacts.cbegin();
-        for (Entry &entry : asked.entries) {
-            if (entry.needsNumbers)
-                entry.contact = *filled++;
-        }
+    if (!asked.numbers)
+        return;
+    ListContact contacts = inNeedOfNumbers(asked.entries);
+    asked.numbers->fill(contacts);
+    auto filled = contacts.cbegin();
+    for (Entry &entry : asked.entries) {
+        if (entry.needsNumbers)
+            entry.contact = *filled++;
     }
-    for (Entry &entry : asked.entries)
-        write(entry);
 }
 
 void ImportWriter::write(Entry &entry)

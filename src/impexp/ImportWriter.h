@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "platform/framework/LongWork.h"
 #include "src/impexp/ImportPhotos.h"
 #include "src/numbers/CanonicalNumbers.h"
 
@@ -28,12 +29,18 @@ public:
     /// What an import ends with when the database fails as a whole.
     static const QString databaseFailure;
 
-    ImportWriter(DaoContact &dao, CanonicalNumbers &numbers, ImportPhotos &photos, ImportErrors &errors);
+    ImportWriter(DaoContact &dao, CanonicalNumbers &numbers, ImportPhotos &photos, ImportErrors &errors,
+                 LongWork &longWork);
 
-    /// Takes a contact; it is written now or later. Throws as flush().
+    /// Takes a contact, which waits to be written.
     void add(const Entry &entry);
-    /// Writes what waits. ImpExp_FatalException when the database has given up the transaction.
-    void flush();
+    /// Whether so much waits that `write` is due.
+    bool isFull() const;
+    /// Has telephony work on what waits, and writes what it was given before. Throws ImpExp_FatalException when the
+    /// database has given up the transaction.
+    Work write();
+    /// Writes all that was taken. Throws as `write`.
+    Work flush();
 
     /// At least one contact was written.
     bool hasWritten() const { return m_hasWritten; }
@@ -46,8 +53,8 @@ private:
     };
 
     static ListContact inNeedOfNumbers(const QList<Entry> &entries);
-    void askForNumbers();
-    void writeAsked();
+    Asked askForNumbers();
+    static void fillNumbers(Asked &asked);
     void write(Entry &entry);
     bool store(Entry &entry);
 
@@ -56,6 +63,7 @@ private:
     NumbersOfMany m_pause; ///< a telephony that stays silent is not asked for the rest of this import
     ImportPhotos &m_photos;
     ImportErrors &m_errors;
+    LongWork &m_longWork;
     Asked m_asked;          ///< are written next
     QList<Entry> m_waiting; ///< behind these
     qsizetype m_waitingSize = 0;

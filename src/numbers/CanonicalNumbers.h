@@ -76,6 +76,9 @@ public:
     /// Waits, 5 s at most, and fills in the contacts that were asked for, given in the same order.
     void fill(ListContact &contacts);
 
+    /// The call, for those who wait otherwise; none when it could not be made.
+    const std::optional<QDBusPendingCall> &call() const { return m_call; }
+
 private:
     friend class CanonicalNumbers;
 
@@ -86,7 +89,7 @@ private:
     }
 
     CanonicalNumbers *m_numbers;
-    std::optional<QDBusPendingCall> m_call; ///< none when it could not be made
+    std::optional<QDBusPendingCall> m_call;
 };
 
 /// While it lives, what is asked for are the numbers of one list, import or pass at start: when telephony has let a

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "src/photo/ContactPhotos.h"
 
+#include "platform/framework/LongWork.h"
 #include "src/dao/DaoContact.h"
 #include "src/photo/KestinDirectoryNetwork.h"
 #include "src/photofiles/PhotoAddress.h"
@@ -21,13 +22,15 @@ constexpr char numberProperty[] = "photoRequestNumber";
 } // namespace
 
 ContactPhotos::ContactPhotos(KestinDirectoryNetwork &network, PictureProgram &pictures, DaoContact &dao,
-                             PhotoFiles &files)
+                             PhotoFiles &files, LongWork &longWork)
     : m_network(network)
     , m_pictures(pictures)
     , m_dao(dao)
     , m_files(files)
 {
-    connect(&m_pictures, &PictureProgram::answered, this, &ContactPhotos::madeSquare);
+    connect(&m_pictures, &PictureProgram::answered, this, [this, &longWork](quint32 picture, const QByteArray &square) {
+        longWork.after(this, [this, picture, square] { madeSquare(picture, square); });
+    });
 }
 
 quint32 ContactPhotos::want(const QString &contactId, const QString &photo)

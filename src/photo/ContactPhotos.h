@@ -11,19 +11,22 @@
 #include <optional>
 
 class DaoContact;
+class LongWork;
 class KestinDirectoryNetwork;
 class PhotoFiles;
 class PictureProgram;
 class QNetworkReply;
 
 /// Downloads the photos of contacts that are given as web addresses: the picture becomes a file, and the contact names
-/// that. A few at a time, in the order in which they were wanted. What it is made with must outlive it.
+/// that. A few at a time, in the order in which they were wanted. It writes behind long work that is going on. What it
+/// is made with must outlive it.
 class ContactPhotos : public QObject
 {
     Q_OBJECT
 
 public:
-    ContactPhotos(KestinDirectoryNetwork &network, PictureProgram &pictures, DaoContact &dao, PhotoFiles &files);
+    ContactPhotos(KestinDirectoryNetwork &network, PictureProgram &pictures, DaoContact &dao, PhotoFiles &files,
+                  LongWork &longWork);
 
     /// Downloads the photo of a contact that has just been stored with it, and gives up a download that was under way
     /// for that contact. The number of the request; 0 when `photo` is not an address to download from.

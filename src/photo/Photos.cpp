@@ -3,9 +3,9 @@
 
 #include "src/fields/DirectoryFields.h"
 
-Photos::Photos(DaoContact &dao, PhotoFiles &files, DirectoryFields &fields, const QString &mark)
+Photos::Photos(DaoContact &dao, PhotoFiles &files, DirectoryFields &fields, const QString &mark, LongWork &longWork)
     : resizing(dao, files, pictures, mark)
-    , ofContacts(network, pictures, dao, files)
+    , ofContacts(network, pictures, dao, files, longWork)
     , ofUser(network, pictures, files, fields)
     , downloads(ofContacts, ofUser)
 {

@@ -12,7 +12,7 @@
 struct Photos
 {
     /// `mark` is the file in which the pass at start keeps what it leaves to the next.
-    Photos(DaoContact &dao, PhotoFiles &files, DirectoryFields &fields, const QString &mark);
+    Photos(DaoContact &dao, PhotoFiles &files, DirectoryFields &fields, const QString &mark, LongWork &longWork);
 
     KestinDirectoryNetwork network;
     PictureProgram pictures;

@@ -5,22 +5,23 @@ namespace {
 
 constexpr int contactsInFile = 120;
 
-/// So many new contacts with this mark, each with a photo of its own.
-QByteArray fileOf(const QByteArray &mark)
+/// So many new contacts with this mark; each with a photo of its own if they are contactsInFile.
+QByteArray fileOf(const QByteArray &mark, int count)
 {
     QByteArray xml = "<directory>";
-    for (int i = 0; i < contactsInFile; ++i) {
+    for (int i = 0; i < count; ++i) {
         const QByteArray name = mark + QByteArray::number(i);
         xml += "<contact duid=\"\" puid=\"" + name + "\"><lastName>" + name + "</lastName><officePhone>" +
-               QByteArray::number(100000 + i) + "</officePhone><company>" + mark + "</company><photo>" +
-               QByteArray("photo " + name).toBase64() + "</photo></contact>";
+               QByteArray::number(100000 + i) + "</officePhone><company>" + mark + "</company>" +
+               (count == contactsInFile ? "<photo>" + QByteArray("photo " + name).toBase64() + "</photo>" : "") +
+               "</contact>";
     }
     return xml + "</directory>";
 }
 
 } // namespace
 
-/// An import that is killed in the middle.
+/// Imports and exports that somebody or something gets in the way of.
 class ServiceSyncTest : public QObject
 {
     Q_OBJECT
@@ -65,12 +66,49 @@ private Q_SLOTS:
         QCOMPARE(phone.events.filter(EventName::importFinished).size(), 1);
     }
 
+    void longWorkHoldsUpNoCaller()
+    {
+        phone.startPeers();
+        constexpr int many = 3000;
+        phone.set("DirMaxContact", "4000");
+        QVERIFY(phone.startDirectory());
+        phone.call("importFromXml", {write("", 0)}); // whatever was there
+        QCOMPARE(phone.create(person("name=Before|officePhone=0033199007700")), 0);
+        const Contact later = person("name=Later|officePhone=0033199007711");
+        const auto known = [this] { return phone.contacts("getLocalContacts", {"+33199007700"}).size(); };
+        const QDateTime now = QDateTime::currentDateTimeUtc();
+        const QVariantList exported{phone.data.filePath("out.xml"), 0, true, "i", "d", now, QDateTime()};
+        for (const auto &[method, arguments, before, after] :
+             {std::tuple("importFromXml", QVariantList{write("a", many)}, 1, 0), {"exportToXml", exported, 0, 0}}) {
+            phone.events.clear();
+            const QDBusPendingCall work = phone.asyncCall(method, arguments);
+            QDBusPendingCall write = phone.asyncCall("createLocalContact", {"r", QVariant::fromValue(later)});
+            int answers = 0;
+            for (; !work.isFinished(); ++answers) {
+                const qsizetype found = known();
+                QVERIFY(found == before || (work.isFinished() && found == after));
+                QVERIFY(!write.isFinished() || work.isFinished());
+                QCoreApplication::processEvents();
+            }
+            QVERIFY2(answers > 3, method);
+            write.waitForFinished();
+            QCOMPARE(QDBusReply<int>(write.reply()).value(), 0);
+            QCOMPARE(known(), after);
+        }
+        QVERIFY(!contentOf(exported.first().toString()).contains("Before"));
+        QCOMPARE(phone.contacts("getLocalContacts", {0, -1}).size(), many + 2);
+        QCOMPARE(phone.contacts("getLocalContacts", {"+33199007711"}).size(), 2);
+    }
+
 private:
     QStringList photos() const
     {
         return QDir(phone.data.filePath("KestinDirectory/photos")).entryList({"photo_*"}, QDir::Files);
     }
-    QString write(const QByteArray &mark) { return writeFile(phone.data.filePath("contacts.xml"), fileOf(mark)); }
+    QString write(const QByteArray &mark, int count = contactsInFile)
+    {
+        return writeFile(phone.data.filePath("contacts.xml"), fileOf(mark, count));
+    }
     /// The mark of all contacts that are there; empty when there is none, and a report when they disagree.
     QString markOfAll()
     {

@@ -12,12 +12,12 @@ inline Contact withType(int type, const QString &id = "x")
 }
 
 /// The use cases on an empty store, and a record of what was told.
-struct ContactsFixture : UseCaseFixture, OpenDirectory
+struct ContactsFixture : UseCaseFixture, LongWork, OpenDirectory
 {
     using OpenDirectory::dao;
 
     ContactsFixture()
-        : OpenDirectory(database.connection(), transport, transport, fields, ModuleName::directory)
+        : OpenDirectory(database.connection(), transport, transport, fields, ModuleName::directory, *this)
     {
         const auto note = [this](const char *what) {
             return [this, what](const QString &reqId, const auto &subjects, auto... flag) {

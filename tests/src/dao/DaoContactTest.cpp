@@ -25,7 +25,12 @@ Contact fullContact()
 
 using Change = void (*)(Contact &contact);
 using Read = bool (*)(DaoContact &dao);
-void ignore(const Contact &) {}
+bool isWhole(ContactWalk walk)
+{
+    while (walk.next()) {
+    }
+    return walk.isAtEnd();
+}
 const QDateTime longAgo({2001, 2, 3}, {4, 5, 6, 7}, Qt::UTC);
 constexpr int most = std::numeric_limits<int>::max();
 
@@ -300,12 +305,12 @@ private Q_SLOTS:
         };
         for (const char *table : {"CONTACT", "MISC"}) {
             row(table, "whole contacts", [](DaoContact &dao) { return dao.getAllContact().has_value(); });
-            row(table, "export", [](DaoContact &dao) { return dao.fullExport(ignore); });
+            row(table, "export", [](DaoContact &dao) { return isWhole(dao.fullExport()); });
         }
         row("MISC", "writing pairs", [](DaoContact &dao) { return dao.misc().replacePairs(u"a"_s, {}); });
         row("CONTACT", "summaries", [](DaoContact &dao) { return dao.getContactsByLatinName({}).has_value(); });
-        row("CONTACT", "ids", [](DaoContact &dao) { return dao.mappingExport(ignore); });
-        row("CONTACT", "pairs of ids", [](DaoContact &dao) { return dao.getLocalPuids().has_value(); });
+        row("CONTACT", "ids", [](DaoContact &dao) { return isWhole(dao.mappingExport()); });
+        row("CONTACT", "pairs of ids", [](DaoContact &dao) { return isWhole(dao.getLocalPuids()); });
         row("CONTACT", "cached copies", [](DaoContact &dao) {
             Contact contact;
             contact.faxCan = u"1"_s;

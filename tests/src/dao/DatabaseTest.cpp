@@ -228,7 +228,7 @@ private Q_SLOTS:
         QCOMPARE(store.dao->getOldestCachedContactId(), "a");
         store.add({}, {}, ContactType::Local);
         store.add({}, {}, ContactType::Local);
-        QVERIFY_THROWS_EXCEPTION(int, (void)store.dao->mappingExport([](const Contact &) { throw 1; }));
+        QVERIFY(store.dao->mappingExport().next());
         QVERIFY(store.database.createTables() && store.database.checkTables());
         QCOMPARE(store.dao->nbContact(), 0);
         QVERIFY(store.dao->misc().pairs("a")->isEmpty());

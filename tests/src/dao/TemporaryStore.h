@@ -55,8 +55,7 @@ struct TemporaryStore
         run("CREATE TABLE early(id INTEGER PRIMARY KEY)");
         run("CREATE TABLE late(id INTEGER REFERENCES early(id) DEFERRABLE INITIALLY DEFERRED)");
         for (const QString change : {"INSERT", "UPDATE", "DELETE"})
-            run("CREATE TEMP TRIGGER " + change + "d AFTER " + change +
-                " ON main.CONTACT BEGIN INSERT INTO late VALUES(1); END");
+            run("CREATE TRIGGER " + change + "d AFTER " + change + " ON CONTACT BEGIN INSERT INTO late VALUES(1); END");
     }
 
     QTemporaryDir folder;

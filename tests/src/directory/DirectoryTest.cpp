@@ -312,8 +312,10 @@ private Q_SLOTS:
                                        R"(<directory><contact duid="one" puid="p"/><contact duid="two" puid="p"/>)"
                                        R"(<contact duid="" puid="p"><photo>QUJD</photo></contact>)"
                                        R"(<contact duid="" puid="q"><photo>QUJD</photo></contact></directory>)");
-        for (int times = 0; times < 2; ++times)
+        for (int times = 0; times < 2; ++times) {
             module.directory.importFromXml(file);
+            module.directory.longWork().finish();
+        }
         QStringList popups;
         for (const ScriptedTransport::Call &call : module.transport.calls) {
             if (call.method == "showPopup")
@@ -389,7 +391,8 @@ private Q_SLOTS:
         Database database;
         DirectoryFields fields;
         QVERIFY(database.openDatabase(module.folder.path()) && database.createTables());
-        OpenDirectory open(database.connection(), module.directory, module.directory, fields, "KestinDirectory");
+        OpenDirectory open(database.connection(), module.directory, module.directory, fields, "KestinDirectory",
+                           module.directory.longWork());
         Q_EMIT open.photos.ofContacts.contactsUpdated({}, true);
         QVERIFY(fields.lastLocalChangeDate.isValid()); // an export takes it up
         ContactPhotos &photos = open.photos.ofContacts;

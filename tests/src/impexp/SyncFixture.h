@@ -4,7 +4,6 @@
 #include "platform/records/KestinBus.h"
 #include "src/impexp/ContactExport.h"
 #include "src/impexp/ContactImport.h"
-#include "src/numbers/CanonicalNumbers.h"
 #include "src/photofiles/PhotoFiles.h"
 #include "tests/support/UseCaseFixture.h"
 
@@ -46,12 +45,18 @@ struct SyncFixture : UseCaseFixture
     QStringList import(const QByteArray &content)
     {
         writeFile(path(), "<directory>" + content + "</directory>");
-        importing.importFromXml(path());
+        importFile();
         return std::exchange(news, {});
+    }
+    void importFile()
+    {
+        importing.importFromXml(path());
+        longWork.finish();
     }
     QStringList exportAll(bool full = true, const QDateTime &previous = {})
     {
         exporting.exportToXml(path(), 2, full, "id", "device", QDateTime::currentDateTimeUtc(), previous);
+        longWork.finish();
         return std::exchange(news, {});
     }
     /// How many contacts telephony was asked for, by call.
@@ -64,8 +69,8 @@ struct SyncFixture : UseCaseFixture
     }
 
     QStringList news;
-    CanonicalNumbers numbers{transport};
     PhotoFiles photos{*dao, fields};
-    ContactImport importing{*dao, fields, numbers, photos};
-    ContactExport exporting{*dao, fields, ModuleName::directory};
+    LongWork longWork;
+    ContactImport importing{*dao, fields, transport, photos, longWork};
+    ContactExport exporting{*dao, fields, ModuleName::directory, longWork};
 };

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "platform/framework/LongWork.h"
 #include "src/photo/ContactPhotos.h"
 #include "src/photo/KestinDirectoryNetwork.h"
 #include "src/photo/PhotoDownloads.h"
@@ -135,7 +136,8 @@ struct PhotoFixture : UseCaseFixture
     KestinDirectoryNetwork network;
     PictureProgram pictures;
     PhotoResizing resizing{*dao, files, pictures, folder.filePath("mark")};
-    ContactPhotos contacts{network, pictures, *dao, files};
+    LongWork longWork;
+    ContactPhotos contacts{network, pictures, *dao, files, longWork};
     UserPhoto user{network, pictures, files, fields};
     PhotoDownloads downloads{contacts, user};
     QStringList told;
