@@ -38,17 +38,21 @@ Work ContactImport::run(QString path)
         outcome = import.outcome();
     }
     m_dao.connection().beginEpoch();
-    m_fields.importOngoing = false;
 
-    for (const QString &photo : outcome.droppedPhotos)
+    for (const QString &photo : outcome.droppedPhotos) {
         Q_EMIT photoDropped(photo);
+        co_await m_longWork.turn();
+    }
+    m_fields.importOngoing = false;
     Q_EMIT importFinished(outcome.status, outcome.cause);
     if (outcome.status == ImpExpStatus::Success)
         KestinLogger::info("KestinDirectory::importFromXml : import process succeeded.");
     if (!outcome.deletedIds.isEmpty())
         Q_EMIT contactsDeleted(RequestId::importDeletion, outcome.deletedIds);
-    for (const QString &text : outcome.errors)
+    for (const QString &text : outcome.errors) {
         Q_EMIT contactNotImported(text);
+        co_await m_longWork.turn();
+    }
     if (outcome.isChanged)
         Q_EMIT contentChanged();
 }
