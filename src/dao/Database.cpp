@@ -67,11 +67,13 @@ constexpr std::array lookUpIndexes{
 
 // Write-ahead logging lets a search read while a contact is written; FULL makes a committed write survive a power
 // cut. The log is cut back after a large import, so that it does not keep flash that nothing uses; not
-// below the size at which it begins anew, or it would be cut and grow in turn.
+// below the size at which it begins anew, or it would be cut and grow in turn. What a statement with a trigger or a
+// savepoint may have to undo is kept in memory: in a temporary file it would be as many bytes again for each write.
 constexpr std::array pragmas{
     QLatin1String("PRAGMA journal_mode=WAL"),
     QLatin1String("PRAGMA synchronous=FULL"),
     QLatin1String("PRAGMA journal_size_limit=8388608"),
+    QLatin1String("PRAGMA temp_store=MEMORY"),
 };
 
 /// Whether the database answered that its content is not what it should be, rather than that it cannot be read now.
