@@ -24,9 +24,10 @@ of them. Groups of figures (--only):
   searches  by name, from the call to the first results and to the completion, for prefixes that 1, 20, 200 and
             2000 contacts have (2000 in a store of 10000 or more), and pages of 50 of the longest list; beside them
             an empty call and the query in bare SQLite
+  flash     bytes written to the disk by a creation, a modification, a deletion and a start
   photos    the resizing of a large photo, and a start with 100 photos to resize
   sync      exports and imports of the whole store, in stores of up to 10000; beside them the same rows in bare
-            SQLite and the XML
+            SQLite and the XML; look-ups meanwhile; vCards with kestin-dir
   remote    searches by name in a company directory of 1, 10 and 100 packets of 20, when kestin-wsmanager is there
 The contacts created per second and the memory are always measured.
 
@@ -74,7 +75,7 @@ QStringList groupsOf(const QString &text, const QStringList &known)
 
 Options Options::fromCommandLine()
 {
-    const QString allGroups = QStringLiteral("creates,starts,lookups,searches,photos,sync,remote");
+    const QString allGroups = QStringLiteral("creates,starts,lookups,searches,photos,sync,flash,remote");
     QCommandLineParser parser;
     parser.setApplicationDescription(QString::fromUtf8(description));
     parser.addHelpOption();

@@ -5,6 +5,7 @@
 #include "bench/BenchError.h"
 #include "bench/MadeUpContacts.h"
 #include "bench/Rounds.h"
+#include "bench/ServiceProcess.h"
 #include "bench/Stand.h"
 #include "platform/records/ContactSummary.h"
 
@@ -54,9 +55,40 @@ SearchRun::SearchRun(Stand &stand, int size)
 
 void SearchRun::measure(int searches, FigureTable &table, Progress &progress)
 {
+    const bool areMany = m_size >= MadeUpContacts::nameGroups.back().storeSize;
+    if (areMany)
+        measureMemory(table);
     measureSearches(searches, table, progress);
-    if (m_size >= MadeUpContacts::nameGroups.back().storeSize)
+    measureEverybody(std::max(1, searches / 10), table, progress);
+    if (areMany)
         measurePages(searches, table, progress);
+}
+
+/// Behind a first search, which takes what every search needs.
+void SearchRun::measureMemory(FigureTable &table)
+{
+    const auto anonymous = [this] { return ProcessMemory::of(m_stand.directory().processId()).anonymous; };
+    const MadeUpContacts::NameGroup &longest = MadeUpContacts::nameGroups.back();
+    m_searcher.search(QLatin1String(MadeUpContacts::nameGroups.front().name), 1, true);
+    const double before = anonymous();
+    m_searcher.search(QLatin1String(longest.name), longest.hits, true);
+    table.put(m_size, Figure::SearchMemory, {anonymous() - before, {}});
+    m_stand.client().callDirectory(QStringLiteral("purgeSearchResults"), {m_searcher.searchId()});
+    table.put(m_size, Figure::PurgedMemory, {anonymous() - before, {}});
+}
+
+void SearchRun::measureEverybody(int searches, FigureTable &table, Progress &progress)
+{
+    BareQuery bare(m_stand.databasePath());
+    Rounds rounds;
+    const std::size_t search =
+        rounds.add([this](int) { return m_searcher.search(QString(), m_size, true).firstResults; });
+    const std::size_t query = rounds.add([&bare, this](int) { return bare.read(QString(), m_size); });
+    rounds.run(1, searches, 1, progress);
+    const double first = rounds.samples(search).median();
+    table.put(m_size, Figure::BareQueryAll, valueOf(rounds.samples(query)));
+    table.put(m_size, Figure::FirstResultsAll, valueOf(rounds.samples(search)));
+    table.put(m_size, Figure::FirstResultsToQueryAll, {first / rounds.samples(query).median(), {}});
 }
 
 void SearchRun::measureSearches(int searches, FigureTable &table, Progress &progress)

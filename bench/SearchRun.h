@@ -19,10 +19,12 @@ public:
 
 private:
     void measureSearches(int searches, FigureTable &table, Progress &progress);
+    void measureEverybody(int searches, FigureTable &table, Progress &progress);
+    void measureMemory(FigureTable &table);
     void measurePages(int calls, FigureTable &table, Progress &progress);
     qint64 page(int start) const;
 
-    const Stand &m_stand;
+    Stand &m_stand;
     int m_size;
     SearchClient m_searcher;
 };

@@ -49,6 +49,15 @@ ProcessMemory ProcessMemory::of(qint64 processId)
             megabytes(content(processId, "smaps_rollup"), "Pss:"), megabytes(status, "VmHWM:")};
 }
 
+qint64 writtenBytes(qint64 processId)
+{
+    for (const QByteArray &line : content(processId, "io").split('\n')) {
+        if (line.startsWith("write_bytes:"))
+            return line.mid(line.indexOf(':') + 1).trimmed().toLongLong();
+    }
+    return 0;
+}
+
 ServiceProcess::ServiceProcess(const QString &program, const QString &module, const QString &dataDirectory,
                                const QDBusConnection &connection, const QStringList &arguments)
     : m_logPath(dataDirectory + QLatin1Char('/') + program + QLatin1String(".log"))

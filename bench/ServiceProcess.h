@@ -18,6 +18,9 @@ struct ProcessMemory
     double peak = 0;         ///< the most that `resident` has been
 };
 
+/// Bytes that a process has sent to the disk since its start, as the kernel counts them: whole pages.
+qint64 writtenBytes(qint64 processId);
+
 /// A module's program, found beside this program. It ends with the object.
 class ServiceProcess
 {

@@ -5,6 +5,8 @@
 #include "platform/records/KestinBus.h"
 #include "platform/records/UpdateReport.h"
 
+#include <QCoreApplication>
+#include <QProcess>
 #include <QUuid>
 
 Stand::Stand(const QString &workDirectory, int capacity)
@@ -26,6 +28,16 @@ Stand::Stand(const QString &workDirectory, int capacity)
 QString Stand::databasePath() const
 {
     return m_folder.filePath(QStringLiteral("KestinApplication/KestinDirectory/kestindirectory.data"));
+}
+
+int Stand::runClient(const QStringList &arguments) const
+{
+    constexpr int limitMs = 600000;
+    QProcess client;
+    client.setStandardOutputFile(QProcess::nullDevice());
+    client.setStandardErrorFile(folder() + QLatin1String("/kestin-dir.log"));
+    client.start(QCoreApplication::applicationDirPath() + QLatin1String("/kestin-dir"), arguments);
+    return client.waitForFinished(limitMs) && client.exitStatus() == QProcess::NormalExit ? client.exitCode() : -1;
 }
 
 void Stand::set(const QString &key, const QString &value)

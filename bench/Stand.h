@@ -21,6 +21,8 @@ public:
     QString databasePath() const;
     /// Sets a setting of the phone.
     void set(const QString &key, const QString &value);
+    /// Runs kestin-dir on this bus to its end, and answers with its exit code.
+    int runClient(const QStringList &arguments) const;
     /// The data folder.
     QString folder() const { return m_folder.path(); }
 

@@ -28,19 +28,19 @@ void SyncClient::take(const QDBusMessage &message)
     m_loop.quit();
 }
 
-qint64 SyncClient::exportTo(const QString &path)
+qint64 SyncClient::exportTo(const QString &path, const Beside &beside)
 {
     const QVariantList arguments{
         path, 0, true, QStringLiteral("bench"), QStringLiteral("bench"), QDateTime::currentDateTimeUtc(), QDateTime()};
-    return run(QStringLiteral("exportToXml"), arguments, EventName::exportFinished);
+    return run(QStringLiteral("exportToXml"), arguments, EventName::exportFinished, beside);
 }
 
-qint64 SyncClient::importFrom(const QString &path)
+qint64 SyncClient::importFrom(const QString &path, const Beside &beside)
 {
-    return run(QStringLiteral("importFromXml"), {path}, EventName::importFinished);
+    return run(QStringLiteral("importFromXml"), {path}, EventName::importFinished, beside);
 }
 
-qint64 SyncClient::run(const QString &method, const QVariantList &arguments, const QString &event)
+qint64 SyncClient::run(const QString &method, const QVariantList &arguments, const QString &event, const Beside &beside)
 {
     constexpr int limitMs = 600000;
     m_event = event;
@@ -50,6 +50,11 @@ qint64 SyncClient::run(const QString &method, const QVariantList &arguments, con
     limit.setSingleShot(true);
     connect(&limit, &QTimer::timeout, &m_loop, &QEventLoop::quit);
     limit.start(limitMs);
+    QTimer idle;
+    if (beside) {
+        connect(&idle, &QTimer::timeout, this, beside);
+        idle.start(1);
+    }
     QElapsedTimer timer;
     timer.start();
     QDBusPendingCall reply = m_connection.asyncCall(call, limitMs);

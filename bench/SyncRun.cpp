@@ -10,6 +10,7 @@
 #include "platform/records/KestinBus.h"
 #include "platform/records/RecordMaps.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QRegularExpression>
 
@@ -62,6 +63,8 @@ void SyncRun::measure(FigureTable &table, Progress &progress)
     const double afterExports = ProcessMemory::of(m_stand.directory().processId()).peak;
     measureImports(table, progress);
     const double afterImports = ProcessMemory::of(m_stand.directory().processId()).peak;
+    measureBeside(path("new.xml"), table);
+    measureCards(table);
     table.put(m_size, Figure::ExportMemory, {afterExports - before, {}});
     table.put(m_size, Figure::ImportMemory, {afterImports - before, {}});
 }
@@ -107,6 +110,52 @@ void SyncRun::measureImports(FigureTable &table, Progress &progress)
     table.put(m_size, Figure::CanonizedPerSecond, {m_size / numbers.median() * 1e6, {}});
     table.put(m_size, Figure::ImportToFloor, {imports.median() / floors.median(), {}});
     table.put(m_size, Figure::ImportToFloors, {imports.median() / (floors.median() + numbers.median()), {}});
+}
+
+/// The last contact of the store as it is before an import goes on being known; what calls meanwhile wait.
+void SyncRun::measureBeside(const QString &file, FigureTable &table)
+{
+    const QString number = MadeUpContacts::canonicalNumbers(m_size - 1).first();
+    const auto beside = [this, &number](Samples &samples) {
+        return [this, &number, &samples] {
+            const auto answer = m_stand.client().callDirectory(QStringLiteral("getLocalContacts"), {number});
+            if (answer.value<ListContact>().size() != 1)
+                throw BenchError(QStringLiteral("%1 is not known meanwhile").arg(number));
+            samples.add(answer.nanoseconds);
+        };
+    };
+    Samples besideExports;
+    Samples besideImports;
+    Samples exports;
+    Samples imports;
+    for (int i = 0; i < rounds; ++i) {
+        exports.add(m_client.exportTo(path("contacts.xml"), beside(besideExports)));
+        imports.add(m_client.importFrom(file, beside(besideImports)));
+    }
+    table.put(m_size, Figure::LookUpBesideExports, {besideExports.median(), besideExports.percentile99()});
+    table.put(m_size, Figure::LookUpBesideImports, {besideImports.median(), besideImports.percentile99()});
+    table.put(m_size, Figure::ExportsBesideLookUps, {m_size / exports.median() * 1e6, {}});
+    table.put(m_size, Figure::ImportsBesideLookUps, {m_size / imports.median() * 1e6, {}});
+}
+
+/// With the client's program, which is given the bus by its address.
+void SyncRun::measureCards(FigureTable &table) const
+{
+    constexpr int cards = 1003;
+    QByteArray file;
+    for (int i = 0; i < cards; ++i) {
+        const QByteArray number = QByteArray::number(300000 + i);
+        file += "BEGIN:VCARD\r\nVERSION:3.0\r\nN:Card" + number + ";First;;;\r\nFN:First Card" + number +
+                "\r\nTEL;TYPE=work:+33198" + number + "\r\nTEL;TYPE=cell:+33698" + number + "\r\nEMAIL:c" + number +
+                "@example.com\r\nORG:Example\r\nEND:VCARD\r\n";
+    }
+    write(path("cards.vcf"), file);
+    m_stand.set(QStringLiteral("DirMaxContact"), QString::number(m_size + cards));
+    QElapsedTimer timer;
+    timer.start();
+    if (m_stand.runClient({QStringLiteral("import"), path("cards.vcf")}) != 0)
+        throw BenchError(QStringLiteral("kestin-dir import fails"));
+    table.put(m_size, Figure::CardsPerSecond, {cards * 1e9 / double(timer.nsecsElapsed()), {}});
 }
 
 QString SyncRun::withoutIds() const

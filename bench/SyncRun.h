@@ -19,6 +19,8 @@ public:
 private:
     void measureExports(FigureTable &table, Progress &progress);
     void measureImports(FigureTable &table, Progress &progress);
+    void measureBeside(const QString &file, FigureTable &table);
+    void measureCards(FigureTable &table) const;
     /// The exported file as a phone without these contacts has to get it.
     QString withoutIds() const;
     qint64 canonicalNumbers() const;
