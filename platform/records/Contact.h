@@ -69,6 +69,7 @@ private:
     QDateTime lastModificationDate;
 };
 
+Q_DECLARE_TYPEINFO(Contact, Q_RELOCATABLE_TYPE);
 using ListContact = QList<Contact>;
 
 QDBusArgument &operator<<(QDBusArgument &argument, const Contact &contact);

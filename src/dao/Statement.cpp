@@ -8,6 +8,39 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
+#include <numeric>
+
+namespace {
+
+/// Most texts are; of these each byte is a character.
+bool isAscii(QByteArrayView text)
+{
+    unsigned bits = 0;
+    for (const char byte : text)
+        bits |= unsigned(byte);
+    return (bits & 0x80) == 0;
+}
+
+/// Of a time in the form in which times are bound; an invalid time when it has another form, or is none.
+QDateTime boundTime(QByteArrayView text)
+{
+    constexpr QByteArrayView form("0000-00-00T00:00:00.000Z");
+    const auto fits = [](char found, char wanted) {
+        return wanted == '0' ? found >= '0' && found <= '9' : found == wanted;
+    };
+    if (!std::equal(text.begin(), text.end(), form.begin(), form.end(), fits))
+        return {};
+    const auto number = [text](qsizetype first, qsizetype count) {
+        return std::accumulate(text.begin() + first, text.begin() + first + count, 0,
+                               [](int value, char digit) { return 10 * value + (digit - '0'); });
+    };
+    const QTime time(number(11, 2), number(14, 2), number(17, 2), number(20, 3));
+    return time.isValid() ? QDateTime(QDate(number(0, 4), number(5, 2), number(8, 2)), time, Qt::UTC) : QDateTime();
+}
+
+} // namespace
+
 const QString Statement::refusal = QStringLiteral("not executed, because one before it in the transaction has failed");
 
 void Statement::Finalizer::operator()(sqlite3_stmt *statement) const
@@ -23,6 +56,8 @@ Statement::Statement(Connection &connection, const QString &text)
 
 QString Statement::decoded(QByteArrayView utf8)
 {
+    if (isAscii(utf8))
+        return QString::fromLatin1(utf8);
     const QString text = QString::fromUtf8(utf8);
     // The decoder takes U+FEFF at the beginning for a mark of the encoding.
     return utf8.startsWith(QByteArrayView("\xEF\xBB\xBF")) ? QChar(QChar::ByteOrderMark) + text : text;
@@ -55,7 +90,7 @@ void Statement::Use::bindNext(const QString &text)
     if (text.isEmpty())
         return bindUtf8("", 0);
     m_texts.append(text.toUtf8());
-    bindUtf8(m_texts.constLast().constData(), m_texts.constLast().size());
+    bindUtf8(m_texts.last().constData(), m_texts.last().size());
 }
 
 void Statement::Use::bindNext(int number)
@@ -97,10 +132,17 @@ Statement::Use &Statement::Use::bindNull(const char *parameter)
     return *this;
 }
 
+QByteArrayView Statement::Use::utf8(int column) const
+{
+    const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(prepared(), column));
+    if (!text || !*text)
+        return {text, 0}; // so are most columns of a contact; the size is asked for in vain
+    return {text, sqlite3_column_bytes(prepared(), column)};
+}
+
 QString Statement::Use::text(int column) const
 {
-    const auto *utf8 = reinterpret_cast<const char *>(sqlite3_column_text(prepared(), column));
-    return utf8 ? decoded(QByteArrayView(utf8, sqlite3_column_bytes(prepared(), column))) : QString();
+    return decoded(utf8(column));
 }
 
 qint64 Statement::Use::number(int column) const
@@ -110,14 +152,15 @@ qint64 Statement::Use::number(int column) const
 
 bool Statement::Use::flag(int column) const
 {
-    const QString stored = text(column);
-    return !stored.isEmpty() && stored != QLatin1String("0") &&
-           stored.compare(QLatin1String("false"), Qt::CaseInsensitive) != 0;
+    const QByteArrayView stored = utf8(column);
+    return !stored.isEmpty() && stored != "0" && stored.compare("false", Qt::CaseInsensitive) != 0;
 }
 
 QDateTime Statement::Use::time(int column) const
 {
-    return QDateTime::fromString(text(column), Qt::ISODateWithMs);
+    const QByteArrayView stored = utf8(column);
+    const QDateTime time = boundTime(stored);
+    return time.isValid() ? time : QDateTime::fromString(decoded(stored), Qt::ISODateWithMs);
 }
 
 bool Statement::Use::execute()

@@ -3,8 +3,8 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
-#include <QList>
 #include <QString>
+#include <QVarLengthArray>
 
 #include <cstddef>
 #include <memory>
@@ -96,6 +96,8 @@ public:
         void bindNext(const char *text) = delete; // would be a flag
         /// The text must stay where it is as long as this object.
         void bindUtf8(const char *text, qsizetype size);
+        /// Of the column; without an address when it is NULL.
+        QByteArrayView utf8(int column) const;
         sqlite3_stmt *prepared() const { return m_statement.m_prepared.get(); }
 
         bool begin();
@@ -103,7 +105,7 @@ public:
         void fail(const QString &reason);
 
         Statement &m_statement;
-        QList<QByteArray> m_texts; ///< that are bound
+        QVarLengthArray<QByteArray, 5> m_texts; ///< that are bound
         int m_bound = 0;
         int m_bindCode = 0; ///< SQLite's, of the first value that could not be bound
         bool m_isBegun = false;

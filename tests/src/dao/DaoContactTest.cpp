@@ -277,6 +277,19 @@ private Q_SLOTS:
             u"truetrue0integer2026-11-22T00:05:38.417Z"_s);
     }
 
+    void datesAndFlagsOfOthersAreRead()
+    {
+        TemporaryStore store;
+        store.add(u"a"_s);
+        for (const QString date : {"2026-11-22T23:05:38.417Z", "2026-11-22T24:00:00.000Z", "2026-13-22T00:05:38.417Z",
+                                   "2026-11-22T00:05:38.417", "2026-11-22T00:05:38.41+01:00", "2026-11-22 00:05"}) {
+            store.run("UPDATE CONTACT SET isPrivate='False', lastModificationDate='" + date + '\'');
+            const Contact contact = store.dao->getContact(u"a"_s)->first();
+            QCOMPARE(contact.getLastModificationDate(), QDateTime::fromString(date, Qt::ISODateWithMs));
+            QVERIFY(!contact.isPrivate);
+        }
+    }
+
     void failuresAreLoggedAndHarmless()
     {
         TemporaryStore store;
