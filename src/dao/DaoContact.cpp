@@ -212,19 +212,15 @@ std::optional<int> DaoContact::_nbContactsUsingThisPhotoQuery(const QString &pho
 
 std::optional<ListContact> DaoContact::readContacts(Statement::Use &use)
 {
-    std::optional<ListContact> contacts = readRows(use, ContactRow::read);
-    const auto fill = [this](Contact &contact) { return m_misc.fill(contact); };
-    if (!contacts || !std::all_of(contacts->begin(), contacts->end(), fill))
-        return std::nullopt;
-    return contacts;
-}
-
-std::optional<ListContact> DaoContact::readRows(Statement::Use &use, ReadRow read)
-{
-    ListContact contacts;
-    if (!use.eachRow([&](const Statement::Use &row) { contacts.append(read(row)); }))
-        return std::nullopt;
-    return contacts;
+    bool areComplete = true;
+    // The pairs while the statement runs, which keeps the lock that each look for pairs would take of its own.
+    const auto whole = [&](const Statement::Use &row) {
+        Contact contact = ContactRow::read(row);
+        areComplete = areComplete && m_misc.fill(contact);
+        return contact;
+    };
+    std::optional<ListContact> contacts = readRows(use, whole);
+    return areComplete ? contacts : std::nullopt;
 }
 
 std::optional<QString> DaoContact::getOldestCachedContactId()

@@ -135,8 +135,14 @@ private:
     void adjustCount(int difference);
     std::optional<ListContact> readContacts(Statement::Use &use);
     std::optional<ListContact> selectContacts(const QString &text);
-    using ReadRow = Contact (*)(const Statement::Use &row);
-    static std::optional<ListContact> readRows(Statement::Use &use, ReadRow read);
+    template <typename Read>
+    static std::optional<ListContact> readRows(Statement::Use &use, Read read)
+    {
+        ListContact contacts;
+        if (!use.eachRow([&](const Statement::Use &row) { contacts.append(read(row)); }))
+            return std::nullopt;
+        return contacts;
+    }
 
     Connection &m_connection;
     /// Rows of CONTACT, counted once and kept: a count reads them all, and each creation asks for it.
