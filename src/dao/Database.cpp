@@ -83,6 +83,13 @@ bool isAboutContent(const QSqlError &error)
     return code == SQLITE_ERROR /* no such table or column */ || code == SQLITE_CORRUPT || code == SQLITE_NOTADB;
 }
 
+/// Of what SQLite allocates it would keep the sum, under a lock, and nobody asks for it. To be called before it is
+/// first used; later it changes nothing.
+void countNoMemory()
+{
+    sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+}
+
 } // namespace
 
 Database::~Database()
@@ -101,6 +108,7 @@ bool Database::openDatabase(const QString &folder)
     if (!QDir(m_folder).exists())
         QDir().mkpath(QDir(m_folder).absolutePath());
     handle.setDatabaseName(m_filePath);
+    countNoMemory();
     const auto refusal = m_lock.take(m_folder);
     const bool opened = !refusal && handle.open();
     m_connection = std::make_unique<Connection>(handle);
