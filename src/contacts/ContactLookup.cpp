@@ -7,11 +7,13 @@
 #include "src/dao/ContactOrder.h"
 #include "src/dao/DaoContact.h"
 
+#include <utility>
+
 ListContact ContactLookup::getContactById(const QString &idContact)
 {
     KestinLogger::debug("-- Method getContactById called with idContact=[%1] --", idContact);
     // Some stores hold two of one id.
-    const ListContact contacts = m_dao.getContact(idContact).value_or(ListContact()).mid(0, 1);
+    ListContact contacts = m_dao.getContact(idContact).value_or(ListContact()).mid(0, 1);
     if (contacts.isEmpty()) {
         KestinLogger::warning("The contact of specified ID has not been found");
         return {};
@@ -19,7 +21,7 @@ ListContact ContactLookup::getContactById(const QString &idContact)
     if (contacts.first().misc.isEmpty())
         KestinLogger::warning("No misc has been found for the specified contact");
     KestinLogger::debug("Success: 1 contact returned");
-    return ContactOrder::byName(contacts);
+    return ContactOrder::byName(std::move(contacts));
 }
 
 ListContact ContactLookup::getContactsByType(int type)
@@ -31,33 +33,33 @@ ListContact ContactLookup::getContactsByType(int type)
 ListContact ContactLookup::getLocalContacts(const QString &contactPhoneNumber)
 {
     KestinLogger::debug("-- Method getLocalContacts called with contactPhoneNumber=[%1] --", contactPhoneNumber);
-    const ListContact contacts = m_dao.getContactByPhoneNumber(contactPhoneNumber).value_or(ListContact());
+    ListContact contacts = m_dao.getContactByPhoneNumber(contactPhoneNumber).value_or(ListContact());
     if (contacts.isEmpty())
         return {};
     KestinLogger::debug("Success: %1 local contacts returned with phone number [%2]", contacts.size(),
                         contactPhoneNumber);
-    return ContactOrder::byName(contacts);
+    return ContactOrder::byName(std::move(contacts));
 }
 
 ListContact ContactLookup::getLocalContacts(int startInd, int length)
 {
     KestinLogger::debug("-- Method getLocalContacts called with startInd=[%1] and length=[%2] --", startInd, length);
-    const ListContact contacts = m_dao.getAllContact(startInd, length).value_or(ListContact());
+    ListContact contacts = m_dao.getAllContact(startInd, length).value_or(ListContact());
     if (contacts.isEmpty())
         return {};
     KestinLogger::debug("Success: %1 local contacts returned", contacts.size());
-    return ContactOrder::byName(contacts);
+    return ContactOrder::byName(std::move(contacts));
 }
 
 ListContact ContactLookup::getAllContactsInPreview(int startInd, int length)
 {
     KestinLogger::debug("-- Method getAllContactsInPreview called with startInd=[%1] and length=[%2] --", startInd,
                         length);
-    const ListContact contacts = m_dao.getAllContactInPreview(startInd, length).value_or(ListContact());
+    ListContact contacts = m_dao.getAllContactInPreview(startInd, length).value_or(ListContact());
     if (contacts.isEmpty())
         return {};
     KestinLogger::debug("Success: %1 preview contacts returned", contacts.size());
-    return ContactOrder::byName(contacts);
+    return ContactOrder::byName(std::move(contacts));
 }
 
 ListContact ContactLookup::getLocalContactByEmailAddress(const QString &emailAddress)

@@ -15,7 +15,7 @@ struct Ranked
 {
     QString firstKey;
     QString secondKey;
-    const Contact *contact;
+    qsizetype position; ///< in the list
 
     bool operator<(const Ranked &other) const
     {
@@ -23,14 +23,26 @@ struct Ranked
         return order != 0 ? order < 0 : secondKey.compare(other.secondKey) < 0;
     }
 };
+using Ranking = std::vector<Ranked>;
 
-ListContact ordered(std::vector<Ranked> ranking)
+template <typename Record>
+Ranking ranked(const QList<Record> &list, QString ContactSummary::*first, QString ContactSummary::*second)
+{
+    Ranking ranking;
+    ranking.reserve(size_t(list.size()));
+    for (qsizetype i = 0; i < list.size(); ++i)
+        ranking.push_back({latinText(list.at(i).*first), latinText(list.at(i).*second), i});
+    return ranking;
+}
+
+template <typename Record>
+QList<Record> ordered(QList<Record> list, Ranking ranking)
 {
     std::sort(ranking.begin(), ranking.end());
-    ListContact result;
+    QList<Record> result;
     result.reserve(qsizetype(ranking.size()));
     for (const Ranked &entry : ranking)
-        result.append(*entry.contact);
+        result.append(std::move(list[entry.position]));
     return result;
 }
 
@@ -42,41 +54,35 @@ void logCall(bool byNameOnly, const QString &searchString)
 
 } // namespace
 
-ListContact ContactOrder::byName(const ListContact &contacts, const QString &searchString)
+ListContact ContactOrder::byName(ListContact contacts, const QString &searchString)
 {
     logCall(true, searchString);
     if (contacts.size() < 2)
         return contacts;
-    std::vector<Ranked> ranking;
-    ranking.reserve(size_t(contacts.size()));
-    for (const Contact &contact : contacts)
-        ranking.push_back({latinText(contact.name), latinText(contact.firstName), &contact});
-    return ordered(std::move(ranking));
+    Ranking ranking = ranked(contacts, &Contact::name, &Contact::firstName);
+    return ordered(std::move(contacts), std::move(ranking));
 }
 
 ContactOrder::Found ContactOrder::forSearch(const ListContact &contacts, const QString &searchString)
 {
     logCall(false, searchString);
     Found found;
-    std::vector<Ranked> ranking;
-    ranking.reserve(size_t(contacts.size()));
+    Ranking ranking = ranked(contacts, &Contact::name, &Contact::firstName);
     const QString searchKey = latinText(searchString);
-    for (const Contact &contact : contacts) {
-        Ranked entry{latinText(contact.name), latinText(contact.firstName), &contact};
-        if (!entry.firstKey.startsWith(searchKey) && entry.secondKey.startsWith(searchKey))
-            found.setAside.append(contact);
-        else
-            ranking.push_back(std::move(entry));
+    const auto isSetAside = [&searchKey](const Ranked &entry) {
+        return !entry.firstKey.startsWith(searchKey) && entry.secondKey.startsWith(searchKey);
+    };
+    for (const Ranked &entry : ranking) {
+        if (isSetAside(entry))
+            found.setAside.append(contacts.at(entry.position));
     }
-    found.ordered = ordered(std::move(ranking));
+    std::erase_if(ranking, isSetAside);
+    found.ordered = ordered(contacts, std::move(ranking));
     return found;
 }
 
-ListContact ContactOrder::byFirstName(const ListContact &contacts)
+ListContact ContactOrder::byFirstName(ListContact contacts)
 {
-    std::vector<Ranked> ranking;
-    ranking.reserve(size_t(contacts.size()));
-    for (const Contact &contact : contacts)
-        ranking.push_back({latinText(contact.firstName), latinText(contact.name), &contact});
-    return ordered(std::move(ranking));
+    Ranking ranking = ranked(contacts, &Contact::firstName, &Contact::name);
+    return ordered(std::move(contacts), std::move(ranking));
 }

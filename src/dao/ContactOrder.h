@@ -8,7 +8,7 @@
 namespace ContactOrder {
 
 /// By last name, then first name. The searched text stands in the log only.
-ListContact byName(const ListContact &contacts, const QString &searchString = {});
+ListContact byName(ListContact contacts, const QString &searchString = {});
 
 struct Found
 {
@@ -18,6 +18,6 @@ struct Found
 Found forSearch(const ListContact &contacts, const QString &searchString);
 
 /// By first name, then last name.
-ListContact byFirstName(const ListContact &contacts);
+ListContact byFirstName(ListContact contacts);
 
 } // namespace ContactOrder
