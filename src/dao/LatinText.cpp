@@ -22,6 +22,28 @@ bool isNonSpacingMark(const QChar *character, int units)
     return category == QChar::Mark_NonSpacing;
 }
 
+bool isAscii(const QString &text)
+{
+    unsigned bits = 0;
+    for (const QChar character : text)
+        bits |= character.unicode();
+    return bits < 0x80;
+}
+
+/// latinText of a text that has nothing to decompose.
+QString latinOfAscii(const QString &text)
+{
+    QString result(2 * text.size(), Qt::Uninitialized);
+    QChar *end = result.data();
+    for (const QChar character : text) {
+        const char16_t unit = character.unicode();
+        const QChar lower(char16_t(unit >= 'A' && unit <= 'Z' ? unit + ('a' - 'A') : unit));
+        *end++ = lower;
+        *end++ = lower;
+    }
+    return result;
+}
+
 /// latinText, as SQLite calls it.
 void latin(sqlite3_context *context, int, sqlite3_value **arguments)
 {
@@ -35,6 +57,8 @@ void latin(sqlite3_context *context, int, sqlite3_value **arguments)
 
 QString latinText(const QString &text)
 {
+    if (isAscii(text))
+        return latinOfAscii(text);
     const QString plain = text.toLower().normalized(QString::NormalizationForm_KD);
     QString result(2 * plain.size(), Qt::Uninitialized); // it is made for every name of a long list
     QChar *end = result.data();

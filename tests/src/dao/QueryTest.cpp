@@ -114,6 +114,7 @@ private Q_SLOTS:
         const std::pair<QString, QString> forms[] = {
             {QString(), QString()},
             {"A b", "aa  bb"},
+            {"@AZ[az", "@@aazz[[aazz"},
             {"\u00c9t", "ee\u0301tt"},                 // an accent, composed
             {"e\u0301t", "ee\u0301tt"},                // and not
             {"\u1ec7", "ee\u0323\u0302"},              // two marks
