@@ -11,9 +11,10 @@ namespace {
 
 // A length before, a NUL and padding behind each text.
 constexpr qsizetype textFrame = 12;
+constexpr qsizetype mostBytesOfUnit = 3;
 
-/// Bytes in UTF-8, of which a half of a surrogate pair takes two.
-qsizetype sizeOf(const QString &text)
+/// In UTF-8, of which a half of a surrogate pair takes two bytes.
+qsizetype exactly(const QString &text)
 {
     qsizetype size = text.size() + textFrame;
     for (const QChar character : text) {
@@ -23,44 +24,53 @@ qsizetype sizeOf(const QString &text)
     return size;
 }
 
-qsizetype sizeOf(const ContactSummary &summary);
-qsizetype sizeOf(const Contact &contact);
-
-template <typename T>
-qsizetype sizeOf(const QList<T> &list)
+/// No less than that, and without a look at the characters.
+qsizetype atMost(const QString &text)
 {
-    return std::accumulate(list.cbegin(), list.cend(), qsizetype(0),
-                           [](qsizetype sum, const T &element) { return sum + sizeOf(element); });
+    return mostBytesOfUnit * text.size() + textFrame;
 }
 
-template <typename T>
-qsizetype sizeOf(const QMap<QString, T> &map)
+/// Sizes of values, of whose texts each is measured by `ofText`.
+template <qsizetype (*ofText)(const QString &)>
+struct Size
 {
-    qsizetype size = 0;
-    for (auto pair = map.cbegin(); pair != map.cend(); ++pair)
-        size += sizeOf(pair.key()) + sizeOf(pair.value()) + textFrame;
-    return size;
-}
+    static qsizetype of(const QString &text) { return ofText(text); }
 
-qsizetype sizeOf(const ContactSummary &summary)
-{
-    return sizeOf(summary.contactId) + sizeOf(summary.firstName) + sizeOf(summary.name) + sizeOf(summary.officePhone) +
-           sizeOf(summary.email) + textFrame;
-}
+    template <typename T>
+    static qsizetype of(const QList<T> &list)
+    {
+        return std::accumulate(list.cbegin(), list.cend(), qsizetype(0),
+                               [](qsizetype sum, const T &element) { return sum + of(element); });
+    }
 
-qsizetype sizeOf(const Contact &contact)
-{
-    constexpr qsizetype fixedPart = 64;
-    qsizetype size = fixedPart + sizeOf(contact.photo) + sizeOf(contact.melody) + sizeOf(contact.getPUID());
-    for (const Contact::TextField &field : Contact::texts)
-        size += sizeOf(contact.*field.value);
-    return size + sizeOf(contact.misc);
-}
+    template <typename T>
+    static qsizetype of(const QMap<QString, T> &map)
+    {
+        qsizetype size = 0;
+        for (auto pair = map.cbegin(); pair != map.cend(); ++pair)
+            size += of(pair.key()) + of(pair.value()) + textFrame;
+        return size;
+    }
+
+    static qsizetype of(const ContactSummary &summary)
+    {
+        return of(summary.contactId) + of(summary.firstName) + of(summary.name) + of(summary.officePhone) +
+               of(summary.email) + textFrame;
+    }
+
+    static qsizetype of(const Contact &contact)
+    {
+        constexpr qsizetype fixedPart = 64;
+        qsizetype size = fixedPart + of(contact.photo) + of(contact.melody) + of(contact.getPUID());
+        for (const Contact::TextField &field : Contact::texts)
+            size += of(contact.*field.value);
+        return size + of(contact.misc);
+    }
+};
 
 bool isTooLong(const QString &text)
 {
-    constexpr qsizetype mostBytesOfUnit = 3;
-    return text.size() > WireSize::longestText / mostBytesOfUnit && sizeOf(text) - textFrame > WireSize::longestText;
+    return text.size() > WireSize::longestText / mostBytesOfUnit && exactly(text) - textFrame > WireSize::longestText;
 }
 
 bool hasTooLong(const Contact &contact)
@@ -77,7 +87,10 @@ bool measure(const QMetaType &type, const void *value, qsizetype &size)
 {
     if (type != QMetaType::fromType<T>())
         return false;
-    size = sizeOf(*static_cast<const T *>(value));
+    const T &measured = *static_cast<const T *>(value);
+    size = Size<atMost>::of(measured);
+    if (size > WireSize::limit / 2)
+        size = Size<exactly>::of(measured);
     return true;
 }
 

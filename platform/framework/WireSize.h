@@ -15,8 +15,9 @@ inline constexpr qsizetype limit = 24 * 1024 * 1024;
 /// it, while a single text of megabytes costs each later search and page.
 inline constexpr qsizetype longestText = 64 * 1024;
 
-/// The size of a value in bytes, a few too many for what stands between texts. Texts, lists and maps of texts,
-/// contacts, summaries and lists of these are measured. Any other type is small by its nature and counts as 0.
+/// The size of a value in bytes, a few too many for what stands between texts. Of a value that surely is below half the
+/// limit it is the most that so many characters can take. Texts, lists and maps of texts, contacts, summaries and lists
+/// of these are measured. Any other type is small by its nature and counts as 0.
 qsizetype of(const QMetaType &type, const void *value);
 qsizetype of(const QVariant &value);
 
