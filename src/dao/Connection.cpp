@@ -25,6 +25,12 @@ void distrust(sqlite3 *database)
     sqlite3_db_config(database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
 }
 
+/// A plan is made once and for whatever is bound, where SQLite would make it again for each pattern that LIKE gets.
+void keepPlans(sqlite3 *database)
+{
+    sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_QPSG, 1, nullptr);
+}
+
 } // namespace
 
 Connection::TransactionStatements::TransactionStatements(Connection &connection)
@@ -42,8 +48,10 @@ Connection::Connection(const QSqlDatabase &handle)
     , m_database(sqliteOf(handle))
     , m_transaction(*this)
 {
-    if (m_database)
-        distrust(m_database);
+    if (!m_database)
+        return;
+    distrust(m_database);
+    keepPlans(m_database);
 }
 
 QString Connection::errorText() const

@@ -16,6 +16,10 @@ extern const QString namesText;
 /// Statements of which only summaryText or namesText is read.
 extern const QString latinNameText;
 extern const QString noLatinNameText;
+/// Of the latin names that LIKE is to compare with a pattern, those that begin as it does before its first wildcard: an
+/// index finds them, and the statement need not be prepared again for each pattern. Of UTF-8 no text has a byte FF.
+inline constexpr char latinPrefixCondition[] =
+    "latinName COLLATE NOCASE>=:prefix AND latinName COLLATE NOCASE<:prefix||CAST(x'FF' AS TEXT)";
 /// What an export takes of a contact.
 extern const QString exportText;
 extern const QString updateText;

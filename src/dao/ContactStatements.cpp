@@ -50,6 +50,8 @@ ContactStatements::ContactStatements(Connection &connection)
     , byType(connection, selectText + QLatin1String(" WHERE type=:type"))
     , byName(connection, selectText + QLatin1String(" where name like :name"))
     , byLatinName(connection, summaryText.arg(ContactRow::latinNameText))
+    , byLatinPrefix(connection, summaryText.arg(ContactRow::latinNameText) + QLatin1String(" WHERE ") +
+                                    QLatin1String(ContactRow::latinPrefixCondition))
     , withoutLatinName(connection, namesText.arg(ContactRow::noLatinNameText))
     , previewPage(connection, selectText + QLatin1String(" WHERE isPreviewed='true' ORDER BY contactId "
                                                          "limit :startInd , :length"))

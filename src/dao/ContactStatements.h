@@ -36,6 +36,7 @@ struct ContactStatements
     Statement byType;
     Statement byName;
     Statement byLatinName;
+    Statement byLatinPrefix;
     Statement withoutLatinName;
     Statement previewPage;
     Statement fullExport;

@@ -59,7 +59,9 @@ std::optional<ListContact> DaoContact::getContactsByLatinName(const QString &nam
     // A blank stands twice in a latin form, like any other character.
     const QString pattern = QueryText::namePattern(name, QStringLiteral("  "));
     KestinLogger::debug("DaoContact::getContactsByLatinName : name after cleaning [%1]", pattern);
-    Statement::Use use = m_statements.byLatinName.use(pattern);
+    const QString prefix = QueryText::fixedPrefix(pattern);
+    Statement::Use use =
+        prefix.isEmpty() ? m_statements.byLatinName.use(pattern) : m_statements.byLatinPrefix.use(pattern, prefix);
     const std::optional<ListContact> contacts = readRows(use, ContactRow::readSummary);
     KestinLogger::debug("DaoContact::getContactsByLatinName : complete search query [%1]", ContactRow::latinNameText);
     return contacts;

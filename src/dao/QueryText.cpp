@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "src/dao/QueryText.h"
 
+#include <algorithm>
 #include <array>
 
 namespace {
@@ -99,4 +100,10 @@ QString QueryText::namePattern(const QString &name, const QString &separator)
     for (const QString &piece : pieces)
         pattern += separator + piece;
     return pattern.trimmed() + QLatin1Char('%');
+}
+
+QString QueryText::fixedPrefix(const QString &pattern)
+{
+    const auto isWildcard = [](QChar character) { return character == u'%' || character == u'_'; };
+    return pattern.first(std::find_if(pattern.begin(), pattern.end(), isWildcard) - pattern.begin());
 }

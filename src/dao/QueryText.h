@@ -26,4 +26,7 @@ QString quoted(const QString &value);
 /// trimmed, "%" appended. "%" and "_" of the name act as wildcards. An empty name matches every name.
 QString namePattern(const QString &name, const QString &separator);
 
+/// What every text that such a pattern matches begins with, letter case aside: all before the first wildcard.
+QString fixedPrefix(const QString &pattern);
+
 } // namespace QueryText

@@ -55,6 +55,9 @@ private Q_SLOTS:
         row("latin:ddee", "De La Cruz,de");
         row("latin:ddee    ll", "De La Cruz");
         row("latin:ddee ll", "");
+        row("latin:DDEE", "De La Cruz,de");
+        row("latin:d_e", "De La Cruz,de");
+        row("latin:__ee", "De La Cruz,de");
         row("latin:", "De La Cruz,de,O'Neil,50%,50$ off,a_b,true");
         row("fields:CRUZ", "De La Cruz");
         row("fields:50%", "50$ off");
@@ -139,9 +142,10 @@ private Q_SLOTS:
              {"officePhoneCan='1' OR faxCan='1' OR personalHomeCan='1' OR personalMobileCan='1' OR personalFaxCan='1'",
               "upper (collaborationId) = upper ('a') AND type !='6' ", "upper (email) = upper ('a') AND type != '6' ",
               "collaborationId='a' or  officePhoneCan='1' or  personalFaxCan='2'",
-              "isPreviewed='true' ORDER BY contactId limit 0 , 10", "latinName=''"}) {
-            QSqlQuery query = m_store.database.connection().executeQuery(
-                "EXPLAIN QUERY PLAN " + ContactRow::selectText + " WHERE " + QLatin1String(condition));
+              "isPreviewed='true' ORDER BY contactId limit 0 , 10", "latinName=''", ContactRow::latinPrefixCondition}) {
+            QSqlQuery query =
+                m_store.database.connection().executeQuery("EXPLAIN QUERY PLAN " + ContactRow::selectText + " WHERE " +
+                                                           QString(condition).replace(":prefix", "'a'"));
             QString plan;
             while (query.next())
                 plan += query.value("detail").toString() + '|';
