@@ -46,6 +46,15 @@ QList<Record> ordered(QList<Record> list, Ranking ranking)
     return result;
 }
 
+template <typename Record>
+QList<Record> orderedByName(QList<Record> list)
+{
+    if (list.size() < 2)
+        return list;
+    Ranking ranking = ranked(list, &ContactSummary::name, &ContactSummary::firstName);
+    return ordered(std::move(list), std::move(ranking));
+}
+
 void logCall(bool byNameOnly, const QString &searchString)
 {
     KestinLogger::debug("-- Method sortContactByName called with byNameOnly=[%1], searchString=[%2] --",
@@ -57,10 +66,13 @@ void logCall(bool byNameOnly, const QString &searchString)
 ListContact ContactOrder::byName(ListContact contacts, const QString &searchString)
 {
     logCall(true, searchString);
-    if (contacts.size() < 2)
-        return contacts;
-    Ranking ranking = ranked(contacts, &Contact::name, &Contact::firstName);
-    return ordered(std::move(contacts), std::move(ranking));
+    return orderedByName(std::move(contacts));
+}
+
+ListContactSummary ContactOrder::byName(ListContactSummary summaries)
+{
+    logCall(true, {});
+    return orderedByName(std::move(summaries));
 }
 
 ContactOrder::Found ContactOrder::forSearch(const ListContact &contacts, const QString &searchString)

@@ -9,6 +9,7 @@ namespace ContactOrder {
 
 /// By last name, then first name. The searched text stands in the log only.
 ListContact byName(ListContact contacts, const QString &searchString = {});
+ListContactSummary byName(ListContactSummary summaries);
 
 struct Found
 {

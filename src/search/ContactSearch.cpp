@@ -13,7 +13,7 @@
 namespace {
 
 /// Ids come back as somebody else's.
-bool isStill(const Contact &stored, const Contact &listed)
+bool isStill(const Contact &stored, const ContactSummary &listed)
 {
     return stored.contactId == listed.contactId && stored.type == listed.type && stored.name == listed.name &&
            stored.firstName == listed.firstName;
@@ -222,11 +222,10 @@ void ContactSearch::complete()
 
 void ContactSearch::tellCompletion(const SearchRequest &request, const RunningSearch::Outcome &outcome)
 {
-    const ListContact &contacts = outcome.results.contacts;
     if (request.kind == SearchRequest::ByName)
-        Q_EMIT completedByName(request.searchId, int(contacts.size()), outcome.summaries);
+        Q_EMIT completedByName(request.searchId, int(outcome.results.size()), outcome.summaries);
     else
-        Q_EMIT completedByPhoneNumber(request.searchId, contacts.value(0));
+        Q_EMIT completedByPhoneNumber(request.searchId, outcome.results.contacts.value(0));
 }
 
 void ContactSearch::startWaiting()
@@ -254,7 +253,7 @@ ListContactSummary ContactSearch::getSearchResults(const QString &searchId, int 
 {
     KestinLogger::debug("-- Method getSearchResults called with searchId=[%1] ,startInd=[%2] and length=[%3] --",
                         searchId, startInd, length);
-    return SearchResults::summariesOf(resultsOf(searchId).contacts, startInd, length);
+    return resultsOf(searchId).page(startInd, length);
 }
 
 Contact ContactSearch::getContactFromSearch(const QString &searchId, const QString &contactId) const
@@ -273,17 +272,18 @@ std::optional<Contact> ContactSearch::wholeRecord(const QString &searchId, const
 {
     const SearchResults results = resultsOf(searchId);
     std::optional<Contact> summary;
-    for (qsizetype i = 0; i < results.contacts.size(); ++i) {
-        const Contact &listed = results.contacts.at(i);
+    for (const ContactSummary &listed : results.summaries) {
         if (listed.contactId != contactId)
             continue;
-        if (i >= results.summaries)
-            return listed;
         const ListContact stored = m_dao.getContact(contactId).value_or(ListContact());
         if (!stored.isEmpty() && isStill(stored.first(), listed))
             return stored.first();
         if (!summary)
-            summary = listed;
+            static_cast<ContactSummary &>(summary.emplace()) = listed;
+    }
+    for (const Contact &listed : results.contacts) {
+        if (listed.contactId == contactId)
+            return listed;
     }
     return summary;
 }

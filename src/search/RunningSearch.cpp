@@ -58,9 +58,9 @@ void RunningSearch::setReplaced()
 
 void RunningSearch::addLocal(const ListContact &contacts)
 {
-    const ListContact local = ContactOrder::byName(contacts);
+    const ListContactSummary local = ContactOrder::byName(SearchResults::summariesOf(contacts, 0, -1));
     m_lists.local = local;
-    const ListContactSummary summaries = SearchResults::summariesOf(local, 0, qMax(0, m_request.nbContacts));
+    const ListContactSummary summaries = local.mid(0, qMax(0, m_request.nbContacts));
     if (!local.isEmpty()) {
         Q_EMIT searchResults(m_request.searchId, int(local.size()), summaries);
         KestinLogger::debug("%1 local results sent", summaries.size());
@@ -100,7 +100,7 @@ ListContact RunningSearch::setAside(const ListContact &contacts)
 
 void RunningSearch::tellPacket(const ListContact &packet)
 {
-    const qsizetype total = localList().size() + mainList().size();
+    const qsizetype total = m_lists.local->size() + m_lists.main->size();
     if (m_request.nbContacts - (total - packet.size()) <= 0)
         return;
     const ListContactSummary summaries = SearchResults::summariesOf(packet, 0, -1);
@@ -110,27 +110,25 @@ void RunningSearch::tellPacket(const ListContact &packet)
 
 RunningSearch::Outcome RunningSearch::takeOutcome()
 {
-    ListContact main = mainList();
+    SearchResults results{m_request.searchId, std::exchange(m_lists.local, std::nullopt).value_or(ListContactSummary()),
+                          mainList()};
     if (!isByName())
-        return {{m_request.searchId, main, 0}, {}};
-    ListContact joined = std::exchange(m_lists.local, std::nullopt).value_or(ListContact());
-    const qsizetype localCount = joined.size();
-    qsizetype told = main.size();
+        return {results, {}};
+    qsizetype told = results.contacts.size();
     if (isPerDirectory())
-        told += localCount;
+        told += results.summaries.size();
     else
-        main = setAside(main);
-    joined += main;
-    joined += ContactOrder::byFirstName(std::exchange(m_lists.setAside, {}));
-    return {{m_request.searchId, joined, localCount}, dueAtCompletion(joined, told)};
+        results.contacts = setAside(results.contacts);
+    results.contacts += ContactOrder::byFirstName(std::exchange(m_lists.setAside, {}));
+    return {results, dueAtCompletion(results, told)};
 }
 
-ListContactSummary RunningSearch::dueAtCompletion(const ListContact &joined, qsizetype start) const
+ListContactSummary RunningSearch::dueAtCompletion(const SearchResults &results, qsizetype start) const
 {
     const qsizetype budget = m_request.nbContacts - start;
-    if (budget <= 0 || joined.size() <= start)
+    if (budget <= 0 || results.size() <= start)
         return {};
-    ListContactSummary summaries = SearchResults::summariesOf(joined, start, budget);
+    ListContactSummary summaries = results.page(start, budget);
     KestinLogger::debug("%1 remote results sent", summaries.size());
     return summaries;
 }

@@ -42,7 +42,7 @@ public:
     void addToMain(ListContact contacts);
 
     /// What can be paged through while it runs: all but what the phone has found by name.
-    SearchResults found() const { return {m_request.searchId, mainList(), 0}; }
+    SearchResults found() const { return {m_request.searchId, {}, mainList()}; }
 
     struct Outcome
     {
@@ -63,17 +63,16 @@ private:
     bool isByName() const { return m_request.kind == SearchRequest::ByName; }
     bool isPerDirectory() const;
     ListContact mainList() const { return m_lists.main.value_or(ListContact()); }
-    ListContact localList() const { return m_lists.local.value_or(ListContact()); }
     ListContact setAside(const ListContact &contacts);
     void tellPacket(const ListContact &packet);
-    ListContactSummary dueAtCompletion(const ListContact &joined, qsizetype start) const;
+    ListContactSummary dueAtCompletion(const SearchResults &results, qsizetype start) const;
 
     /// A list is there as soon as something was handed over for it, be it an empty packet.
     struct Lists
     {
-        std::optional<ListContact> main;  ///< what the company directory sent and the phone has found by number
-        std::optional<ListContact> local; ///< what the phone has found by name
-        ListContact setAside;             ///< those of which only the first name matched
+        std::optional<ListContact> main;         ///< what the company directory sent and the phone has found by number
+        std::optional<ListContactSummary> local; ///< what the phone has found by name
+        ListContact setAside;                    ///< those of which only the first name matched
     };
 
     const SearchRequest m_request;
