@@ -31,11 +31,13 @@ Exit codes: 0 ended by a signal, 1 it could not start or lost the bus; the log o
     parser.process(application);
 }
 
-/// A heap for each search worker would keep what a long list took once, and little is allocated at the same time.
-void keepOneHeap()
+/// A heap for each search worker would keep what a long list took once, and little is allocated at the same time. The
+/// list itself is no part of it, however often there was one before.
+void keepHeapSmall()
 {
 #ifdef __GLIBC__
     mallopt(M_ARENA_MAX, 1);
+    mallopt(M_MMAP_THRESHOLD, 128 * 1024);
 #endif
 }
 
@@ -43,7 +45,7 @@ void keepOneHeap()
 
 int main(int argc, char **argv)
 {
-    keepOneHeap();
+    keepHeapSmall();
     KestinApplication application(argc, argv);
     QCoreApplication::setApplicationName(ModuleName::directory);
     QCoreApplication::setApplicationVersion(QStringLiteral(KESTIN_VERSION));

@@ -48,6 +48,7 @@ ListContact ContactLookup::getLocalContacts(int startInd, int length)
     if (contacts.isEmpty())
         return {};
     KestinLogger::debug("Success: %1 local contacts returned", contacts.size());
+    m_spareMemory.expectAfter(contacts.size());
     return ContactOrder::byName(std::move(contacts));
 }
 
@@ -59,6 +60,7 @@ ListContact ContactLookup::getAllContactsInPreview(int startInd, int length)
     if (contacts.isEmpty())
         return {};
     KestinLogger::debug("Success: %1 preview contacts returned", contacts.size());
+    m_spareMemory.expectAfter(contacts.size());
     return ContactOrder::byName(std::move(contacts));
 }
 

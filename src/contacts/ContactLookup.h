@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/records/Contact.h"
+#include "platform/records/SpareMemory.h"
 
 #include <QObject>
 
@@ -44,4 +45,5 @@ Q_SIGNALS:
 
 private:
     DaoContact &m_dao;
+    SpareMemory m_spareMemory;
 };

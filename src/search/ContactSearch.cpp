@@ -89,9 +89,15 @@ int ContactSearch::startSearchContactByPhoneNumber(const QString &searchId, cons
 /// Every request empties what was found before, also what the running search has found so far.
 void ContactSearch::dropResults()
 {
-    m_finished = {};
+    dropFinished();
     if (m_running)
         m_running->dropFound();
+}
+
+void ContactSearch::dropFinished()
+{
+    m_spareMemory.expectAfter(m_finished.size());
+    m_finished = {};
 }
 
 /// Starts what is requested, or lets it wait for the end of the running search.
@@ -217,6 +223,7 @@ void ContactSearch::complete()
     const RunningSearch::Outcome outcome = m_running->takeOutcome();
     m_running.reset();
     m_finished = outcome.results;
+    m_spareMemory.expectAfter(m_finished.size()); // it was read as whole contacts
     tellCompletion(request, outcome);
 }
 
@@ -295,6 +302,6 @@ int ContactSearch::purgeSearchResults(const QString &searchId)
     if (m_running && m_running->request().searchId == searchId)
         m_running->setReplaced();
     else if (m_finished.searchId == searchId)
-        m_finished = {};
+        dropFinished();
     return ResultCode::done;
 }

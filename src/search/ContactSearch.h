@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "platform/records/SpareMemory.h"
 #include "src/fields/DirectoryFields.h"
 #include "src/search/RunningSearch.h"
 #include "src/search/SearchMailbox.h"
@@ -64,6 +65,7 @@ Q_SIGNALS:
 private:
     struct StartTexts;
     void dropResults();
+    void dropFinished();
     void decide(const SearchRequest &request, const StartTexts &texts);
     void startWorkers(const SearchRequest &request, bool withRemote);
     void startWorker(SearchThread *worker);
@@ -86,4 +88,5 @@ private:
     std::unique_ptr<RunningSearch> m_running; ///< null when no search runs
     std::optional<SearchRequest> m_waiting;   ///< is started when the running search, which it replaces, has ended
     SearchResults m_finished;                 ///< of the search that completed last
+    SpareMemory m_spareMemory;
 };
