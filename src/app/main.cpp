@@ -46,6 +46,7 @@ void keepHeapSmall()
 int main(int argc, char **argv)
 {
     keepHeapSmall();
+    qputenv("QT_NO_GLIB", "1"); // Qt's own event loop wakes, and begins in a worker, with less
     KestinApplication application(argc, argv);
     QCoreApplication::setApplicationName(ModuleName::directory);
     QCoreApplication::setApplicationVersion(QStringLiteral(KESTIN_VERSION));
