@@ -36,6 +36,7 @@ public:
     {
         if (call != QMetaObject::InvokeMetaMethod)
             return Adaptor::qt_metacall(call, id, arguments);
+        m_module.longWork().goOnIfDue();
         const QMetaMethod method = this->metaObject()->method(id);
         if (hasTooLargeArguments(method, arguments))
             return -1;

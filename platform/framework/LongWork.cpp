@@ -3,7 +3,11 @@
 
 #include <QDBusPendingCallWatcher>
 
+#include <algorithm>
+
 namespace {
+
+using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds longestBreak{5};
 
@@ -41,6 +45,7 @@ LongWork::LongWork()
 void LongWork::start(const Work &work)
 {
     push(work.m_handle);
+    m_dueSince = Clock::now();
     doSlice();
 }
 
@@ -58,6 +63,12 @@ void LongWork::rightAfter(const QObject *receiver, const std::function<void()> &
         m_steps.push_front({receiver, step});
     else
         step();
+}
+
+void LongWork::goOnIfDue()
+{
+    if (isBusy() && Clock::now() - m_dueSince >= longestBreak)
+        goOn();
 }
 
 void LongWork::finish()
@@ -102,7 +113,8 @@ void LongWork::doSlice()
 {
     m_watcher.reset();
     m_isPaused = false;
-    m_sliceEnd = std::chrono::steady_clock::now() + slice;
+    const auto now = Clock::now();
+    m_sliceEnd = now + std::clamp<Clock::duration>((now - m_dueSince) / 4, slice, longestSlice);
     Work::Handle current;
     while (!m_stack.empty() && !m_isPaused) {
         current = m_stack.back();
@@ -137,13 +149,14 @@ void LongWork::comeBack()
 {
     if (!isBusy() || m_watcher)
         return;
+    m_dueSince = Clock::now();
     m_whenIdle.start(0);
     m_atLatest.start(longestBreak);
 }
 
 bool LongWork::hasTime() const
 {
-    return m_isUrgent || std::chrono::steady_clock::now() < m_sliceEnd;
+    return m_isUrgent || Clock::now() < m_sliceEnd;
 }
 
 void LongWork::pause()
@@ -161,6 +174,7 @@ bool LongWork::isAnswered(QDBusPendingCall &call) const
 void LongWork::waitFor(const QDBusPendingCall &call)
 {
     m_isPaused = true;
+    m_dueSince = Clock::now();
     m_watcher = std::make_unique<QDBusPendingCallWatcher>(call);
     connect(m_watcher.get(), &QDBusPendingCallWatcher::finished, this, &LongWork::goOn, Qt::QueuedConnection);
 }

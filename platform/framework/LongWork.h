@@ -21,8 +21,10 @@ class QDBusPendingCallWatcher;
 class LongWork : public QObject
 {
 public:
-    /// How long a slice lasts, from which work goes on to its next `turn`.
+    /// How long a slice lasts, from which work goes on to its next `turn`. It becomes longer, up to the longest, where
+    /// others have left the work less than a fifth of the time.
     static constexpr std::chrono::microseconds slice{2000};
+    static constexpr std::chrono::microseconds longestSlice{10000};
 
     LongWork();
 
@@ -37,6 +39,9 @@ public:
     /// Before all that waits.
     void rightAfter(const QObject *receiver, const std::function<void()> &step);
     bool isBusy() const { return isGoingOn() || !m_steps.empty(); }
+
+    /// Does a slice where that is overdue. For those who serve calls: the loop has no turn as long as more come.
+    void goOnIfDue();
 
     /// Does the rest without a pause. What waits for its end still waits.
     void finish();
@@ -88,6 +93,7 @@ private:
     std::deque<Step> m_steps;
     std::unique_ptr<QDBusPendingCallWatcher> m_watcher; ///< while an answer is waited for
     std::chrono::steady_clock::time_point m_sliceEnd;
+    std::chrono::steady_clock::time_point m_dueSince; ///< when there is something left to do
     bool m_isPaused = false;
     bool m_isUrgent = false;
     // The loop may be idle or full of calls: it is left alone while they come, but not for ever.

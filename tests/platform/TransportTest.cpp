@@ -325,6 +325,20 @@ private Q_SLOTS:
         QTRY_VERIFY(m_module->longWork().isGoingOn()); // and is broken off with its module
     }
 
+    void callsLeaveLongWorkItsShare()
+    {
+        m_module->begin();
+        m_module->isToEnd = true;
+        auto *adaptor = m_module->findChild<QDBusAbstractAdaptor *>();
+        const int method = adaptor->metaObject()->indexOfMethod("answers(int)");
+        int length = 1;
+        void *arguments[] = {nullptr, &length};
+        const QDeadlineTimer limit(5s);
+        while (m_module->longWork().isGoingOn() && !limit.hasExpired()) // and the loop has no turn
+            adaptor->qt_metacall(QMetaObject::InvokeMetaMethod, method, arguments);
+        QVERIFY(!m_module->longWork().isGoingOn());
+    }
+
     void aModuleIsOnTheBusFromRunToStop()
     {
         LivingModule module(m_bus.connection("peer"));
