@@ -18,7 +18,8 @@
 ///   cost the module its connection. So do arguments of that size, which no event could tell any more, and a contact
 ///   with a text over WireSize::longestText.
 /// A call that has to wait for the end of long work (KestinModule::mustWait) is served then, and one that begins long
-/// work is answered when that is over.
+/// work is answered when that is over. What waits is bounded by the same size, for it is kept in memory; a call beyond
+/// that is refused with the same error.
 /// `Adaptor` is a QDBusAbstractAdaptor that is made with its parent, a KestinModule, by reference.
 template <typename Adaptor>
 class ErrorReplying : public Adaptor
@@ -38,10 +39,11 @@ public:
             return Adaptor::qt_metacall(call, id, arguments);
         m_module.longWork().goOnIfDue();
         const QMetaMethod method = this->metaObject()->method(id);
-        if (hasTooLargeArguments(method, arguments))
+        const qsizetype size = sizeOf(method, arguments);
+        if (isRefused(method, arguments, size))
             return -1;
         if (m_module.mustWait(method.name())) {
-            hold(method, id, arguments);
+            hold(method, id, arguments, size);
             return -1;
         }
         const bool wasGoingOn = m_module.longWork().isGoingOn();
@@ -65,10 +67,15 @@ private:
         }
     }
 
-    void hold(const QMetaMethod &method, int id, void **arguments)
+    void hold(const QMetaMethod &method, int id, void **arguments, qsizetype size)
     {
+        size += 1024; // about what a call takes beside its arguments
+        if (m_heldSize > 0 && m_heldSize + size > WireSize::limit)
+            return refuse(method, QStringLiteral("too many calls wait already; call again later"));
+        m_heldSize += size;
         const auto held = std::make_shared<HeldCall>(m_module, method, arguments);
-        m_module.longWork().after(this, [this, method, id, held] {
+        m_module.longWork().after(this, [this, method, id, held, size] {
+            m_heldSize -= size;
             m_module.setHeldCall(held.get());
             serve(method, id, held->places().data());
             m_module.setHeldCall(nullptr);
@@ -83,14 +90,19 @@ private:
         m_module.longWork().rightAfter(this, [held] { held->answer(); });
     }
 
-    bool hasTooLargeArguments(const QMetaMethod &method, void **arguments)
+    static qsizetype sizeOf(const QMetaMethod &method, void **arguments)
     {
         qsizetype size = 0;
-        bool isTooLong = false;
-        for (int i = 0; i < method.parameterCount(); ++i) {
+        for (int i = 0; i < method.parameterCount(); ++i)
             size += WireSize::of(method.parameterMetaType(i), arguments[i + 1]);
+        return size;
+    }
+
+    bool isRefused(const QMetaMethod &method, void **arguments, qsizetype size)
+    {
+        bool isTooLong = false;
+        for (int i = 0; i < method.parameterCount(); ++i)
             isTooLong = isTooLong || WireSize::hasTooLongText(method.parameterMetaType(i), arguments[i + 1]);
-        }
         if (size > WireSize::limit)
             refuse(method, QStringLiteral("the arguments are larger than 24 MiB; send fewer at a time"));
         else if (isTooLong)
@@ -111,4 +123,5 @@ private:
     }
 
     KestinModule &m_module;
+    qsizetype m_heldSize = 0; ///< of the calls that wait
 };

@@ -339,6 +339,17 @@ private Q_SLOTS:
         QVERIFY(!m_module->longWork().isGoingOn());
     }
 
+    void whatWaitsIsBounded()
+    {
+        m_module->begin();
+        const QVariantList large{QString(fits / 2 + 1, 'a')};
+        const QDBusPendingCall first = m_caller->asyncRemoteCall("M", "lengthOf", large);
+        QCOMPARE(call("lengthOf", large).errorMessage(), "lengthOf: too many calls wait already; call again later");
+        m_module->isToEnd = true;
+        QTRY_COMPARE(first.reply().arguments(), QVariantList{fits / 2 + 1});
+        QCOMPARE(call("lengthOf", large).arguments(), QVariantList{fits / 2 + 1});
+    }
+
     void aModuleIsOnTheBusFromRunToStop()
     {
         LivingModule module(m_bus.connection("peer"));
