@@ -78,6 +78,11 @@ ListContactSummary DirectoryService::searchResults(const QString &searchId, int 
     return call<ListContactSummary>("getSearchResults", {searchId, start, length});
 }
 
+Contact DirectoryService::contactFromSearch(const QString &searchId, const QString &contactId) const
+{
+    return call<Contact>("getContactFromSearch", {searchId, contactId});
+}
+
 int DirectoryService::purgeSearch(const QString &searchId) const
 {
     return call<int>("purgeSearchResults", {searchId});

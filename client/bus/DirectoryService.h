@@ -51,6 +51,8 @@ public:
     int startSearchByNumber(const QString &searchId, const QString &number, bool localOnly) const;
     /// The results of a search that is completed, in the order of the phone.
     ListContactSummary searchResults(const QString &searchId, int start, int length) const;
+    /// The whole record of one of them, with canonical numbers.
+    Contact contactFromSearch(const QString &searchId, const QString &contactId) const;
     int purgeSearch(const QString &searchId) const;
     /// Asks the company directory for the contact. An event with the id as its request id tells that the contact was
     /// created.

@@ -2,6 +2,7 @@
 #include "client/bus/PeerServices.h"
 
 #include "platform/records/KestinBus.h"
+#include "platform/records/WebServiceCalls.h"
 
 #include <QStringList>
 
@@ -20,7 +21,7 @@ ListSetting SettingsService::all() const
     return m_bus.call<ListSetting>(ModuleName::settings, QStringLiteral("getSettings"), {});
 }
 
-QString TelephonyService::canonicalNumber(const QString &number) const
+TelephonyService::Canonical TelephonyService::canonical(const QString &number) const
 {
     // Telephony takes and answers the five numbers of a contact.
     constexpr qsizetype numbersOfContact = 5;
@@ -29,8 +30,44 @@ QString TelephonyService::canonicalNumber(const QString &number) const
     try {
         const auto canonical = m_bus.call<QStringList>(
             ModuleName::telephony, QStringLiteral("makeCanonicalNumberListWithoutPrefix"), {numbers});
-        return canonical.size() >= numbersOfContact ? canonical.first() : number;
-    } catch (const CommandFailure &) {
-        return number;
+        if (canonical.size() >= numbersOfContact)
+            return {canonical.first(), {}};
+        return {number, CommandFailure(ExitCode::Refused, QStringLiteral("%1 answered only %2 of %3 numbers")
+                                                              .arg(ModuleName::telephony)
+                                                              .arg(canonical.size())
+                                                              .arg(numbersOfContact))};
+    } catch (const CommandFailure &failure) {
+        return {number, failure};
     }
+}
+
+std::optional<CommandFailure> CompanyService::fault() const
+{
+    if (!m_bus.isReachable(ModuleName::webServiceManager))
+        return CommandFailure(
+            ExitCode::Refused,
+            QStringLiteral("no company directory is running (%1)").arg(ModuleName::webServiceManager));
+    try {
+        if (m_bus.call<bool>(ModuleName::webServiceManager, WebServiceMethod::getServiceRight,
+                             {WebServiceTerm::companyDirectory}))
+            return std::nullopt;
+        return CommandFailure(ExitCode::Refused, QStringLiteral("this phone may not use the company directory"));
+    } catch (const CommandFailure &failure) {
+        return failure;
+    }
+}
+
+void CompanyService::requireReachable() const
+{
+    if (!m_bus.isReachable(ModuleName::webServiceManager))
+        throw CommandFailure(ExitCode::NoService, QStringLiteral("the company directory cannot be reached: %1 is not "
+                                                                 "running on this message bus")
+                                                      .arg(ModuleName::webServiceManager));
+}
+
+void CompanyService::askProfile(const QString &requestId, const QString &contactId) const
+{
+    const QDBusMessage call = KestinBus::methodCall(ModuleName::webServiceManager, WebServiceMethod::getContactProfile,
+                                                    {requestId, contactId});
+    m_bus.connection().send(call);
 }

@@ -19,12 +19,12 @@ private:
     static ListContact read(const QCommandLineParser &arguments, const BusSession &bus);
 };
 
-/// Prints a contact, every field that is set.
+/// Prints contacts of the phone or of the company directory, every field that is set.
 class ShowCommand : public Command
 {
 public:
     QString name() const override { return QStringLiteral("show"); }
-    QString summary() const override { return QStringLiteral("show a contact with all its fields"); }
+    QString summary() const override { return QStringLiteral("show contacts with all their fields"); }
     CommandHelp help() const override;
     ExitCode run(const QCommandLineParser &arguments, CommandContext &context) override;
 };

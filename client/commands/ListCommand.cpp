@@ -5,6 +5,7 @@
 #include "client/bus/DirectoryService.h"
 #include "client/commands/CommandArguments.h"
 #include "client/commands/Report.h"
+#include "client/text/ContactSelection.h"
 #include "client/text/ContactText.h"
 
 namespace {
@@ -18,18 +19,34 @@ qint32 typeOf(const QString &word)
     return *type;
 }
 
+/// Empty when none is asked for.
+QString orderOf(const QCommandLineParser &arguments)
+{
+    const QString order = arguments.value(QStringLiteral("sort"));
+    if (arguments.isSet(QStringLiteral("sort")) && !ContactSelection::orders().contains(order))
+        throw CommandFailure(ExitCode::Usage, QStringLiteral("--sort takes %1, not \"%2\"")
+                                                  .arg(ContactSelection::orders().join(QLatin1String(", ")), order));
+    return order;
+}
+
 } // namespace
 
 CommandHelp ListCommand::help() const
 {
-    return {
-        {QStringLiteral("list [--type KIND] [--start N] [--length N]")},
-        QStringLiteral("Prints a table of the contacts, ordered by name, cut to the width of the terminal.\n"
-                       "--start and --length pick contacts in the order in which the directory keeps them (by id),\n"
-                       "so that a long directory can be read in pieces."),
-        {QStringLiteral("kestin-dir list"), QStringLiteral("kestin-dir list --type cached"),
-         QStringLiteral("kestin-dir list --start 100 --length 50"),
-         QStringLiteral("kestin-dir list --json | jq -r '.[].email'")}};
+    return {{QStringLiteral("list [TEXT...] [--type KIND] [--sort ORDER] [--start N] [--length N]")},
+            QStringLiteral(
+                R"(Prints a table of the contacts of the phone, ordered by name, cut to the width of the terminal.
+
+With a TEXT only those that have it in their name, a number, an e-mail address, the company or the id;
+with several TEXTs, all of them. Neither letter case nor accents count, nor what separates digits. It
+ends with 1 when nobody has them.
+
+--start and --length pick from what would be printed. Without TEXT, --type and --sort they pick in the
+order in which the directory keeps contacts (by id), so that a long directory can be read in pieces.)"),
+            {QStringLiteral("kestin-dir list"), QStringLiteral("kestin-dir list zoe"),
+             QStringLiteral("kestin-dir list '01 55' --sort company"), QStringLiteral("kestin-dir list --type cached"),
+             QStringLiteral("kestin-dir list --start 100 --length 50"),
+             QStringLiteral("kestin-dir list --json | jq -r '.[].email'")}};
 }
 
 QList<QCommandLineOption> ListCommand::options() const
@@ -38,6 +55,10 @@ QList<QCommandLineOption> ListCommand::options() const
              QStringLiteral("Only contacts of this kind: %1, or a number")
                  .arg(ContactText::typeNames().join(QLatin1String(", "))),
              QStringLiteral("KIND")},
+            {QStringLiteral("sort"),
+             QStringLiteral("By %1 (date: changed last comes first)")
+                 .arg(ContactSelection::orders().join(QLatin1String(", "))),
+             QStringLiteral("ORDER")},
             {QStringLiteral("start"), QStringLiteral("Leave out the first N contacts"), QStringLiteral("N")},
             {QStringLiteral("length"), QStringLiteral("At most N contacts"), QStringLiteral("N")}};
 }
@@ -46,20 +67,31 @@ ListContact ListCommand::read(const QCommandLineParser &arguments, const BusSess
 {
     const int start = CommandArguments::number(arguments, QStringLiteral("start"), 0, 0);
     const int length = CommandArguments::number(arguments, QStringLiteral("length"), ContactPages::toTheEnd, 0);
+    const QString order = orderOf(arguments);
+    const QStringList texts = arguments.positionalArguments();
     const DirectoryService directory(bus);
-    if (!arguments.isSet(QStringLiteral("type"))) {
-        ContactPages pages([&directory](int from, int count) { return directory.page(from, count); });
+    ContactPages pages([&directory](int from, int count) { return directory.page(from, count); });
+    const bool isOfType = arguments.isSet(QStringLiteral("type"));
+    if (!isOfType && order.isEmpty() && texts.isEmpty())
         return pages.read(start, length);
-    }
-    ListContact contacts =
-        contactsOfType(directory, typeOf(arguments.value(QStringLiteral("type")))).mid(start, length);
+    ListContact contacts = isOfType ? contactsOfType(directory, typeOf(arguments.value(QStringLiteral("type"))))
+                                    : pages.read(0, ContactPages::toTheEnd);
+    contacts.removeIf([&texts](const Contact &contact) { return !ContactSelection::matches(contact, texts); });
     sortByName(contacts);
-    return contacts;
+    ContactSelection::sort(contacts, order);
+    return contacts.mid(start, length);
 }
 
 ExitCode ListCommand::run(const QCommandLineParser &arguments, CommandContext &context)
 {
-    CommandArguments::none(arguments.positionalArguments());
-    Report::contacts(context.out, read(arguments, context.bus), context.json);
+    const QStringList texts = arguments.positionalArguments();
+    const ListContact contacts = read(arguments, context.bus);
+    const bool isNobody = contacts.isEmpty() && !texts.isEmpty();
+    if (context.json || !isNobody)
+        Report::contacts(context.out, contacts, context.json);
+    if (isNobody)
+        throw CommandFailure(
+            ExitCode::Refused,
+            QStringLiteral("no contact of the phone has \"%1\"").arg(texts.join(QLatin1String("\" and \""))));
     return ExitCode::Done;
 }

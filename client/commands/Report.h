@@ -29,15 +29,13 @@ void json(QTextStream &out, const QList<Record> &records)
     json(out, objects);
 }
 
-/// Found contacts as JSON. Beside the record's own keys "company" tells whether a contact is of the company directory.
+/// Found contacts as JSON.
 template <typename Record>
 void foundJson(QTextStream &out, const QList<Record> &contacts)
 {
     QList<QJsonObject> objects;
-    for (const Record &contact : contacts) {
-        objects.append(RecordJson::of(contact));
-        objects.last().insert(QLatin1String("company"), ContactText::isOfCompany(contact));
-    }
+    for (const Record &contact : contacts)
+        objects.append(RecordJson::ofFound(contact));
     json(out, objects);
 }
 

@@ -35,6 +35,14 @@ Table tableOf(const ListContactSummary &contacts, int width)
     return whole.fits(width) ? whole : make(false);
 }
 
+QString canonical(const QString &number, const BusSession &bus)
+{
+    const TelephonyService::Canonical canonical = TelephonyService(bus).canonical(number);
+    if (canonical.fault)
+        Report::problem(QStringLiteral("the number is looked for as it stands: %1").arg(canonical.fault->text()));
+    return canonical.number;
+}
+
 } // namespace
 
 struct SearchCommand::Request
@@ -44,10 +52,14 @@ struct SearchCommand::Request
     bool localOnly;
     int rows;
 
-    QString nobody() const
+    CommandFailure nobody(const std::optional<CommandFailure> &companyFault) const
     {
-        return isNumber ? QStringLiteral("nobody has the number %1").arg(text)
-                        : QStringLiteral("nobody is found by the name \"%1\"").arg(text);
+        const QString where = localOnly || companyFault ? QStringLiteral(" on the phone") : QString();
+        const QString nobody = isNumber ? QStringLiteral("nobody%1 has the number %2").arg(where, text)
+                                        : QStringLiteral("nobody%1 is found by the name \"%2\"").arg(where, text);
+        if (!companyFault)
+            return {ExitCode::Refused, nobody};
+        return {companyFault->code(), QStringLiteral("%1; %2").arg(nobody, companyFault->text())};
     }
 };
 
@@ -57,9 +69,9 @@ CommandHelp SearchCommand::help() const
              QStringLiteral("search --number NUMBER [--local] [--limit N]")},
             QStringLiteral(
                 R"(Finds contacts of the phone whose last name begins with the text, and those that the company
-directory finds by it; or everybody with a number. The column FROM says where a contact is kept:
-"phone" or "company" (with --json the key "company"). A contact of the company directory can be
-taken over with kestin-dir copy.
+directory finds by it ('' finds all of the phone); or everybody with a number. The column FROM says where a
+contact is kept: "phone" or "company" (with --json the key "company"). A contact of the company
+directory can be looked at with kestin-dir show and taken over with kestin-dir copy.
 
 On a terminal contacts are shown as they come, and at the end the table in its order takes their place;
 into a file or a pipe only that table is written. When the search is interrupted (Ctrl-C) or takes too
@@ -85,7 +97,10 @@ SearchCommand::Request SearchCommand::requestOf(const QCommandLineParser &argume
         throw CommandFailure(ExitCode::Usage, QStringLiteral("search takes a TEXT or a --number, not both"));
     if (isNumber)
         texts = arguments.values(QStringLiteral("number"));
-    return {CommandArguments::one(texts, isNumber ? QStringLiteral("NUMBER") : QStringLiteral("TEXT")), isNumber,
+    // Without a text everybody is found.
+    const bool isEmpty = !isNumber && texts.size() == 1 && texts.first().isEmpty();
+    const QString what = isNumber ? QStringLiteral("NUMBER") : QStringLiteral("TEXT");
+    return {isEmpty ? QString() : CommandArguments::one(texts, what), isNumber,
             arguments.isSet(QStringLiteral("local")),
             CommandArguments::number(arguments, QStringLiteral("limit"), defaultRows, 1)};
 }
@@ -100,7 +115,7 @@ EventWait::End SearchCommand::follow(const Request &request, SearchRun &search, 
     };
     QObject::connect(&search, &SearchRun::announcedMore, &search, show);
     if (request.isNumber)
-        search.startByNumber(TelephonyService(context.bus).canonicalNumber(request.text), request.localOnly);
+        search.startByNumber(canonical(request.text, context.bus), request.localOnly);
     else
         search.startByName(request.text, request.rows, request.localOnly);
     show();
@@ -138,7 +153,11 @@ ExitCode SearchCommand::run(const QCommandLineParser &arguments, CommandContext 
     if (end == EventWait::End::TimedOut)
         throw CommandFailure(ExitCode::NoAnswer, QStringLiteral("the search did not end within the limit; another "
                                                                 "search may have taken its place"));
+    const std::optional<CommandFailure> fault = search.companyFault();
     if (contacts.isEmpty())
-        throw CommandFailure(ExitCode::Refused, request.nobody());
+        throw request.nobody(fault);
+    // A phone without a company directory lacks nothing.
+    if (fault && fault->code() != ExitCode::Refused)
+        Report::problem(QStringLiteral("there may be more: %1").arg(fault->text()));
     return ExitCode::Done;
 }

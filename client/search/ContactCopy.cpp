@@ -2,6 +2,7 @@
 #include "client/search/ContactCopy.h"
 
 #include "client/bus/DirectoryService.h"
+#include "client/bus/PeerServices.h"
 #include "client/bus/RefusalText.h"
 #include "client/text/EventText.h"
 #include "platform/records/KestinBus.h"
@@ -16,10 +17,7 @@ ContactCopy::ContactCopy(const BusSession &bus)
 QString ContactCopy::copy(const QString &id)
 {
     m_wait.listen({EventName::contactsCreated, EventName::databaseFull}, ModuleName::directory);
-    if (!m_bus.isReachable(ModuleName::webServiceManager))
-        throw CommandFailure(ExitCode::NoService, QStringLiteral("the company directory cannot be reached: %1 is not "
-                                                                 "running on this message bus")
-                                                      .arg(ModuleName::webServiceManager));
+    CompanyService(m_bus).requireReachable();
     // The directory itself does not tell that there is no such contact.
     m_wait.listen({EventName::wsContactProfile}, ModuleName::webServiceManager);
     DirectoryService(m_bus).copyToLocal(id);

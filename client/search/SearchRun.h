@@ -3,6 +3,9 @@
 
 #include "client/bus/DirectoryService.h"
 #include "client/bus/EventWait.h"
+#include "platform/records/PlatformEvents.h"
+
+#include <optional>
 
 /// A search of the directory, from its start to its purge. The directory runs a single search at a time. A search that
 /// somebody else starts meanwhile takes the place of this search, which is not told and ends with the limit.
@@ -29,22 +32,30 @@ public:
 
     /// The contacts told as they came. There is nothing else when the wait has not ended with Done.
     const ListContactSummary &announced() const { return m_announced; }
-    /// The contact to which the number of a search belongs. An empty contact when the number is nobody's.
-    const Contact &match() const { return m_match; }
-    /// The first `count` results in their order. Throws what DirectoryService throws.
+    /// The first `count` results in their order, and the whole record of each. Both throw what DirectoryService throws.
     ListContactSummary results(int count) const;
+    ListContact contacts(int count) const;
+    /// Why the results are not those of the company directory too, when they are not: it is not there, may not be used
+    /// or did not answer to the end. None for a search of the phone alone.
+    std::optional<CommandFailure> companyFault() const;
 
 Q_SIGNALS:
     void announcedMore();
 
 private:
+    void noteStart(bool localOnly);
     bool take(const QString &eventName, const ListEventArgument &arguments);
+    void takePacket(const ListEventArgument &arguments);
     void purge() const;
 
+    const BusSession &m_bus;
     DirectoryService m_directory;
     EventWait m_wait;
+    EventStream m_packets; ///< what the company directory answers; it comes before the end of the search is told
     QString m_searchId;
     bool m_isStarted = false;
+    bool m_isLocalOnly = false;
+    bool m_hadCompany = false;
+    std::optional<PacketStatus> m_lastPacket;
     ListContactSummary m_announced;
-    Contact m_match;
 };

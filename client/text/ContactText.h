@@ -37,6 +37,14 @@ namespace RecordJson {
 /// `misc` is an object. `lastModificationDate` is ISO 8601, or empty for a contact that was never stored.
 QJsonObject of(const Contact &contact);
 QJsonObject of(const ContactSummary &summary);
+/// With one key more: "company" tells whether the contact is of the company directory.
+template <typename Record>
+QJsonObject ofFound(const Record &contact)
+{
+    QJsonObject object = of(contact);
+    object.insert(QLatin1String("company"), ContactText::isOfCompany(contact));
+    return object;
+}
 /// `choices` is an array of {"value", "label"}.
 QJsonObject of(const Setting &setting);
 

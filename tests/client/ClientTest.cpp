@@ -39,6 +39,8 @@ private Q_SLOTS:
         row("frobnicate", 2, "there is no command \"frobnicate\"");
         row("list --nonsense", 2, "Unknown option 'nonsense'");
         row("list --start -1", 2, "--start takes a whole number from 0 on");
+        row("list --sort age", 2, "--sort takes name, first-name,");
+        row("list nobody", 1, "no contact of the phone has \"nobody\"");
         row("list --type friend", 2, "--type takes local, cached, dm, manager or a number");
         row("show", 2, "quote an id");
         row("add --office 1", 2, "--first-name or --last-name is missing");
@@ -50,12 +52,13 @@ private Q_SLOTS:
         row("remove #CONTACT_9#", 1, "no contact has the id");
         row("preview add #CONTACT_9#", 1, "no contact has the id");
         row("add --last-name x --office anonymous", 1, "\"anonymous\" is not accepted");
-        row("who 12345", 1, "nobody has the number 12345");
+        row("who 12345", 1, "nobody on the phone has the number 12345; no company directory is running");
         row("search a --number 1", 2, "a TEXT or a --number, not both");
         row("search --number", 2, "--number");
         row("search a --limit 0", 2, "--limit takes a whole number from 1 on");
-        row("search nobody", 1, "nobody is found by the name \"nobody\"");
-        row("search --number 12345 --local", 1, "nobody has the number 12345");
+        row("search nobody", 1, "nobody on the phone is found by the name \"nobody\"; no company directory");
+        row("search --number 12345 --local", 1, "nobody on the phone has the number 12345\n");
+        row("show uid=bea##", 3, "the company directory cannot be reached");
         row("copy uid=bea##", 3, "the company directory cannot be reached");
         row("settings get NoSuchSetting", 1, "NoSuchSetting");
         row("settings set DirMaxContact many", 1, "DirMaxContact is not changed");
@@ -145,6 +148,12 @@ private Q_SLOTS:
         QCOMPARE(client("list --json --type local").names().join(' '), names());
         QCOMPARE(client("list --json --type cached").names(), QStringList());
         QCOMPARE(client("list --json --start 1 --length 2").names().join(' '), "Alpha Charlie");
+        QCOMPARE(add("Zoë", "--office +33155667000 --company Abbey"), "#CONTACT_5#");
+        for (const char *text : {"ZOE", "abb", "55-66", "33 1 556", "TACT_5#"})
+            QCOMPARE(client("list --json", QStringList(text)).names(), QStringList("Zoë"));
+        QVERIFY(client("list --json zoe alpha").ended(1, "has \"zoe\" and \"alpha\""));
+        QCOMPARE(client("list --json --sort id --length 2").names().join(' '), "Delta Alpha");
+        QCOMPARE(client("list --json --sort company").names().join(' '), "Zoë Alpha Bravo Charlie Delta");
         const QStringList lines = client("list").out.split('\n');
         QVERIFY(lines.at(0).startsWith("ID           NAME     OFFICE"));
         QCOMPARE(lines.at(1), "#CONTACT_2#  Alpha                                  local");
@@ -155,11 +164,17 @@ private Q_SLOTS:
         QCOMPARE(client("settings set DialingRuleCountryCode 33").code, 0);
         add("Müller", "--first-name Zoë", {"--mobile", "+33 6 12 34 56 78"});
         for (const char *spelling : {"+33612345678", "06 12 34 56 78", "0033-612345678"})
-            QCOMPARE(client("who", QStringList(spelling)).out, "Zoë Müller\n");
-        QCOMPARE(client("who 0612345678 --json").names(), QStringList("Müller"));
+            QCOMPARE(client("who", QStringList(spelling)).out, "Zoë Müller, mobile +33612345678\n");
+        add("Abel", "--home 0612345678 --fax 0612345678");
+        const QString both = "Abel, home 0612345678, fax 0612345678\nZoë Müller, mobile +33612345678\n";
+        const Outcome found = client("who 0612345678 --json");
+        QCOMPARE(found.names(), QStringList({"Abel", "Müller"}));
+        QCOMPARE(found.json()[1][u"matchedFields"].toArray(), QJsonArray{"personalMobile"});
         m_phone->telephony.kill();
-        QCOMPARE(client("who +33612345678").out, "Zoë Müller\n");
-        QCOMPARE(client("who 0612345678").code, 1);
+        const Outcome asItStands = client("who +33612345678");
+        QCOMPARE(asItStands.out, both);
+        QVERIFY(asItStands.ended(0, "looked for as it stands: Telephony is not running"));
+        QVERIFY(client("who 0612345678").ended(3, "; it was looked for as it stands: Telephony is not running"));
     }
 
     void searchFindsContactsOfThePhone()
@@ -194,15 +209,21 @@ private Q_SLOTS:
         const QStringList number("+33 199 000 001");
         add("Marten");
         startCompany();
-        QCOMPARE(client("who", number).out, "Bea Marlow (company directory)\n");
+        QCOMPARE(client("who", number).out, "Bea Marlow, office +33 1 99 00 00 01 (company directory)\n"
+                                            "Max Marlow, mobile +33 1 99 00 00 01 (company directory)\n");
         QCOMPARE(client("who --local", number).code, 1);
         const Outcome found = client("search mar --json");
-        QCOMPARE(found.names(), QStringList({"Marten", "Marlow"}));
+        QCOMPARE(found.names(), QStringList({"Marten", "Marlow", "Marlow"}));
         QCOMPARE(found.json()[1][u"company"], QJsonValue(true));
         QCOMPARE(client("search mar --json --local").names(), QStringList("Marten"));
+        QCOMPARE(client("search --json", QStringList("")).names(), QStringList("Marten"));
+        const Outcome shown = client("show", {found.json()[1][u"contactId"].toString(), "uid=nobody##", "#CONTACT_1#"});
+        QVERIFY(shown.ended(1, "no contact has the id uid=nobody##"));
+        QVERIFY(shown.out.contains("\nname: Marlow\n") && shown.out.contains("\n\ncontactId: #CONTACT_1#\n"));
+        QCOMPARE(client("list --json").names(), QStringList("Marten"));
 
         QCOMPARE(client("copy", {found.json()[1][u"contactId"].toString()}).out, "#CONTACT_2#\n");
-        QCOMPARE(client("who", number).out, "Bea Marlow\n");
+        QCOMPARE(client("who", number).out, "Bea Marlow, office +33199000001\n");
         QVERIFY(client("copy uid=nobody##").ended(1, "gave no contact with the id uid=nobody##"));
     }
 
@@ -219,6 +240,12 @@ private Q_SLOTS:
         QVERIFY2(search.output().contains("Marten"), "what had come is printed");
         QCOMPARE(client("who 12345 --timeout 1").code, 5);
         QVERIFY(client("search mar --timeout 1").ended(5, "did not end within the limit"));
+        Program who("kestin-dir", {"who", "54321"});
+        who.start();
+        QVERIFY(m_phone->directory.waitForErrorOutput("phoneNumber=[54321]"));
+        m_phone->company.kill();
+        QCOMPARE(who.waitForEnd(), 3);
+        QVERIFY(who.errorOutput().contains("phone has the number 54321; the company directory ended before it had"));
     }
 
     void previewListChanges()
@@ -410,7 +437,9 @@ private:
     {
         write("company.ldif",
               "dn: uid=bea,dc=example\nobjectClass: inetOrgPerson\nuid: bea\ncn: Bea Marlow\ngivenName: Bea\n"
-              "sn: Marlow\ntelephoneNumber: +33 1 99 00 00 01\n");
+              "sn: Marlow\ntelephoneNumber: +33 1 99 00 00 01\n\n"
+              "dn: uid=max,dc=example\nobjectClass: inetOrgPerson\nuid: max\ncn: Max Marlow\ngivenName: Max\n"
+              "sn: Marlow\nmobile: +33 1 99 00 00 01\n");
         m_phone->company.setArguments(QStringList{"--ldif", path("company.ldif")} + options);
         QVERIFY(m_phone->company.startAndWaitForName(ModuleName::webServiceManager, m_phone->client));
         QVERIFY(m_phone->directory.waitForErrorOutput("ICS services availability : 1"));
