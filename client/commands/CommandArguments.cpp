@@ -2,6 +2,9 @@
 #include "client/commands/CommandArguments.h"
 
 #include "client/bus/CommandFailure.h"
+#include "client/text/ContactTable.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -22,6 +25,26 @@ int CommandArguments::number(const QCommandLineParser &arguments, const QString 
         throw usage(QStringLiteral("--%1 takes a whole number from %2 on, not \"%3\"")
                         .arg(option, QString::number(minimum), arguments.value(option)));
     return number;
+}
+
+QCommandLineOption CommandArguments::columnsOption()
+{
+    return {QStringLiteral("columns"), QStringLiteral("Columns of the table, with commas between them"),
+            QStringLiteral("LIST")};
+}
+
+QStringList CommandArguments::columns(const QCommandLineParser &arguments)
+{
+    if (!arguments.isSet(QStringLiteral("columns")))
+        return {};
+    const QStringList names = arguments.value(QStringLiteral("columns")).split(QLatin1Char(','));
+    const bool hasUnknown =
+        std::any_of(names.begin(), names.end(), [](const QString &name) { return !ContactTable::isColumn(name); });
+    if (hasUnknown)
+        throw usage(QStringLiteral("--columns takes names with commas between them: %1, misc.KEY; not \"%2\"")
+                        .arg(ContactTable::columnNames().join(QLatin1String(", ")),
+                             arguments.value(QStringLiteral("columns"))));
+    return names;
 }
 
 QStringList CommandArguments::some(const QStringList &positional, const QString &what)

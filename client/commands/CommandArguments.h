@@ -13,6 +13,11 @@ namespace CommandArguments {
 /// The option's whole number, or `fallback` when it is not given.
 int number(const QCommandLineParser &arguments, const QString &option, int fallback, int minimum);
 
+/// The option "columns", with which a command lets its user choose what a table shows, and what it says: names that
+/// ContactTable knows. Empty when it is not given.
+QCommandLineOption columnsOption();
+QStringList columns(const QCommandLineParser &arguments);
+
 /// The only positional argument, not empty. `what` is what the argument is ("ID").
 QString one(const QStringList &positional, const QString &what);
 /// The positional arguments, of which there is at least the first. None is empty.

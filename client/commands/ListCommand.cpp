@@ -33,9 +33,13 @@ QString orderOf(const QCommandLineParser &arguments)
 
 CommandHelp ListCommand::help() const
 {
-    return {{QStringLiteral("list [TEXT...] [--type KIND] [--sort ORDER] [--start N] [--length N]")},
-            QStringLiteral(
-                R"(Prints a table of the contacts of the phone, ordered by name, cut to the width of the terminal.
+    return {
+        {QStringLiteral("list [TEXT...] [--type KIND] [--sort ORDER] [--columns LIST] [--start N] [--length N]")},
+        QStringLiteral(
+            R"(Prints a table of the contacts of the phone, ordered by name. Columns that are empty are left out, and so
+are, where a terminal is too narrow, the less important ones; no number is cut. --columns shows others:
+id, name, office, mobile, home, email, type, first-name, last-name, fax, extension, voicemail,
+private-email, im, company, photo, date, and misc.KEY for any attribute.
 
 With a TEXT only those that have it in their name, a number, an e-mail address, the company or the id;
 with several TEXTs, all of them. Neither letter case nor accents count, nor what separates digits. It
@@ -43,10 +47,10 @@ ends with 1 when nobody has them.
 
 --start and --length pick from what would be printed. Without TEXT, --type and --sort they pick in the
 order in which the directory keeps contacts (by id), so that a long directory can be read in pieces.)"),
-            {QStringLiteral("kestin-dir list"), QStringLiteral("kestin-dir list zoe"),
-             QStringLiteral("kestin-dir list '01 55' --sort company"), QStringLiteral("kestin-dir list --type cached"),
-             QStringLiteral("kestin-dir list --start 100 --length 50"),
-             QStringLiteral("kestin-dir list --json | jq -r '.[].email'")}};
+        {QStringLiteral("kestin-dir list"), QStringLiteral("kestin-dir list zoe"),
+         QStringLiteral("kestin-dir list '01 55' --sort company --columns name,office,company,misc.floor"),
+         QStringLiteral("kestin-dir list --type cached"), QStringLiteral("kestin-dir list --start 100 --length 50"),
+         QStringLiteral("kestin-dir list --json | jq -r '.[].email'")}};
 }
 
 QList<QCommandLineOption> ListCommand::options() const
@@ -59,6 +63,7 @@ QList<QCommandLineOption> ListCommand::options() const
              QStringLiteral("By %1 (date: changed last comes first)")
                  .arg(ContactSelection::orders().join(QLatin1String(", "))),
              QStringLiteral("ORDER")},
+            CommandArguments::columnsOption(),
             {QStringLiteral("start"), QStringLiteral("Leave out the first N contacts"), QStringLiteral("N")},
             {QStringLiteral("length"), QStringLiteral("At most N contacts"), QStringLiteral("N")}};
 }
@@ -85,10 +90,11 @@ ListContact ListCommand::read(const QCommandLineParser &arguments, const BusSess
 ExitCode ListCommand::run(const QCommandLineParser &arguments, CommandContext &context)
 {
     const QStringList texts = arguments.positionalArguments();
+    const QStringList columns = CommandArguments::columns(arguments);
     const ListContact contacts = read(arguments, context.bus);
     const bool isNobody = contacts.isEmpty() && !texts.isEmpty();
     if (context.json || !isNobody)
-        Report::contacts(context.out, contacts, context.json);
+        Report::contacts(context.out, contacts, context.json, columns);
     if (isNobody)
         throw CommandFailure(
             ExitCode::Refused,

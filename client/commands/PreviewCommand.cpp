@@ -31,16 +31,18 @@ ExitCode change(const QStringList &ids, const BusSession &bus, Change operation,
 
 CommandHelp PreviewCommand::help() const
 {
-    return {{QStringLiteral("preview [list] [--start N] [--length N]"), QStringLiteral("preview add ID [ID...]"),
-             QStringLiteral("preview remove ID [ID...]")},
-            QStringLiteral("Lists the contacts of the preview list, adds contacts to it or takes them out of it."),
+    return {{QStringLiteral("preview [list] [--columns LIST] [--start N] [--length N]"),
+             QStringLiteral("preview add ID [ID...]"), QStringLiteral("preview remove ID [ID...]")},
+            QStringLiteral("Lists the contacts of the preview list, adds contacts to it or takes them out of it.\n"
+                           "kestin-dir list --help names the columns."),
             {QStringLiteral("kestin-dir preview"), QStringLiteral("kestin-dir preview add '#CONTACT_12#'")}};
 }
 
 QList<QCommandLineOption> PreviewCommand::options() const
 {
     return {{QStringLiteral("start"), QStringLiteral("List: leave out the first N contacts"), QStringLiteral("N")},
-            {QStringLiteral("length"), QStringLiteral("List: at most N contacts"), QStringLiteral("N")}};
+            {QStringLiteral("length"), QStringLiteral("List: at most N contacts"), QStringLiteral("N")},
+            CommandArguments::columnsOption()};
 }
 
 ExitCode PreviewCommand::list(const QCommandLineParser &arguments, CommandContext &context)
@@ -49,7 +51,7 @@ ExitCode PreviewCommand::list(const QCommandLineParser &arguments, CommandContex
     const int length = CommandArguments::number(arguments, QStringLiteral("length"), ContactPages::toTheEnd, 0);
     const DirectoryService directory(context.bus);
     ContactPages pages([&directory](int from, int count) { return directory.previewPage(from, count); });
-    Report::contacts(context.out, pages.read(start, length), context.json);
+    Report::contacts(context.out, pages.read(start, length), context.json, CommandArguments::columns(arguments));
     return ExitCode::Done;
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/commands/Report.h"
 
-#include "client/text/Table.h"
+#include "client/text/ContactTable.h"
 #include "client/text/Terminal.h"
 
 #include <cstdio>
@@ -27,14 +27,9 @@ void Report::json(QTextStream &out, const QList<QJsonObject> &objects)
     out << "\n]\n";
 }
 
-void Report::contacts(QTextStream &out, const ListContact &contacts, bool asJson)
+void Report::contacts(QTextStream &out, const ListContact &contacts, bool asJson, const QStringList &columns)
 {
     if (asJson)
         return json(out, contacts);
-    Table table({QStringLiteral("ID"), QStringLiteral("NAME"), QStringLiteral("OFFICE"), QStringLiteral("MOBILE"),
-                 QStringLiteral("HOME"), QStringLiteral("E-MAIL"), QStringLiteral("TYPE")});
-    for (const Contact &contact : contacts)
-        table.addRow({contact.contactId, ContactText::displayName(contact), contact.officePhone, contact.personalMobile,
-                      contact.personalHome, contact.email, ContactText::typeName(contact.type)});
-    table.write(out, Terminal::outputWidth());
+    ContactTable::of(contacts, columns).write(out, Terminal::outputWidth());
 }

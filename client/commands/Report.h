@@ -39,7 +39,7 @@ void foundJson(QTextStream &out, const QList<Record> &contacts)
     json(out, objects);
 }
 
-/// Contacts as a table as wide as the terminal, or as JSON.
-void contacts(QTextStream &out, const ListContact &contacts, bool asJson);
+/// Contacts as a table as wide as the terminal, with these columns or the usual ones, or as JSON.
+void contacts(QTextStream &out, const ListContact &contacts, bool asJson, const QStringList &columns = {});
 
 } // namespace Report

@@ -11,28 +11,21 @@
 namespace {
 
 constexpr int defaultRows = 20;
-constexpr int uncut = 0;
 
 /// Ids of the company directory are long and have to be whole: they stand last, where a narrow terminal breaks the
 /// line, and the addresses are left out there.
-Table tableOf(const ListContactSummary &contacts, int width)
+Table tableOf(const ListContactSummary &contacts)
 {
-    const auto make = [&contacts](bool withEmail) {
-        const auto row = [withEmail](const QStringList &cells, const QString &email, const QString &id) {
-            return cells + (withEmail ? QStringList{email, id} : QStringList{id});
-        };
-        Table table(row({QStringLiteral("NAME"), QStringLiteral("OFFICE"), QStringLiteral("FROM")},
-                        QStringLiteral("E-MAIL"), QStringLiteral("ID")));
-        for (const ContactSummary &contact : contacts) {
-            const bool ofCompany = ContactText::isOfCompany(contact);
-            table.addRow(row({ContactText::displayName(contact), contact.officePhone,
-                              ofCompany ? QStringLiteral("company") : QStringLiteral("phone")},
-                             contact.email, contact.contactId));
-        }
-        return table;
-    };
-    const Table whole = make(true);
-    return whole.fits(width) ? whole : make(false);
+    Table table({{QStringLiteral("NAME")},
+                 {QStringLiteral("OFFICE")},
+                 {QStringLiteral("FROM")},
+                 {QStringLiteral("E-MAIL"), Table::uncut, 1},
+                 {QStringLiteral("ID")}});
+    for (const ContactSummary &contact : contacts)
+        table.addRow({ContactText::displayName(contact), contact.officePhone,
+                      ContactText::isOfCompany(contact) ? QStringLiteral("company") : QStringLiteral("phone"),
+                      contact.email, contact.contactId});
+    return table;
 }
 
 QString canonical(const QString &number, const BusSession &bus)
@@ -110,8 +103,7 @@ EventWait::End SearchCommand::follow(const Request &request, SearchRun &search, 
     LiveTable live(context.out);
     const auto show = [&] {
         if (!context.json)
-            live.show(tableOf(search.announced(), Terminal::outputSize().columns),
-                      QStringLiteral("searching; Ctrl-C ends"));
+            live.show(tableOf(search.announced()), QStringLiteral("searching; Ctrl-C ends"));
     };
     QObject::connect(&search, &SearchRun::announcedMore, &search, show);
     if (request.isNumber)
@@ -132,7 +124,7 @@ void SearchCommand::print(ListContactSummary contacts, const Request &request, C
     if (context.json)
         Report::foundJson(context.out, contacts);
     else if (!contacts.isEmpty())
-        tableOf(contacts, Terminal::outputWidth()).write(context.out, uncut);
+        tableOf(contacts).write(context.out, Terminal::outputWidth());
     context.out.flush();
     if (hasMore)
         Report::problem(QStringLiteral("there are more than %1; --limit says how many are printed").arg(request.rows));

@@ -43,8 +43,10 @@ void SettingsCommand::list(CommandContext &context)
     const ListSetting settings = SettingsService(context.bus).all();
     if (context.json)
         return Report::json(context.out, settings);
-    Table table(
-        {QStringLiteral("KEY"), QStringLiteral("VALUE"), QStringLiteral("DEFAULT"), QStringLiteral("DESCRIPTION")});
+    Table table({{QStringLiteral("KEY")},
+                 {QStringLiteral("VALUE"), 12},
+                 {QStringLiteral("DEFAULT"), 12, 1},
+                 {QStringLiteral("DESCRIPTION"), 12}});
     for (const Setting &setting : settings)
         table.addRow({setting.key, setting.value, setting.defaultValue, setting.description});
     table.write(context.out, Terminal::outputWidth());

@@ -45,7 +45,7 @@ QString ContactText::typeName(qint32 type)
         if (named.type == type)
             return named.name;
     }
-    return QString::number(type);
+    return type == ContactType::Remote ? QStringLiteral("company") : QString::number(type);
 }
 
 std::optional<qint32> ContactText::typeOf(const QString &word)

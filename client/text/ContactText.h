@@ -18,9 +18,9 @@ QString displayName(const ContactSummary &contact);
 /// Whether the contact is of the company directory, found by a search and not kept on the phone.
 bool isOfCompany(const ContactSummary &contact);
 
-/// "local", "cached", "dm", "manager", or the number of another kind.
+/// "local", "cached", "dm", "manager", "company", or the number of another kind.
 QString typeName(qint32 type);
-/// The kind that a word of `typeName` or a number means. Nothing when it means no kind.
+/// The kind of stored contact that a word of `typeName` or a number means. Nothing when it means no kind.
 std::optional<qint32> typeOf(const QString &word);
 /// The words, for help texts.
 QStringList typeNames();

@@ -36,7 +36,7 @@ void LiveTable::show(const Table &table, const QString &status)
 void LiveTable::clear()
 {
     if (m_lines > 0)
-        m_out << "\x1b[" << m_lines << "A\x1b[J";
+        m_out << "\r\x1b[" << m_lines << "A\x1b[J"; // a terminal shows the Ctrl-C where the cursor stands
     m_lines = 0;
     m_out.flush();
 }

@@ -4,16 +4,29 @@
 #include "client/text/Terminal.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace {
+
 constexpr int gap = 2;
-constexpr int narrowest = 4;
+
+template <typename Places, typename Member>
+int total(const Places &places, Member member)
+{
+    int sum = -gap;
+    for (const auto &place : places)
+        sum += place.*member + gap;
+    return sum;
+}
+
 } // namespace
 
-Table::Table(const QStringList &headings)
-    : m_rows{headings}
+Table::Table(const QList<Column> &columns)
+    : m_columns(columns)
 {
+    QStringList headings;
+    for (const Column &column : columns)
+        headings.append(column.heading);
+    m_rows.append(headings);
 }
 
 void Table::addRow(const QStringList &cells)
@@ -24,38 +37,55 @@ void Table::addRow(const QStringList &cells)
     m_rows.append(row);
 }
 
-QList<int> Table::columnWidths(int width) const
+/// Every column that is not empty, as wide as it needs.
+QList<Table::Place> Table::places() const
 {
-    QList<int> widths(m_rows.first().size(), 0);
-    for (const QStringList &row : m_rows) {
-        for (qsizetype column = 0; column < widths.size(); ++column)
-            widths[column] = std::max(widths[column], DisplayWidth::of(row.at(column)));
+    QList<Place> places;
+    for (qsizetype index = 0; index < m_columns.size(); ++index) {
+        const Column &column = m_columns.at(index);
+        int widest = 0;
+        for (qsizetype row = 1; row < m_rows.size(); ++row)
+            widest = std::max(widest, DisplayWidth::of(m_rows.at(row).at(index)));
+        if (widest == 0 && !column.isAsked && m_rows.size() > 1)
+            continue;
+        widest = std::max(widest, DisplayWidth::of(column.heading));
+        places.append({index, widest, column.least == uncut ? widest : std::min(widest, column.least)});
     }
-    int excess = std::accumulate(widths.cbegin(), widths.cend(), gap * int(widths.size() - 1)) - width;
-    while (width > 0 && excess > 0 && widths.size() > 1) {
-        const auto widest = std::max_element(widths.begin() + 1, widths.end());
-        if (*widest <= narrowest)
-            break;
-        --*widest;
-        --excess;
-    }
-    return widths;
+    return places;
 }
 
-bool Table::fits(int width) const
+QList<Table::Place> Table::places(int width) const
 {
-    constexpr int unlimited = 0;
-    return columnWidths(width) == columnWidths(unlimited);
+    QList<Place> places = this->places();
+    const auto lessNeeded = [this](const Place &left, const Place &right) {
+        return m_columns.at(left.column).rank < m_columns.at(right.column).rank;
+    };
+    while (width > 0 && total(places, &Place::least) > width) {
+        const auto least = std::max_element(places.begin(), places.end(), lessNeeded);
+        if (least == places.end() || m_columns.at(least->column).rank == 0)
+            break;
+        places.erase(least);
+    }
+    const auto lessSpare = [](const Place &left, const Place &right) {
+        return left.width - left.least < right.width - right.least;
+    };
+    while (width > 0 && total(places, &Place::width) > width) {
+        const auto widest = std::max_element(places.begin(), places.end(), lessSpare);
+        if (widest == places.end() || widest->width == widest->least)
+            break;
+        --widest->width;
+    }
+    return places;
 }
 
 void Table::write(QTextStream &out, int width) const
 {
-    const QList<int> widths = columnWidths(width);
+    const QList<Place> columns = places(width);
     for (const QStringList &row : m_rows) {
         QString line;
-        for (qsizetype column = 0; column < widths.size(); ++column) {
-            const QString cell = DisplayWidth::cut(row.at(column), std::max(1, widths.at(column)));
-            line += DisplayWidth::padded(cell, widths.at(column) + gap);
+        for (const Place &place : columns) {
+            const QString cell = DisplayWidth::cut(row.at(place.column), std::max(1, place.width));
+            line += DisplayWidth::padded(cell, place.width + gap);
         }
         while (line.endsWith(QLatin1Char(' ')))
             line.chop(1);

@@ -9,20 +9,34 @@
 class Table
 {
 public:
-    explicit Table(const QStringList &headings);
+    struct Column
+    {
+        QString heading;
+        int least = uncut;    ///< how narrow its cells may be cut, for a table that would be too wide
+        int rank = 0;         ///< where that is not enough columns are left out, the highest first; 0 never is
+        bool isAsked = false; ///< stands there though it is empty
+    };
+    static constexpr int uncut = 0;
 
-    /// As many cells as there are headings.
+    explicit Table(const QList<Column> &columns);
+
+    /// As many cells as there are columns.
     void addRow(const QStringList &cells);
 
-    /// Writes the table so that no line is wider than `width` columns. 0 makes it as wide as it needs. The widest
-    /// columns give way first. The first column (what a row is called by) never does.
+    /// Writes the table so that no line is wider than `width`, as far as the columns allow. A width of 0 makes it as
+    /// wide as it needs. Columns in which every cell is empty are left out.
     void write(QTextStream &out, int width) const;
 
-    /// Whether nothing has to be cut for this width.
-    bool fits(int width) const;
-
 private:
-    QList<int> columnWidths(int width) const;
+    struct Place
+    {
+        qsizetype column;
+        int width;
+        int least;
+    };
+    QList<Place> places() const;
+    QList<Place> places(int width) const;
 
-    QList<QStringList> m_rows;
+    QList<Column> m_columns;
+    QList<QStringList> m_rows; ///< the headings first
 };

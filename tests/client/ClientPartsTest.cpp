@@ -3,7 +3,7 @@
 #include "client/bus/ContactPages.h"
 #include "client/defaults/DefaultContacts.h"
 #include "client/photo/PictureFile.h"
-#include "client/text/ContactText.h"
+#include "client/text/ContactTable.h"
 #include "client/text/EventText.h"
 #include "client/text/Table.h"
 #include "client/text/Terminal.h"
@@ -13,6 +13,7 @@
 
 #include <QDBusError>
 #include <QJsonArray>
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
@@ -40,10 +41,10 @@ private Q_SLOTS:
 
     void tableFitsTheTerminal()
     {
-        Table table({"ID", "NAME", "E-MAIL"});
-        table.addRow({"#CONTACT_1#", "山田", "yamada@example.org"});
-        table.addRow({"#CONTACT_2#", "Zoë\n", QString()});
-        table.addRow({"#CONTACT_3#", "e\u0301", "👍👍👍👍👍👍"}); // a mark takes no column, a picture two
+        Table table({{"ID"}, {"NAME"}, {"E-MAIL", 4}, {"EMPTY"}});
+        table.addRow({"#CONTACT_1#", "山田", "yamada@example.org", ""});
+        table.addRow({"#CONTACT_2#", "Zoë\n", QString(), ""});
+        table.addRow({"#CONTACT_3#", "e\u0301", "👍👍👍👍👍👍", ""}); // a mark takes no column, a picture two
         QString text;
         QTextStream out(&text);
         table.write(out, 30);
@@ -51,6 +52,33 @@ private Q_SLOTS:
                        "#CONTACT_1#  山田   yamada@ex…\n"
                        "#CONTACT_2#  Zoë\\n\n"
                        "#CONTACT_3#  e\u0301      👍👍👍👍…\n");
+    }
+
+    void columnsAreLeftOutBeforeANumberIsCut_data()
+    {
+        const Rows<int, QString, QString> row; // width, columns asked for, headings
+        row("wide", 0, "", "ID NAME OFFICE MOBILE HOME E-MAIL TYPE");
+        row("120", 120, "", "ID NAME OFFICE MOBILE HOME E-MAIL TYPE");
+        row("80", 80, "", "ID NAME OFFICE MOBILE HOME");
+        row("60", 60, "", "ID NAME OFFICE");
+        row("asked for", 60, "home,name,fax,misc.a", "HOME NAME FAX A");
+    }
+
+    void columnsAreLeftOutBeforeANumberIsCut()
+    {
+        const auto [width, columns, headings] = currentRow<int, QString, QString>();
+        const ListContact contacts{
+            person("contactId=#CONTACT_1#|firstName=Alexandrine|name=Grandmontagne|officePhone=+33 "
+                   "1 99 00 77 00|personalMobile=+33639987700|email=alexandrine@example.org"),
+            person("contactId=#CONTACT_10#|name=A|personalHome=+33199007701|misc.a=b")};
+        QString text;
+        QTextStream out(&text);
+        ContactTable::of(contacts, columns.split(',', Qt::SkipEmptyParts)).write(out, width);
+        const QStringList lines = text.split('\n');
+        QCOMPARE(lines.at(0).simplified(), headings);
+        for (const QString &line : lines)
+            QVERIFY2(width == 0 || DisplayWidth::of(line) <= width, qPrintable(line));
+        QVERIFY2(!text.contains(QRegularExpression("[0-9]…")), qPrintable(text));
     }
 
     void eventValuesAreRecognised()
