@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/commands/CommandArguments.h"
 
-#include "client/bus/CommandFailure.h"
 #include "client/text/ContactTable.h"
+#include "client/text/Suggestion.h"
 
 #include <algorithm>
 
@@ -62,6 +62,14 @@ QString CommandArguments::one(const QStringList &positional, const QString &what
     if (all.size() > 1)
         throw usage(QStringLiteral("only one %1 is taken, \"%2\" is too much").arg(what, all.at(1)));
     return all.first();
+}
+
+CommandFailure CommandArguments::unknownAction(const QCommandLineParser &arguments, const QStringList &actions)
+{
+    const QString word = arguments.positionalArguments().value(0);
+    const QString all =
+        actions.mid(0, actions.size() - 1).join(QLatin1String(", ")) + QLatin1String(" or ") + actions.last();
+    return usage(QStringLiteral("%1 is taken, not \"%2\"").arg(all, word) + Suggestion::phrase(word, actions));
 }
 
 void CommandArguments::none(const QStringList &positional)

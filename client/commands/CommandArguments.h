@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "client/bus/CommandFailure.h"
 #include "platform/records/Contact.h"
 
 #include <QCommandLineOption>
@@ -22,6 +23,8 @@ QStringList columns(const QCommandLineParser &arguments);
 QString one(const QStringList &positional, const QString &what);
 /// The positional arguments, of which there is at least the first. None is empty.
 QStringList some(const QStringList &positional, const QString &what);
+/// That the first positional argument is none of the words that a command takes there.
+CommandFailure unknownAction(const QCommandLineParser &arguments, const QStringList &actions);
 /// Accepts no positional argument.
 void none(const QStringList &positional);
 

@@ -48,7 +48,6 @@ public:
     QString summary() const override { return QStringLiteral("change fields of a contact"); }
     CommandHelp help() const override;
     QList<QCommandLineOption> options() const override;
-    bool printsData() const override { return false; }
     ExitCode run(const QCommandLineParser &arguments, CommandContext &context) override;
 };
 
@@ -59,7 +58,7 @@ public:
     QString name() const override { return QStringLiteral("remove"); }
     QString summary() const override { return QStringLiteral("remove contacts"); }
     CommandHelp help() const override;
-    bool printsData() const override { return false; }
+    QList<QCommandLineOption> options() const override;
     ExitCode run(const QCommandLineParser &arguments, CommandContext &context) override;
 };
 
@@ -209,12 +208,8 @@ class SettingsCommand : public Command
 {
 public:
     QString name() const override { return QStringLiteral("settings"); }
-    QString summary() const override { return QStringLiteral("read and change the platform's settings"); }
+    QString summary() const override { return QStringLiteral("read, explain and change the platform's settings"); }
     CommandHelp help() const override;
+    QList<QCommandLineOption> options() const override;
     ExitCode run(const QCommandLineParser &arguments, CommandContext &context) override;
-
-private:
-    static void get(const QString &key, CommandContext &context);
-    static void set(const QStringList &keyAndValue, CommandContext &context);
-    static void list(CommandContext &context);
 };

@@ -6,6 +6,7 @@
 #include "client/bus/EventWait.h"
 #include "client/bus/PeerServices.h"
 #include "client/commands/CommandArguments.h"
+#include "client/commands/Confirmation.h"
 #include "client/commands/Report.h"
 #include "client/defaults/DefaultContacts.h"
 #include "client/text/EventText.h"
@@ -78,13 +79,13 @@ CommandHelp DefaultsCommand::help() const
 {
     return {
         {QStringLiteral("defaults [show]"), QStringLiteral("defaults set FILE [--text]"),
-         QStringLiteral("defaults set --none")},
+         QStringLiteral("defaults set --none [--yes]")},
         QStringLiteral(
             R"(Shows the contacts that device management has put on the phone, or replaces all of them: they are written
 into the setting DirectoryDefaultContacts, the directory's taking them over is waited for, and what it
 holds then is printed. FILE holds vCards, or with --text records in the setting's own form, one or more
 a line; "-" is the standard input. The setting has no place for everything that a contact can hold;
-what is left out is told. It ends with 1 when a contact cannot be carried or was not taken.
+what is left out is told. With --none a terminal is asked first. It ends with 1 when a contact cannot be carried or was not taken.
 
 A record has 8 or 20 fields: id, salutation, first name, last name, office number, 1 for the preview
 list, e-mail address, photo; fax, mobile, home, private e-mail address, extension, instant-messaging
@@ -97,6 +98,7 @@ fields, a backslash before either where a field holds it.)"),
 QList<QCommandLineOption> DefaultsCommand::options() const
 {
     return {{QStringLiteral("none"), QStringLiteral("Set: take all of them away")},
+            Confirmation::option(),
             {QStringLiteral("text"), QStringLiteral("Set: FILE holds records in the setting's own form")}};
 }
 
@@ -130,10 +132,12 @@ ExitCode DefaultsCommand::run(const QCommandLineParser &arguments, CommandContex
                 read(CommandArguments::one(rest, QStringLiteral("FILE")), arguments.isSet(QStringLiteral("text"))),
                 context);
         CommandArguments::none(rest);
+        if (Confirmation::isWanted(arguments))
+            Confirmation::ask(QStringLiteral("Take all contacts of device management away?"));
         return set({}, context);
     }
     if (action != QLatin1String("show"))
-        throw CommandFailure(ExitCode::Usage, QStringLiteral("defaults takes show or set, not \"%1\"").arg(action));
+        throw CommandArguments::unknownAction(arguments, {QStringLiteral("show"), QStringLiteral("set")});
     CommandArguments::none(rest);
     Report::contacts(context.out, stored(context.bus), context.json);
     return ExitCode::Done;

@@ -4,6 +4,7 @@
 #include "client/commands/CommandArguments.h"
 #include "client/commands/Commands.h"
 #include "client/commands/Report.h"
+#include "client/text/Suggestion.h"
 
 #include <QRegularExpression>
 
@@ -15,7 +16,7 @@ QList<QCommandLineOption> optionsOf(const Command &command)
 {
     QList<QCommandLineOption> options = command.options();
     if (command.printsData())
-        options.append({QStringLiteral("json"), QStringLiteral("Print JSON; its keys are the names of the fields")});
+        options.append({QStringLiteral("json"), QStringLiteral("Print JSON, problems on standard error too")});
     options.append({QStringLiteral("timeout"),
                     QStringLiteral("Wait at most N seconds for an answer (%1)").arg(command.limitSeconds()),
                     QStringLiteral("N")});
@@ -23,9 +24,24 @@ QList<QCommandLineOption> optionsOf(const Command &command)
     return options;
 }
 
+QString faultOf(const QCommandLineParser &parser, const QList<QCommandLineOption> &options)
+{
+    QStringList names;
+    for (const QCommandLineOption &option : options)
+        names.append(QLatin1String("--") + option.names().last());
+    const QString text = parser.errorText().remove(QRegularExpression(QStringLiteral("\\.$")));
+    const QString unknown = parser.unknownOptionNames().value(0);
+    return unknown.isEmpty() ? text : text + Suggestion::phrase(QLatin1String("--") + unknown, names);
+}
+
 bool isHelp(const QString &argument)
 {
-    return argument == QLatin1String("--help") || argument == QLatin1String("-h");
+    return argument == QLatin1String("--help") || argument == QLatin1String("-h") || argument == QLatin1String("help");
+}
+
+bool isVersion(const QString &argument)
+{
+    return argument == QLatin1String("--version") || argument == QLatin1String("-V");
 }
 
 } // namespace
@@ -57,8 +73,13 @@ Command *Dispatcher::find(const QString &name) const
         if (command->name() == name)
             return command.get();
     }
+    QStringList names;
+    for (const auto &command : m_commands)
+        names.append(command->name());
+    const QString meant = Suggestion::closest(name, names);
     throw CommandFailure(ExitCode::Usage,
-                         QStringLiteral("there is no command \"%1\"; kestin-dir --help lists them").arg(name));
+                         QStringLiteral("there is no command \"%1\"; %2kestin-dir --help lists them")
+                             .arg(name, meant.isEmpty() ? QString() : QStringLiteral("did you mean %1? ").arg(meant)));
 }
 
 ExitCode Dispatcher::runCommand(Command &command, const QStringList &arguments)
@@ -67,7 +88,7 @@ ExitCode Dispatcher::runCommand(Command &command, const QStringList &arguments)
     QCommandLineParser parser;
     parser.addOptions(options);
     if (!parser.parse(QStringList{command.name()} + arguments))
-        throw CommandFailure(ExitCode::Usage, parser.errorText().remove(QRegularExpression(QStringLiteral("\\.$"))));
+        throw CommandFailure(ExitCode::Usage, faultOf(parser, options));
     if (parser.isSet(QStringLiteral("help"))) {
         m_out << HelpText::ofCommand(command, options);
         return ExitCode::Done;
@@ -84,11 +105,16 @@ ExitCode Dispatcher::dispatch(const QStringList &arguments)
 {
     if (arguments.isEmpty())
         throw CommandFailure(ExitCode::Usage, QStringLiteral("no command is given; kestin-dir --help lists them"));
+    if (arguments.first() == QLatin1String("help") && arguments.size() > 1) {
+        const Command *command = find(arguments.at(1));
+        m_out << HelpText::ofCommand(*command, optionsOf(*command));
+        return ExitCode::Done;
+    }
     if (isHelp(arguments.first())) {
         m_out << HelpText::ofProgram(m_commands);
         return ExitCode::Done;
     }
-    if (arguments.first() == QLatin1String("--version")) {
+    if (isVersion(arguments.first())) {
         m_out << "kestin-dir " KESTIN_VERSION "\n";
         return ExitCode::Done;
     }
@@ -106,12 +132,14 @@ ExitCode Dispatcher::dispatch(const QStringList &arguments)
 
 int Dispatcher::run(const QStringList &arguments)
 {
+    if (arguments.contains(QLatin1String("--json")))
+        Report::useJson();
     ExitCode result = ExitCode::Done;
     try {
         result = dispatch(arguments);
     } catch (const CommandFailure &failure) {
         m_out.flush();
-        Report::problem(failure.text());
+        Report::failure(failure);
         result = failure.code();
     }
     m_out.flush();

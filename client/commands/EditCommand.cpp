@@ -4,6 +4,7 @@
 #include "client/bus/DirectoryService.h"
 #include "client/bus/RefusalText.h"
 #include "client/commands/CommandArguments.h"
+#include "client/commands/Report.h"
 #include "platform/records/DirectoryCodes.h"
 
 CommandHelp EditCommand::help() const
@@ -34,5 +35,7 @@ ExitCode EditCommand::run(const QCommandLineParser &arguments, CommandContext &c
     const int code = directory.modify(DirectoryService::newRequestId(), *contact);
     if (code != ResultCode::done)
         throw CommandFailure(ExitCode::Refused, RefusalText::ofModify(code, *contact));
+    if (context.json)
+        Report::json(context.out, {{QStringLiteral("contactId"), id}});
     return ExitCode::Done;
 }

@@ -30,15 +30,16 @@ QString HelpText::ofProgram(const std::vector<std::unique_ptr<Command>> &command
 
 Works with the contact directory of the phone over the message bus.
 
-Commands (kestin-dir COMMAND --help tells more of each):
+Commands (kestin-dir help COMMAND tells more of each):
 )");
     for (const auto &command : commands)
         text += aligned(command->name(), commandColumn, command->summary());
+    text += aligned(QStringLiteral("help"), commandColumn, QStringLiteral("tell more of a COMMAND"));
     return text + QStringLiteral(
                       R"(
 Options:
   --help, -h               This text
-  --version                The version of the program
+  --version, -V            The version of the program
 
 Environment:
   KESTIN_BUS       The message bus: "system" (default), "session", or an address
@@ -51,6 +52,9 @@ Exit codes:
   3  the bus or the service cannot be reached
   4  a file cannot be read, or the output cannot be written
   5  a service gave no answer in time
+
+With --json data are printed as JSON, whose keys are the names of the fields, and each problem is an
+object on a line of standard error: {"problem": "..."}, that which ended the command with "exitCode".
 
 Examples:
   kestin-dir add --first-name Zoë --last-name Müller --office '+33 1 55 66 70 00'

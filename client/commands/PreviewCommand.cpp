@@ -13,18 +13,25 @@ namespace {
 using Change = int (DirectoryService::*)(const QString &, const QString &) const;
 using ToText = QString (*)(int, const QString &);
 
-ExitCode change(const QStringList &ids, const BusSession &bus, Change operation, ToText refusal)
+struct Action
 {
-    const DirectoryService directory(bus);
-    ExitCode result = ExitCode::Done;
+    Change operation;
+    ToText refusal;
+    QLatin1String verb; ///< what happened to those that were not refused
+};
+
+ExitCode change(const QStringList &ids, const Action &action, const CommandContext &context)
+{
+    const DirectoryService directory(context.bus);
+    Report::Changes changes;
     for (const QString &id : CommandArguments::some(ids, QStringLiteral("ID"))) {
-        const int code = (directory.*operation)(DirectoryService::newRequestId(), id);
+        const int code = (directory.*action.operation)(DirectoryService::newRequestId(), id);
         if (code == ResultCode::done)
-            continue;
-        Report::problem(refusal(code, id));
-        result = ExitCode::Refused;
+            changes.add(id);
+        else
+            changes.refuse(id, action.refusal(code, id));
     }
-    return result;
+    return changes.finish(context, action.verb);
 }
 
 } // namespace
@@ -60,12 +67,15 @@ ExitCode PreviewCommand::run(const QCommandLineParser &arguments, CommandContext
     QStringList rest = arguments.positionalArguments();
     const QString action = rest.isEmpty() ? QStringLiteral("list") : rest.takeFirst();
     if (action == QLatin1String("add"))
-        return change(rest, context.bus, &DirectoryService::addToPreview, &RefusalText::ofAddToPreview);
+        return change(rest, {&DirectoryService::addToPreview, &RefusalText::ofAddToPreview, QLatin1String("added")},
+                      context);
     if (action == QLatin1String("remove"))
-        return change(rest, context.bus, &DirectoryService::removeFromPreview, &RefusalText::ofRemoveFromPreview);
+        return change(
+            rest, {&DirectoryService::removeFromPreview, &RefusalText::ofRemoveFromPreview, QLatin1String("removed")},
+            context);
     if (action != QLatin1String("list"))
-        throw CommandFailure(ExitCode::Usage,
-                             QStringLiteral("preview takes list, add or remove, not \"%1\"").arg(action));
+        throw CommandArguments::unknownAction(
+            arguments, {QStringLiteral("list"), QStringLiteral("add"), QStringLiteral("remove")});
     CommandArguments::none(rest);
     return list(arguments, context);
 }

@@ -6,9 +6,46 @@
 
 #include <cstdio>
 
+namespace {
+
+// Problems are told from places that know of no command.
+bool s_isJson = false;
+
+void tell(const QString &text, QJsonObject object)
+{
+    object.insert(QLatin1String("problem"), text);
+    const QByteArray line = s_isJson ? Printable::json(object) : "kestin-dir: " + Printable::text(text).toUtf8();
+    std::fprintf(stderr, "%s\n", line.constData());
+}
+
+} // namespace
+
+void Report::useJson()
+{
+    s_isJson = true;
+}
+
 void Report::problem(const QString &text)
 {
-    std::fprintf(stderr, "kestin-dir: %s\n", Printable::text(text).toUtf8().constData());
+    tell(text, {});
+}
+
+void Report::failure(const CommandFailure &failure)
+{
+    tell(failure.text(), {{QLatin1String("exitCode"), int(failure.code())}});
+}
+
+void Report::Changes::refuse(const QString &id, const QString &reason)
+{
+    problem(reason);
+    m_refused.append(QJsonObject{{QLatin1String("contactId"), id}, {QLatin1String("reason"), reason}});
+}
+
+ExitCode Report::Changes::finish(const CommandContext &context, QLatin1String verb) const
+{
+    if (context.json)
+        json(context.out, {{verb, QJsonArray::fromStringList(m_done)}, {QLatin1String("refused"), m_refused}});
+    return m_refused.isEmpty() ? ExitCode::Done : ExitCode::Refused;
 }
 
 void Report::json(QTextStream &out, const QJsonObject &object)

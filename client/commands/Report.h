@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "client/commands/Command.h"
 #include "client/text/ContactText.h"
 #include "client/text/Terminal.h"
 
+#include <QJsonArray>
 #include <QList>
 #include <QString>
 #include <QTextStream>
@@ -11,8 +13,29 @@
 /// What every command writes in the same way. Values are escaped as Printable does.
 namespace Report {
 
-/// A line on standard error, "kestin-dir: text".
+/// What standard error is told is told in JSON from now on, an object a line.
+void useJson();
+
+/// A line on standard error, "kestin-dir: text", or {"problem": "text"}.
 void problem(const QString &text);
+
+/// What ended the program; in JSON with the key "exitCode" beside.
+void failure(const CommandFailure &failure);
+
+/// How a change of several contacts went, each by itself. A refusal is told as it comes.
+class Changes
+{
+public:
+    void add(const QString &id) { m_done.append(id); }
+    void refuse(const QString &id, const QString &reason);
+
+    /// Prints {"<verb>": ids, "refused": [{"contactId", "reason"}]} where JSON is asked for.
+    ExitCode finish(const CommandContext &context, QLatin1String verb) const;
+
+private:
+    QStringList m_done;
+    QJsonArray m_refused;
+};
 
 /// An object on a line of its own.
 void json(QTextStream &out, const QJsonObject &object);

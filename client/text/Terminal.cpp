@@ -83,6 +83,11 @@ bool Terminal::errorIsTerminal()
     return isatty(STDERR_FILENO);
 }
 
+bool Terminal::canAsk()
+{
+    return isatty(STDIN_FILENO) && errorIsTerminal();
+}
+
 int DisplayWidth::of(const QString &text)
 {
     int width = 0;
@@ -104,6 +109,19 @@ QString DisplayWidth::cut(const QString &text, int width)
         result += QChar::fromUcs4(character);
     }
     return result + QChar(0x2026);
+}
+
+QStringList DisplayWidth::wrapped(const QString &text, int width)
+{
+    QStringList lines;
+    for (const QString &word : text.split(QLatin1Char(' '))) {
+        const bool goesOn = !lines.isEmpty() && (width <= 0 || of(lines.last()) + 1 + of(word) <= width);
+        if (goesOn)
+            lines.last() += QLatin1Char(' ') + word;
+        else
+            lines.append(word);
+    }
+    return lines;
 }
 
 QString DisplayWidth::padded(const QString &text, int width)

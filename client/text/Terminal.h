@@ -4,6 +4,7 @@
 #include <QByteArray>
 #include <QJsonObject>
 #include <QString>
+#include <QStringList>
 
 namespace Terminal {
 
@@ -23,6 +24,9 @@ Size outputSize();
 /// Whether a person sees the standard error as it is written.
 bool errorIsTerminal();
 
+/// Whether a person can be asked: sees the standard error and types the standard input.
+bool canAsk();
+
 } // namespace Terminal
 
 /// How many columns of a terminal a text takes. A wide character (Chinese, emoji) takes two, a combining mark none.
@@ -34,6 +38,9 @@ int of(const QString &text);
 /// The text if it fits the width. Otherwise as much of the text as fits, with an ellipsis behind. `width` is at least
 /// 1.
 QString cut(const QString &text, int width);
+
+/// The text broken at blanks into lines of the width, as far as its words allow. A width of 0 does not break it.
+QStringList wrapped(const QString &text, int width);
 
 /// The text with blanks behind it up to the width.
 QString padded(const QString &text, int width);

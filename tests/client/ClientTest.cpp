@@ -37,7 +37,9 @@ private Q_SLOTS:
         const Rows<int, QString> row;
         row("", 2, "no command is given");
         row("frobnicate", 2, "there is no command \"frobnicate\"");
+        row("lsit", 2, "did you mean list? ");
         row("list --nonsense", 2, "Unknown option 'nonsense'");
+        row("list --lenght 1", 2, "did you mean --length?");
         row("list --start -1", 2, "--start takes a whole number from 0 on");
         row("list --sort age", 2, "--sort takes name, first-name,");
         row("list --columns id,age", 2, "misc.KEY; not \"id,age\"");
@@ -48,7 +50,7 @@ private Q_SLOTS:
         row("add --last-name x --misc y", 2, "--misc takes KEY=VALUE");
         row("edit a", 2, "no field to change");
         row("settings set a", 2, "takes a KEY and a VALUE");
-        row("preview burn", 2, "takes list, add or remove");
+        row("preview burn", 2, "list, add or remove is taken, not \"burn\"");
         row("show #CONTACT_9#", 1, "no contact has the id #CONTACT_9#");
         row("remove #CONTACT_9#", 1, "no contact has the id");
         row("preview add #CONTACT_9#", 1, "no contact has the id");
@@ -61,7 +63,10 @@ private Q_SLOTS:
         row("search --number 12345 --local", 1, "nobody on the phone has the number 12345\n");
         row("show uid=bea##", 3, "the company directory cannot be reached");
         row("copy uid=bea##", 3, "the company directory cannot be reached");
-        row("settings get NoSuchSetting", 1, "NoSuchSetting");
+        row("settings get DirMaxContcat", 1, "no setting is called DirMaxContcat; did you mean DirMaxContact?");
+        row("settings set NoSuchSetting 1", 1, "settings set --force writes it all the same");
+        row("settings reset NoSuchSetting", 1, "no setting is called NoSuchSetting");
+        row("settings list nosuch", 1, "no setting is called nosuch");
         row("settings set DirMaxContact many", 1, "DirMaxContact is not changed");
         row("import /no/such/file.vcf", 4, "cannot be read: No such file");
         row("import /dev/zero", 4, "it is not a regular file");
@@ -71,7 +76,7 @@ private Q_SLOTS:
         row("photo #CONTACT_9# /a --wait", 2, "--wait is for an ADDRESS");
         row("sync burn a", 2, "takes export or import");
         row("sync export a --since yesterday", 2, "--since takes a date like");
-        row("defaults burn", 2, "takes show or set");
+        row("defaults sat", 2, "show or set is taken, not \"sat\"; did you mean set?");
     }
 
     void mistakesAreTold()
@@ -81,6 +86,8 @@ private Q_SLOTS:
         QVERIFY(outcome.ended(code, text));
         QVERIFY(outcome.error.startsWith("kestin-dir: "));
         QCOMPARE(outcome.error.count('\n'), 1);
+        const QString json = client(QString::fromUtf8(QTest::currentDataTag()) + " --json").error;
+        QCOMPARE(QJsonDocument::fromJson(json.toUtf8())["problem"].toString().isEmpty(), false);
     }
 
     void absentServicesAreTold()
@@ -114,7 +121,8 @@ private Q_SLOTS:
             QVERIFY(help.code == 0 && help.out.startsWith("Usage: kestin-dir " + command));
             QVERIFY(help.out.contains("Examples:\n  "));
         }
-        QCOMPARE(client("--version").out, "kestin-dir " KESTIN_VERSION "\n");
+        QCOMPARE(client("help list").out, client("list --help").out);
+        QCOMPARE(client("-V").out, "kestin-dir " KESTIN_VERSION "\n");
     }
 
     void contactLivesFromAddToRemove()
@@ -141,6 +149,18 @@ private Q_SLOTS:
         QCOMPARE(names(), "");
     }
 
+    void aTerminalIsAskedBeforeARemoval()
+    {
+        const QString id = add("Müller");
+        QVERIFY(onTerminal("kestin-dir remove '" + id + '\'', "n\n").contains("Remove Müller (#CONTACT_1#)? [y/N]"));
+        QCOMPARE(names(), "Müller");
+        QVERIFY(
+            onTerminal("kestin-dir remove --json '" + id + '\'', "y\n").contains("{\"refused\":[],\"removed\":[\"#"));
+        QVERIFY(!onTerminal("kestin-dir remove --yes '" + add("Abel") + '\'', "").contains('?'));
+        QCOMPARE(names(), "");
+        QVERIFY(onTerminal("kestin-dir defaults set --none", "").contains("away? [y/N]"));
+    }
+
     void listsByKindAndPiece()
     {
         for (const char *name : {"Delta", "Alpha", "Charlie", "Bravo"})
@@ -152,7 +172,7 @@ private Q_SLOTS:
         QCOMPARE(add("Zoë", "--office +33155667000 --company Abbey"), "#CONTACT_5#");
         for (const char *text : {"ZOE", "abb", "55-66", "33 1 556", "TACT_5#"})
             QCOMPARE(client("list --json", QStringList(text)).names(), QStringList("Zoë"));
-        QVERIFY(client("list --json zoe alpha").ended(1, "has \"zoe\" and \"alpha\""));
+        QVERIFY(client("list zoe alpha").ended(1, "has \"zoe\" and \"alpha\""));
         QCOMPARE(client("list --json --sort id --length 2").names().join(' '), "Delta Alpha");
         QCOMPARE(client("list --json --sort company").names().join(' '), "Zoë Alpha Bravo Charlie Delta");
         const QStringList lines = client("list").out.split('\n');
@@ -195,11 +215,7 @@ private Q_SLOTS:
         QCOMPARE(cut.error, "kestin-dir: there are more than 1; --limit says how many are printed\n");
 
         // On a terminal the rows that came are taken away for the final table.
-        QProcess terminal;
-        const QString command = "stty rows 9 cols 44; '" + QCoreApplication::applicationDirPath() + "/kestin-dir'";
-        terminal.start("script", {"-qec", command + " search mar", "/dev/null"});
-        QVERIFY(terminal.waitForFinished());
-        const QStringList shown = QString::fromUtf8(terminal.readAllStandardOutput()).split("A\x1b[J");
+        const QStringList shown = onTerminal("stty rows 9 cols 44; kestin-dir search mar", {}).split("A\x1b[J");
         QCOMPARE(shown.size(), 3);
         QVERIFY2(shown[1].contains("#CONTACT_3#\r\n") && shown[1].endsWith("Ctrl-C ends\r\n\r\x1b[4"),
                  qPrintable(shown[1]));
@@ -237,7 +253,7 @@ private Q_SLOTS:
         search.start();
         QVERIFY(m_phone->directory.waitForErrorOutput("1 local results sent"));
         ::kill(pid_t(search.processId()), SIGINT);
-        QVERIFY(search.waitForErrorOutput("kestin-dir: interrupted\n"));
+        QVERIFY(search.waitForErrorOutput("{\"exitCode\":1,\"problem\":\"interrupted\"}\n"));
         QVERIFY(m_phone->directory.waitForErrorOutput("Method purgeSearchResults called with searchId=[kestin-dir-"));
         QVERIFY2(search.output().contains("Marten"), "what had come is printed");
         QCOMPARE(client("who 12345 --timeout 1").code, 5);
@@ -253,7 +269,7 @@ private Q_SLOTS:
     void previewListChanges()
     {
         const QStringList id(add("Müller"));
-        QCOMPARE(client("preview add", id).code, 0);
+        QCOMPARE(client("preview add --json", id).json()["added"].toArray(), QJsonArray{id.first()});
         QCOMPARE(client("preview --json").names(), QStringList("Müller"));
         QVERIFY(client("preview add", id).ended(1, "is in the preview list already"));
         QCOMPARE(client("preview remove", id).code, 0);
@@ -402,6 +418,12 @@ private Q_SLOTS:
         QCOMPARE(client("settings get DirMaxContact").out, "250\n");
         const QString listed = client("settings list --json").out;
         QVERIFY(listed.contains("\"DirMaxContact\"") && listed.contains("\"defaultValue\":\"1000\""));
+        QCOMPARE(client("settings list maxcontact").out,
+                 "DirMaxContact = 250\n    How many contacts the user may create\n"
+                 "    0 to 100000 contacts; default 1000\n");
+        QCOMPARE(client("settings reset DirMaxContact --json").value("value"), "1000");
+        QCOMPARE(client("settings set Own value --force").code, 0);
+        QCOMPARE(client("settings get Own").out, "value\n");
     }
 
     void completionOffersCommandsOptionsAndIds_data()
@@ -435,6 +457,17 @@ private Q_SLOTS:
     }
 
 private:
+    /// What a shell's command, which may name the client, shows on a terminal with this typed ahead.
+    static QString onTerminal(const QString &command, const QByteArray &typed)
+    {
+        QProcess terminal;
+        const QString path = "PATH=" + QCoreApplication::applicationDirPath() + ":$PATH; ";
+        terminal.start("script", {"-qec", path + command, "/dev/null"});
+        terminal.write(typed);
+        terminal.closeWriteChannel();
+        return terminal.waitForFinished(Program::limitMs) ? QString::fromUtf8(terminal.readAllStandardOutput()) : "";
+    }
+
     void startCompany(const QStringList &options = {})
     {
         write("company.ldif",
