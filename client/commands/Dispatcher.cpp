@@ -3,6 +3,7 @@
 
 #include "client/commands/CommandArguments.h"
 #include "client/commands/Commands.h"
+#include "client/commands/Completion.h"
 #include "client/commands/Report.h"
 #include "client/text/Suggestion.h"
 
@@ -11,18 +12,6 @@
 #include <cstdio>
 
 namespace {
-
-QList<QCommandLineOption> optionsOf(const Command &command)
-{
-    QList<QCommandLineOption> options = command.options();
-    if (command.printsData())
-        options.append({QStringLiteral("json"), QStringLiteral("Print JSON, problems on standard error too")});
-    options.append({QStringLiteral("timeout"),
-                    QStringLiteral("Wait at most N seconds for an answer (%1)").arg(command.limitSeconds()),
-                    QStringLiteral("N")});
-    options.append({{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("This text")});
-    return options;
-}
 
 QString faultOf(const QCommandLineParser &parser, const QList<QCommandLineOption> &options)
 {
@@ -45,6 +34,18 @@ bool isVersion(const QString &argument)
 }
 
 } // namespace
+
+QList<QCommandLineOption> Dispatcher::optionsOf(const Command &command)
+{
+    QList<QCommandLineOption> options = command.options();
+    if (command.printsData())
+        options.append({QStringLiteral("json"), QStringLiteral("Print JSON, problems on standard error too")});
+    options.append({QStringLiteral("timeout"),
+                    QStringLiteral("Wait at most N seconds for an answer (%1)").arg(command.limitSeconds()),
+                    QStringLiteral("N")});
+    options.append({{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("This text")});
+    return options;
+}
 
 Dispatcher::Dispatcher()
     : m_out(stdout)
@@ -105,6 +106,10 @@ ExitCode Dispatcher::dispatch(const QStringList &arguments)
 {
     if (arguments.isEmpty())
         throw CommandFailure(ExitCode::Usage, QStringLiteral("no command is given; kestin-dir --help lists them"));
+    if (arguments.first() == QLatin1String("complete")) {
+        Completion(m_commands).print(arguments.mid(1), m_out);
+        return ExitCode::Done;
+    }
     if (arguments.first() == QLatin1String("help") && arguments.size() > 1) {
         const Command *command = find(arguments.at(1));
         m_out << HelpText::ofCommand(*command, optionsOf(*command));

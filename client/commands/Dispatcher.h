@@ -15,6 +15,9 @@ public:
     /// `arguments` is the command line without the program's name. Returns the exit code of the process.
     int run(const QStringList &arguments);
 
+    /// All options that a command takes, those that all commands have included.
+    static QList<QCommandLineOption> optionsOf(const Command &command);
+
 private:
     ExitCode dispatch(const QStringList &arguments);
     ExitCode runCommand(Command &command, const QStringList &arguments);
@@ -24,8 +27,7 @@ private:
     QTextStream m_out;
 };
 
-/// The help pages. The completion script reads them as well. So the name of a command or an option begins a line after
-/// two blanks.
+/// The help pages.
 namespace HelpText {
 
 QString ofProgram(const std::vector<std::unique_ptr<Command>> &commands);

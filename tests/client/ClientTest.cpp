@@ -426,34 +426,74 @@ private Q_SLOTS:
         QCOMPARE(client("settings get Own").out, "value\n");
     }
 
-    void completionOffersCommandsOptionsAndIds_data()
+    void completionOffersWhatCanStandThere_data()
     {
         const Rows<QString, QString> row; // the last word is being completed
         row("commands", "s", "show search sync settings");
+        row("help", "help rem", "remove");
         row("options", "list --t", "--type --timeout");
-        row("options of a search", "search --l", "--local --limit");
         row("kinds", "list --type c", "cached");
-        row("ids, quoted", "show --json ''", "\\#CONTACT_1#");
-        row("keys", "settings get DirMaxC", "DirMaxContact");
+        row("columns", "list --columns id,h", "id,home");
+        row("ids", "show --json #", "#CONTACT_2# #CONTACT_1#");
+        row("ids of the preview list", "preview remove ", "#CONTACT_1#");
+        row("a second id", "remove #CONTACT_1# #CONTACT_2", "#CONTACT_2#");
+        row("no second id", "edit #CONTACT_1# ", "");
+        row("keys", "settings reset DirMaxC", "DirMaxContact");
         row("actions", "sync e", "export");
-        row("files", "defaults set --text /proc/cpuinf", "/proc/cpuinfo");
-        row("nothing known", "add --office ''", "");
+        row("files", "photo #CONTACT_1# a", ":files");
+        row("nothing known", "add --office ", "");
     }
 
-    void completionOffersCommandsOptionsAndIds()
+    void completionOffersWhatCanStandThere()
     {
         const auto [typed, offered] = currentRow<QString, QString>();
         add("Müller");
-        QProcess bash;
+        add("Abel");
+        QCOMPARE(client("preview add #CONTACT_1#").code, 0);
+        qputenv("KESTIN_COMPLETION_LIMIT", "20000");
+        QStringList texts, lines = client("complete", typed.split(' ')).out.split('\n', Qt::SkipEmptyParts);
+        for (const QString &line : lines)
+            texts.append(line.section('\t', 0, 0));
+        QCOMPARE(texts.join(' '), offered);
+        QVERIFY(!offered.endsWith("#CONTACT_1#") || lines.join(' ').contains("\tMüller"));
+    }
+
+    void shellsCompleteToAnIdThatWorks_data()
+    {
+        const Rows<QString, QByteArray> row; // the shell, what is typed
+        row("bash, no quotes", "bash --noprofile --rcfile .zshrc -i", "#CON\t\r");
+        row("bash, single quotes", "bash --noprofile --rcfile .zshrc -i", "'#CON\t\r");
+        row("bash, double quotes", "bash --noprofile --rcfile .zshrc -i", "\"#CON\t\r");
+        row("zsh, no quotes", "ZDOTDIR=. zsh -d -i", "#CON\t\r");
+        row("zsh, single quotes", "ZDOTDIR=. zsh -d -i", "'#CON\t\r");
+        row("fish, single quotes", "fish --no-config -C 'source .zshrc' -i", "'#CON\t\r");
+    }
+
+    void shellsCompleteToAnIdThatWorks()
+    {
+        const auto [shell, typed] = currentRow<QString, QByteArray>();
+        add("Müller");
+        const QString name = shell.section(' ', 0, 0) == "ZDOTDIR=." ? "zsh" : shell.section(' ', 0, 0);
+        const QByteArray prompt = name == "fish" ? "function fish_prompt; echo -n READY; end" : "PS1=READY";
+        const QByteArray load = name == "zsh" ? "autoload -U compinit; compinit -u -D\n" : "";
+        write(".zshrc", load + ". '" KESTIN_COMPLETION + name.toUtf8() + "'\n" + prompt + '\n');
+        QProcess terminal;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert("PATH", QCoreApplication::applicationDirPath() + ':' + qEnvironmentVariable("PATH"));
-        environment.insert("KESTIN_COMPLETION_LIMIT", "20");
-        bash.setProcessEnvironment(environment);
-        const QString script = "source '" KESTIN_COMPLETION "'; COMP_WORDS=(kestin-dir %1);"
-                               "COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _kestin_dir; echo \"${COMPREPLY[*]}\"";
-        bash.start("bash", {"-c", script.arg(typed)});
-        QVERIFY(bash.waitForFinished());
-        QCOMPARE(QString::fromUtf8(bash.readAllStandardOutput()).trimmed(), offered);
+        environment.insert("KESTIN_COMPLETION_LIMIT", "20000");
+        environment.insert("TERM", "xterm");
+        terminal.setProcessEnvironment(environment);
+        terminal.setWorkingDirectory(m_phone->data.path());
+        terminal.start("script", {"-qec", "stty rows 24 cols 80; " + shell, "/dev/null"});
+        QByteArray shown;
+        const auto shows = [&](const QByteArray &text) {
+            return (shown += terminal.readAllStandardOutput()).contains(text);
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(shows("READY"), Program::limitMs);
+        terminal.write("kestin-dir show " + typed);
+        QTRY_VERIFY2_WITH_TIMEOUT(shows("name: Müller"), shown.constData(), Program::limitMs);
+        terminal.write("exit\r");
+        QVERIFY(terminal.waitForFinished(Program::limitMs));
     }
 
 private:
