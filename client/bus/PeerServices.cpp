@@ -11,6 +11,17 @@ QString SettingsService::value(const QString &key) const
     return m_bus.call<QString>(ModuleName::settings, QStringLiteral("getSettingValue"), {key});
 }
 
+QString SettingsService::valueOrNothing(const QString &key) const
+{
+    try {
+        return value(key);
+    } catch (const CommandFailure &failure) {
+        if (failure.code() != ExitCode::Refused)
+            throw;
+        return {};
+    }
+}
+
 UpdateReport SettingsService::setValue(const QString &key, const QString &value) const
 {
     return m_bus.call<UpdateReport>(ModuleName::settings, QStringLiteral("setSettingValue"), {key, value});
@@ -23,18 +34,27 @@ ListSetting SettingsService::all() const
 
 TelephonyService::Canonical TelephonyService::canonical(const QString &number) const
 {
+    return form(QStringLiteral("makeCanonicalNumberListWithoutPrefix"), number);
+}
+
+TelephonyService::Canonical TelephonyService::dialable(const QString &number) const
+{
+    return form(QStringLiteral("extractDialableNumberList"), number);
+}
+
+TelephonyService::Canonical TelephonyService::form(const QString &method, const QString &number) const
+{
     // Telephony takes and answers the five numbers of a contact.
     constexpr qsizetype numbersOfContact = 5;
     QStringList numbers(numbersOfContact);
     numbers.first() = number;
     try {
-        const auto canonical = m_bus.call<QStringList>(
-            ModuleName::telephony, QStringLiteral("makeCanonicalNumberListWithoutPrefix"), {numbers});
-        if (canonical.size() >= numbersOfContact)
-            return {canonical.first(), {}};
+        const auto forms = m_bus.call<QStringList>(ModuleName::telephony, method, {numbers});
+        if (forms.size() >= numbersOfContact)
+            return {forms.first(), {}};
         return {number, CommandFailure(ExitCode::Refused, QStringLiteral("%1 answered only %2 of %3 numbers")
                                                               .arg(ModuleName::telephony)
-                                                              .arg(canonical.size())
+                                                              .arg(forms.size())
                                                               .arg(numbersOfContact))};
     } catch (const CommandFailure &failure) {
         return {number, failure};

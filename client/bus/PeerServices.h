@@ -17,6 +17,8 @@ public:
     }
 
     QString value(const QString &key) const;
+    /// Empty when the settings manager knows no such setting.
+    QString valueOrNothing(const QString &key) const;
     UpdateReport setValue(const QString &key, const QString &value) const;
     ListSetting all() const;
 
@@ -42,8 +44,12 @@ public:
     /// The form of a number that contacts are found by. It is the number itself when telephony is absent, silent or
     /// answers something else: the directory stores numbers unchanged then as well.
     Canonical canonical(const QString &number) const;
+    /// The form in which it is dialled; as for the canonical form.
+    Canonical dialable(const QString &number) const;
 
 private:
+    Canonical form(const QString &method, const QString &number) const;
+
     const BusSession &m_bus;
 };
 

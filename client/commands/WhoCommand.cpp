@@ -5,30 +5,19 @@
 #include "client/commands/Command.h"
 #include "client/commands/CommandArguments.h"
 #include "client/commands/Report.h"
+#include "client/commands/WhoExplanation.h"
 #include "client/search/SearchRun.h"
 #include "client/text/ContactNumbers.h"
 
-#include <QJsonArray>
-
 namespace {
 
-/// Who has the number, and what could not be asked about it.
-struct Answer
-{
-    QString number; ///< as it was looked for
-    ListContact contacts;
-    std::optional<CommandFailure> telephonyFault;
-    std::optional<CommandFailure> companyFault;
-    bool isOfPhoneOnly = true;
-};
-
-void askCompany(Answer &answer, const BusSession &bus)
+void askCompany(WhoAnswer &answer, const BusSession &bus)
 {
     const Interruption interruption;
     SearchRun search(bus);
     QObject::connect(&interruption, &Interruption::interrupted, &search, &SearchRun::interrupt);
     constexpr bool localOnly = false;
-    search.startByNumber(answer.number, localOnly);
+    search.startByNumber(answer.canonical, localOnly);
     const EventWait::End end = search.wait();
     if (end == EventWait::End::Interrupted)
         throw CommandFailure(ExitCode::Refused, QStringLiteral("interrupted"));
@@ -43,33 +32,20 @@ void askCompany(Answer &answer, const BusSession &bus)
     answer.isOfPhoneOnly = answer.companyFault.has_value();
 }
 
-Answer ask(const QString &number, bool localOnly, const BusSession &bus)
+WhoAnswer ask(const QString &number, bool localOnly, const BusSession &bus)
 {
     const TelephonyService::Canonical canonical = TelephonyService(bus).canonical(number);
-    Answer answer{canonical.number, {}, canonical.fault, {}};
-    answer.contacts = DirectoryService(bus).byNumber(answer.number);
+    WhoAnswer answer{number, canonical.number, {}, canonical.fault, {}};
+    answer.contacts = DirectoryService(bus).byNumber(answer.canonical);
     if (answer.contacts.isEmpty() && !localOnly)
         askCompany(answer, bus);
     return answer;
 }
 
-void printJson(const Answer &answer, QTextStream &out)
-{
-    QList<QJsonObject> objects;
-    for (const Contact &contact : answer.contacts) {
-        QJsonArray fields;
-        for (const ContactNumber &number : ContactNumbers::equalTo(contact, answer.number))
-            fields.append(number.field);
-        objects.append(RecordJson::ofFound(contact));
-        objects.last().insert(QLatin1String("matchedFields"), fields);
-    }
-    Report::json(out, objects);
-}
-
-void print(const Answer &answer, QTextStream &out)
+void print(const WhoAnswer &answer, QTextStream &out)
 {
     for (const Contact &contact : answer.contacts) {
-        const QString numbers = ContactNumbers::toString(ContactNumbers::equalTo(contact, answer.number));
+        const QString numbers = ContactNumbers::toString(ContactNumbers::equalTo(contact, answer.canonical));
         out << Printable::text(ContactText::displayName(contact));
         if (!numbers.isEmpty())
             out << ", " << Printable::text(numbers);
@@ -77,7 +53,7 @@ void print(const Answer &answer, QTextStream &out)
     }
 }
 
-CommandFailure nobody(const QString &number, const Answer &answer)
+CommandFailure nobody(const QString &number, const WhoAnswer &answer)
 {
     QString text = (answer.isOfPhoneOnly ? QStringLiteral("nobody on the phone has the number %1")
                                          : QStringLiteral("nobody has the number %1"))
@@ -99,7 +75,7 @@ CommandFailure nobody(const QString &number, const Answer &answer)
 CommandHelp WhoCommand::help() const
 {
     return {
-        {QStringLiteral("who NUMBER [--local]")},
+        {QStringLiteral("who NUMBER [--local] [--explain]")},
         QStringLiteral(
             R"help(Prints everybody with this number, one a line, and which of their numbers it is. It ends with 1 when
 there is nobody.
@@ -109,21 +85,29 @@ cannot be asked the number is looked for as it stands, and that is told. When no
 it the company directory is searched; "(company directory)" stands behind a name from there (with
 --json the key "company" is true, and "matchedFields" names the numbers). When nobody is found and
 one of the two could not be asked, that is told, and the exit code is 3 or 5 where an answer may be
-had another time.)help"),
-        {QStringLiteral("kestin-dir who '+33 1 55 66 70 00'"), QStringLiteral("kestin-dir who 7000 --json")}};
+had another time.
+
+--explain tells how the number became canonical, under which rules, and which number of which contact
+it met; when nobody on the phone has it, whose number ends with the same eight digits and why that is
+not it. With --json that is an object.)help"),
+        {QStringLiteral("kestin-dir who '+33 1 55 66 70 00'"),
+         QStringLiteral("kestin-dir who '0 01 55 66 70 00' --explain"), QStringLiteral("kestin-dir who 7000 --json")}};
 }
 
 QList<QCommandLineOption> WhoCommand::options() const
 {
-    return {{QStringLiteral("local"), QStringLiteral("Only the contacts of the phone")}};
+    return {{QStringLiteral("local"), QStringLiteral("Only the contacts of the phone")},
+            {QStringLiteral("explain"), QStringLiteral("Tell how the number was read and what it met")}};
 }
 
 ExitCode WhoCommand::run(const QCommandLineParser &arguments, CommandContext &context)
 {
     const QString number = CommandArguments::one(arguments.positionalArguments(), QStringLiteral("NUMBER"));
-    const Answer answer = ask(number, arguments.isSet(QStringLiteral("local")), context.bus);
-    if (context.json)
-        printJson(answer, context.out);
+    const WhoAnswer answer = ask(number, arguments.isSet(QStringLiteral("local")), context.bus);
+    if (arguments.isSet(QStringLiteral("explain")))
+        WhoExplanation(answer, context.bus).print(context);
+    else if (context.json)
+        Report::json(context.out, answer.toJson());
     else
         print(answer, context.out);
     if (answer.contacts.isEmpty())

@@ -5,6 +5,7 @@
 #include "client/photo/PictureFile.h"
 #include "client/text/ContactTable.h"
 #include "client/text/EventText.h"
+#include "client/text/NumberReading.h"
 #include "client/text/Table.h"
 #include "client/text/Terminal.h"
 #include "platform/records/ImpExpStatus.h"
@@ -79,6 +80,28 @@ private Q_SLOTS:
         for (const QString &line : lines)
             QVERIFY2(width == 0 || DisplayWidth::of(line) <= width, qPrintable(line));
         QVERIFY2(!text.contains(QRegularExpression("[0-9]…")), qPrintable(text));
+    }
+
+    void readingsAreExplained_data()
+    {
+        const Rows<QString, QString> row; // dialled, canonical, why; the area code is 01
+        row("+33612345678", "+33612345678", "it has its + already");
+        row("0033612345678", "+33612345678", "an international number: 00 stands for +");
+        row("33612345678", "+33612345678", "an international number without its +");
+        row("0612345678", "+33612345678", "a national number: its 0 gives way to +33");
+        row("612345678", "+33612345678", "a national number: +33 is put in front");
+        row("55667000", "+33155667000", "a number of the area: +33 and the area code 1 are put in front");
+        row("00612345678", "+33612345678", "the outside line 0 is taken off, then a national number: its 0 gives");
+        row("4711", "4711", "an extension: it has fewer than 6 digits");
+        row("99999999999", "99999999999", "telephony knows no such number");
+        row("12025550100", "+442025550100", "by a rule of its own");
+    }
+
+    void readingsAreExplained()
+    {
+        const auto [canonical, why] = currentRow<QString, QString>();
+        const QString told = NumberReading::explain(QTest::currentDataTag(), canonical, {"+33", "01", "0", 6});
+        QVERIFY2(told.contains(why), qPrintable(told));
     }
 
     void eventValuesAreRecognised()

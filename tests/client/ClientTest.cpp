@@ -192,6 +192,17 @@ private Q_SLOTS:
         const Outcome found = client("who 0612345678 --json");
         QCOMPARE(found.names(), QStringList({"Abel", "Müller"}));
         QCOMPARE(found.json()[1][u"matchedFields"].toArray(), QJsonArray{"personalMobile"});
+        const Outcome explained = client("who --explain 00612345678");
+        QCOMPARE(explained.out,
+                 "number     00612345678\ndialled    00612345678\n"
+                 "rules      country code 33, no area code, outside line 0, an extension has fewer than 6 digits\n"
+                 "canonical  +33612345678: the outside line 0 is taken off, then a national number: its 0 gives way to "
+                 "+33\nphone      Abel (#CONTACT_2#), home 0612345678, fax 0612345678\n"
+                 "phone      Zoë Müller (#CONTACT_1#), mobile +33612345678\n");
+        const Outcome near = client("who --explain +44612345678");
+        QVERIFY(near.ended(1, "nobody on the phone has the number +44612345678"));
+        QVERIFY(near.out.endsWith("near       Zoë Müller (#CONTACT_1#), mobile +33612345678, another number: its "
+                                  "canonical form is +33612345678\n"));
         m_phone->telephony.kill();
         const Outcome asItStands = client("who +33612345678");
         QCOMPARE(asItStands.out, both);
