@@ -8,20 +8,20 @@
 #include "client/commands/CommandArguments.h"
 #include "client/commands/Report.h"
 #include "client/photo/PhotoFolder.h"
+#include "client/photo/PhotoSource.h"
 #include "client/photo/PictureFile.h"
 #include "client/text/EventText.h"
 #include "platform/records/DirectoryCodes.h"
 #include "platform/records/KestinBus.h"
 #include "platform/records/PlatformEvents.h"
 
-#include <QRegularExpression>
-
 namespace {
 
-bool isWebAddress(const QString &text)
+/// The directory would take the address and then fetch nothing, which only its log would tell.
+void refuseUnfetchable(const QString &address)
 {
-    static const QRegularExpression scheme(QStringLiteral("^https?://"), QRegularExpression::CaseInsensitiveOption);
-    return scheme.match(text).hasMatch();
+    if (const auto refusal = PhotoSource::refusalOf(address))
+        throw CommandFailure(ExitCode::Refused, QStringLiteral("%1; nothing is changed").arg(*refusal));
 }
 
 Contact contactOf(const QString &id, const DirectoryService &directory)
@@ -63,7 +63,7 @@ QString setFile(const QString &path, const QString &id, const BusSession &bus)
 /// Sets what the command line names, nothing included, and returns what the contact's photo is then.
 QString set(const QString &source, const QString &id, const BusSession &bus)
 {
-    if (!source.isEmpty() && !isWebAddress(source))
+    if (!source.isEmpty() && !PhotoSource::isAddress(source))
         return setFile(source, id, bus);
     const DirectoryService directory(bus);
     setPhoto(contactOf(id, directory), source, directory);
@@ -136,7 +136,8 @@ CommandHelp PhotoCommand::help() const
 FILE is a JPEG, PNG or GIF of at most 10 MiB; a copy goes into the directory's photo folder, within
 what the setting FileDiskUserQuota allows. At its next start the directory makes it 100 x 100 pixels.
 ADDRESS begins with http:// or https://; the directory fetches the photo after the answer, and with
---wait that is waited for. --none takes the photo away.)"),
+--wait that is waited for. It fetches nothing from the phone itself (localhost, 127.0.0.1 and the
+like), so such an address is refused, and so is another scheme. --none takes the photo away.)"),
         {QStringLiteral("kestin-dir photo '#CONTACT_12#' zoe.jpg"),
          QStringLiteral("kestin-dir photo '#CONTACT_12#' https://people.example.org/zoe.png --wait"),
          QStringLiteral("kestin-dir photo '#CONTACT_12#' --none")}};
@@ -158,8 +159,10 @@ ExitCode PhotoCommand::run(const QCommandLineParser &arguments, CommandContext &
         CommandArguments::none(rest);
     const QString source = isNone ? QString() : CommandArguments::one(rest, QStringLiteral("FILE or ADDRESS"));
     const bool waits = arguments.isSet(QStringLiteral("wait"));
-    if (waits && !isWebAddress(source))
+    if (waits && !PhotoSource::isAddress(source))
         throw CommandFailure(ExitCode::Usage, QStringLiteral("--wait is for an ADDRESS"));
+    if (PhotoSource::isAddress(source))
+        refuseUnfetchable(source);
     report(waits ? setAddressAndWait(source, id, context.bus) : set(source, id, context.bus), context);
     return ExitCode::Done;
 }

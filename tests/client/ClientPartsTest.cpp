@@ -2,6 +2,7 @@
 #include "client/bus/CommandFailure.h"
 #include "client/bus/ContactPages.h"
 #include "client/defaults/DefaultContacts.h"
+#include "client/photo/PhotoSource.h"
 #include "client/photo/PictureFile.h"
 #include "client/text/ContactTable.h"
 #include "client/text/EventText.h"
@@ -199,6 +200,27 @@ private Q_SLOTS:
         } catch (const CommandFailure &failure) {
             QVERIFY2(failure.text().contains(text), qPrintable(failure.text()));
         }
+    }
+
+    void addressesThatAreNeverFetchedAreToldBefore_data()
+    {
+        const Rows<QString> row; // the beginning of the refusal
+        row("https://people.example.org/z.png", "");
+        row("HTTP://128.0.0.1:8080/z.png", "");
+        row("http://[2001:db8::1]/z.png", "");
+        for (const char *host : {"localhost", "a.LocalHost.", "127.0.0.1", "127.1", "2130706433", "0x7f.0.0.1", "0",
+                                 "[::1]", "[::]", "[::ffff:127.0.0.9]"})
+            row(QByteArray("http://") + host + "/z.png", "the directory fetches no photo from the phone itself");
+        row("file:///tmp/z.png", "the directory fetches photos over http and https only, not over file");
+        row("http:///z.png", "the address names no host");
+    }
+
+    void addressesThatAreNeverFetchedAreToldBefore()
+    {
+        const auto [refusal] = currentRow<QString>();
+        QVERIFY(PhotoSource::isAddress(QTest::currentDataTag()));
+        const QString told = PhotoSource::refusalOf(QTest::currentDataTag()).value_or("");
+        QVERIFY2(told.startsWith(refusal) && told.isEmpty() == refusal.isEmpty(), qPrintable(told));
     }
 
     void picturesAreKnownByTheirFirstBytes_data()

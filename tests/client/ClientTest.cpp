@@ -348,6 +348,9 @@ private Q_SLOTS:
         QCOMPARE(client("photo #CONTACT_9#", {path("zoe.gif")}).code, 1);
         QCOMPARE(photoFiles().size(), 1);
         QCOMPARE(client("photo", {id, "https://photos.invalid/z.png"}).out, "https://photos.invalid/z.png\n");
+        QVERIFY(client("photo --wait", {id, "http://127.1/z.png"})
+                    .ended(1, "phone itself (127.0.0.1); nothing is changed"));
+        QCOMPARE(client("show --json", {id}).value("photo"), "https://photos.invalid/z.png");
         QCOMPARE(client("photo --none", {id}).error, "");
         QCOMPARE(client("show --json", {id}).value("photo"), "");
     }
