@@ -124,6 +124,29 @@ private Q_SLOTS:
             QVERIFY2(!libraries.contains(library), library);
     }
 
+    void manualPagesTellWhatHelpTells_data()
+    {
+        const Rows<QString, QString> row; // the page, what the program is asked
+        row("client", "kestin-dir.1", "--help");
+        row("a command", "kestin-dir.1", "help who");
+        row("company directory", "kestin-wsmanager.8", "--help");
+        row("pictures", "kestin-picture.8", "--help");
+    }
+
+    void manualPagesTellWhatHelpTells()
+    {
+        const auto [page, question] = currentRow<QString, QString>();
+        QString text = QString::fromUtf8(contentOf(QStringLiteral(KESTIN_MAN_DIR "/") + page));
+        text.replace("\\-", "-").replace("\\e", "\\").remove("\\&");
+        QVERIFY(text.contains("\n.SH NAME\n" + page.section('.', 0, 0) + " - "));
+        QProcess program;
+        program.start(QCoreApplication::applicationDirPath() + '/' + page.section('.', 0, 0), question.split(' '));
+        QVERIFY(program.waitForFinished());
+        const QRegularExpression marks("^[Uu]sage: ([^ ]*/)?|^Exit codes?: |( \\(.*\\))?:$");
+        for (QString line : QString::fromUtf8(program.readAll()).split('\n', Qt::SkipEmptyParts))
+            QVERIFY2(text.contains(line.remove(marks).trimmed(), Qt::CaseInsensitive), qPrintable(line));
+    }
+
 public Q_SLOTS:
     void noteSignal(const QDBusMessage &message) { m_received.append(message.member()); }
 
