@@ -54,7 +54,8 @@ Exit codes:
   5  a service gave no answer in time
 
 With --json data are printed as JSON, whose keys are the names of the fields, and each problem is an
-object on a line of standard error: {"problem": "..."}, that which ended the command with "exitCode".
+object on a line of standard error: {"problem": "..."}, that which ended the command with "exitCode"
+beside. What is no problem is a {"note": "..."} there.
 
 Examples:
   kestin-dir add --first-name Zoë --last-name Müller --office '+33 1 55 66 70 00'

@@ -11,9 +11,9 @@ namespace {
 // Problems are told from places that know of no command.
 bool s_isJson = false;
 
-void tell(const QString &text, QJsonObject object)
+void tell(QLatin1String what, const QString &text, QJsonObject object = {})
 {
-    object.insert(QLatin1String("problem"), text);
+    object.insert(what, text);
     const QByteArray line = s_isJson ? Printable::json(object) : "kestin-dir: " + Printable::text(text).toUtf8();
     std::fprintf(stderr, "%s\n", line.constData());
 }
@@ -27,12 +27,17 @@ void Report::useJson()
 
 void Report::problem(const QString &text)
 {
-    tell(text, {});
+    tell(QLatin1String("problem"), text);
+}
+
+void Report::note(const QString &text)
+{
+    tell(QLatin1String("note"), text);
 }
 
 void Report::failure(const CommandFailure &failure)
 {
-    tell(failure.text(), {{QLatin1String("exitCode"), int(failure.code())}});
+    tell(QLatin1String("problem"), failure.text(), {{QLatin1String("exitCode"), int(failure.code())}});
 }
 
 void Report::Changes::refuse(const QString &id, const QString &reason)

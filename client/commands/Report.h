@@ -19,6 +19,9 @@ void useJson();
 /// A line on standard error, "kestin-dir: text", or {"problem": "text"}.
 void problem(const QString &text);
 
+/// The same for what is no problem; in JSON {"note": "text"}.
+void note(const QString &text);
+
 /// What ended the program; in JSON with the key "exitCode" beside.
 void failure(const CommandFailure &failure);
 

@@ -127,7 +127,7 @@ void SearchCommand::print(ListContactSummary contacts, const Request &request, C
         tableOf(contacts).write(context.out, Terminal::outputWidth());
     context.out.flush();
     if (hasMore)
-        Report::problem(QStringLiteral("there are more than %1; --limit says how many are printed").arg(request.rows));
+        Report::note(QStringLiteral("there are more than %1; --limit says how many are printed").arg(request.rows));
 }
 
 ExitCode SearchCommand::run(const QCommandLineParser &arguments, CommandContext &context)

@@ -67,9 +67,9 @@ ExitCode WatchCommand::run(const QCommandLineParser &arguments, CommandContext &
         result = ExitCode::NoService;
         loop.quit();
     });
-    Report::problem(context.bus.isRunning(ModuleName::directory)
-                        ? QStringLiteral("watching; Ctrl-C ends")
-                        : QStringLiteral("watching, but the directory is not running yet; Ctrl-C ends"));
+    Report::note(context.bus.isRunning(ModuleName::directory)
+                     ? QStringLiteral("watching; Ctrl-C ends")
+                     : QStringLiteral("watching, but the directory is not running yet; Ctrl-C ends"));
     loop.exec();
     return result;
 }

@@ -414,6 +414,7 @@ private Q_SLOTS:
         const QString id = add("Müller");
         QCOMPARE(client("remove", {id}).code, 0);
         QTRY_VERIFY_WITH_TIMEOUT(!counted.isRunning(), Program::limitMs);
+        QCOMPARE(counted.errorOutput(), "{\"note\":\"watching; Ctrl-C ends\"}\n");
         const QStringList lines = counted.output().split('\n', Qt::SkipEmptyParts);
         QCOMPARE(lines.size(), 2);
         const QJsonDocument created = QJsonDocument::fromJson(lines.at(0).toUtf8());
