@@ -6,6 +6,7 @@
 #include "client/commands/Completion.h"
 #include "client/commands/Report.h"
 #include "client/text/Suggestion.h"
+#include "client/text/Terminal.h"
 
 #include <QRegularExpression>
 
@@ -91,7 +92,7 @@ ExitCode Dispatcher::runCommand(Command &command, const QStringList &arguments)
     if (!parser.parse(QStringList{command.name()} + arguments))
         throw CommandFailure(ExitCode::Usage, faultOf(parser, options));
     if (parser.isSet(QStringLiteral("help"))) {
-        m_out << HelpText::ofCommand(command, options);
+        m_out << HelpText::fitted(HelpText::ofCommand(command, options), Terminal::outputWidth());
         return ExitCode::Done;
     }
     constexpr int shortestLimit = 1;
@@ -112,11 +113,11 @@ ExitCode Dispatcher::dispatch(const QStringList &arguments)
     }
     if (arguments.first() == QLatin1String("help") && arguments.size() > 1) {
         const Command *command = find(arguments.at(1));
-        m_out << HelpText::ofCommand(*command, optionsOf(*command));
+        m_out << HelpText::fitted(HelpText::ofCommand(*command, optionsOf(*command)), Terminal::outputWidth());
         return ExitCode::Done;
     }
     if (isHelp(arguments.first())) {
-        m_out << HelpText::ofProgram(m_commands);
+        m_out << HelpText::fitted(HelpText::ofProgram(m_commands), Terminal::outputWidth());
         return ExitCode::Done;
     }
     if (isVersion(arguments.first())) {

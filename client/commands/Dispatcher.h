@@ -35,4 +35,7 @@ QString ofProgram(const std::vector<std::unique_ptr<Command>> &commands);
 /// `options` are all options that the command takes, the common options included.
 QString ofCommand(const Command &command, const QList<QCommandLineOption> &options);
 
+/// The page with its lines broken anew for the terminal, examples excepted. A width of 0 changes nothing.
+QString fitted(const QString &page, int terminalWidth);
+
 } // namespace HelpText

@@ -1,5 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/commands/Dispatcher.h"
+#include "client/text/Terminal.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
 
 namespace {
 
@@ -22,7 +27,58 @@ QString optionLine(const QCommandLineOption &option)
     return aligned(left, optionColumn, option.description());
 }
 
+/// Where the text begins that stands behind a name, for the lines that go on with it.
+qsizetype hangingIndent(const QString &line)
+{
+    static const QRegularExpression named(QStringLiteral("^(Usage: +kestin-dir|       kestin-dir| +\\S.*?  +| *)"));
+    const qsizetype indent = named.match(line).capturedLength();
+    return line.contains(QLatin1String("kestin-dir ")) ? indent + 1 : indent;
+}
+
+QString broken(const QString &line, int width)
+{
+    constexpr qsizetype roomForText = 20;
+    const qsizetype indent = hangingIndent(line);
+    const bool isExample = line.startsWith(QLatin1String("  kestin-dir "));
+    if (DisplayWidth::of(line) <= width || isExample || width < indent + roomForText)
+        return line + QLatin1Char('\n');
+    QString text = line.left(indent);
+    const QStringList lines = DisplayWidth::wrapped(line.mid(indent), width - int(indent));
+    for (qsizetype index = 0; index < lines.size(); ++index)
+        text += (index > 0 ? QString(indent, QLatin1Char(' ')) : QString()) + lines.at(index) + QLatin1Char('\n');
+    return text;
+}
+
 } // namespace
+
+QString HelpText::fitted(const QString &page, int terminalWidth)
+{
+    constexpr int widest = 100;
+    if (terminalWidth <= 0)
+        return page;
+    const int width = std::min(terminalWidth, widest);
+    QString result;
+    QString paragraph;
+    const auto end = [&] {
+        result += paragraph.isEmpty() ? QString() : broken(paragraph, width);
+        paragraph.clear();
+    };
+    for (const QString &line : page.split(QLatin1Char('\n'))) {
+        const bool goesOn = !paragraph.isEmpty() && !line.isEmpty() && !line.startsWith(QLatin1Char(' ')) &&
+                            !paragraph.startsWith(QLatin1Char(' ')) && !paragraph.endsWith(QLatin1Char(':'));
+        if (goesOn) {
+            paragraph += QLatin1Char(' ') + line;
+            continue;
+        }
+        end();
+        paragraph = line;
+        if (line.isEmpty())
+            result += QLatin1Char('\n');
+    }
+    end();
+    result.chop(1); // the end of the last line
+    return result;
+}
 
 QString HelpText::ofProgram(const std::vector<std::unique_ptr<Command>> &commands)
 {

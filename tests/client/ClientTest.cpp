@@ -122,6 +122,10 @@ private Q_SLOTS:
             QVERIFY(help.out.contains("Examples:\n  "));
         }
         QCOMPARE(client("help list").out, client("list --help").out);
+        const QString narrow = onTerminal("stty rows 24 cols 60; kestin-dir help list", {}).remove('\r');
+        QCOMPARE(narrow.simplified(), client("help list").out.simplified());
+        for (const QString &line : narrow.split('\n'))
+            QVERIFY2(line.size() <= 60 || line.startsWith("  kestin-dir "), qPrintable(line));
         QCOMPARE(client("-V").out, "kestin-dir " KESTIN_VERSION "\n");
     }
 
