@@ -2,6 +2,7 @@
 #include "platform/framework/LongWork.h"
 
 #include <QDBusPendingCallWatcher>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -75,11 +76,10 @@ void LongWork::finish()
 {
     if (!isGoingOn())
         return;
-    m_isUrgent = true;
+    const QScopedValueRollback<bool> urgent(m_isUrgent, true);
     if (m_watcher)
         m_watcher->waitForFinished();
     doSlice();
-    m_isUrgent = false;
 }
 
 void LongWork::push(Work::Handle handle)

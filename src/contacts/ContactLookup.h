@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "platform/framework/SpareMemory.h"
 #include "platform/records/Contact.h"
-#include "platform/records/SpareMemory.h"
 
 #include <QObject>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "platform/records/SpareMemory.h"
+#include "platform/framework/SpareMemory.h"
 #include "src/fields/DirectoryFields.h"
 #include "src/search/RunningSearch.h"
 #include "src/search/SearchMailbox.h"
