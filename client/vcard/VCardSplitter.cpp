@@ -1,32 +1,72 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/vcard/VCardSplitter.h"
 
+#include <utility>
+
 namespace {
 
 constexpr qsizetype longestPiece = 64 * 1024;
 
-bool isKeyword(const QByteArray &line, const char *keyword)
+constexpr char beginMark[] = "BEGIN:VCARD";
+constexpr char endMark[] = "END:VCARD";
+constexpr char versionMark[] = "VERSION:";
+constexpr char agentMark[] = "AGENT";
+constexpr char byteOrderMark[] = "\xef\xbb\xbf";
+
+bool is(const QByteArray &text, const char *other)
 {
-    return line.trimmed().compare(keyword, Qt::CaseInsensitive) == 0;
+    return text.compare(other, Qt::CaseInsensitive) == 0;
 }
 
-bool isBegin(const QByteArray &line)
+bool startsWith(const QByteArray &line, const char *mark)
 {
-    return isKeyword(line, "BEGIN:VCARD");
+    return is(line.left(qsizetype(qstrlen(mark))), mark);
 }
 
-bool isEnd(const QByteArray &line)
+bool endsWithBegin(const QByteArray &line)
 {
-    return isKeyword(line, "END:VCARD");
+    return is(line.trimmed().right(qsizetype(qstrlen(beginMark))), beginMark);
 }
 
-/// Cards of version 2.1 may hold a card of their own in this property.
-bool opensInnerCard(const QByteArray &line)
+/// What is left of a line that ends a card, when the next file begins in the same line.
+QByteArray behindEnd(const QByteArray &line)
 {
-    return line.left(5).compare("AGENT", Qt::CaseInsensitive) == 0 && line.trimmed().endsWith(':');
+    QByteArray rest = line.trimmed().mid(qsizetype(qstrlen(endMark))).trimmed();
+    if (rest.startsWith(byteOrderMark))
+        rest.remove(0, qsizetype(qstrlen(byteOrderMark)));
+    return rest;
 }
 
 } // namespace
+
+/// What a line is to whoever looks for the ends of cards.
+enum class VCardSplitter::Kind {
+    Text,
+    Begin,
+    End,
+    EndAndBegin,   ///< of files that were joined, the first without a final line end
+    Agent,         ///< a card of version 2.1 may hold a card of its own, which begins in the next line
+    AgentAndBegin, ///< or in this line
+    HiddenBegin,   ///< a version behind a text that ends as a card begins: the first of joined files was cut off
+};
+
+VCardSplitter::Kind VCardSplitter::kindOf(const QByteArray &line)
+{
+    const bool isBehindHiddenBegin = std::exchange(m_mayHideBegin, false) && startsWith(line, versionMark);
+    if (isBehindHiddenBegin)
+        return Kind::HiddenBegin;
+    if (is(line.trimmed(), beginMark))
+        return Kind::Begin;
+    if (startsWith(line, endMark)) {
+        const QByteArray rest = behindEnd(line);
+        return rest.isEmpty() ? Kind::End : is(rest, beginMark) ? Kind::EndAndBegin : Kind::Text;
+    }
+    const bool begins = endsWithBegin(line);
+    if (startsWith(line, agentMark))
+        return begins ? Kind::AgentAndBegin : line.trimmed().endsWith(':') ? Kind::Agent : Kind::Text;
+    m_mayHideBegin = begins;
+    return Kind::Text;
+}
 
 VCardSplitter::VCardSplitter(QIODevice &device)
     : m_device(device)
@@ -36,19 +76,19 @@ VCardSplitter::VCardSplitter(QIODevice &device)
 /// A piece of the file up to the end of the line, or of an overlong line. Empty at the end of the file.
 QByteArray VCardSplitter::readLine()
 {
-    return m_device.readLine(longestPiece);
+    QByteArray line = m_again.isEmpty() ? m_device.readLine(longestPiece) : std::exchange(m_again, {});
+    if (line.startsWith(byteOrderMark)) // of a file behind another, too
+        line.remove(0, qsizetype(qstrlen(byteOrderMark)));
+    return line;
 }
 
 bool VCardSplitter::findBegin()
 {
-    static const QByteArray byteOrderMark("\xef\xbb\xbf");
     while (!m_beginSeen) {
-        QByteArray line = readLine();
+        const QByteArray line = readLine();
         if (line.isEmpty())
             return false;
-        if (line.startsWith(byteOrderMark))
-            line.remove(0, byteOrderMark.size());
-        m_beginSeen = isBegin(line);
+        m_beginSeen = is(line.trimmed(), beginMark);
     }
     m_beginSeen = false;
     return true;
@@ -69,25 +109,43 @@ std::optional<RawCard> VCardSplitter::next()
     if (!findBegin())
         return std::nullopt;
     RawCard card{++m_count, QByteArrayLiteral("BEGIN:VCARD\r\n"), {}};
+    m_mayHideBegin = m_innerMayBegin = false;
+    m_depth = 1;
     bool atLineStart = true;
-    bool innerCardMayBegin = false;
-    int depth = 1;
-    while (depth > 0) {
+    while (m_depth > 0) {
         const QByteArray line = readLine();
-        const bool begins = atLineStart && isBegin(line);
-        m_beginSeen = begins && !innerCardMayBegin;
-        if (line.isEmpty() || m_beginSeen) {
+        const Kind kind = atLineStart ? kindOf(line) : Kind::Text;
+        if (line.isEmpty() || isNextCard(kind, line)) {
             card.text.clear();
             card.fault = QStringLiteral("has no END:VCARD");
             break;
         }
-        depth += begins ? 1 : 0;
-        const bool outer = depth == 1;
-        depth -= atLineStart && isEnd(line) ? 1 : 0;
-        if (outer)
-            append(card, line);
-        innerCardMayBegin = atLineStart && opensInnerCard(line);
+        const bool isOuter = m_depth == 1 && kind != Kind::Begin && kind != Kind::AgentAndBegin;
+        follow(kind);
+        if (isOuter)
+            append(card, kind == Kind::EndAndBegin ? QByteArrayLiteral("END:VCARD\r\n") : line);
         atLineStart = line.endsWith('\n');
     }
     return card;
+}
+
+/// Whether another card begins here, which the open card may not hold. It is the next one then.
+bool VCardSplitter::isNextCard(Kind kind, const QByteArray &line)
+{
+    const bool isNext = (kind == Kind::Begin && !m_innerMayBegin) || (kind == Kind::EndAndBegin && m_depth > 1) ||
+                        kind == Kind::HiddenBegin;
+    if (kind == Kind::HiddenBegin)
+        m_again = line;
+    m_beginSeen = isNext;
+    return isNext;
+}
+
+void VCardSplitter::follow(Kind kind)
+{
+    if (kind == Kind::Begin || kind == Kind::AgentAndBegin)
+        ++m_depth;
+    if (kind == Kind::End || kind == Kind::EndAndBegin)
+        --m_depth;
+    m_innerMayBegin = kind == Kind::Agent;
+    m_beginSeen = kind == Kind::EndAndBegin;
 }

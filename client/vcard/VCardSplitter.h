@@ -15,7 +15,8 @@ struct RawCard
 };
 
 /// Takes a file of vCards apart, card by card, so that a file of any size needs the memory of its largest card. Text
-/// between cards is skipped.
+/// between cards is skipped. A card that ends and a card that begins may share a line, as in files that were joined. A
+/// card that begins before the one above has ended makes a fault of that one and is taken itself.
 class VCardSplitter
 {
 public:
@@ -29,11 +30,20 @@ public:
     static constexpr qsizetype largestCard = 16 * 1024 * 1024;
 
 private:
+    enum class Kind;
+
     QByteArray readLine();
     bool findBegin();
+    Kind kindOf(const QByteArray &line);
+    bool isNextCard(Kind kind, const QByteArray &line);
+    void follow(Kind kind);
     void append(RawCard &card, const QByteArray &line) const;
 
     QIODevice &m_device;
     int m_count = 0;
-    bool m_beginSeen = false;
+    int m_depth = 0;              ///< cards that are open inside each other
+    bool m_beginSeen = false;     ///< of the next card
+    bool m_innerMayBegin = false; ///< the line before said so
+    bool m_mayHideBegin = false;  ///< the line before ends like one that begins a card
+    QByteArray m_again;           ///< a line that was read and belongs to the next card
 };

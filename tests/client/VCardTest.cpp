@@ -240,9 +240,15 @@ private Q_SLOTS:
         row("no card", QByteArray("a\nb\n"), QStringList());
         row("byte order mark, text between, lower case", "\xef\xbb\xbf" + one + "\n--\n" + two.toLower(),
             {"One", "two"});
+        row("joined without a line end", one.chopped(1) + two.chopped(1) + "\r\xef\xbb\xbf" + one,
+            {"One", "Two", "One"});
+        row("cut off and joined", "BEGIN:VCARD\nTEL:1" + two.chopped(1) + one, {noEnd, "Two", "One"});
+        row("a text like a begin", card("3.0", "NOTE:aBEGIN:VCARD\nN:One\n") + two, {"One", "Two"});
         row("no END in the middle", "BEGIN:VCARD\nN:Cut\n" + two, {noEnd, "Two"});
         row("no END at the end", one + "BEGIN:VCARD\nN:Cu", {"One", noEnd});
         row("a card inside a card", card("2.1", "AGENT:\nBEGIN:VCARD\nN:Inner\nEND:VCARD\nN:Outer\n") + two,
+            {"Outer", "Two"});
+        row("the same in one line", card("2.1", "N:Outer\nAGENT:BEGIN:VCARD\nVERSION:2.1\nEND:VCARD\n") + two,
             {"Outer", "Two"});
         row("END behind an overlong line",
             card("3.0", "N:One\nNOTE:" + QByteArray(200000, 'x') + "END:VCARD\nX:y\n") + two, {"One", "Two"});
