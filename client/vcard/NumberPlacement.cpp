@@ -44,7 +44,7 @@ QList<QString Contact::*> placesOf(const VCardProperty &telephone)
 {
     if (telephone.is("fax"))
         return {&Contact::fax};
-    if (telephone.is("cell") || telephone.is("car"))
+    if (telephone.is("cell") || telephone.is("mobile") || telephone.is("car"))
         return {&Contact::personalMobile};
     if (saysExtension(telephone))
         return {&Contact::personalFax};

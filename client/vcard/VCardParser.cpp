@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/vcard/VCardParser.h"
 
+#include "client/vcard/VCardRepair.h"
+
 #include <libebook-contacts/libebook-contacts.h>
 
 #include <memory>
@@ -29,26 +31,6 @@ private:
 
     guint m_handler;
 };
-
-/// A quoted-printable value goes on in the next line after a "=" at the end. The library knows that only where an
-/// encoded character stands before it, so the lines are joined here.
-QByteArray withoutSoftBreaks(const QByteArray &card)
-{
-    QByteArray result;
-    bool isQuoted = false;
-    bool goesOn = false;
-    for (QByteArray line : card.split('\n')) {
-        if (line.endsWith('\r'))
-            line.chop(1);
-        if (!goesOn)
-            isQuoted = line.left(line.indexOf(':')).toUpper().contains("QUOTED-PRINTABLE");
-        goesOn = isQuoted && line.endsWith('=');
-        if (goesOn)
-            line.chop(1);
-        result += goesOn ? line : line + "\r\n";
-    }
-    return result;
-}
 
 QString valueText(const GString *value)
 {
@@ -94,7 +76,7 @@ VCardProperty propertyOf(EVCardAttribute *attribute)
 VCardProperties VCardParser::parse(const QByteArray &card)
 {
     const QuietLibrary quiet;
-    const std::unique_ptr<EVCard, Unref> parsed(e_vcard_new_from_string(withoutSoftBreaks(card).constData()));
+    const std::unique_ptr<EVCard, Unref> parsed(e_vcard_new_from_string(VCardRepair::mended(card).constData()));
     VCardProperties properties;
     for (GList *attribute = e_vcard_get_attributes(parsed.get()); attribute; attribute = attribute->next)
         properties.append(propertyOf(static_cast<EVCardAttribute *>(attribute->data)));

@@ -102,7 +102,11 @@ private Q_SLOTS:
             "misc.otherAddress: Sea, Nice\nmisc.region: IdF\nmisc.url: http://x.org/;a\nmisc.zip: 75001");
         row("a company has one name", card("3.0", "FN:Bar du Coin\nORG:Bar du Coin\n"),
             "name: Bar du Coin\nmisc.company: Bar du Coin");
-        row("lines that are none", card("3.0", "N:only\nTEL\n:::\n=\nTEL;TYPE=\"work:1\nFOO;=:x\n\n"), "name: only");
+        row("lines that are none", card("3.0", "N:only\nTEL\n:::\n=\nFOO;=:x\n\n"), "name: only");
+        row("parameters that are no token",
+            card("2.1", "N:X\nTEL;X-CUSTOM(CHARSET=UTF-8,ENCODING=QUOTED-PRINTABLE,=E5):1=\nTEL;Home Phone:2\n"
+                        "TEL;TYPE=\"work:3\nTEL;WORK/MOBILE:4\nPHOTO;X(=:AAAA\nEMAIL;=;é;Work:a@b\nNOTE:n\n"),
+            "name: X\nofficePhone: 3\nemail: a@b\nfax: 1=\npersonalHome: 2\npersonalMobile: 4\nmisc.note: n");
     }
 
     void becomesContact()
