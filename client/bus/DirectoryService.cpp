@@ -42,6 +42,12 @@ QDBusPendingCall DirectoryService::createAsync(const QString &requestId, const C
                            {requestId, QVariant::fromValue(contact)});
 }
 
+QDBusPendingCall DirectoryService::modifyAsync(const QString &requestId, const Contact &contact) const
+{
+    return m_bus.asyncCall(ModuleName::directory, QStringLiteral("modifyLocalContact"),
+                           {requestId, QVariant::fromValue(contact)});
+}
+
 int DirectoryService::modify(const QString &requestId, const Contact &contact) const
 {
     return call<int>("modifyLocalContact", {requestId, QVariant::fromValue(contact)});

@@ -40,6 +40,7 @@ public:
     /// `requestId` comes back in the event that tells of the change.
     int create(const QString &requestId, const Contact &contact) const;
     QDBusPendingCall createAsync(const QString &requestId, const Contact &contact) const;
+    QDBusPendingCall modifyAsync(const QString &requestId, const Contact &contact) const;
     int modify(const QString &requestId, const Contact &contact) const;
     int remove(const QString &requestId, const QString &id) const;
     int addToPreview(const QString &requestId, const QString &id) const;

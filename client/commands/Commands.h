@@ -136,13 +136,14 @@ private:
 
 class ImportRun;
 
-/// Creates contacts from vCard files, several calls in flight at a time.
+/// Creates contacts from vCard files, and updates those that are there when it is told to.
 class ImportCommand : public Command
 {
 public:
     QString name() const override { return QStringLiteral("import"); }
     QString summary() const override { return QStringLiteral("create a contact for every card of a vCard file"); }
     CommandHelp help() const override;
+    QList<QCommandLineOption> options() const override;
     ExitCode run(const QCommandLineParser &arguments, CommandContext &context) override;
 
 private:

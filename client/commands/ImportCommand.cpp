@@ -10,21 +10,52 @@
 
 #include <cstdio>
 
+namespace {
+
+Duplicates duplicatesOf(const QCommandLineParser &arguments)
+{
+    const QString option = QStringLiteral("duplicates");
+    const QString word = arguments.isSet(option) ? arguments.value(option) : QStringLiteral("skip");
+    if (word == QLatin1String("skip"))
+        return Duplicates::Skip;
+    if (word == QLatin1String("update"))
+        return Duplicates::Update;
+    if (word != QLatin1String("add"))
+        throw CommandFailure(ExitCode::Usage,
+                             QStringLiteral("--duplicates takes skip, update or add, not \"%1\"").arg(word));
+    return Duplicates::Add;
+}
+
+} // namespace
+
+QList<QCommandLineOption> ImportCommand::options() const
+{
+    return {{QStringLiteral("duplicates"),
+             QStringLiteral("Cards whose contact is there: skip (the default), update or add"), QStringLiteral("WHAT")},
+            {QStringLiteral("dry-run"), QStringLiteral("Change nothing, tell what would be changed")}};
+}
+
 CommandHelp ImportCommand::help() const
 {
-    return {{QStringLiteral("import FILE [FILE...]")},
+    return {{QStringLiteral("import FILE [FILE...] [--duplicates skip|update|add] [--dry-run]")},
             QStringLiteral(
                 R"(Reads vCards of version 2.1, 3.0 and 4.0, "-" being the standard input, and creates a contact for
 each. A card that cannot be used, or that the directory refuses, is told with its place in the file,
 its name and the reason, and the import goes on; when the directory is full or read-only it stops.
 At the end a line says how many were created and refused. It ends with 1 when any was refused.
 
+Nobody is created twice: a card finds the contact that is there by its UID, or by its name together
+with a number or an address, and is skipped then. With --duplicates update the contact takes over what
+the card says and keeps the rest; with add it gets a second contact. A card that is about the same as
+an earlier card of this import is skipped unless said otherwise.
+
 Numbers: work -> office (a second one, or a short one, -> extension), cell -> mobile, home -> home,
 fax -> fax. What has no field of its own becomes an attribute (company, job, address, city, zip,
 country, note, url, birthday...). An embedded photo is put into the directory's photo folder;
 where that cannot be done, that is told and the contact has none. Cards that kestin-dir export
 wrote come back as they were.)"),
-            {QStringLiteral("kestin-dir import people.vcf"), QStringLiteral("cat *.vcf | kestin-dir import -")}};
+            {QStringLiteral("kestin-dir import people.vcf"), QStringLiteral("cat *.vcf | kestin-dir import -"),
+             QStringLiteral("kestin-dir import people.vcf --duplicates update --dry-run")}};
 }
 
 ExitCode ImportCommand::importFile(const QString &path, ImportRun &run)
@@ -55,7 +86,7 @@ ExitCode ImportCommand::run(const QCommandLineParser &arguments, CommandContext 
     const DirectoryService directory(context.bus);
     PhotoFolder photos{SettingsService(context.bus)};
     const Interruption interruption;
-    ImportRun run(directory, photos);
+    ImportRun run(directory, photos, duplicatesOf(arguments), arguments.isSet(QStringLiteral("dry-run")));
     QObject::connect(&interruption, &Interruption::interrupted, &run, &ImportRun::interrupt);
     const auto tell = [](const RefusedCard &card) { Report::problem(card.toString()); };
     QObject::connect(&run, &ImportRun::cardRefused, &run, tell);

@@ -26,16 +26,23 @@ QString RefusedCard::toString() const
 
 QString ImportReport::toString() const
 {
-    const QString photos =
-        withoutPhoto.isEmpty() ? QString() : QStringLiteral("%1 without their photo, ").arg(withoutPhoto.size());
-    return QStringLiteral("created %1, refused %2, %3%4 s")
-        .arg(QString::number(created), QString::number(refused.size()), photos,
-             QString::number(double(milliseconds) / 1000, 'f', 1));
+    QStringList parts{QStringLiteral("created %1").arg(created), QStringLiteral("refused %1").arg(refused.size())};
+    if (updated > 0)
+        parts.append(QStringLiteral("updated %1").arg(updated));
+    if (skipped > 0)
+        parts.append(QStringLiteral("skipped %1 that were there").arg(skipped));
+    if (!withoutPhoto.isEmpty())
+        parts.append(QStringLiteral("%1 without their photo").arg(withoutPhoto.size()));
+    parts.append(QStringLiteral("%1 s").arg(double(milliseconds) / 1000, 0, 'f', 1));
+    return (isTrial ? QStringLiteral("a dry run, nothing is changed: ") : QString()) + parts.join(QLatin1String(", "));
 }
 
 QJsonObject ImportReport::toJson() const
 {
-    return {{QStringLiteral("created"), created},
+    return {{QStringLiteral("dryRun"), isTrial},
+            {QStringLiteral("created"), created},
+            {QStringLiteral("updated"), updated},
+            {QStringLiteral("skipped"), skipped},
             {QStringLiteral("refused"), jsonOf(refused)},
             {QStringLiteral("withoutPhoto"), jsonOf(withoutPhoto)},
             {QStringLiteral("seconds"), double(milliseconds) / 1000}};

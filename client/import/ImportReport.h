@@ -20,7 +20,10 @@ struct RefusedCard
 /// What an import has done so far.
 struct ImportReport
 {
+    bool isTrial = false; ///< nothing was changed: the numbers say what would be
     int created = 0;
+    int updated = 0;
+    int skipped = 0; ///< cards of contacts that were there, and as they were
     QList<RefusedCard> refused;
     QList<RefusedCard> withoutPhoto; ///< created, but their embedded photo could not be kept
     qint64 milliseconds = 0;

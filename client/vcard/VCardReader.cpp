@@ -23,6 +23,7 @@ const QHash<QString, QString> &miscKeys()
         {QStringLiteral("NICKNAME"), QStringLiteral("nickname")},
         {QStringLiteral("GEO"), QStringLiteral("geo")},
         {QStringLiteral("GENDER"), QStringLiteral("gender")},
+        {QStringLiteral("UID"), QStringLiteral("uid")},
     };
     return keys;
 }

@@ -72,6 +72,7 @@ void VCardWriter::addPerson()
     add("ORG", {misc("company"), misc("department")});
     add("TITLE", {misc("job")});
     add("ROLE", {misc("role")});
+    add("UID", {misc("uid")});
     if (m_contact.isPrivate)
         addLine("CLASS:PRIVATE");
 }
