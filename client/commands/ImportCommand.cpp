@@ -50,8 +50,9 @@ the card says and keeps the rest; with add it gets a second contact. A card that
 an earlier card of this import is skipped unless said otherwise.
 
 Numbers: work -> office (a second one, or a short one, -> extension), cell -> mobile, home -> home,
-fax -> fax. What has no field of its own becomes an attribute (company, job, address, city, zip,
-country, note, url, birthday...). An embedded photo is put into the directory's photo folder;
+fax -> fax, the preferred one first. Further numbers get a field that is free; one for which there is
+none becomes an attribute, by which no caller is recognised, and that is told. What has no field of
+its own becomes an attribute too (company, job, address, city, zip, country, note, url, birthday...). An embedded photo is put into the directory's photo folder;
 where that cannot be done, that is told and the contact has none. Cards that kestin-dir export
 wrote come back as they were.)"),
             {QStringLiteral("kestin-dir import people.vcf"), QStringLiteral("cat *.vcf | kestin-dir import -"),
@@ -90,7 +91,7 @@ ExitCode ImportCommand::run(const QCommandLineParser &arguments, CommandContext 
     QObject::connect(&interruption, &Interruption::interrupted, &run, &ImportRun::interrupt);
     const auto tell = [](const RefusedCard &card) { Report::problem(card.toString()); };
     QObject::connect(&run, &ImportRun::cardRefused, &run, tell);
-    QObject::connect(&run, &ImportRun::photoLeftOut, &run, tell);
+    QObject::connect(&run, &ImportRun::cardReduced, &run, tell);
     ExitCode result = ExitCode::Done;
     for (const QString &path : paths) {
         if (!run.stopped())

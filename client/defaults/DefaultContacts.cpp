@@ -133,7 +133,7 @@ DefaultContacts DefaultContacts::ofCards(QIODevice &device, const QString &file)
     VCardSplitter splitter(device);
     while (const std::optional<RawCard> card = splitter.next()) {
         const VCardReader::Result result =
-            card->fault ? VCardReader::Result{{}, {}, card->fault} : VCardReader::read(card->text);
+            card->fault ? VCardReader::refused(*card->fault) : VCardReader::read(card->text);
         if (result.refusal)
             throw refusal(QStringLiteral("%1: card %2").arg(file).arg(card->number), *result.refusal);
         if (!result.picture.isEmpty())

@@ -31,6 +31,8 @@ QString ImportReport::toString() const
         parts.append(QStringLiteral("updated %1").arg(updated));
     if (skipped > 0)
         parts.append(QStringLiteral("skipped %1 that were there").arg(skipped));
+    if (!unreachable.isEmpty())
+        parts.append(QStringLiteral("%1 numbers that no call finds").arg(unreachable.size()));
     if (!withoutPhoto.isEmpty())
         parts.append(QStringLiteral("%1 without their photo").arg(withoutPhoto.size()));
     parts.append(QStringLiteral("%1 s").arg(double(milliseconds) / 1000, 0, 'f', 1));
@@ -44,6 +46,7 @@ QJsonObject ImportReport::toJson() const
             {QStringLiteral("updated"), updated},
             {QStringLiteral("skipped"), skipped},
             {QStringLiteral("refused"), jsonOf(refused)},
+            {QStringLiteral("unreachable"), jsonOf(unreachable)},
             {QStringLiteral("withoutPhoto"), jsonOf(withoutPhoto)},
             {QStringLiteral("seconds"), double(milliseconds) / 1000}};
 }

@@ -25,6 +25,7 @@ struct ImportReport
     int updated = 0;
     int skipped = 0; ///< cards of contacts that were there, and as they were
     QList<RefusedCard> refused;
+    QList<RefusedCard> unreachable;  ///< created, but with a number by which no caller is recognised
     QList<RefusedCard> withoutPhoto; ///< created, but their embedded photo could not be kept
     qint64 milliseconds = 0;
 

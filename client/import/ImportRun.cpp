@@ -16,6 +16,7 @@ struct ImportRun::Sending
 {
     RefusedCard identity;
     Contact contact;
+    QStringList unreachable;
     bool isUpdate = false;
     PhotoFile photo = {};
 
@@ -92,7 +93,9 @@ void ImportRun::takeCard(const RawCard &card)
     const VCardReader::Result result = VCardReader::read(card.text);
     if (result.refusal)
         return refuse({m_source->file, card.number, {}, {}}, *result.refusal);
-    takeContact({{m_source->file, card.number, ContactText::displayName(result.contact), {}}, result.contact},
+    takeContact({{m_source->file, card.number, ContactText::displayName(result.contact), {}},
+                 result.contact,
+                 result.unreachable},
                 result.picture);
 }
 
@@ -134,6 +137,7 @@ void ImportRun::takeKnown(Sending sending, const QByteArray &picture)
 
 void ImportRun::send(Sending sending, const QByteArray &picture)
 {
+    tellUnreachable(sending);
     if (m_report.isTrial) {
         ++(sending.isUpdate ? m_report.updated : m_report.created);
         return;
@@ -166,11 +170,7 @@ PhotoFile ImportRun::putPhoto(const RefusedCard &card, const QByteArray &picture
         m_isAwake = true;
         return m_photos.put(picture);
     } catch (const CommandFailure &failure) {
-        RefusedCard withReason = card;
-        withReason.reason = QStringLiteral("the photo is left out: %1").arg(failure.text());
-        m_report.withoutPhoto.append(withReason);
-        m_progress.clear();
-        Q_EMIT photoLeftOut(withReason);
+        reduce(m_report.withoutPhoto, card, QStringLiteral("the photo is left out: %1").arg(failure.text()));
         return {};
     }
 }
@@ -198,6 +198,21 @@ void ImportRun::settle(Sending &sending, const QDBusMessage &reply)
         if (failure.code() != ExitCode::Refused)
             stop(failure);
     }
+}
+
+void ImportRun::tellUnreachable(const Sending &sending)
+{
+    for (const QString &number : sending.unreachable)
+        reduce(m_report.unreachable, sending.identity,
+               QStringLiteral("no call finds %1: the five fields for numbers are taken").arg(number));
+}
+
+void ImportRun::reduce(QList<RefusedCard> &list, RefusedCard card, const QString &reason)
+{
+    card.reason = reason;
+    list.append(card);
+    m_progress.clear();
+    Q_EMIT cardReduced(card);
 }
 
 void ImportRun::refuse(RefusedCard card, const QString &reason)

@@ -46,7 +46,8 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void cardRefused(const RefusedCard &card);
-    void photoLeftOut(const RefusedCard &card);
+    /// The contact comes, but lacks something of the card.
+    void cardReduced(const RefusedCard &card);
 
 private:
     struct Source
@@ -70,6 +71,8 @@ private:
     PhotoFile putPhoto(const RefusedCard &card, const QByteArray &picture);
     void settle(Sending &sending, const QDBusMessage &reply);
     int settledCards() const;
+    void tellUnreachable(const Sending &sending);
+    void reduce(QList<RefusedCard> &list, RefusedCard card, const QString &reason);
     void refuse(RefusedCard card, const QString &reason);
     void stop(const CommandFailure &failure);
 

@@ -13,13 +13,17 @@ struct Number
     QString extension;
 };
 
-/// A number as it is dialled; version 4.0 writes "tel:+33-1-55;ext=102".
+/// A number as it is dialled; version 4.0 writes "tel:+33-1-55;ext=102". Elsewhere a semicolon is a waiting sign.
 Number numberOf(const VCardProperty &telephone)
 {
     static const QRegularExpression scheme(QStringLiteral("^(tel|sips?):"), QRegularExpression::CaseInsensitiveOption);
-    Number result{telephone.part(0).remove(scheme), {}};
-    for (qsizetype index = 1; index < telephone.values.size(); ++index) {
-        const QString parameter = telephone.part(index);
+    const QString text = telephone.text().simplified();
+    const QRegularExpressionMatch match = scheme.match(text);
+    if (!match.hasMatch())
+        return {text, {}};
+    const QStringList parts = text.mid(match.capturedEnd()).split(QLatin1Char(';'));
+    Number result{parts.first(), {}};
+    for (const QString &parameter : parts) {
         if (parameter.startsWith(QLatin1String("ext="), Qt::CaseInsensitive))
             result.extension = parameter.mid(4);
     }
@@ -57,15 +61,28 @@ QList<QString Contact::*> placesOf(const VCardProperty &telephone)
 
 } // namespace
 
-void NumberPlacement::placeOne(const QString &number, const QList<Field> &fields)
+bool NumberPlacement::put(const QString &number, const QList<Field> &fields)
 {
     for (const Field field : fields) {
         if ((m_contact.*field).isEmpty()) {
             m_contact.*field = number;
-            return;
+            return true;
         }
     }
+    return false;
+}
+
+/// Where a caller is recognised by it, whatever the field is called, else where nobody looks.
+void NumberPlacement::putAnywhere(const QString &number)
+{
+    static const QList<Field> fields{&Contact::fax, &Contact::officePhone, &Contact::personalHome,
+                                     &Contact::personalMobile, &Contact::personalFax};
+    const bool isThere =
+        std::any_of(fields.begin(), fields.end(), [&](const Field field) { return m_contact.*field == number; });
+    if (isThere || put(number, fields))
+        return;
     m_contact.misc.insert(QStringLiteral("phone%1").arg(++m_overflow), number);
+    m_unreachable.append(number);
 }
 
 void NumberPlacement::separateExtension()
@@ -74,25 +91,35 @@ void NumberPlacement::separateExtension()
         std::swap(m_contact.officePhone, m_contact.personalFax);
 }
 
-void NumberPlacement::place(const VCardProperties &telephones)
+void NumberPlacement::place(VCardProperties telephones)
 {
+    std::stable_sort(telephones.begin(), telephones.end(), [](const VCardProperty &one, const VCardProperty &other) {
+        return one.preference < other.preference;
+    });
     QStringList withoutPlace;
     QStringList extensions;
-    for (const VCardProperty &telephone : telephones) {
+    QStringList displaced;
+    for (const VCardProperty &telephone : std::as_const(telephones)) {
         const Number number = numberOf(telephone);
         const QList<Field> places = placesOf(telephone);
         if (number.number.isEmpty())
             continue;
         if (places.isEmpty())
             withoutPlace.append(number.number);
-        else
-            placeOne(number.number, places);
+        else if (!put(number.number, places))
+            displaced.append(number.number);
         if (!number.extension.isEmpty())
             extensions.append(number.extension);
     }
-    for (const QString &extension : extensions)
-        placeOne(extension, {&Contact::personalFax});
-    for (const QString &number : withoutPlace)
-        placeOne(number, {&Contact::officePhone, &Contact::fax, &Contact::personalFax});
+    for (const QString &extension : std::as_const(extensions)) {
+        if (!put(extension, {&Contact::personalFax}))
+            displaced.append(extension);
+    }
+    for (const QString &number : std::as_const(withoutPlace)) {
+        if (!put(number, {&Contact::officePhone, &Contact::fax, &Contact::personalFax}))
+            displaced.append(number);
+    }
+    for (const QString &number : std::as_const(displaced))
+        putAnywhere(number);
     separateExtension();
 }

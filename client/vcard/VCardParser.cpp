@@ -5,6 +5,7 @@
 
 #include <libebook-contacts/libebook-contacts.h>
 
+#include <algorithm>
 #include <memory>
 
 namespace {
@@ -51,6 +52,17 @@ QSet<QString> typesOf(EVCardAttribute *attribute)
     return types;
 }
 
+/// Version 4.0 writes a number, the others a type.
+int preferenceOf(EVCardAttribute *attribute, const QSet<QString> &types)
+{
+    constexpr int most = 1;
+    if (types.contains(QStringLiteral("pref")))
+        return most;
+    const GList *value = e_vcard_attribute_get_param(attribute, "PREF");
+    const int preference = value ? QByteArray(static_cast<const char *>(value->data)).toInt() : 0;
+    return preference < most ? VCardProperty::leastPreferred : std::min(preference, VCardProperty::leastPreferred);
+}
+
 bool isBase64(EVCardAttribute *attribute)
 {
     const GList *encoding = e_vcard_attribute_get_param(attribute, EVC_ENCODING);
@@ -60,8 +72,10 @@ bool isBase64(EVCardAttribute *attribute)
 
 VCardProperty propertyOf(EVCardAttribute *attribute)
 {
-    VCardProperty property{
-        QString::fromUtf8(e_vcard_attribute_get_name(attribute)).toUpper(), typesOf(attribute), {}, {}};
+    VCardProperty property;
+    property.name = QString::fromUtf8(e_vcard_attribute_get_name(attribute)).toUpper();
+    property.types = typesOf(attribute);
+    property.preference = preferenceOf(attribute, property.types);
     for (GList *value = e_vcard_attribute_get_values_decoded(attribute); value; value = value->next) {
         const auto *bytes = static_cast<const GString *>(value->data);
         if (isBase64(attribute))

@@ -10,10 +10,13 @@
 /// A property of a vCard, decoded.
 struct VCardProperty
 {
-    QString name;        ///< in upper case, without its group
-    QSet<QString> types; ///< in lower case: "work", "cell"
-    QStringList values;  ///< the parts that semicolons separate; of CATEGORIES those that commas separate
-    QByteArray bytes;    ///< the value when it is none of text but of base64, decoded
+    QString name;                    ///< in upper case, without its group
+    QSet<QString> types;             ///< in lower case: "work", "cell"
+    QStringList values;              ///< the parts that semicolons separate; of CATEGORIES those that commas separate
+    int preference = leastPreferred; ///< the lower, the rather it is used
+    QByteArray bytes;                ///< the value when it is none of text but of base64, decoded
+
+    static constexpr int leastPreferred = 101; ///< 1 to 100 are those of version 4.0
 
     bool is(const char *type) const { return types.contains(QLatin1String(type)); }
     /// The part at the place, on a single line without blanks around it. Empty when the value has no such part.

@@ -30,7 +30,9 @@ const QHash<QString, QString> &miscKeys()
 
 bool isInstantMessaging(const QString &name)
 {
-    static const QSet<QString> names{QStringLiteral("IMPP"), QStringLiteral("X-JABBER"), QStringLiteral("X-SIP")};
+    // A telephone that is no number is an address to call.
+    static const QSet<QString> names{QStringLiteral("IMPP"), QStringLiteral("X-JABBER"), QStringLiteral("X-SIP"),
+                                     QStringLiteral("TEL")};
     return names.contains(name);
 }
 
@@ -65,23 +67,31 @@ std::optional<QString> faultOf(const QByteArray &card)
 
 } // namespace
 
+VCardReader::Result VCardReader::refused(const QString &reason)
+{
+    Result result;
+    result.refusal = reason;
+    return result;
+}
+
 VCardReader::Result VCardReader::read(const QByteArray &card)
 {
     if (const auto fault = faultOf(card))
-        return {{}, {}, fault};
+        return refused(*fault);
     VCardReader reader;
     for (const VCardProperty &property :
          VCardParser::parse(VCardCharset::isUtf8(card) ? card : VCardCharset::toUtf8(card)))
         reader.take(property);
     if (reader.m_isGroup)
-        return {{}, {}, QStringLiteral("is a group of contacts")};
-    NumberPlacement(reader.m_contact).place(reader.m_telephones);
+        return refused(QStringLiteral("is a group of contacts"));
+    NumberPlacement numbers(reader.m_contact);
+    numbers.place(reader.m_telephones);
     reader.completeName();
     const bool nameless = reader.m_contact.firstName.isEmpty() && reader.m_contact.name.isEmpty();
     // After that, as a contact that was exported may really have none.
     for (const VCardProperty &property : std::as_const(reader.m_own))
         OwnProperties::apply(property, reader.m_contact);
-    return {reader.m_contact, reader.m_picture,
+    return {reader.m_contact, reader.m_picture, numbers.unreachable(),
             nameless ? std::optional(QStringLiteral("holds no name")) : std::nullopt};
 }
 
@@ -92,7 +102,7 @@ void VCardReader::take(const VCardProperty &property)
         takeName(property);
     else if (name == QLatin1String("FN"))
         fill(m_fullName, property.text().simplified());
-    else if (name == QLatin1String("TEL"))
+    else if (name == QLatin1String("TEL") && !property.text().contains(QLatin1Char('@')))
         m_telephones.append(property);
     else if (name == QLatin1String("EMAIL"))
         takeEmail(property);

@@ -30,11 +30,14 @@ public:
     {
         Contact contact;    ///< its photo is the web address that the card names
         QByteArray picture; ///< the embedded photo, which the contact does not name; whatever the card held as such
+        QStringList unreachable; ///< numbers by which no caller is recognised, for want of a field
         /// Why the card makes no contact, as a sentence's end ("holds no name"), when it makes none.
         std::optional<QString> refusal;
     };
 
     static Result read(const QByteArray &card);
+    /// What `read` answers when there is nothing to be read.
+    static Result refused(const QString &reason);
 
 private:
     void take(const VCardProperty &property);

@@ -75,7 +75,8 @@ NumberFormatter::NumberFormatter(const DialingRules &rules)
 QString NumberFormatter::dialable(const QString &raw) const
 {
     const std::optional<NumberSpelling> spelling = NumberSpelling::of(raw);
-    return spelling && !spelling->hasLetters && !spelling->hasExtension ? resolved(*spelling) : raw;
+    const bool isPlain = spelling && !spelling->hasLetters && !spelling->hasExtension && !spelling->hasWait;
+    return isPlain ? resolved(*spelling) : raw;
 }
 
 QString NumberFormatter::canonical(const QString &raw) const
@@ -86,7 +87,7 @@ QString NumberFormatter::canonical(const QString &raw) const
     const QString text = resolved(*spelling);
     const std::optional<QString> result = text.startsWith(plus) ? canonicalInternational(text, spelling->hasLetters)
                                                                 : canonicalNational(text, spelling->hasLetters);
-    return result.value_or(raw);
+    return result.value_or(spelling->hasWait ? text : raw);
 }
 
 /// Decides about a bracketed zero: in most countries it is not dialled from abroad, in some it is part of the number.

@@ -22,8 +22,8 @@ public:
 
     const DialingRules &rules() const { return m_rules; }
 
-    /// What can be dialled: digits, *, # and a leading +, without what only separates them. A number with letters is
-    /// unchanged.
+    /// What can be dialled: digits, *, # and a leading +, without what only separates them. A number with letters
+    /// or with a wait is unchanged.
     QString dialable(const QString &raw) const;
 
     /// The E.164 form ("+33388123456"), without the outside-line prefix.
@@ -45,7 +45,7 @@ public:
     /// 00033388123456 is 0 and 0033388123456.
     ///
     /// Letters are read as on the keypad in service numbers only (freephone and the like); an extension behind the
-    /// number ("x12") is dropped.
+    /// number ("x12") is dropped, and what is dialled after a wait (",,12").
     QString canonical(const QString &raw) const;
 
 private:

@@ -63,9 +63,20 @@ bool takeExtension(QString &text)
     if (!text.contains(QLatin1Char('x'), Qt::CaseInsensitive))
         return false;
     static const QRegularExpression extension(
-        QStringLiteral("(?<=[0-9)])[\\s,]*(?:ext(?:ension)?|x)[.:]?\\s*[0-9]{1,7}$"),
+        QStringLiteral("(?<=[0-9)])[\\s,;]*(?:ext(?:ension)?|x)[.:=]?\\s*[0-9]{1,7}$"),
         QRegularExpression::CaseInsensitiveOption);
     const QRegularExpressionMatch match = extension.match(text);
+    if (match.hasMatch())
+        text.truncate(match.capturedStart());
+    return match.hasMatch();
+}
+
+/// Takes off what is dialled when the number has answered. A capital letter may be one of the keypad.
+bool takeWait(QString &text)
+{
+    static const QRegularExpression wait(
+        QStringLiteral("(?<=[0-9)*#])\\s*(?:[,;pw]|[PW](?=[0-9]))[,;pwPW0-9*#\\s.-]*$"));
+    const QRegularExpressionMatch match = wait.match(text);
     if (match.hasMatch())
         text.truncate(match.capturedStart());
     return match.hasMatch();
@@ -108,6 +119,7 @@ std::optional<NumberSpelling> NumberSpelling::of(const QString &raw)
     QString text = withoutScheme(raw.trimmed());
     NumberSpelling number;
     number.hasExtension = takeExtension(text);
+    number.hasWait = takeWait(text);
     if (!spell(number, text))
         return std::nullopt;
     number.withoutBracketedZero = number.dialled;

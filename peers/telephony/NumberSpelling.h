@@ -18,6 +18,10 @@ struct NumberSpelling
     /// Was followed by an extension ("ext. 12", "x12"), which is not part of `dialled`.
     bool hasExtension = false;
 
+    /// Was followed by waiting signs (",", ";", "p", "w") and what is dialled after the wait, which are no part of
+    /// `dialled`.
+    bool hasWait = false;
+
     /// None for a text that is not a number, or is longer than `limit` UTF-16 units.
     static std::optional<NumberSpelling> of(const QString &raw);
 

@@ -327,6 +327,17 @@ private Q_SLOTS:
         QCOMPARE(client("list --json").names().size(), 51);
     }
 
+    void importTellsWhatNoCallFinds()
+    {
+        QByteArray numbers;
+        for (int number = 1; number <= 6; ++number)
+            numbers += "\nTEL:4" + QByteArray::number(number);
+        const Outcome outcome = client("import - --json", card("N:X" + numbers));
+        QVERIFY(outcome.ended(0, "-: card 1 (X): no call finds 46"));
+        QCOMPARE(outcome.json()["unreachable"].toArray().size(), 1);
+        QCOMPARE(client("who 45").code, 0);
+    }
+
     void importStopsAtAFullDirectory()
     {
         QCOMPARE(client("settings set DirMaxContact 3").code, 0);

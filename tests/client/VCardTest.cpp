@@ -94,6 +94,11 @@ private Q_SLOTS:
                  "TEL;TYPE=CELL:6\nTEL;TYPE=CELL:7\nEMAIL:a\nEMAIL:b\nEMAIL:c\nEMAIL:a\nIMPP:x:i\nIMPP:j\n"),
             "name: X\nofficePhone: 4444444\nemail: a\nfax: 3\npersonalHome: 2\npersonalMobile: 6\npersonalFax: 55\n"
             "personalEmail: b\ncollaborationId: i\nmisc.email: c\nmisc.im: j\nmisc.phone2: 7\nmisc.phone3: 1111111");
+        row("the preferred first, others where a call finds them",
+            card("4.0", "N:X\nTEL;TYPE=cell:1111111\nTEL;TYPE=cell;PREF=2:2\nTEL;TYPE=cell;PREF=1:33,,4\n"
+                        "TEL:sip:x@y\nTEL:55;6\nTEL;TYPE=pref,home:7\nTEL;TYPE=home:33,,4\n"),
+            "name: X\nofficePhone: 55;6\nfax: 2\npersonalHome: 7\npersonalMobile: 33,,4\npersonalFax: 1111111\n"
+            "collaborationId: x@y");
         row("addresses, organisation, title",
             card("3.0", "N:X\nADR;TYPE=WORK:PO 1;Floor 2;Main St 3;Paris;IdF;75001;France\nADR:;;Sea;Nice;;;\n"
                         "ORG:ACME;R&D;Lab\nTITLE:Chief\nBDAY:1980-01-02\nURL:http://x.org/;a\n"),

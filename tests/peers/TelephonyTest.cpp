@@ -50,7 +50,8 @@ private Q_SLOTS:
              "+33388123456|+33 (0)3 88 12 34 56|+33 0388123456|(+33) 388 12 34 56|0033388123456|"
              "00 33 (0)3 88 12 34 56|33388123456|tel:+33-3-88-12-34-56|TEL:388123456;phone-context=+33|"
              "tel:+33388123456;ext=12|０３８８１２３４５６|＋３３ ３８８１２３４５６|٠٣٨٨١٢٣٤٥٦|"
-             "\u202a+33 3 88 12\u00a034\u201156\u202c|03 88 12 34 56 ext. 12|0388123456x7| 0388123456\t|"
+             "\u202a+33 3 88 12\u00a034\u201156\u202c|03 88 12 34 56 ext. 12|0388123456x7|0388123456,,12#|"
+             "0388123456;12|03 88 12 34 56 p 12|+33388123456w1*,2|0388123456P1|0388123456;ext=12| 0388123456\t|"
              "00388123456|0 03 88 12 34 56|00033388123456|0 00 33 (0)3 88 12 34 56|0388123456" +
                  QByteArray(200, ' '),
              strasbourg);
@@ -62,6 +63,7 @@ private Q_SLOTS:
              "0388123456 home|0388123456 ou 57|03 88 12 34 56 / 57|--|+|+33|+999 123456|0+33388123456|"
              "123456789012345678901234567890|038812345|tel:|sip:0388123456@a.b|0033 0 88 12 34 56|" +
                  QByteArray(300, '3'));
+        rows("France, internal", france, "3611,1|3611p", "3611");
         const DialingRules exceptions = rules("33", QString(), "9", "90;3611"); // one of which is the begin of a number
         rows("France, prefix 9", exceptions, "9 01 42 68 53 00|9 0033 1 42 68 53 00");
         rows("France, prefix 9", exceptions, "9 142 68 53 00|01 42 68 53 00", "+33142685300");
@@ -113,7 +115,8 @@ private Q_SLOTS:
                                            {"１２３４", "1234"}};
         for (auto form = forms.cbegin(); form != forms.cend(); ++form)
             QCOMPARE(formatter.dialable(form.key()), form.value());
-        for (const QString &raw : QString("4711||Zoë|1-800-FLOWERS|0388123456x12|bob@example.com|12 +33").split('|'))
+        for (const QString &raw :
+             QString("4711||Zoë|1-800-FLOWERS|0388123456x12|0388123456,12|bob@example.com|12 +33").split('|'))
             QCOMPARE(formatter.dialable(raw), raw);
     }
 
