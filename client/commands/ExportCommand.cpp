@@ -9,6 +9,7 @@
 #include "client/vcard/VCardWriter.h"
 #include "platform/records/DurableFile.h"
 
+#include <QFileInfo>
 #include <QSaveFile>
 
 namespace {
@@ -27,14 +28,35 @@ QByteArray pictureOf(const Contact &contact)
     }
 }
 
-void writeFile(const ListContact &contacts, const QString &path)
+void writeCards(const ListContact &contacts, QFileDevice &file)
 {
-    // Somebody's only copy must not be lost to a full disk.
-    QSaveFile file(path);
     bool isWritten = file.open(QIODevice::WriteOnly);
     for (const Contact &contact : contacts)
         isWritten = isWritten && file.write(VCardWriter::write(contact, pictureOf(contact))) >= 0;
-    if (const auto failure = DurableFile::commit(file))
+}
+
+/// Why the file is not written, when it is not. Somebody's only copy must not be lost to a full disk.
+std::optional<QString> replaceFile(const ListContact &contacts, const QString &path)
+{
+    QSaveFile file(path);
+    writeCards(contacts, file);
+    return DurableFile::commit(file);
+}
+
+/// The same of a device or a pipe, in whose place no file may come.
+std::optional<QString> writeInto(const ListContact &contacts, const QString &path)
+{
+    QFile file(path);
+    writeCards(contacts, file);
+    const bool isWritten = file.isOpen() && file.flush() && file.error() == QFileDevice::NoError;
+    return isWritten ? std::nullopt : std::optional(file.errorString());
+}
+
+void writeFile(const ListContact &contacts, const QString &path)
+{
+    const QFileInfo target(path);
+    const bool isSomethingElse = target.exists() && !target.isFile();
+    if (const auto failure = isSomethingElse ? writeInto(contacts, path) : replaceFile(contacts, path))
         throw CommandFailure(ExitCode::FileError, QStringLiteral("%1 cannot be written: %2").arg(path, *failure));
 }
 
@@ -48,7 +70,8 @@ CommandHelp ExportCommand::help() const
             R"(Writes the contacts of the user as vCards of version 3.0, "-" being the standard output. kestin-dir
 import makes the same contacts of them: what a vCard has no place for stands in properties of our own
 (X-KESTIN-...). A photo that is a file of this machine is embedded; where that cannot be read it is
-told and left out. Not written are the ids and dates that the directory gives by itself.)"),
+told and left out. A device or a pipe is written to and stays what it is. Not written are the ids and
+dates that the directory gives by itself.)"),
         {QStringLiteral("kestin-dir export people.vcf"), QStringLiteral("kestin-dir export - | gzip >people.vcf.gz")}};
 }
 

@@ -2,6 +2,7 @@
 #include "tests/client/ClientFixture.h"
 
 #include <csignal>
+#include <sys/stat.h>
 
 namespace {
 
@@ -424,6 +425,14 @@ private Q_SLOTS:
         const QString file = path("all.vcf");
         QCOMPARE(client("export", {file}).out, "exported 2 contacts to " + file + '\n');
         QCOMPARE(client("export -").out.toUtf8(), contentOf(file));
+
+        QCOMPARE(::mkfifo(qPrintable(path("pipe")), 0600), 0);
+        QProcess reader;
+        reader.start("cat", {path("pipe")});
+        QCOMPARE(client("export", {path("pipe")}).code, 0);
+        QVERIFY(QFileInfo(path("pipe")).exists() && !QFileInfo(path("pipe")).isFile());
+        QVERIFY(reader.waitForFinished());
+        QCOMPARE(reader.readAllStandardOutput(), contentOf(file));
 
         const auto contacts = [] {
             QList<QVariantMap> all;
