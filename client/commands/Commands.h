@@ -175,6 +175,8 @@ public:
 private:
     static ExitCode exportTo(const QString &path, const QCommandLineParser &arguments, CommandContext &context);
     static ExitCode importFrom(const QString &path, const QCommandLineParser &arguments, CommandContext &context);
+    static ExitCode tryImport(const QString &path, const QCommandLineParser &arguments, CommandContext &context);
+    static void expectOwn(const QString &path, const QCommandLineParser &arguments, const CommandContext &context);
 };
 
 struct DefaultContacts;

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/commands/Commands.h"
 
+#include "client/bus/ContactPages.h"
 #include "client/commands/Command.h"
 #include "client/commands/CommandArguments.h"
 #include "client/commands/Report.h"
+#include "client/sync/SyncFile.h"
+#include "client/sync/SyncPlan.h"
 #include "client/sync/SyncRun.h"
 
 #include <QFileInfo>
@@ -25,15 +28,20 @@ QDateTime dateOf(const QCommandLineParser &arguments)
     return date.toUTC();
 }
 
+QString deviceOf(const QCommandLineParser &arguments)
+{
+    const QString device = QStringLiteral("device");
+    return arguments.isSet(device) ? arguments.value(device) : QSysInfo::machineHostName();
+}
+
 ExportRequest requestOf(const QString &path, const QCommandLineParser &arguments)
 {
     constexpr int onePage = 0;
-    const QString device = QStringLiteral("device");
     return {path,
             CommandArguments::number(arguments, QStringLiteral("page-size"), onePage, onePage),
             arguments.isSet(QStringLiteral("full")),
             arguments.value(QStringLiteral("id")),
-            arguments.isSet(device) ? arguments.value(device) : QSysInfo::machineHostName(),
+            deviceOf(arguments),
             QDateTime::currentDateTimeUtc(),
             dateOf(arguments)};
 }
@@ -67,6 +75,15 @@ QString exportText(const SyncRun::Outcome &outcome, const QString &path, std::op
     return QStringLiteral("exported to %1%2").arg(path, contacts);
 }
 
+/// How many contacts stand in the file. None when this program cannot read it, which is no failure.
+std::optional<int> countOf(const QString &path)
+{
+    SyncFile file(path);
+    int count = 0;
+    const bool isRead = !file.open() && !file.read([&count](const SyncEntry &) { ++count; });
+    return isRead ? std::optional(count) : std::nullopt;
+}
+
 /// What went wrong, a line each; an exit code of failure when anything did.
 ExitCode tellCause(const SyncRun::Outcome &outcome, const QString &what)
 {
@@ -78,13 +95,103 @@ ExitCode tellCause(const SyncRun::Outcome &outcome, const QString &what)
     return isFailure || !outcome.cause.isEmpty() ? ExitCode::Refused : ExitCode::Done;
 }
 
+/// What an import would do. Throws CommandFailure when the file cannot be opened. A file that is no good is none, which
+/// the directory tells better.
+std::optional<SyncPlan> planOf(SyncFile &file, const QString &path, const CommandContext &context)
+{
+    if (const auto reason = file.open())
+        throw CommandFailure(
+            ExitCode::FileError,
+            QStringLiteral("%1 cannot be read, so it is not known whose contacts it holds: %2; --force "
+                           "has the directory import it all the same")
+                .arg(path, *reason));
+    SyncPlan plan(contactsOfType(DirectoryService(context.bus), ContactType::Local));
+    const auto fault = file.read([&plan](const SyncEntry &entry) { plan.take(entry); });
+    return fault ? std::nullopt : std::optional(plan);
+}
+
+/// Why the file seems to be of another phone, when it does.
+std::optional<QString> foreignness(const SyncFile::Head &head, const SyncPlan &plan, const QString &device)
+{
+    if (!head.device.isEmpty() && head.device != device)
+        return QStringLiteral("it is from the device \"%1\", and this one is \"%2\" (--device says otherwise)")
+            .arg(head.device, device);
+    if (plan.foreign() > 0)
+        return QStringLiteral("%1 of its contacts have nothing in common with the contacts of their ids here")
+            .arg(plan.foreign());
+    if (plan.unknown() > 0)
+        return QStringLiteral("%1 of its contacts have ids that are not on this phone").arg(plan.unknown());
+    return std::nullopt;
+}
+
+QJsonObject jsonOf(const SyncPlan &plan, const SyncFile::Head &head, const QString &path)
+{
+    return {{QStringLiteral("file"), path},
+            {QStringLiteral("device"), head.device},
+            {QStringLiteral("id"), head.id},
+            {QStringLiteral("exported"), head.created},
+            {QStringLiteral("created"), plan.created()},
+            {QStringLiteral("changed"), plan.changed()},
+            {QStringLiteral("kept"), plan.kept()},
+            {QStringLiteral("removed"), plan.removed()},
+            {QStringLiteral("unknown"), plan.unknown()},
+            {QStringLiteral("foreign"), plan.foreign()}};
+}
+
+QString planText(const SyncPlan &plan, const SyncFile::Head &head, const QString &path)
+{
+    const QString source =
+        head.device.isEmpty() ? QString() : QStringLiteral(" (of %1, %2)").arg(head.device, head.created);
+    return QStringLiteral("a dry run, nothing is changed: %1%2: created %3, changed %4, removed %5, kept %6")
+        .arg(path, source)
+        .arg(plan.created())
+        .arg(plan.changed())
+        .arg(plan.removed())
+        .arg(plan.kept());
+}
+
 } // namespace
+
+ExitCode SyncCommand::tryImport(const QString &path, const QCommandLineParser &arguments, CommandContext &context)
+{
+    SyncFile file(path);
+    const std::optional<SyncPlan> plan = planOf(file, path, context);
+    if (!plan)
+        throw CommandFailure(ExitCode::FileError,
+                             QStringLiteral("%1 is no synchronisation file, or a broken one").arg(path));
+    const auto foreign = foreignness(file.head(), *plan, deviceOf(arguments));
+    if (context.json) {
+        QJsonObject object = jsonOf(*plan, file.head(), path);
+        object.insert(QStringLiteral("needsForce"), foreign.value_or(QString()));
+        Report::json(context.out, object);
+    } else {
+        context.out << Printable::text(planText(*plan, file.head(), path)) << '\n';
+    }
+    if (foreign)
+        Report::problem(QStringLiteral("it needs --force: %1").arg(*foreign));
+    return foreign ? ExitCode::Refused : ExitCode::Done;
+}
+
+/// Throws CommandFailure when the file is of another phone.
+void SyncCommand::expectOwn(const QString &path, const QCommandLineParser &arguments, const CommandContext &context)
+{
+    SyncFile file(path);
+    const std::optional<SyncPlan> plan = planOf(file, path, context);
+    const auto foreign = plan ? foreignness(file.head(), *plan, deviceOf(arguments)) : std::nullopt;
+    if (foreign)
+        throw CommandFailure(
+            ExitCode::Refused,
+            QStringLiteral("%1 is not imported: %2; it would replace contacts and remove %3. --force "
+                           "imports it; contacts of another phone come by kestin-dir export and import")
+                .arg(path, *foreign)
+                .arg(plan->removed()));
+}
 
 CommandHelp SyncCommand::help() const
 {
     return {
         {QStringLiteral("sync export FILE [--full] [--since DATE] [--page-size N] [--id TEXT] [--device TEXT]"),
-         QStringLiteral("sync import FILE")},
+         QStringLiteral("sync import FILE [--dry-run] [--force] [--device TEXT]")},
         QStringLiteral(
             R"(Export has the directory write the contacts of the user into FILE: for each its id on the phone (duid)
 and that of the other side (puid), with --full all that the file knows of it, the photo included.
@@ -93,7 +200,13 @@ directory, or after a change of its capacity, is made all the same); otherwise i
 
 Import has the directory make its contacts those of FILE: contacts that it does not list are removed,
 whole ones without a duid are created, those with one changed. It works in read-only mode too. When
-single contacts cannot be imported the others are, each is told, and it ends with 1.
+single contacts cannot be imported the others are, each is told, and it ends with 1. --dry-run changes
+nothing and tells how many contacts would be created, changed and removed.
+
+FILE is for keeping this phone in step with a PC: its ids mean contacts of this phone. A file that is
+from another device, or whose ids are not here or belong to quite different contacts, would replace and
+remove the wrong ones and is refused without --force. To move to another phone use kestin-dir export
+and import, which carry vCards.
 
 It is the directory that reads and writes FILE, so its user must be allowed to. --timeout is how long
 is waited without a sign of progress; for an import, 1 s more for each 64 KiB when it is not given.)"),
@@ -110,8 +223,10 @@ QList<QCommandLineOption> SyncCommand::options() const
         {QStringLiteral("page-size"), QStringLiteral("Export: contacts on a page of the file (0: one page)"),
          QStringLiteral("N")},
         {QStringLiteral("id"), QStringLiteral("Export: what the file says it is called"), QStringLiteral("TEXT")},
-        {QStringLiteral("device"), QStringLiteral("Export: the device it says it is from (this host's name)"),
-         QStringLiteral("TEXT")}};
+        {QStringLiteral("device"), QStringLiteral("The device that the file is from (this host's name)"),
+         QStringLiteral("TEXT")},
+        {QStringLiteral("dry-run"), QStringLiteral("Import: change nothing, tell what would be changed")},
+        {QStringLiteral("force"), QStringLiteral("Import: a file of another phone, too")}};
 }
 
 ExitCode SyncCommand::exportTo(const QString &path, const QCommandLineParser &arguments, CommandContext &context)
@@ -120,7 +235,7 @@ ExitCode SyncCommand::exportTo(const QString &path, const QCommandLineParser &ar
     SyncRun run(context.bus, context.bus.limit());
     const SyncRun::Outcome outcome = outcomeOf(run, [&] { return run.exportTo(request); });
     const bool isWritten = outcome.status.value() == ImpExpStatus::Success;
-    const std::optional<int> count = isWritten ? SyncFile::countContacts(path) : std::nullopt;
+    const std::optional<int> count = isWritten ? countOf(path) : std::nullopt;
     if (context.json) {
         QJsonObject object = jsonOf(outcome, path);
         object.insert(QStringLiteral("contacts"), count ? QJsonValue(*count) : QJsonValue());
@@ -133,6 +248,10 @@ ExitCode SyncCommand::exportTo(const QString &path, const QCommandLineParser &ar
 
 ExitCode SyncCommand::importFrom(const QString &path, const QCommandLineParser &arguments, CommandContext &context)
 {
+    if (arguments.isSet(QStringLiteral("dry-run")))
+        return tryImport(path, arguments, context);
+    if (!arguments.isSet(QStringLiteral("force")))
+        expectOwn(path, arguments, context);
     const std::chrono::milliseconds least = context.bus.limit();
     SyncRun run(context.bus, arguments.isSet(QStringLiteral("timeout")) ? least : importLimit(path, least));
     const SyncRun::Outcome outcome = outcomeOf(run, [&] { return run.importFrom(path); });

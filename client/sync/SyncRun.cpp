@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/sync/SyncRun.h"
 
+#include "client/sync/SyncFile.h"
 #include "client/text/EventText.h"
 #include "platform/records/KestinBus.h"
 #include "platform/records/PlatformEvents.h"
-#include "platform/records/RegularFile.h"
 
 #include <QDBusError>
-#include <QDir>
-#include <QXmlStreamReader>
 
 namespace {
 
@@ -16,31 +14,6 @@ namespace {
 constexpr std::chrono::hours callLimit(24);
 
 } // namespace
-
-std::optional<int> SyncFile::countContacts(const QString &path)
-{
-    QFile file(path);
-    if (RegularFile::open(file))
-        return std::nullopt;
-    QXmlStreamReader reader(&file);
-    int count = 0;
-    while (!reader.atEnd()) {
-        if (reader.readNext() == QXmlStreamReader::StartElement && reader.name() == QLatin1String("contact"))
-            ++count;
-    }
-    return reader.hasError() ? std::nullopt : std::optional(count);
-}
-
-qint64 SyncFile::bytesWritten(const QString &path)
-{
-    const QFileInfo target(path);
-    qint64 bytes = 0;
-    for (const QFileInfo &file : target.dir().entryInfoList(QDir::Files | QDir::Hidden)) {
-        if (file.fileName().contains(target.fileName()))
-            bytes += file.size();
-    }
-    return bytes;
-}
 
 SyncRun::SyncRun(const BusSession &bus, std::chrono::milliseconds limit)
     : m_patientBus(callLimit)

@@ -6,21 +6,8 @@
 #include "platform/records/ImpExpStatus.h"
 
 #include <QDBusPendingCallWatcher>
-#include <QString>
-
+#include <functional>
 #include <optional>
-
-/// The synchronisation file as this program sees it. The directory reads and writes the file, perhaps as another user.
-/// So what this program cannot tell of the file is no failure.
-namespace SyncFile {
-/// How many contacts stand in the file. None when it cannot be read to its end.
-std::optional<int> countContacts(const QString &path);
-
-/// Bytes in the files that belong to `path` while it is being written. These are the files in its folder whose names
-/// hold its name, whatever the unfinished file is called.
-qint64 bytesWritten(const QString &path);
-
-} // namespace SyncFile
 
 /// An export or import of the synchronisation file, from the call to the event that tells how it ended.
 class SyncRun : public QObject

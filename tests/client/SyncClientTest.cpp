@@ -37,6 +37,11 @@ private Q_SLOTS:
         // The third contact, alone on its page, goes and another comes.
         write("b.xml", text.left(secondPage) + "<contact duid=\"\" puid=\"p\"><lastName>Dora</lastName></contact>"
                                                "</page></directory>");
+        const QJsonDocument plan = client("sync import --json --dry-run", {path("b.xml")}).json();
+        QCOMPARE(plan["created"].toInt() * 1000 + plan["changed"].toInt() * 100 + plan["removed"].toInt() * 10 +
+                     plan["kept"].toInt(),
+                 1111);
+        QCOMPARE(names(), "Abel Berta Carl");
         const Outcome import = client("sync import --json", {path("b.xml")});
         QVERIFY(import.code == 0 && import.value("status") == "Success");
         QCOMPARE(names(), "Adam Berta Dora");
@@ -46,17 +51,41 @@ private Q_SLOTS:
     {
         const QByteArray kept = "<directory><contact duid=\"#CONTACT_1#\" puid=\"\"/>";
         write("a.xml", kept + "<contact duid=\"a\" puid=\"\"/><contact duid=\"b\" puid=\"\"/></directory>");
-        const Outcome partial = client("sync import", {path("a.xml")});
+        const Outcome partial = client("sync import --force", {path("a.xml")});
         QCOMPARE(partial.code, 1);
         QCOMPARE(partial.out, "imported " + path("a.xml") + ", with 2 problems\n");
         QCOMPARE(partial.error.count("kestin-dir: not imported: The imported contact with duid="), 2);
         write("b.xml", kept);
         for (const QString &name : {path("b.xml"), QString("/no/such/file.xml")}) {
-            const Outcome broken = client("sync import", {name});
+            const Outcome broken = client("sync import --force", {name});
             QVERIFY(broken.ended(1, "kestin-dir: the import failed: ") && broken.out.isEmpty());
         }
+        QVERIFY(client("sync import", {path("b.xml")}).ended(1, "kestin-dir: the import failed: "));
+        QVERIFY(client("sync import /no/such/file.xml").ended(4, "not known whose contacts it holds: No such file"));
         QVERIFY(client("sync export /no/such/folder/a.xml").ended(1, "kestin-dir: the export failed: "));
         QCOMPARE(names(), "Abel");
+    }
+
+    void aFileOfAnotherPhoneIsNotImported_data()
+    {
+        const Rows<QByteArray, QByteArray, QString> row; // what stands in its place
+        row("another device", "device=\"", "device=\"other-", "it is from the device \"other-");
+        row("an id that is not here", "#CONTACT_2#", "#CONTACT_7#", "1 of its contacts have ids that are not");
+        row("another person", "<lastName>Abel<", "<lastName>Zoe<", "1 of its contacts have nothing in common");
+    }
+
+    void aFileOfAnotherPhoneIsNotImported()
+    {
+        const auto [from, to, reason] = currentRow<QByteArray, QByteArray, QString>();
+        QCOMPARE(client("sync export --full", {path("a.xml")}).code, 0);
+        const QByteArray text =
+            contentOf(path("a.xml")).replace("<lastModificationDate>20", "<lastModificationDate>19");
+        write("a.xml", QByteArray(text).replace(from, to));
+        QVERIFY(client("sync import", {path("a.xml")}).ended(1, reason));
+        QVERIFY(client("sync import --dry-run", {path("a.xml")}).ended(1, "it needs --force: " + reason));
+        QCOMPARE(names(), "Abel Berta Carl");
+        write("a.xml", text);
+        QCOMPARE(client("sync import", {path("a.xml")}).code, 0);
     }
 
     void nothingIsExportedTwice()
@@ -75,7 +104,8 @@ private Q_SLOTS:
     void aDirectoryThatEndsOrIsSilentHangsNobody()
     {
         m_phone->directory.freeze();
-        QVERIFY(client("sync import --timeout 1", {path("a.xml")}).ended(5, "did not tell the end within the limit"));
+        QVERIFY(client("sync import --force --timeout 1", {path("a.xml")})
+                    .ended(5, "did not tell the end within the limit"));
         Program waiting("kestin-dir", {"sync", "export", path("a.xml")});
         waiting.start();
         m_phone->directory.kill();
