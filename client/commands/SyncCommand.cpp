@@ -67,21 +67,49 @@ QJsonObject jsonOf(const SyncRun::Outcome &outcome, const QString &path)
             {QStringLiteral("file"), path}};
 }
 
-QString exportText(const SyncRun::Outcome &outcome, const QString &path, std::optional<int> count)
+/// What an export wrote.
+struct Written
+{
+    int contacts = 0;
+    int missing = 0;  ///< contacts of the phone that could not be written
+    int replaced = 0; ///< contacts of which characters could not be written
+};
+
+/// None when this program cannot read the file, which is no failure.
+std::optional<Written> writtenTo(const QString &path)
+{
+    SyncFile file(path);
+    Written written;
+    const auto count = [&written](const SyncEntry &entry) {
+        ++written.contacts;
+        written.replaced += entry.isReplaced ? 1 : 0;
+    };
+    if (file.open() || file.read(count))
+        return std::nullopt;
+    written.missing = file.head().contacts.value_or(written.contacts) - written.contacts;
+    return written;
+}
+
+ExitCode tellLosses(const Written &written, const QString &path)
+{
+    if (written.missing > 0)
+        Report::problem(
+            QStringLiteral("%1 contacts of the phone are not in %2, the directory's log tells why; to import "
+                           "the file would remove them")
+                .arg(written.missing)
+                .arg(path));
+    if (written.replaced > 0)
+        Report::problem(QStringLiteral("%1 contacts hold characters that the file cannot; U+FFFD stands in their place")
+                            .arg(written.replaced));
+    return written.missing > 0 || written.replaced > 0 ? ExitCode::Refused : ExitCode::Done;
+}
+
+QString exportText(const SyncRun::Outcome &outcome, const QString &path, const std::optional<Written> &written)
 {
     if (outcome.status.value() == ImpExpStatus::NothingToDo)
         return QStringLiteral("nothing to do: nothing has changed since then; %1 is not written").arg(path);
-    const QString contacts = count ? QStringLiteral(" with %1 contacts").arg(*count) : QString();
+    const QString contacts = written ? QStringLiteral(" with %1 contacts").arg(written->contacts) : QString();
     return QStringLiteral("exported to %1%2").arg(path, contacts);
-}
-
-/// How many contacts stand in the file. None when this program cannot read it, which is no failure.
-std::optional<int> countOf(const QString &path)
-{
-    SyncFile file(path);
-    int count = 0;
-    const bool isRead = !file.open() && !file.read([&count](const SyncEntry &) { ++count; });
-    return isRead ? std::optional(count) : std::nullopt;
 }
 
 /// What went wrong, a line each; an exit code of failure when anything did.
@@ -197,6 +225,7 @@ CommandHelp SyncCommand::help() const
 and that of the other side (puid), with --full all that the file knows of it, the photo included.
 With --since it does nothing when no contact has changed since (the first export after a start of the
 directory, or after a change of its capacity, is made all the same); otherwise it always exports.
+It ends with 1 when contacts, or characters of a contact, could not be written.
 
 Import has the directory make its contacts those of FILE: contacts that it does not list are removed,
 whole ones without a duid are created, those with one changed. It works in read-only mode too. When
@@ -235,15 +264,18 @@ ExitCode SyncCommand::exportTo(const QString &path, const QCommandLineParser &ar
     SyncRun run(context.bus, context.bus.limit());
     const SyncRun::Outcome outcome = outcomeOf(run, [&] { return run.exportTo(request); });
     const bool isWritten = outcome.status.value() == ImpExpStatus::Success;
-    const std::optional<int> count = isWritten ? countOf(path) : std::nullopt;
+    const std::optional<Written> written = isWritten ? writtenTo(path) : std::nullopt;
     if (context.json) {
         QJsonObject object = jsonOf(outcome, path);
-        object.insert(QStringLiteral("contacts"), count ? QJsonValue(*count) : QJsonValue());
+        object.insert(QStringLiteral("contacts"), written ? QJsonValue(written->contacts) : QJsonValue());
+        object.insert(QStringLiteral("missing"), written ? QJsonValue(written->missing) : QJsonValue());
+        object.insert(QStringLiteral("replaced"), written ? QJsonValue(written->replaced) : QJsonValue());
         Report::json(context.out, object);
     } else if (outcome.status.value() != ImpExpStatus::Failure) {
-        context.out << Printable::text(exportText(outcome, path, count)) << '\n';
+        context.out << Printable::text(exportText(outcome, path, written)) << '\n';
     }
-    return tellCause(outcome, QStringLiteral("the export failed"));
+    const ExitCode losses = written ? tellLosses(*written, path) : ExitCode::Done;
+    return std::max(losses, tellCause(outcome, QStringLiteral("the export failed")));
 }
 
 ExitCode SyncCommand::importFrom(const QString &path, const QCommandLineParser &arguments, CommandContext &context)

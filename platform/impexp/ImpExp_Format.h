@@ -10,9 +10,10 @@ namespace ImpExp_Format {
 constexpr QLatin1String root("directory");
 constexpr QLatin1String page("page");
 constexpr QLatin1String contact("contact");
-constexpr QLatin1String duid("duid");   ///< the phone's id of a contact
-constexpr QLatin1String puid("puid");   ///< the provisioning side's id of it
-constexpr QLatin1String photo("photo"); ///< the image in base64
+constexpr QLatin1String duid("duid");         ///< the phone's id of a contact
+constexpr QLatin1String puid("puid");         ///< the provisioning side's id of it
+constexpr QLatin1String replaced("replaced"); ///< the elements in which characters stand for others
+constexpr QLatin1String photo("photo");       ///< the image in base64
 
 /// A contact with all that it holds, or anything between two contacts. Room for a photo of 10 MiB.
 constexpr qint64 contactBytes = 16 * 1024 * 1024;

@@ -25,14 +25,31 @@ std::optional<int> sizeOfUnit(char16_t unit)
     return unit < 0x80 ? 1 : unit < 0x800 ? 2 : 3;
 }
 
+bool isPair(QStringView text, qsizetype place)
+{
+    return text[place].isHighSurrogate() && place + 1 < text.size() && text[place + 1].isLowSurrogate();
+}
+
 } // namespace
+
+QString ImpExp_Text::carried(const QString &text)
+{
+    QString result = text;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (isPair(text, i))
+            ++i;
+        else if (!sizeOfUnit(text[i].unicode()))
+            result[i] = QChar::ReplacementCharacter;
+    }
+    return result;
+}
 
 std::optional<qint64> ImpExp_Text::encodedSize(QStringView text)
 {
     constexpr int pair = 4;
     qint64 size = 0;
     for (qsizetype i = 0; i < text.size(); ++i) {
-        if (text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate()) {
+        if (isPair(text, i)) {
             size += pair;
             ++i;
             continue;

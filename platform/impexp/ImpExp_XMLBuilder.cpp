@@ -36,6 +36,24 @@ void checkItem(const ImpExp_Item &item)
         throw ImpExp_ErrorException(QStringLiteral("it is too large"));
 }
 
+/// The item with texts that XML can carry, when one of its texts is none. Ids stay: another id is another contact's.
+std::optional<ImpExp_Item> carriedItem(const ImpExp_Item &item)
+{
+    std::optional<ImpExp_Item> result;
+    QStringList replaced;
+    for (const auto &[name, text] : item.elements()) {
+        if (ImpExp_Text::encodedSize(text))
+            continue;
+        if (!result)
+            result = item;
+        result->setElement(name, ImpExp_Text::carried(text));
+        replaced.append(name);
+    }
+    if (result)
+        result->setAttribute(ImpExp_Format::replaced, replaced.join(QLatin1Char(' ')));
+    return result;
+}
+
 /// Whether a text begins as XML does: with markup, perhaps behind a byte order mark and blanks.
 bool beginsLikeXml(QIODevice &file)
 {
@@ -96,8 +114,10 @@ void ImpExp_XMLBuilder::writeAttribute(QLatin1String name, const QString &value)
     m_writer.writeAttribute(name, value);
 }
 
-void ImpExp_XMLBuilder::putItem(const ImpExp_Item &item)
+void ImpExp_XMLBuilder::putItem(const ImpExp_Item &wanted)
 {
+    const std::optional<ImpExp_Item> carried = carriedItem(wanted);
+    const ImpExp_Item &item = carried ? *carried : wanted;
     checkItem(item);
     if (m_pages == 0 || (m_pageSize > 0 && m_itemsInPage == m_pageSize))
         beginPage();

@@ -23,9 +23,10 @@ public:
     ImpExp_XMLBuilder(const ImpExp_XMLBuilder &) = delete;
     ImpExp_XMLBuilder &operator=(const ImpExp_XMLBuilder &) = delete;
 
+    /// A character that XML cannot carry becomes U+FFFD; the item's attribute "replaced" names the elements concerned.
     /// Throws ImpExp_ErrorException when the item cannot be put into a file. Nothing of the item is written then.
     /// Throws ImpExp_FatalException when the file cannot be written any further.
-    void putItem(const ImpExp_Item &item);
+    void putItem(const ImpExp_Item &wanted);
 
     /// Completes the file and puts it in place of the target. File and folder are on disk then. Throws
     /// ImpExp_FatalException when that fails.

@@ -66,6 +66,20 @@ private Q_SLOTS:
         QCOMPARE(names(), "Abel");
     }
 
+    void whatTheFileCannotHoldIsTold()
+    {
+        const QString sql = "import sqlite3; c = sqlite3.connect('%1'); "
+                            "c.execute(\"UPDATE CONTACT SET puid = char(1) WHERE name = 'Abel'\"); c.commit()";
+        QCOMPARE(QProcess::execute("python3", {"-c", sql.arg(m_phone->databasePath())}), 0);
+        QCOMPARE(client("add --last-name", QStringList("D\u0001")).code, 0);
+        const Outcome exported = client("sync export --full --json", {path("a.xml")});
+        QVERIFY(exported.ended(1, "1 contacts of the phone are not in "));
+        QVERIFY(exported.ended(1, "1 contacts hold characters that the file cannot"));
+        QCOMPARE(exported.json()["contacts"].toInt(), 3);
+        QCOMPARE(client("sync import", {path("a.xml")}).code, 0);
+        QCOMPARE(names(), "Berta Carl D\ufffd");
+    }
+
     void aFileOfAnotherPhoneIsNotImported_data()
     {
         const Rows<QByteArray, QByteArray, QString> row; // what stands in its place

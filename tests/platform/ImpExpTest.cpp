@@ -185,6 +185,19 @@ private Q_SLOTS:
         }
     }
 
+    void charactersThatXmlCannotCarryAreReplaced()
+    {
+        ImpExp_XMLBuilder writing = builder();
+        writing.putItem(contact("1", QString("a\u0001\t\U0001F4DE") + QChar(0xd83d) + QChar(0xfffe) + QChar(0)));
+        writing.finish();
+        QCOMPARE(QProcess::execute("xmllint", {"--noout", "--schema", KESTIN_SYNC_SCHEMA, target()}), 0);
+        ImpExp_XMLParser parser(target());
+        ImpExp_Item item("contact");
+        QVERIFY(parser.getItem(item, true));
+        QCOMPARE(item.getElement("lastName"), "a\ufffd\t\U0001F4DE\ufffd\ufffd\ufffd");
+        QCOMPARE(item.getAttribute("replaced"), "lastName");
+    }
+
     void aContactThatXmlCannotCarryIsLeftOut()
     {
         const QStringList texts{"a\u0001",
@@ -195,7 +208,7 @@ private Q_SLOTS:
                                 QString(17 << 20, 'x')};
         ImpExp_XMLBuilder writing = builder();
         for (const QString &text : texts) {
-            QVERIFY_EXCEPTION_THROWN(writing.putItem(contact("1", text)), ImpExp_ErrorException);
+            QVERIFY_EXCEPTION_THROWN(writing.putItem(contact(text, "x")), ImpExp_ErrorException);
             QVERIFY_EXCEPTION_THROWN(writing.putItem(ContactMap_Item("1", text)), ImpExp_ErrorException);
             QVERIFY_EXCEPTION_THROWN(builder(0, text), ImpExp_FatalException);
         }
