@@ -59,8 +59,8 @@ qsizetype find(const QByteArray &line, char wanted, qsizetype from)
 
 QByteArray mendedParameter(const QByteArray &parameter)
 {
-    const QByteArray name = parameter.left(parameter.indexOf('=')).trimmed();
     const bool isBare = !parameter.contains('=');
+    const QByteArray name = isBare ? parameter.trimmed() : parameter.left(parameter.indexOf('=')).trimmed();
     if (isBare && (name.toUpper() == "BASE64" || name.toUpper() == "B"))
         return ";ENCODING=BASE64";
     if (isToken(name))
@@ -156,6 +156,7 @@ QByteArray VCardRepair::mended(const QByteArray &card)
     for (QByteArray line : card.split('\n')) {
         if (line.endsWith('\r'))
             line.chop(1);
+        line.replace('\r', ' '); // to the library an end
         if (property.take(line))
             continue;
         result += property.text();

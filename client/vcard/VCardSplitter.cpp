@@ -5,8 +5,6 @@
 
 namespace {
 
-constexpr qsizetype longestPiece = 64 * 1024;
-
 constexpr char beginMark[] = "BEGIN:VCARD";
 constexpr char endMark[] = "END:VCARD";
 constexpr char versionMark[] = "VERSION:";
@@ -69,14 +67,13 @@ VCardSplitter::Kind VCardSplitter::kindOf(const QByteArray &line)
 }
 
 VCardSplitter::VCardSplitter(QIODevice &device)
-    : m_device(device)
+    : m_lines(device)
 {
 }
 
-/// A piece of the file up to the end of the line, or of an overlong line. Empty at the end of the file.
 QByteArray VCardSplitter::readLine()
 {
-    QByteArray line = m_again.isEmpty() ? m_device.readLine(longestPiece) : std::exchange(m_again, {});
+    QByteArray line = m_again.isEmpty() ? m_lines.next() : std::exchange(m_again, {});
     if (line.startsWith(byteOrderMark)) // of a file behind another, too
         line.remove(0, qsizetype(qstrlen(byteOrderMark)));
     return line;

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "client/vcard/VCardLines.h"
+
 #include <QByteArray>
-#include <QIODevice>
 
 #include <optional>
 
@@ -39,7 +40,7 @@ private:
     void follow(Kind kind);
     void append(RawCard &card, const QByteArray &line) const;
 
-    QIODevice &m_device;
+    VCardLines m_lines;
     int m_count = 0;
     int m_depth = 0;              ///< cards that are open inside each other
     bool m_beginSeen = false;     ///< of the next card
