@@ -36,6 +36,13 @@ bool isInstantMessaging(const QString &name)
     return names.contains(name);
 }
 
+bool isKind(const QString &name)
+{
+    static const QSet<QString> names{QStringLiteral("KIND"), QStringLiteral("X-ADDRESSBOOKSERVER-KIND"),
+                                     QStringLiteral("X-ABSHOWAS")};
+    return names.contains(name);
+}
+
 /// The first that is not empty wins; a card may name a thing twice.
 void fill(QString &field, const QString &value)
 {
@@ -56,7 +63,7 @@ QString joined(const QStringList &parts, const QString &separator)
 std::optional<QString> faultOf(const QByteArray &card)
 {
     if (card.contains('\0'))
-        return QStringLiteral("holds a NUL character; is the file UTF-16? It has to be UTF-8");
+        return QStringLiteral("holds a NUL character; is the file UTF-16 without its mark");
     static const QRegularExpression version21(QStringLiteral("^VERSION:\\s*2\\.1\\s*$"),
                                               QRegularExpression::MultilineOption |
                                                   QRegularExpression::CaseInsensitiveOption);
@@ -120,14 +127,20 @@ void VCardReader::take(const VCardProperty &property)
         fill(m_contact.timezone, property.part(0));
     else if (name == QLatin1String("CLASS"))
         m_contact.isPrivate = property.part(0).compare(QLatin1String("PRIVATE"), Qt::CaseInsensitive) == 0;
-    else if (name == QLatin1String("KIND"))
-        m_isGroup = property.part(0).compare(QLatin1String("group"), Qt::CaseInsensitive) == 0;
+    else if (isKind(name))
+        takeKind(property.part(0).toLower());
     else if (name == QLatin1String("CATEGORIES"))
         addMisc(QStringLiteral("categories"), property.values.join(QLatin1String(", ")));
     else if (OwnProperties::isOwn(name))
         m_own.append(property);
     else if (miscKeys().contains(name))
         addMisc(miscKeys().value(name), property.text());
+}
+
+void VCardReader::takeKind(const QString &kind)
+{
+    m_isGroup = m_isGroup || kind == QLatin1String("group");
+    m_saysCompany = m_saysCompany || kind == QLatin1String("org") || kind == QLatin1String("company");
 }
 
 void VCardReader::takeName(const VCardProperty &property)
@@ -205,22 +218,46 @@ void VCardReader::takePhoto(const VCardProperty &property)
                                         : property.bytes;
 }
 
+/// Whether the card is that of a company, as a company says or as one writes the name of a department.
+bool VCardReader::isCompany() const
+{
+    const QString company = m_contact.misc.value(QStringLiteral("company"));
+    const bool hasName = !m_contact.firstName.isEmpty() || !m_contact.name.isEmpty();
+    if (m_saysCompany || hasName || company.isEmpty() || !m_fullName.startsWith(company, Qt::CaseInsensitive))
+        return m_saysCompany;
+    return m_fullName.size() == company.size() || !m_fullName.at(company.size()).isLetterOrNumber();
+}
+
 void VCardReader::completeName()
 {
-    if (!m_contact.firstName.isEmpty() || !m_contact.name.isEmpty())
-        return;
-    const QString company = m_contact.misc.value(QStringLiteral("company"));
-    if (!m_fullName.isEmpty() && m_fullName != company) {
+    if (isCompany())
+        return takeCompanyName();
+    if (m_contact.firstName.isEmpty() && m_contact.name.isEmpty() && !m_fullName.isEmpty()) {
         const PersonName name = PersonName::of(m_fullName);
         m_contact.firstName = name.first;
         m_contact.name = name.last;
         fill(m_contact.salutation, name.prefix);
         addMisc(QStringLiteral("suffix"), name.suffix);
-        return;
     }
+    if (m_contact.name.isEmpty()) // people are searched by the last name
+        std::swap(m_contact.firstName, m_contact.name);
     for (const QString &candidate :
-         {company, m_contact.misc.value(QStringLiteral("nickname")), m_contact.email, m_contact.personalEmail})
+         {m_contact.misc.value(QStringLiteral("company")), m_contact.misc.value(QStringLiteral("nickname")),
+          m_contact.email, m_contact.personalEmail})
         fill(m_contact.name, candidate);
+}
+
+/// A person whom the card names beside the company is not lost.
+void VCardReader::takeCompanyName()
+{
+    const QString person = joined({m_contact.firstName, m_contact.name}, QStringLiteral(" "));
+    QString company = m_fullName;
+    fill(company, m_contact.misc.value(QStringLiteral("company")));
+    fill(company, person);
+    m_contact.firstName.clear();
+    m_contact.name = company;
+    if (person != company)
+        addMisc(QStringLiteral("person"), person);
 }
 
 /// The first of a kind has the plain key, the next ones a number behind it.

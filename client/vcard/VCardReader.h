@@ -22,7 +22,8 @@ struct PersonName
 
 /// Makes a contact of a vCard (2.1, 3.0, 4.0). Fields of the directory are filled first. What has no field becomes a
 /// misc pair: company, department, job, address, city, region, zip, country, note, url, birthday and the like. What
-/// OwnProperties say stands above that. Sounds and keys, and what only the writing program understands, are left out.
+/// OwnProperties say stands above that. A company, and a person with a given name alone, has a last name only, by which
+/// it is searched. Sounds and keys, and what only the writing program understands, are left out.
 class VCardReader
 {
 public:
@@ -41,13 +42,16 @@ public:
 
 private:
     void take(const VCardProperty &property);
+    void takeKind(const QString &kind);
     void takeName(const VCardProperty &property);
     void takeEmail(const VCardProperty &property);
     void takeInstantMessaging(const VCardProperty &property);
     void takeAddress(const VCardProperty &property);
     void takeOrganisation(const VCardProperty &property);
     void takePhoto(const VCardProperty &property);
+    bool isCompany() const;
     void completeName();
+    void takeCompanyName();
     void addMisc(const QString &key, const QString &value);
 
     Contact m_contact;
@@ -56,4 +60,5 @@ private:
     QByteArray m_picture;
     QString m_fullName;
     bool m_isGroup = false;
+    bool m_saysCompany = false;
 };

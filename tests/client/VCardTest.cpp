@@ -108,6 +108,14 @@ private Q_SLOTS:
             "misc.otherAddress: Sea, Nice\nmisc.region: IdF\nmisc.url: http://x.org/;a\nmisc.zip: 75001");
         row("a company has one name", card("3.0", "FN:Bar du Coin\nORG:Bar du Coin\n"),
             "name: Bar du Coin\nmisc.company: Bar du Coin");
+        row("a company's department", card("3.0", "FN:Bar du Coin – Lab\nN:;;;;\nORG:Bar du Coin;Lab\n"),
+            "name: Bar du Coin – Lab\nmisc.company: Bar du Coin\nmisc.department: Lab");
+        row("a person whose name begins like the company's", card("3.0", "FN:Barlow Smith\nORG:Barl\n"),
+            "firstName: Barlow\nname: Smith\nmisc.company: Barl");
+        row("one who says to be a company", card("4.0", "FN:Zoë Müller\nKIND:org\n"), "name: Zoë Müller");
+        row("shown as a company", card("3.0", "N:Müller;Zoë\nFN:Bar\nORG:Bar\nX-ABShowAs:COMPANY\n"),
+            "name: Bar\nmisc.company: Bar\nmisc.person: Zoë Müller");
+        row("a given name alone", card("3.0", "N:;Mum;;;\nORG:Family\n"), "name: Mum\nmisc.company: Family");
         row("lines that are none", card("3.0", "N:only\nTEL\n:::\n=\nFOO;=:x\n\n"), "name: only");
         row("parameters that are no token",
             card("2.1", "N:X\nTEL;X-CUSTOM(CHARSET=UTF-8,ENCODING=QUOTED-PRINTABLE,=E5):1=\nTEL;Home Phone:2\n"
@@ -234,6 +242,7 @@ private Q_SLOTS:
         row("not UTF-8", card("3.0", "N:M\xfcller\n"), "not valid UTF-8");
         row("no name", card("3.0", "N:;;;;\nFN: \nTEL:1\n"), "holds no name");
         row("group", card("4.0", "KIND:group\nFN:All\n"), "is a group");
+        row("group of 3.0", card("3.0", "X-ADDRESSBOOKSERVER-KIND:group\nFN:All\n"), "is a group");
         row("no card", QByteArray("hello"), "holds no name");
     }
 
