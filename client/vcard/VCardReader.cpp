@@ -16,7 +16,6 @@ const QHash<QString, QString> &miscKeys()
     static const QHash<QString, QString> keys{
         {QStringLiteral("TITLE"), QStringLiteral("job")},
         {QStringLiteral("ROLE"), QStringLiteral("role")},
-        {QStringLiteral("URL"), QStringLiteral("url")},
         {QStringLiteral("NOTE"), QStringLiteral("note")},
         {QStringLiteral("BDAY"), QStringLiteral("birthday")},
         {QStringLiteral("ANNIVERSARY"), QStringLiteral("anniversary")},
@@ -131,6 +130,8 @@ void VCardReader::take(const VCardProperty &property)
         takeKind(property.part(0).toLower());
     else if (name == QLatin1String("CATEGORIES"))
         addMisc(QStringLiteral("categories"), property.values.join(QLatin1String(", ")));
+    else if (name == QLatin1String("URL")) // some escape the colon
+        addMisc(QStringLiteral("url"), property.text().replace(QLatin1String("\\:"), QLatin1String(":")));
     else if (OwnProperties::isOwn(name))
         m_own.append(property);
     else if (miscKeys().contains(name))

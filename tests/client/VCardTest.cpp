@@ -102,7 +102,7 @@ private Q_SLOTS:
             "collaborationId: x@y");
         row("addresses, organisation, title",
             card("3.0", "N:X\nADR;TYPE=WORK:PO 1;Floor 2;Main St 3;Paris;IdF;75001;France\nADR:;;Sea;Nice;;;\n"
-                        "ORG:ACME;R&D;Lab\nTITLE:Chief\nBDAY:1980-01-02\nURL:http://x.org/;a\n"),
+                        "ORG:ACME;R&D;Lab\nTITLE:Chief\nBDAY:1980-01-02\nURL:http\\://x.org/;a\n"),
             "name: X\nmisc.address: Main St 3, Floor 2, PO 1\nmisc.birthday: 1980-01-02\nmisc.city: Paris\n"
             "misc.company: ACME\nmisc.country: France\nmisc.department: R&D, Lab\nmisc.job: Chief\n"
             "misc.otherAddress: Sea, Nice\nmisc.region: IdF\nmisc.url: http://x.org/;a\nmisc.zip: 75001");
