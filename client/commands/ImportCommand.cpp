@@ -52,9 +52,11 @@ an earlier card of this import is skipped unless said otherwise.
 Numbers: work -> office (a second one, or a short one, -> extension), cell -> mobile, home -> home,
 fax -> fax, the preferred one first. Further numbers get a field that is free; one for which there is
 none becomes an attribute, by which no caller is recognised, and that is told. What has no field of
-its own becomes an attribute too (company, job, address, city, zip, country, note, url, birthday...). An embedded photo is put into the directory's photo folder;
-where that cannot be done, that is told and the contact has none. Cards that kestin-dir export
-wrote come back as they were.)"),
+its own becomes an attribute too (company, job, address, city, zip, country, note, url, birthday...).
+An embedded photo is put into the directory's photo folder; where that cannot be done, that is told
+and the contact has none. Properties that a contact has no place for are counted by their names at the
+end. Companies, and people with a given name alone, have a last name only, by which they are found.
+Cards that kestin-dir export wrote come back as they were.)"),
             {QStringLiteral("kestin-dir import people.vcf"), QStringLiteral("cat *.vcf | kestin-dir import -"),
              QStringLiteral("kestin-dir import people.vcf --duplicates update --dry-run")}};
 }
@@ -100,7 +102,9 @@ ExitCode ImportCommand::run(const QCommandLineParser &arguments, CommandContext 
     if (context.json)
         Report::json(context.out, run.report().toJson());
     else
-        context.out << run.report().toString() << '\n';
+        context.out << Printable::text(run.report().toString()) << '\n';
+    if (const QString leftOut = run.report().leftOutText(); !context.json && !leftOut.isEmpty())
+        context.out << Printable::text(leftOut) << '\n';
     if (run.stopped()) {
         Report::problem(QStringLiteral("stopped before the end: %1").arg(run.stopped()->text()));
         return run.stopped()->code();

@@ -39,8 +39,28 @@ QString ImportReport::toString() const
     return (isTrial ? QStringLiteral("a dry run, nothing is changed: ") : QString()) + parts.join(QLatin1String(", "));
 }
 
+void ImportReport::leaveOut(const QMap<QString, int> &properties)
+{
+    constexpr qsizetype mostNames = 100;
+    for (auto property = properties.cbegin(); property != properties.cend(); ++property) {
+        const bool isRoom = leftOut.size() < mostNames || leftOut.contains(property.key());
+        leftOut[isRoom ? property.key() : QStringLiteral("others")] += *property;
+    }
+}
+
+QString ImportReport::leftOutText() const
+{
+    QStringList parts;
+    for (auto property = leftOut.cbegin(); property != leftOut.cend(); ++property)
+        parts.append(QStringLiteral("%1 %2").arg(QString::number(*property), property.key()));
+    return parts.isEmpty() ? QString() : QStringLiteral("left out of the cards: ") + parts.join(QLatin1String(", "));
+}
+
 QJsonObject ImportReport::toJson() const
 {
+    QJsonObject properties;
+    for (auto property = leftOut.cbegin(); property != leftOut.cend(); ++property)
+        properties.insert(property.key(), *property);
     return {{QStringLiteral("dryRun"), isTrial},
             {QStringLiteral("created"), created},
             {QStringLiteral("updated"), updated},
@@ -48,5 +68,6 @@ QJsonObject ImportReport::toJson() const
             {QStringLiteral("refused"), jsonOf(refused)},
             {QStringLiteral("unreachable"), jsonOf(unreachable)},
             {QStringLiteral("withoutPhoto"), jsonOf(withoutPhoto)},
+            {QStringLiteral("leftOut"), properties},
             {QStringLiteral("seconds"), double(milliseconds) / 1000}};
 }

@@ -3,6 +3,7 @@
 
 #include <QJsonObject>
 #include <QList>
+#include <QMap>
 #include <QString>
 
 /// A card that made no contact, or a contact that lacks something of the card.
@@ -27,8 +28,12 @@ struct ImportReport
     QList<RefusedCard> refused;
     QList<RefusedCard> unreachable;  ///< created, but with a number by which no caller is recognised
     QList<RefusedCard> withoutPhoto; ///< created, but their embedded photo could not be kept
+    QMap<QString, int> leftOut;      ///< properties that no contact has a place for: how many of each name
     qint64 milliseconds = 0;
 
     QString toString() const;
+    /// What was left out, on a line of its own. Empty when nothing was.
+    QString leftOutText() const;
+    void leaveOut(const QMap<QString, int> &properties);
     QJsonObject toJson() const;
 };

@@ -93,6 +93,7 @@ void ImportRun::takeCard(const RawCard &card)
     const VCardReader::Result result = VCardReader::read(card.text);
     if (result.refusal)
         return refuse({m_source->file, card.number, {}, {}}, *result.refusal);
+    m_report.leaveOut(result.leftOut);
     takeContact({{m_source->file, card.number, ContactText::displayName(result.contact), {}},
                  result.contact,
                  result.unreachable},

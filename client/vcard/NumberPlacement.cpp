@@ -93,9 +93,7 @@ void NumberPlacement::separateExtension()
 
 void NumberPlacement::place(VCardProperties telephones)
 {
-    std::stable_sort(telephones.begin(), telephones.end(), [](const VCardProperty &one, const VCardProperty &other) {
-        return one.preference < other.preference;
-    });
+    VCardProperty::sortByPreference(telephones);
     QStringList withoutPlace;
     QStringList extensions;
     QStringList displaced;

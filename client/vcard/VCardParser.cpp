@@ -87,6 +87,13 @@ VCardProperty propertyOf(EVCardAttribute *attribute)
 
 } // namespace
 
+void VCardProperty::sortByPreference(VCardProperties &properties)
+{
+    std::stable_sort(properties.begin(), properties.end(), [](const VCardProperty &one, const VCardProperty &other) {
+        return one.preference < other.preference;
+    });
+}
+
 VCardProperties VCardParser::parse(const QByteArray &card)
 {
     const QuietLibrary quiet;

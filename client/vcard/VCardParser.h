@@ -18,6 +18,9 @@ struct VCardProperty
 
     static constexpr int leastPreferred = 101; ///< 1 to 100 are those of version 4.0
 
+    /// Puts the preferred first and leaves the order of the card otherwise.
+    static void sortByPreference(QList<VCardProperty> &properties);
+
     bool is(const char *type) const { return types.contains(QLatin1String(type)); }
     /// The part at the place, on a single line without blanks around it. Empty when the value has no such part.
     QString part(qsizetype index) const { return values.value(index).simplified(); }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/vcard/VCardReader.h"
 
+#include "client/vcard/AddressPlacement.h"
+#include "client/vcard/MiscPairs.h"
 #include "client/vcard/NumberPlacement.h"
 #include "client/vcard/OwnProperties.h"
 #include "client/vcard/VCardParser.h"
@@ -20,19 +22,48 @@ const QHash<QString, QString> &miscKeys()
         {QStringLiteral("BDAY"), QStringLiteral("birthday")},
         {QStringLiteral("ANNIVERSARY"), QStringLiteral("anniversary")},
         {QStringLiteral("NICKNAME"), QStringLiteral("nickname")},
-        {QStringLiteral("GEO"), QStringLiteral("geo")},
+        {QStringLiteral("X-ANNIVERSARY"), QStringLiteral("anniversary")},
         {QStringLiteral("GENDER"), QStringLiteral("gender")},
         {QStringLiteral("UID"), QStringLiteral("uid")},
     };
     return keys;
 }
 
-bool isInstantMessaging(const QString &name)
+/// The list of properties that are given their places together; none for other properties.
+QString listOf(const VCardProperty &property)
 {
+    static const QHash<QString, QString> lists{
+        {QStringLiteral("TEL"), QStringLiteral("TEL")},       {QStringLiteral("EMAIL"), QStringLiteral("EMAIL")},
+        {QStringLiteral("ADR"), QStringLiteral("ADR")},       {QStringLiteral("IMPP"), QStringLiteral("IMPP")},
+        {QStringLiteral("X-JABBER"), QStringLiteral("IMPP")}, {QStringLiteral("X-SIP"), QStringLiteral("IMPP")},
+    };
+    const QString list = lists.value(property.name);
     // A telephone that is no number is an address to call.
-    static const QSet<QString> names{QStringLiteral("IMPP"), QStringLiteral("X-JABBER"), QStringLiteral("X-SIP"),
-                                     QStringLiteral("TEL")};
+    const bool isAddress = list == QLatin1String("TEL") && property.text().contains(QLatin1Char('@'));
+    return isAddress ? QStringLiteral("IMPP") : list;
+}
+
+/// What is about the card and not about the person, or is made anew.
+bool isOfCard(const QString &name)
+{
+    static const QSet<QString> names{QStringLiteral("BEGIN"),      QStringLiteral("END"), QStringLiteral("VERSION"),
+                                     QStringLiteral("PRODID"),     QStringLiteral("REV"), QStringLiteral("PROFILE"),
+                                     QStringLiteral("SORT-STRING")};
     return names.contains(name);
+}
+
+/// Version 4.0 writes "geo:48.1,2.3".
+QString geoOf(const VCardProperty &property)
+{
+    static const QRegularExpression uri(QStringLiteral("^geo:([^,;]+),([^,;]+).*$"),
+                                        QRegularExpression::CaseInsensitiveOption);
+    return property.text().replace(uri, QStringLiteral("\\1;\\2"));
+}
+
+/// Of a web address some escape the colon.
+QString urlOf(const VCardProperty &property)
+{
+    return property.text().replace(QLatin1String("\\:"), QLatin1String(":"));
 }
 
 bool isKind(const QString &name)
@@ -42,11 +73,12 @@ bool isKind(const QString &name)
     return names.contains(name);
 }
 
-/// The first that is not empty wins; a card may name a thing twice.
-void fill(QString &field, const QString &value)
+/// The first that is not empty wins; a card may name a thing twice. False when another one was there.
+bool fill(QString &field, const QString &value)
 {
     if (field.isEmpty())
         field = value;
+    return field == value;
 }
 
 QString joined(const QStringList &parts, const QString &separator)
@@ -90,52 +122,79 @@ VCardReader::Result VCardReader::read(const QByteArray &card)
         reader.take(property);
     if (reader.m_isGroup)
         return refused(QStringLiteral("is a group of contacts"));
-    NumberPlacement numbers(reader.m_contact);
-    numbers.place(reader.m_telephones);
+    const QStringList unreachable = reader.place();
     reader.completeName();
     const bool nameless = reader.m_contact.firstName.isEmpty() && reader.m_contact.name.isEmpty();
     // After that, as a contact that was exported may really have none.
     for (const VCardProperty &property : std::as_const(reader.m_own))
         OwnProperties::apply(property, reader.m_contact);
-    return {reader.m_contact, reader.m_picture, numbers.unreachable(),
+    return {reader.m_contact, reader.m_picture, unreachable, reader.m_leftOut,
             nameless ? std::optional(QStringLiteral("holds no name")) : std::nullopt};
+}
+
+/// Answers the numbers by which no caller is recognised.
+QStringList VCardReader::place()
+{
+    AddressPlacement addresses(m_contact);
+    addresses.placeEmails(m_lists.value(QStringLiteral("EMAIL")));
+    addresses.placeMessaging(m_lists.value(QStringLiteral("IMPP")));
+    addresses.placeHouses(m_lists.value(QStringLiteral("ADR")));
+    NumberPlacement numbers(m_contact);
+    numbers.place(m_lists.value(QStringLiteral("TEL")));
+    return numbers.unreachable();
 }
 
 void VCardReader::take(const VCardProperty &property)
 {
     const QString &name = property.name;
-    if (name == QLatin1String("N"))
+    if (const QString list = listOf(property); !list.isEmpty())
+        m_lists[list].append(property);
+    else if (OwnProperties::isOwn(name))
+        m_own.append(property);
+    else if (name == QLatin1String("N"))
         takeName(property);
     else if (name == QLatin1String("FN"))
         fill(m_fullName, property.text().simplified());
-    else if (name == QLatin1String("TEL") && !property.text().contains(QLatin1Char('@')))
-        m_telephones.append(property);
-    else if (name == QLatin1String("EMAIL"))
-        takeEmail(property);
-    else if (isInstantMessaging(name))
-        takeInstantMessaging(property);
-    else if (name == QLatin1String("ADR"))
-        takeAddress(property);
     else if (name == QLatin1String("ORG"))
         takeOrganisation(property);
     else if (name == QLatin1String("PHOTO"))
         takePhoto(property);
-    else if (name == QLatin1String("LANG"))
-        fill(m_contact.language, property.part(0));
-    else if (name == QLatin1String("TZ"))
-        fill(m_contact.timezone, property.part(0));
-    else if (name == QLatin1String("CLASS"))
-        m_contact.isPrivate = property.part(0).compare(QLatin1String("PRIVATE"), Qt::CaseInsensitive) == 0;
     else if (isKind(name))
         takeKind(property.part(0).toLower());
+    else if (!takeDetail(property) && !isOfCard(name))
+        leaveOut(name);
+}
+
+/// False when the contact has no place for it.
+bool VCardReader::takeDetail(const VCardProperty &property)
+{
+    const QString &name = property.name;
+    if (name == QLatin1String("LANG"))
+        return fill(m_contact.language, property.part(0));
+    if (name == QLatin1String("TZ"))
+        return fill(m_contact.timezone, property.part(0));
+    if (name == QLatin1String("CLASS"))
+        m_contact.isPrivate = property.part(0).compare(QLatin1String("PRIVATE"), Qt::CaseInsensitive) == 0;
     else if (name == QLatin1String("CATEGORIES"))
         addMisc(QStringLiteral("categories"), property.values.join(QLatin1String(", ")));
-    else if (name == QLatin1String("URL")) // some escape the colon
-        addMisc(QStringLiteral("url"), property.text().replace(QLatin1String("\\:"), QLatin1String(":")));
-    else if (OwnProperties::isOwn(name))
-        m_own.append(property);
+    else if (name == QLatin1String("GEO"))
+        addMisc(QStringLiteral("geo"), geoOf(property));
+    else if (name == QLatin1String("URL"))
+        addMisc(QStringLiteral("url"), urlOf(property));
     else if (miscKeys().contains(name))
         addMisc(miscKeys().value(name), property.text());
+    else
+        return false;
+    return true;
+}
+
+void VCardReader::leaveOut(const QString &name)
+{
+    constexpr qsizetype mostNames = 100;
+    constexpr qsizetype longestName = 64;
+    const QString shown = name.left(longestName);
+    const bool isRoom = m_leftOut.size() < mostNames || m_leftOut.contains(shown);
+    ++m_leftOut[isRoom ? shown : QStringLiteral("others")];
 }
 
 void VCardReader::takeKind(const QString &kind)
@@ -150,50 +209,6 @@ void VCardReader::takeName(const VCardProperty &property)
     fill(m_contact.firstName, joined({property.part(1), property.part(2)}, QStringLiteral(" ")));
     fill(m_contact.salutation, property.part(3));
     addMisc(QStringLiteral("suffix"), property.part(4));
-}
-
-void VCardReader::takeEmail(const VCardProperty &property)
-{
-    const QString address = property.part(0);
-    if (address == m_contact.email || address == m_contact.personalEmail)
-        return;
-    const bool isPersonal = property.is("home") || (!property.is("work") && !m_contact.email.isEmpty());
-    QString &field = isPersonal ? m_contact.personalEmail : m_contact.email;
-    if (field.isEmpty())
-        field = address;
-    else
-        addMisc(QStringLiteral("email"), address);
-}
-
-void VCardReader::takeInstantMessaging(const VCardProperty &property)
-{
-    static const QRegularExpression scheme(QStringLiteral("^[A-Za-z][A-Za-z0-9+.-]*:"));
-    const QString address = property.part(0).remove(scheme);
-    if (m_contact.collaborationId.isEmpty())
-        m_contact.collaborationId = address;
-    else if (m_contact.collaborationId != address)
-        addMisc(QStringLiteral("im"), address);
-}
-
-void VCardReader::takeAddress(const VCardProperty &property)
-{
-    // Post-office box, what is added to the street, street, city, region, code, country.
-    const QString street = joined({property.part(2), property.part(1), property.part(0)}, QStringLiteral(", "));
-    const QList<std::pair<QString, QString>> parts{{QStringLiteral("address"), street},
-                                                   {QStringLiteral("city"), property.part(3)},
-                                                   {QStringLiteral("region"), property.part(4)},
-                                                   {QStringLiteral("zip"), property.part(5)},
-                                                   {QStringLiteral("country"), property.part(6)}};
-    const bool isFirst = std::none_of(parts.begin(), parts.end(),
-                                      [this](const auto &part) { return m_contact.misc.contains(part.first); });
-    QStringList values;
-    for (const auto &[key, value] : parts) {
-        values.append(value);
-        if (isFirst)
-            addMisc(key, value);
-    }
-    if (!isFirst)
-        addMisc(QStringLiteral("otherAddress"), joined(values, QStringLiteral(", ")));
 }
 
 void VCardReader::takeOrganisation(const VCardProperty &property)
@@ -212,11 +227,13 @@ void VCardReader::takePhoto(const VCardProperty &property)
                                          QRegularExpression::CaseInsensitiveOption);
     const QString address = property.text();
     const QRegularExpressionMatch embedded = data.match(address);
-    if (webAddress.match(address).hasMatch())
-        fill(m_contact.photo, address);
-    else if (m_picture.isEmpty())
-        m_picture = embedded.hasMatch() ? QByteArray::fromBase64(address.mid(embedded.capturedEnd()).toLatin1())
-                                        : property.bytes;
+    const QByteArray picture =
+        embedded.hasMatch() ? QByteArray::fromBase64(address.mid(embedded.capturedEnd()).toLatin1()) : property.bytes;
+    const bool isAddress = webAddress.match(address).hasMatch();
+    if (isAddress ? !fill(m_contact.photo, address) : picture.isEmpty() || !m_picture.isEmpty())
+        leaveOut(property.name);
+    else if (!isAddress)
+        m_picture = picture;
 }
 
 /// Whether the card is that of a company, as a company says or as one writes the name of a department.
@@ -261,13 +278,7 @@ void VCardReader::takeCompanyName()
         addMisc(QStringLiteral("person"), person);
 }
 
-/// The first of a kind has the plain key, the next ones a number behind it.
-void VCardReader::addMisc(const QString &key, const QString &value)
+void VCardReader::addMisc(const QString &kind, const QString &value)
 {
-    if (value.isEmpty())
-        return;
-    QString freeKey = key;
-    for (int count = 2; m_contact.misc.contains(freeKey); ++count)
-        freeKey = key + QString::number(count);
-    m_contact.misc.insert(freeKey, value);
+    MiscPairs::add(m_contact, kind, value);
 }

@@ -5,6 +5,8 @@
 #include "platform/records/Contact.h"
 
 #include <QByteArray>
+#include <QHash>
+#include <QMap>
 #include <QString>
 
 #include <optional>
@@ -21,9 +23,9 @@ struct PersonName
 };
 
 /// Makes a contact of a vCard (2.1, 3.0, 4.0). Fields of the directory are filled first. What has no field becomes a
-/// misc pair: company, department, job, address, city, region, zip, country, note, url, birthday and the like. What
-/// OwnProperties say stands above that. A company, and a person with a given name alone, has a last name only, by which
-/// it is searched. Sounds and keys, and what only the writing program understands, are left out.
+/// misc pair: company, department, job, address, city, region, zip, country, note, url, birthday, uid and the like.
+/// What OwnProperties say stands above that. A company, and a person with a given name alone, has a last name only, by
+/// which it is searched. Sounds and keys, and what only the writing program understands, are left out.
 class VCardReader
 {
 public:
@@ -31,7 +33,8 @@ public:
     {
         Contact contact;    ///< its photo is the web address that the card names
         QByteArray picture; ///< the embedded photo, which the contact does not name; whatever the card held as such
-        QStringList unreachable; ///< numbers by which no caller is recognised, for want of a field
+        QStringList unreachable;    ///< numbers by which no caller is recognised, for want of a field
+        QMap<QString, int> leftOut; ///< properties that the contact has no place for: how many of each name
         /// Why the card makes no contact, as a sentence's end ("holds no name"), when it makes none.
         std::optional<QString> refusal;
     };
@@ -44,18 +47,19 @@ private:
     void take(const VCardProperty &property);
     void takeKind(const QString &kind);
     void takeName(const VCardProperty &property);
-    void takeEmail(const VCardProperty &property);
-    void takeInstantMessaging(const VCardProperty &property);
-    void takeAddress(const VCardProperty &property);
+    bool takeDetail(const VCardProperty &property);
+    void leaveOut(const QString &name);
+    QStringList place();
     void takeOrganisation(const VCardProperty &property);
     void takePhoto(const VCardProperty &property);
     bool isCompany() const;
     void completeName();
     void takeCompanyName();
-    void addMisc(const QString &key, const QString &value);
+    void addMisc(const QString &kind, const QString &value);
 
     Contact m_contact;
-    VCardProperties m_telephones;
+    QHash<QString, VCardProperties> m_lists; ///< what is given its places together
+    QMap<QString, int> m_leftOut;
     VCardProperties m_own;
     QByteArray m_picture;
     QString m_fullName;

@@ -3,6 +3,8 @@
 
 #include "client/photo/PictureFile.h"
 #include "client/text/ContactText.h"
+#include "client/vcard/AddressPlacement.h"
+#include "client/vcard/MiscPairs.h"
 #include "client/vcard/OwnProperties.h"
 #include "client/vcard/VCardReader.h"
 
@@ -15,6 +17,8 @@ namespace {
 
 /// Octets of a line without its end; the blank at the beginning of a folded one counts.
 constexpr qsizetype longestLine = 75;
+/// Of pairs the first of which is a field.
+constexpr int secondPlace = 2;
 constexpr char end[] = "END:VCARD\r\n";
 
 QByteArray escaped(const QString &text)
@@ -85,24 +89,42 @@ void VCardWriter::addAddresses()
     add("TEL;TYPE=FAX", {m_contact.fax});
     add("TEL;TYPE=WORK,X-EXTENSION", {m_contact.personalFax});
     add("EMAIL;TYPE=INTERNET,WORK", {m_contact.email});
+    for (const QString &number : MiscPairs::values(m_contact, QStringLiteral("phone"), secondPlace))
+        add("TEL;TYPE=VOICE", {number});
     add("EMAIL;TYPE=INTERNET,HOME", {m_contact.personalEmail});
-    if (!m_contact.collaborationId.isEmpty())
-        addLine("IMPP:" + imUri(m_contact.collaborationId));
+    for (const QString &address : MiscPairs::values(m_contact, QStringLiteral("email")))
+        add("EMAIL;TYPE=INTERNET", {address});
+    for (const QString &address :
+         QStringList(m_contact.collaborationId) + MiscPairs::values(m_contact, QStringLiteral("im"))) {
+        if (!address.isEmpty())
+            addLine("IMPP:" + imUri(address));
+    }
 }
 
 void VCardWriter::addPlace()
 {
-    add("ADR;TYPE=WORK", {{}, {}, misc("address"), misc("city"), misc("region"), misc("zip"), misc("country")});
+    const auto house = [this](const char *const(&keys)[5]) {
+        return QStringList{{}, {}, misc(keys[0]), misc(keys[1]), misc(keys[2]), misc(keys[3]), misc(keys[4])};
+    };
+    add("ADR;TYPE=WORK", house(workHouse));
+    add("ADR;TYPE=HOME", house(homeHouse));
+    add("GEO", misc("geo").split(QLatin1Char(';')));
     add("TZ;VALUE=text", {m_contact.timezone});
 }
 
 void VCardWriter::addMisc()
 {
-    static const QRegularExpression date(QStringLiteral("^\\d{4}-\\d{2}-\\d{2}$"));
+    static const QRegularExpression date(QStringLiteral("^(\\d{4}|--)-?\\d{2}-?\\d{2}$"));
     add("NOTE", {misc("note")});
     add("URL", {misc("url")});
-    if (date.match(misc("birthday")).hasMatch())
-        add("BDAY", {misc("birthday")});
+    add(date.match(misc("birthday")).hasMatch() ? "BDAY" : "BDAY;VALUE=text", {misc("birthday")});
+    add("X-ANNIVERSARY", {misc("anniversary")});
+    add("GENDER", misc("gender").split(QLatin1Char(';')));
+    QByteArrayList categories;
+    for (const QString &category : misc("categories").split(QLatin1String(", "), Qt::SkipEmptyParts))
+        categories.append(escaped(category));
+    if (!categories.isEmpty())
+        addLine("CATEGORIES:" + categories.join(','));
 }
 
 void VCardWriter::addPhoto(const QByteArray &picture)

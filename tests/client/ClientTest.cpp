@@ -328,13 +328,14 @@ private Q_SLOTS:
         QCOMPARE(client("list --json").names().size(), 51);
     }
 
-    void importTellsWhatNoCallFinds()
+    void importTellsWhatItCouldNotKeep()
     {
-        QByteArray numbers;
+        QByteArray numbers = "\nKEY:a\nX-A:b\nKEY:c\nPHOTO:d\nREV:e";
         for (int number = 1; number <= 6; ++number)
             numbers += "\nTEL:4" + QByteArray::number(number);
         const Outcome outcome = client("import - --json", card("N:X" + numbers));
         QVERIFY(outcome.ended(0, "-: card 1 (X): no call finds 46"));
+        QCOMPARE(outcome.json()["leftOut"].toObject(), QJsonObject({{"KEY", 2}, {"X-A", 1}, {"PHOTO", 1}}));
         QCOMPARE(outcome.json()["unreachable"].toArray().size(), 1);
         QCOMPARE(client("who 45").code, 0);
     }

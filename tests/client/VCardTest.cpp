@@ -92,20 +92,29 @@ private Q_SLOTS:
         row("more of everything than there are fields",
             card("3.0",
                  "N:X\nTEL:1111111\nTEL;TYPE=HOME:2\nTEL;TYPE=FAX,WORK:3\nTEL;TYPE=WORK:4444444\nTEL;TYPE=WORK:55\n"
-                 "TEL;TYPE=CELL:6\nTEL;TYPE=CELL:7\nEMAIL:a\nEMAIL:b\nEMAIL:c\nEMAIL:a\nIMPP:x:i\nIMPP:j\n"),
+                 "TEL;TYPE=CELL:6\nTEL;TYPE=CELL:7\nEMAIL:a\nEMAIL:b\nEMAIL:c\nEMAIL:a\nIMPP:i\nIMPP:j\n"),
             "name: X\nofficePhone: 4444444\nemail: a\nfax: 3\npersonalHome: 2\npersonalMobile: 6\npersonalFax: 55\n"
             "personalEmail: b\ncollaborationId: i\nmisc.email: c\nmisc.im: j\nmisc.phone2: 7\nmisc.phone3: 1111111");
         row("the preferred first, others where a call finds them",
             card("4.0", "N:X\nTEL;TYPE=cell:1111111\nTEL;TYPE=cell;PREF=2:2\nTEL;TYPE=cell;PREF=1:33,,4\n"
                         "TEL:sip:x@y\nTEL:55;6\nTEL;TYPE=pref,home:7\nTEL;TYPE=home:33,,4\n"),
             "name: X\nofficePhone: 55;6\nfax: 2\npersonalHome: 7\npersonalMobile: 33,,4\npersonalFax: 1111111\n"
-            "collaborationId: x@y");
+            "collaborationId: sip:x@y");
         row("addresses, organisation, title",
             card("3.0", "N:X\nADR;TYPE=WORK:PO 1;Floor 2;Main St 3;Paris;IdF;75001;France\nADR:;;Sea;Nice;;;\n"
                         "ORG:ACME;R&D;Lab\nTITLE:Chief\nBDAY:1980-01-02\nURL:http\\://x.org/;a\n"),
             "name: X\nmisc.address: Main St 3, Floor 2, PO 1\nmisc.birthday: 1980-01-02\nmisc.city: Paris\n"
             "misc.company: ACME\nmisc.country: France\nmisc.department: R&D, Lab\nmisc.job: Chief\n"
             "misc.otherAddress: Sea, Nice\nmisc.region: IdF\nmisc.url: http://x.org/;a\nmisc.zip: 75001");
+        row("addresses by type and preference",
+            card("4.0",
+                 "N:X\nEMAIL:c\nEMAIL;TYPE=work;PREF=2:b\nEMAIL;PREF=1;TYPE=work:a\nIMPP:sip:i@j\nIMPP;PREF=1:skype:k\n"
+                 "ADR;TYPE=home:;;Sea;Nice;;;\nADR;TYPE=work;PREF=9:;;Main;Paris;;;\nADR;PREF=1:;;;Rome;;;\n"
+                 "GEO:geo:48.1,2.3\nUID:urn:1\nGENDER:F;girl\nANNIVERSARY:20000101\n"),
+            "name: X\nemail: a\npersonalEmail: b\ncollaborationId: skype:k\nmisc.anniversary: 20000101\nmisc.city: "
+            "Rome\n"
+            "misc.email: c\nmisc.gender: F;girl\nmisc.geo: 48.1;2.3\nmisc.homeAddress: Sea\nmisc.homeCity: Nice\n"
+            "misc.im: sip:i@j\nmisc.otherAddress: Main, Paris\nmisc.uid: urn:1");
         row("a company has one name", card("3.0", "FN:Bar du Coin\nORG:Bar du Coin\n"),
             "name: Bar du Coin\nmisc.company: Bar du Coin");
         row("a company's department", card("3.0", "FN:Bar du Coin – Lab\nN:;;;;\nORG:Bar du Coin;Lab\n"),
@@ -212,6 +221,13 @@ private Q_SLOTS:
                             "ORG:A & B\\; C;\r\nTEL;TYPE=WORK,VOICE:+33 1 99\r\nTEL;TYPE=CELL,VOICE:+33 6 39\r\n"
                             "TEL;TYPE=WORK,X-EXTENSION:4711\r\nIMPP:im:zoe@im.org\r\nADR;TYPE=WORK:;;;Paris;;;\r\n"
                             "NOTE:a\\nb\r\nPHOTO;VALUE=uri:file:///var/zoe.png\r\nEND:VCARD\r\n"));
+        const QByteArray full = VCardWriter::write(person(
+            "X|officePhone=1111111|personalMobile=2|personalHome=3|fax=4|personalFax=5|misc.phone2=6|misc.phone3=7|"
+            "email=a|personalEmail=b|misc.email=c|misc.email2=d|collaborationId=sip:i@j|misc.im=k|misc.city=Paris|"
+            "misc.homeCity=Nice|misc.homeZip=06|misc.birthday=--0102|misc.gender=F;girl|misc.geo=48.1;2.3|"
+            "misc.categories=a b, c;d|misc.uid=urn:1|misc.anniversary=20000101"));
+        QVERIFY2(!full.contains("X-KESTIN"), full.constData());
+        QVERIFY(full.contains("ADR;TYPE=HOME:;;;Nice;;06;\r\n") && full.contains("CATEGORIES:a b,c\\;d\r\n"));
         QVERIFY2(VCardReader::read(VCardWriter::write(contact)).contact.photo.isEmpty(), "a path of another machine");
     }
 
