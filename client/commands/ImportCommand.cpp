@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/commands/Commands.h"
 
-#include "client/bus/DirectoryService.h"
 #include "client/commands/Command.h"
 #include "client/commands/CommandArguments.h"
 #include "client/commands/Report.h"
@@ -86,10 +85,9 @@ ExitCode ImportCommand::importFile(const QString &path, ImportRun &run)
 ExitCode ImportCommand::run(const QCommandLineParser &arguments, CommandContext &context)
 {
     const QStringList paths = CommandArguments::some(arguments.positionalArguments(), QStringLiteral("FILE"));
-    const DirectoryService directory(context.bus);
     PhotoFolder photos{SettingsService(context.bus)};
     const Interruption interruption;
-    ImportRun run(directory, photos, duplicatesOf(arguments), arguments.isSet(QStringLiteral("dry-run")));
+    ImportRun run(context.bus, photos, duplicatesOf(arguments), arguments.isSet(QStringLiteral("dry-run")));
     QObject::connect(&interruption, &Interruption::interrupted, &run, &ImportRun::interrupt);
     const auto tell = [](const RefusedCard &card) { Report::problem(card.toString()); };
     QObject::connect(&run, &ImportRun::cardRefused, &run, tell);

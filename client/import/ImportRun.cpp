@@ -11,6 +11,23 @@
 #include <QDBusPendingCallWatcher>
 #include <QElapsedTimer>
 
+#include <utility>
+
+namespace {
+
+/// UTF-16 units, roughly.
+qsizetype textsOf(const Contact &contact)
+{
+    qsizetype size = 0;
+    for (const Contact::TextField &field : Contact::texts)
+        size += (contact.*field.value).size();
+    for (auto pair = contact.misc.cbegin(); pair != contact.misc.cend(); ++pair)
+        size += pair.key().size() + pair->size();
+    return size;
+}
+
+} // namespace
+
 /// A contact on its way to the directory.
 struct ImportRun::Sending
 {
@@ -26,8 +43,9 @@ struct ImportRun::Sending
     }
 };
 
-ImportRun::ImportRun(const DirectoryService &directory, PhotoFolder &photos, Duplicates duplicates, bool isTrial)
-    : m_directory(directory)
+ImportRun::ImportRun(const BusSession &bus, PhotoFolder &photos, Duplicates duplicates, bool isTrial)
+    : m_bus(bus)
+    , m_directory(bus)
     , m_photos(photos)
     , m_duplicates(duplicates)
     , m_requestId(DirectoryService::newRequestId())
@@ -35,12 +53,14 @@ ImportRun::ImportRun(const DirectoryService &directory, PhotoFolder &photos, Dup
     m_report.isTrial = isTrial;
 }
 
-/// Who is there already. Without knowing that nobody is created.
+/// Who is there already, and what comes. Without knowing that nobody is created.
 void ImportRun::lookAround()
 {
-    if (m_isAwake || m_duplicates == Duplicates::Add)
-        return;
     try {
+        if (!m_creation)
+            m_creation = std::make_unique<ListCreation>(m_bus);
+        if (m_isAwake || m_duplicates == Duplicates::Add)
+            return;
         for (const Contact &contact : contactsOfType(m_directory, ContactType::Local))
             m_known.add(contact, contact.contactId);
         m_isAwake = true;
@@ -57,7 +77,7 @@ bool ImportRun::read(QIODevice &device, const QString &file, qint64 size)
     m_source = &source;
     lookAround();
     fill();
-    if (m_inFlight > 0)
+    if (m_underWay > 0)
         m_loop.exec();
     m_source = nullptr;
     m_report.milliseconds += timer.elapsed();
@@ -70,19 +90,33 @@ int ImportRun::settledCards() const
     return m_report.created + m_report.updated + m_report.skipped + int(m_report.refused.size());
 }
 
-/// Keeps as many calls in flight as there may be; ends the loop when there is nothing left to wait for.
+/// Keeps as many contacts under way as there may be; ends the loop when there is nothing left to wait for.
 void ImportRun::fill()
 {
-    while (m_inFlight < callsInFlight && !m_stopped && !m_source->atEnd) {
+    while (!m_stopped && !m_again.isEmpty() && m_alone < mostAlone)
+        sendAlone(m_again.takeFirst());
+    while (m_underWay < mostUnderWay && !m_stopped && !m_source->atEnd) {
         const std::optional<RawCard> card = m_source->splitter.next();
         if (card)
             takeCard(*card);
         else
             m_source->atEnd = true;
     }
+    if (m_stopped)
+        dropWaiting();
+    else if (m_source->atEnd)
+        sendList();
     m_progress.show(m_source->device.pos(), m_source->size, settledCards());
-    if (m_inFlight == 0)
+    if (m_underWay == 0)
         m_loop.quit();
+}
+
+/// What was not created and will not be tried.
+void ImportRun::dropWaiting()
+{
+    m_underWay -= int(m_list.size() + m_again.size());
+    m_list.clear();
+    m_again.clear();
 }
 
 void ImportRun::takeCard(const RawCard &card)
@@ -146,17 +180,61 @@ void ImportRun::send(Sending sending, const QByteArray &picture)
     sending.photo = putPhoto(sending.identity, picture);
     if (!sending.photo.path().isEmpty())
         sending.contact.photo = sending.photo.path();
-    ++m_inFlight;
-    const QDBusPendingCall call = sending.isUpdate ? m_directory.modifyAsync(m_requestId, sending.contact)
-                                                   : m_directory.createAsync(m_requestId, sending.contact);
+    ++m_underWay;
+    const auto waiting = std::make_shared<Sending>(std::move(sending));
+    if (waiting->isUpdate || waiting->contact.isAnonymous())
+        return sendAlone(waiting);
+    m_list.append(waiting);
+    m_listTexts += textsOf(waiting->contact);
+    if (m_list.size() == longestList || m_listTexts > mostListTexts)
+        sendList();
+}
+
+void ImportRun::sendAlone(const Waiting &waiting)
+{
+    ++m_alone;
+    const QDBusPendingCall call = waiting->isUpdate ? m_directory.modifyAsync(m_requestId, waiting->contact)
+                                                    : m_directory.createAsync(m_requestId, waiting->contact);
     auto *watcher = new QDBusPendingCallWatcher(call, this);
-    const auto sent = std::make_shared<Sending>(std::move(sending));
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, sent](QDBusPendingCallWatcher *finished) {
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, waiting](QDBusPendingCallWatcher *finished) {
         finished->deleteLater();
-        --m_inFlight;
-        settle(*sent, finished->reply());
+        --m_alone;
+        --m_underWay;
+        settle(*waiting, finished->reply());
         fill();
     });
+}
+
+void ImportRun::sendList()
+{
+    const QList<Waiting> list = std::exchange(m_list, {});
+    m_listTexts = 0;
+    if (list.size() == 1)
+        return sendAlone(list.first());
+    ListContact contacts;
+    for (const Waiting &waiting : list)
+        contacts.append(waiting->contact);
+    if (!list.isEmpty())
+        m_creation->create(contacts, [this, list](const ListCreation::Answer &answer) {
+            settleList(list, answer);
+            fill();
+        });
+}
+
+void ImportRun::settleList(const QList<Waiting> &list, const ListCreation::Answer &answer)
+{
+    for (qsizetype place = 0; place < list.size(); ++place) {
+        const Waiting &waiting = list.at(place);
+        if (!answer.isCreated.at(place) && !answer.failure) {
+            m_again.append(waiting);
+            continue;
+        }
+        --m_underWay;
+        if (answer.isCreated.at(place))
+            settleDone(*waiting);
+        else
+            settleFailed(*waiting, *answer.failure);
+    }
 }
 
 /// None when there is no picture, and when it cannot be kept; the contact is created all the same.
@@ -180,25 +258,33 @@ void ImportRun::settle(Sending &sending, const QDBusMessage &reply)
 {
     try {
         const int code = BusSession::valueOf<int>(ModuleName::directory, reply);
-        if (code == ResultCode::done) {
-            sending.photo.keep();
-            ++(sending.isUpdate ? m_report.updated : m_report.created);
-            return;
-        }
+        if (code == ResultCode::done)
+            return settleDone(sending);
         m_known.forget(sending.contact);
         refuse(sending.identity, sending.refusal(code));
         if (!sending.isUpdate && RefusalText::isFinal(code))
             stop({ExitCode::Refused, sending.refusal(code)});
     } catch (const CommandFailure &failure) {
-        const bool mayBeDone = failure.code() == ExitCode::NoAnswer;
-        if (mayBeDone)
-            sending.photo.keep();
-        const QString maybe = sending.isUpdate ? QStringLiteral("; it may have been changed")
-                                               : QStringLiteral("; it may have been created");
-        refuse(sending.identity, failure.text() + (mayBeDone ? maybe : QString()));
-        if (failure.code() != ExitCode::Refused)
-            stop(failure);
+        settleFailed(sending, failure);
     }
+}
+
+void ImportRun::settleDone(Sending &sending)
+{
+    sending.photo.keep();
+    ++(sending.isUpdate ? m_report.updated : m_report.created);
+}
+
+void ImportRun::settleFailed(Sending &sending, const CommandFailure &failure)
+{
+    const bool mayBeDone = failure.code() == ExitCode::NoAnswer;
+    if (mayBeDone)
+        sending.photo.keep();
+    const QString maybe =
+        sending.isUpdate ? QStringLiteral("; it may have been changed") : QStringLiteral("; it may have been created");
+    refuse(sending.identity, failure.text() + (mayBeDone ? maybe : QString()));
+    if (failure.code() != ExitCode::Refused)
+        stop(failure);
 }
 
 void ImportRun::tellUnreachable(const Sending &sending)
