@@ -29,7 +29,7 @@ QString digitsOf(const QString &number)
 /// The directory keeps numbers without what only separates their digits.
 bool isSameNumber(const QString &number, const QString &other)
 {
-    static const QRegularExpression separators(QStringLiteral("[\\s().\\-/]"));
+    static const QRegularExpression separators(QStringLiteral("\\(0\\)|[\\s().\\-/]"));
     return QString(number).remove(separators) == QString(other).remove(separators);
 }
 

@@ -354,7 +354,7 @@ private Q_SLOTS:
 
     void importFindsWhoIsThere()
     {
-        const QByteArray zoe = card("N:Müller;Zoë\nTEL:+33 3 88 12 34 56\nUID:urn:uuid:A1\nTITLE:Chief");
+        const QByteArray zoe = card("N:Müller;Zoë\nTEL:+33 (0)3 88 12 34 56\nUID:urn:uuid:A1\nTITLE:Chief");
         const QByteArray cards = zoe + card("N:Mum") + card("N:Bob\nEMAIL:b@x");
         const auto counts = [](const QString &options, const QByteArray &text) {
             const QJsonDocument report = client("import - --json " + options, text).json();
