@@ -340,6 +340,31 @@ private Q_SLOTS:
         QCOMPARE(client("who 45").code, 0);
     }
 
+    void oneThatIsRefusedCostsNoOtherOfItsList()
+    {
+        const QByteArray cards = card("N:A") + card("N:B;" + QByteArray(70000, 'x')) + card("N:C");
+        const Outcome outcome = client("import -", cards);
+        QVERIFY(outcome.ended(1, "is longer than 64 KiB") && outcome.out.startsWith("created 2, refused 1, "));
+        QCOMPARE(names(), "A C");
+    }
+
+    void anInterruptedImportTellsWhatItDid()
+    {
+        QByteArray cards;
+        for (int number = 0; number < 900; ++number)
+            cards += card("N:Name" + QByteArray::number(number));
+        write("people.vcf", cards);
+        Program import("kestin-dir", {"import", "--json", path("people.vcf")});
+        import.start();
+        QVERIFY(m_phone->directory.waitForErrorOutput("createLocalContacts called"));
+        ::kill(pid_t(import.processId()), SIGINT);
+        QVERIFY(import.waitForErrorOutput("stopped before the end: interrupted"));
+        QTRY_VERIFY_WITH_TIMEOUT(!import.isRunning(), Program::limitMs);
+        const int created = QJsonDocument::fromJson(import.output().toUtf8())["created"].toInt();
+        QCOMPARE(client("list --json").names().size(), created);
+        QVERIFY(created < 900);
+    }
+
     void importStopsAtAFullDirectory()
     {
         QCOMPARE(client("settings set DirMaxContact 3").code, 0);
