@@ -175,6 +175,8 @@ public:
 private:
     static ExitCode exportTo(const QString &path, const QCommandLineParser &arguments, CommandContext &context);
     static ExitCode importFrom(const QString &path, const QCommandLineParser &arguments, CommandContext &context);
+    /// The device whose files are meant: the one that the command line names, else this one.
+    static QString deviceOf(const QCommandLineParser &arguments);
     static ExitCode tryImport(const QString &path, const QCommandLineParser &arguments, CommandContext &context);
     static void expectOwn(const QString &path, const QCommandLineParser &arguments, const CommandContext &context);
 };
