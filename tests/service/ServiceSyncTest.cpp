@@ -41,6 +41,7 @@ private Q_SLOTS:
             const QString next = current == "a" ? "b" : "a";
             const qsizetype before = photos().size();
             qsizetype most = 0;
+            QCoreApplication::processEvents();
             phone.events.clear();
             phone.asyncCall("importFromXml", {write(next.toUtf8())});
             QVERIFY(QTest::qWaitFor(
@@ -59,6 +60,7 @@ private Q_SLOTS:
             current = found;
         }
         QCOMPARE(ends.size(), 2);
+        QCoreApplication::processEvents(); // what the one that was killed has told
         phone.events.clear();
         phone.asyncCall("importFromXml", {write("c")});
         QTRY_VERIFY_WITH_TIMEOUT(phone.events.contains(EventName::contentChanged), Program::limitMs);
