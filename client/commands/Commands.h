@@ -157,7 +157,6 @@ public:
     QString name() const override { return QStringLiteral("export"); }
     QString summary() const override { return QStringLiteral("write the contacts of the phone as vCards"); }
     CommandHelp help() const override;
-    bool printsData() const override { return false; }
     ExitCode run(const QCommandLineParser &arguments, CommandContext &context) override;
 };
 

@@ -141,6 +141,8 @@ Candidates optionValues(const QString &option, const QString &word)
         return filesOfShell();
     if (option == QLatin1String("type"))
         return words(ContactText::typeNames());
+    if (option == QLatin1String("duplicates"))
+        return words({QStringLiteral("skip"), QStringLiteral("update"), QStringLiteral("add")});
     if (option == QLatin1String("sort"))
         return words(ContactSelection::orders());
     if (option != QLatin1String("columns"))

@@ -71,7 +71,7 @@ CommandHelp ExportCommand::help() const
 import makes the same contacts of them: what a vCard has no place for stands in properties of our own
 (X-KESTIN-...). A photo that is a file of this machine is embedded; where that cannot be read it is
 told and left out. A device or a pipe is written to and stays what it is. Not written are the ids and
-dates that the directory gives by itself.)"),
+dates that the directory gives by itself. With --json an object tells "exported" and "file".)"),
         {QStringLiteral("kestin-dir export people.vcf"), QStringLiteral("kestin-dir export - | gzip >people.vcf.gz")}};
 }
 
@@ -81,11 +81,18 @@ ExitCode ExportCommand::run(const QCommandLineParser &arguments, CommandContext 
     ListContact contacts = contactsOfType(DirectoryService(context.bus), ContactType::Local);
     sortByName(contacts);
     if (path == QLatin1String("-")) {
+        if (context.json)
+            throw CommandFailure(ExitCode::Usage, QStringLiteral("vCards on the standard output leave no room for "
+                                                                 "--json; name a file"));
         for (const Contact &contact : std::as_const(contacts))
             context.out << QString::fromUtf8(VCardWriter::write(contact, pictureOf(contact)));
         return ExitCode::Done;
     }
     writeFile(contacts, path);
-    context.out << Printable::text(QStringLiteral("exported %1 contacts to %2").arg(contacts.size()).arg(path)) << '\n';
+    if (context.json)
+        Report::json(context.out, {{QStringLiteral("exported"), contacts.size()}, {QStringLiteral("file"), path}});
+    else
+        context.out << Printable::text(QStringLiteral("exported %1 contacts to %2").arg(contacts.size()).arg(path))
+                    << '\n';
     return ExitCode::Done;
 }

@@ -3,6 +3,7 @@
 
 #include "client/commands/Command.h"
 #include "client/commands/CommandArguments.h"
+#include "client/commands/Confirmation.h"
 #include "client/commands/Report.h"
 #include "client/sync/SyncFile.h"
 #include "client/sync/SyncRun.h"
@@ -138,7 +139,7 @@ It ends with 1 when contacts, or characters of a contact, could not be written.
 Import has the directory make its contacts those of FILE: contacts that it does not list are removed,
 whole ones without a duid are created, those with one changed. It works in read-only mode too. When
 single contacts cannot be imported the others are, each is told, and it ends with 1. --dry-run changes
-nothing and tells how many contacts would be created, changed and removed.
+nothing and tells how many contacts would be created, changed and removed. On a terminal it asks first.
 
 FILE is for keeping this phone in step with a PC: its ids mean contacts of this phone. A file that is
 from another device, or whose ids are not here or belong to quite different contacts, would replace and
@@ -163,7 +164,8 @@ QList<QCommandLineOption> SyncCommand::options() const
         {QStringLiteral("device"), QStringLiteral("The device that the file is from (this host's name)"),
          QStringLiteral("TEXT")},
         {QStringLiteral("dry-run"), QStringLiteral("Import: change nothing, tell what would be changed")},
-        {QStringLiteral("force"), QStringLiteral("Import: a file of another phone, too")}};
+        {QStringLiteral("force"), QStringLiteral("Import: a file of another phone, too")},
+        Confirmation::option()};
 }
 
 ExitCode SyncCommand::exportTo(const QString &path, const QCommandLineParser &arguments, CommandContext &context)
@@ -192,6 +194,10 @@ ExitCode SyncCommand::importFrom(const QString &path, const QCommandLineParser &
         return tryImport(path, arguments, context);
     if (!arguments.isSet(QStringLiteral("force")))
         expectOwn(path, arguments, context);
+    if (Confirmation::isWanted(arguments))
+        Confirmation::ask(
+            QStringLiteral("Make the phone's contacts those of %1? Those that it does not list are removed.")
+                .arg(path));
     const std::chrono::milliseconds least = context.bus.limit();
     SyncRun run(context.bus, arguments.isSet(QStringLiteral("timeout")) ? least : importLimit(path, least));
     const SyncRun::Outcome outcome = outcomeOf(run, [&] { return run.importFrom(path); });

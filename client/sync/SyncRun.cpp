@@ -16,7 +16,8 @@ constexpr std::chrono::hours callLimit(24);
 } // namespace
 
 SyncRun::SyncRun(const BusSession &bus, std::chrono::milliseconds limit)
-    : m_patientBus(callLimit)
+    : m_bus(bus)
+    , m_patientBus(callLimit)
     , m_limit(limit)
     , m_wait(bus)
 {
@@ -57,7 +58,7 @@ SyncRun::Outcome SyncRun::run(const QString &eventName,
 }
 
 /// The event does not tell whose run it is about. Runs are served one after the other, so this one's event is the last
-/// before the answer to its call, or the first after it.
+/// before the answer to its call. An import that is refused has an answer and no event.
 void SyncRun::takeReply(const QDBusMessage &reply)
 {
     // That somebody between here and there did not want to wait for the answer ends nothing.
@@ -68,4 +69,18 @@ void SyncRun::takeReply(const QDBusMessage &reply)
         m_wait.fail(BusFailure(ModuleName::directory, reply));
     else if (m_outcome)
         m_wait.finish();
+    else
+        lookForEvent();
+}
+
+/// Events come over another connection than the answer did: whatever was sent before a call that is answered there is
+/// here.
+void SyncRun::lookForEvent()
+{
+    m_look.emplace(m_bus.asyncCall(ModuleName::directory, QStringLiteral("getCapabilities"), {}));
+    connect(&*m_look, &QDBusPendingCallWatcher::finished, this, [this] {
+        if (!m_outcome)
+            m_wait.fail(CommandFailure(
+                ExitCode::Refused, QStringLiteral("the directory refused it: another import is going on; try again")));
+    });
 }

@@ -25,7 +25,8 @@ public:
     SyncRun(const BusSession &bus, std::chrono::milliseconds limit);
 
     /// Call either of these two, a single time. Both throw CommandFailure when the directory cannot be reached, ends
-    /// meanwhile or does not tell the end within the limit, and when the run is interrupted.
+    /// meanwhile or does not tell the end within the limit, and when the run is interrupted; an import also when
+    /// another import is going on.
     Outcome exportTo(const ExportRequest &request);
     Outcome importFrom(const QString &path);
     void interrupt() { m_wait.interrupt(); }
@@ -33,10 +34,13 @@ public:
 private:
     Outcome run(const QString &eventName, const std::function<QDBusPendingCall(const DirectoryService &)> &call);
     void takeReply(const QDBusMessage &reply);
+    void lookForEvent();
 
+    const BusSession &m_bus;
     BusSession m_patientBus;
     std::chrono::milliseconds m_limit;
     EventWait m_wait;
     std::optional<Outcome> m_outcome;
     bool m_isAnswered = false;
+    std::optional<QDBusPendingCallWatcher> m_look; ///< for an event that may be missing
 };

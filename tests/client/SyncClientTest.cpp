@@ -66,6 +66,19 @@ private Q_SLOTS:
         QCOMPARE(names(), "Abel");
     }
 
+    void anImportBesideAnotherIsRefused()
+    {
+        const QByteArray one = "<contact duid='' puid='p'><officePhone>0199007700</officePhone></contact></directory>";
+        write("a.xml", "<directory>" + one);
+        m_phone->telephony.freeze(); // it goes on until telephony counts as silent
+        const QDBusPendingCall first = m_phone->asyncCall("importFromXml", {path("a.xml")});
+        QVERIFY(client("sync import --force", {path("a.xml")}).ended(1, "refused it: another import is going on"));
+        QVERIFY(!first.isFinished());
+        m_phone->telephony.thaw();
+        QTRY_VERIFY_WITH_TIMEOUT(first.isFinished(), Program::limitMs);
+        QCOMPARE(client("sync import --force", {path("a.xml")}).code, 0);
+    }
+
     void whatTheFileCannotHoldIsTold()
     {
         const QString sql = "import sqlite3; c = sqlite3.connect('%1'); "
