@@ -2,6 +2,8 @@
 #include "peers/wsmanager/bus/WSManager.h"
 #include "peers/wsmanager/bus/WSManagerAdaptor.h"
 #include "platform/framework/KestinApplication.h"
+#include "platform/framework/KestinLogger.h"
+#include "platform/framework/ProcessSignals.h"
 
 #include <QCommandLineParser>
 
@@ -20,7 +22,7 @@ nobody. One of --url and --ldif is needed, here or in the configuration.
 Configuration (INI; every key but url or ldif may be left out):
   [directory]
   url=ldaps://ldap.example.org  or ldap://HOST:PORT, or ldapi://%2Fpath%2Fof%2Fsocket
-  ldif=/path/of/company.ldif    in place of url; read once at the start
+  ldif=/path/of/company.ldif    in place of url; read at the start and at SIGHUP
   name=Company directory        what it is called
   base=dc=example,dc=org        where people stand; contacts elsewhere are unknown
   objectClass=inetOrgPerson     what they are
@@ -45,6 +47,9 @@ Configuration (INI; every key but url or ldif may be left out):
 A line is one setting, and its value is what stands behind the =. One that begins or
 ends with a blank, or has an odd double quote, stands in double quotes, with a
 backslash before each " and \. No setting stands twice.
+SIGHUP has it, the secret and the LDIF file read again. Searches that run end with
+what they began with. What makes no sense changes nothing, and the log says why.
+So does one with another caFile: that, and other certificates in it, need a new start.
 
 Methods of com.norlan.Kestin.KestinInterface at /com/norlan/Kestin/WSManager, and the
 events that answer them (each with reqId, status, response and most with result):
@@ -101,6 +106,7 @@ constexpr Option options[]{
     {"delay", "delayMs", "ms", "Holds each packet back by that long, for trying out a slow directory."},
 };
 
+/// Reads the configuration and what replaces it on the command line. Answers what is wrong, if anything is.
 std::optional<QString> configure(DirectoryConfig &config, const QCommandLineParser &parser)
 {
     if (!parser.positionalArguments().isEmpty())
@@ -113,6 +119,18 @@ std::optional<QString> configure(DirectoryConfig &config, const QCommandLinePars
             problem = config.set(QLatin1String(option.setting), parser.value(QLatin1String(option.name)));
     }
     return problem ? problem : config.problem();
+}
+
+void readAgain(WSManager &module, const QCommandLineParser &parser)
+{
+    DirectoryConfig config;
+    const auto problem = configure(config, parser);
+    if (problem)
+        KestinLogger::error("The configuration makes no sense: %1", *problem);
+    if (!problem && module.reload(config))
+        KestinLogger::info("The configuration has been read again");
+    else
+        KestinLogger::warning("The configuration before stays as it is");
 }
 
 } // namespace
@@ -138,5 +156,7 @@ int main(int argc, char **argv)
         return EXIT_FAILURE;
     }
     WSManager module(config);
+    const ProcessSignals reload(ProcessSignals::Kind::Reload);
+    QObject::connect(&reload, &ProcessSignals::reloadRequested, &module, [&] { readAgain(module, parser); });
     return application.exec<WSManagerAdaptor>(module);
 }

@@ -5,17 +5,23 @@
 
 #include <QObject>
 
-/// Turns SIGTERM and SIGINT into a Qt signal, so that a program ends in order. SIGPIPE is ignored: a log reader that
-/// went away must not end a service. A process has a single object of this class for as long as it runs.
+/// Turns signals of the process into Qt signals: SIGTERM and SIGINT, so that a program ends in order, or SIGHUP, for a
+/// program that reads its configuration again. SIGPIPE is ignored: a log reader that went away must not end a service.
+/// A process has at most one object of each kind, from before its first thread for as long as it runs.
 class ProcessSignals : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit ProcessSignals(QObject *parent = nullptr);
+    enum class Kind {
+        End,   ///< SIGTERM and SIGINT
+        Reload ///< SIGHUP, which without an object of this kind ends the process
+    };
+    explicit ProcessSignals(Kind kind = Kind::End);
 
 Q_SIGNALS:
     void terminationRequested();
+    void reloadRequested();
 
 private:
     /// When it is closed the signals stay blocked: another signal must not break off the end.

@@ -13,18 +13,33 @@
 #include <QCoreApplication>
 #include <QTimer>
 
-#include <algorithm>
+#include <utility>
+
+std::unique_ptr<DirectorySource> WSManager::sourceOf(const DirectoryConfig &config)
+{
+    if (config.ldif.isEmpty())
+        return std::make_unique<LdapSource>(config);
+    return std::make_unique<LdifSource>(config);
+}
+
+WSManager::Served::Served(const DirectoryConfig &configuration, WSManager &module)
+    : config(configuration)
+    , queries(config.attributes)
+    , source(sourceOf(config).release())
+{
+    source->setParent(&module);
+}
+
+WSManager::Served::~Served()
+{
+    if (source)
+        source->retire();
+}
 
 WSManager::WSManager(const DirectoryConfig &config)
     : KestinModule(ModuleName::webServiceManager)
-    , m_config(config)
-    , m_queries(m_config.attributes)
+    , m_served(std::make_shared<Served>(config, *this))
 {
-    if (config.ldif.isEmpty())
-        m_source = std::make_unique<LdapSource>(m_config);
-    else
-        m_source = std::make_unique<LdifSource>(m_config);
-    connect(m_source.get(), &DirectorySource::availabilityChanged, this, &WSManager::tellAvailability);
 }
 
 WSManager::~WSManager() = default;
@@ -40,28 +55,46 @@ bool WSManager::run()
 {
     // Once the event loop runs the name is on the bus: who hears of it can call.
     QTimer::singleShot(0, this, &WSManager::tellStart);
-    return m_source->open();
+    return open(*m_served);
+}
+
+bool WSManager::open(const Served &served)
+{
+    connect(served.source, &DirectorySource::availabilityChanged, this, &WSManager::tellAvailability);
+    return served.source->open();
+}
+
+bool WSManager::reload(const DirectoryConfig &config)
+{
+    const auto next = std::make_shared<Served>(config, *this);
+    if (!open(*next))
+        return false;
+    const auto former = std::exchange(m_served, next);
+    former->source->disconnect(this);
+    if (former->source->isAvailable()) // the next one says when it is
+        tellAvailability(false);
+    return true;
 }
 
 bool WSManager::getServiceRight(const QString &right) const
 {
-    return right == WebServiceTerm::companyDirectory && m_source->isAvailable();
+    return right == WebServiceTerm::companyDirectory && m_served->source->isAvailable();
 }
 
 void WSManager::udaGetAttributes(const QString &reqId)
 {
-    const bool isAvailable = m_source->isAvailable();
+    const bool isAvailable = m_served->source->isAvailable();
     raise(EventName::wsAttributes, reqId, isAvailable ? 1 : 0,
           isAvailable ? QStringLiteral("OK") : QStringLiteral("the directory cannot be reached"),
-          m_queries.attributeNames());
+          m_served->queries.attributeNames());
 }
 
 void WSManager::udaGetAttributeProperties(const QString &reqId, const QString &attribute)
 {
     QStringList sources;
-    const QStringList fields = m_queries.fieldsOf(attribute);
+    const QStringList fields = m_served->queries.fieldsOf(attribute);
     for (const QString &field : fields) {
-        const QList<LdapAttribute> attributes = m_config.attributes.attributesOf(field);
+        const QList<LdapAttribute> attributes = m_served->config.attributes.attributesOf(field);
         for (const LdapAttribute &source : attributes)
             sources.append(source.name);
     }
@@ -80,16 +113,16 @@ void WSManager::udaGetOperators(const QString &reqId)
 
 void WSManager::udaGetDirectories(const QString &reqId)
 {
-    raise(EventName::wsDirectories, reqId, 1, QStringLiteral("OK"), QStringList{m_config.name});
+    raise(EventName::wsDirectories, reqId, 1, QStringLiteral("OK"), QStringList{m_served->config.name});
 }
 
 void WSManager::udaSearchByFullName(const QString &searchId, const QString &name, const QStringList &attributes,
                                     const QStringList &values)
 {
-    DirectoryQuery query = m_queries.byName(name);
+    DirectoryQuery query = m_served->queries.byName(name);
     if (!attributes.isEmpty() || !values.isEmpty()) {
         const QStringList equal(attributes.size(), WebServiceTerm::equal);
-        const DirectoryQuery further = m_queries.byCriteria(WebServiceTerm::allOf, attributes, equal, values);
+        const DirectoryQuery further = m_served->queries.byCriteria(WebServiceTerm::allOf, attributes, equal, values);
         query.criteria += further.criteria;
         if (!query.problem)
             query.problem = further.problem;
@@ -113,15 +146,16 @@ std::optional<QString> WSManager::startSearch(const QString &searchId, const Dir
     if (!search)
         return QStringLiteral("too many searches are running");
     connect(search.get(), &RunningSearch::answered, this,
-            [this, searchId](const DirectoryEntries &entries, PacketStatus status) {
-                answerNextResults(searchId, entries, status);
+            [this, searchId, served = m_served](const DirectoryEntries &entries, PacketStatus status) {
+                answerNextResults(searchId, served->contactsOf(entries), status);
             });
     connect(search.get(), &RunningSearch::forgotten, this, [this, searchId] { end(m_searches, searchId); });
     RunningSearch *started = search.get();
     m_searches[searchId] = std::move(search);
-    NumberService::addCanonicalForms(*this, *started, query, [this, started](const DirectoryQuery &complete) {
-        started->begin(m_source->search(complete));
-    });
+    NumberService::addCanonicalForms(*this, *started, query,
+                                     [started, served = m_served](const DirectoryQuery &complete) {
+                                         started->begin(served->source->search(complete));
+                                     });
     return std::nullopt;
 }
 
@@ -129,9 +163,10 @@ std::unique_ptr<RunningSearch> WSManager::newSearch()
 {
     if (m_searches.size() + m_lookUps.size() >= maxSearches)
         return nullptr;
-    auto search = std::make_unique<RunningSearch>(RunningSearch::Times{std::chrono::seconds(m_config.timeoutSeconds),
-                                                                       std::chrono::milliseconds(m_config.delayMs)});
-    connect(search.get(), &RunningSearch::silent, m_source.get(), &DirectorySource::verify);
+    const DirectoryConfig &config = m_served->config;
+    auto search = std::make_unique<RunningSearch>(
+        RunningSearch::Times{std::chrono::seconds(config.timeoutSeconds), std::chrono::milliseconds(config.delayMs)});
+    connect(search.get(), &RunningSearch::silent, m_served->source, &DirectorySource::verify);
     return search;
 }
 
@@ -158,14 +193,14 @@ void WSManager::udaGetNextResults(const QString &searchId)
         found->second->ask();
 }
 
-void WSManager::answerNextResults(const QString &searchId, const DirectoryEntries &entries, PacketStatus status)
+void WSManager::answerNextResults(const QString &searchId, const ListContact &contacts, PacketStatus status)
 {
     if (status != PacketStatus::More)
         end(m_searches, searchId);
     const bool isAnswer = status != PacketStatus::TimedOut;
     raise(EventName::wsNextResults, searchId, int(status),
           isAnswer ? QStringLiteral("OK") : QStringLiteral("the directory does not answer"),
-          QVariant::fromValue(contactsOf(entries)));
+          QVariant::fromValue(contacts));
 }
 
 void WSManager::udaStopSearch(const QString &searchId)
@@ -185,11 +220,13 @@ void WSManager::lookUp(const QString &contactId, const Found &found)
         return;
     }
     const QString id = QString::number(++m_lookUpCount);
-    connect(search.get(), &RunningSearch::answered, this, [this, id, found](const DirectoryEntries &entries) {
-        end(m_lookUps, id);
-        found(contactsOf(entries.mid(0, 1)));
-    });
-    search->begin(m_source->search(query));
+    connect(search.get(), &RunningSearch::answered, this,
+            [this, id, found, served = m_served](const DirectoryEntries &entries) {
+                const ListContact contacts = served->contactsOf(entries.mid(0, 1));
+                end(m_lookUps, id);
+                found(contacts);
+            });
+    search->begin(m_served->source->search(query));
     search->ask();
     m_lookUps[id] = std::move(search);
 }
@@ -233,7 +270,7 @@ void WSManager::tellStart()
 
 void WSManager::tellEnd()
 {
-    if (m_source->isAvailable())
+    if (m_served->source->isAvailable())
         tellAvailability(false);
     tell(EventName::wsManagerAvailability, false);
 }
@@ -245,11 +282,11 @@ void WSManager::tell(QLatin1String name, bool isAvailable)
     notifyEvent(event);
 }
 
-ListContact WSManager::contactsOf(const DirectoryEntries &entries) const
+ListContact WSManager::Served::contactsOf(const DirectoryEntries &entries) const
 {
     ListContact contacts;
     for (const DirectoryEntry &entry : entries)
-        contacts.append(m_config.attributes.contactOf(entry));
+        contacts.append(config.attributes.contactOf(entry));
     return contacts;
 }
 

@@ -19,8 +19,10 @@ public:
     virtual bool isAvailable() const = 0;
     /// To be called when the directory did not answer in time: it may be gone.
     virtual void verify() = 0;
-    /// The search must not outlive the source. The query has no problem.
+    /// A search that outlives the source gives no more packets. The query has no problem.
     virtual std::unique_ptr<DirectorySearch> search(const DirectoryQuery &query) = 0;
+    /// Deletes it, when what it waits for on a server has come to an end. Nobody needs it, or a search of it, any more.
+    virtual void retire() = 0;
 
 Q_SIGNALS:
     /// The availability has changed; it begins as false.

@@ -48,18 +48,28 @@ QString trustedFile()
 
 std::optional<QString> LdapConnection::setUpTls(const LdapServer &server)
 {
+    static std::optional<QString> trusted; // what other threads are connecting with cannot be changed
+    if (trusted && *trusted != server.caFile)
+        return QStringLiteral("another caFile needs a new start of this program");
+    if (trusted)
+        return std::nullopt;
     QByteArray ciphers = optionOf(nullptr, LDAP_OPT_X_TLS_CIPHER_SUITE);
     // GnuTLS does not look at the oldest protocol.
     if (optionOf(nullptr, LDAP_OPT_X_TLS_PACKAGE) == "GnuTLS")
         ciphers = (ciphers.isEmpty() ? QByteArray("NORMAL") : ciphers) + ":-VERS-SSL3.0:-VERS-TLS1.0:-VERS-TLS1.1";
+    const QByteArray former = optionOf(nullptr, LDAP_OPT_X_TLS_CACERTFILE);
     if (QFile certificates(server.caFile); !server.caFile.isEmpty()) {
         if (const auto reason = RegularFile::open(certificates))
             return QStringLiteral("the certificates in \"%1\" cannot be used: %2").arg(server.caFile, *reason);
         ldap_set_option(nullptr, LDAP_OPT_X_TLS_CACERTFILE, QFile::encodeName(server.caFile).constData());
     }
-    if (makeTlsContext(nullptr, LDAP_OPT_X_TLS_DEMAND, ciphers))
+    if (makeTlsContext(nullptr, LDAP_OPT_X_TLS_DEMAND, ciphers)) {
+        trusted = server.caFile;
         return std::nullopt;
-    return QStringLiteral("the certificates in \"%1\" cannot be used").arg(trustedFile());
+    }
+    const QString unusable = trustedFile();
+    ldap_set_option(nullptr, LDAP_OPT_X_TLS_CACERTFILE, former.isEmpty() ? nullptr : former.constData());
+    return QStringLiteral("the certificates in \"%1\" cannot be used").arg(unusable);
 }
 
 LdapConnection::LdapConnection(const LdapServer &server, const Wakeup &wakeup)

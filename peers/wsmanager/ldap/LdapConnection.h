@@ -51,8 +51,9 @@ struct LdapRequest
 class LdapConnection
 {
 public:
-    /// Says once, before the first connection to a server with TLS, how all of them are secured: which certificates are
-    /// trusted costs time to read. Main thread. Answers what is wrong, if anything is.
+    /// Says, before the first connection to a server with TLS, how all of them are secured: which certificates are
+    /// trusted costs time to read, and is the same until the process ends. Main thread. Answers what is wrong, if
+    /// anything is; so it does for a server that wants other certificates than the one before.
     [[nodiscard]] static std::optional<QString> setUpTls(const LdapServer &server);
 
     LdapConnection(const LdapServer &server, const Wakeup &wakeup);

@@ -90,8 +90,26 @@ bool LdapSource::open()
 
 void LdapSource::verify()
 {
-    if (!m_look)
+    if (!m_look && !m_isRetired)
         m_look = start(std::nullopt);
+}
+
+void LdapSource::retire()
+{
+    m_isRetired = true;
+    m_retry.stop();
+    const QList<LdapWorker *> workers = findChildren<LdapWorker *>();
+    for (LdapWorker *worker : workers) {
+        disconnect(worker, &LdapWorker::failed, this, nullptr);
+        worker->cancel();
+    }
+    deleteIfUnused();
+}
+
+void LdapSource::deleteIfUnused()
+{
+    if (m_isRetired && findChildren<LdapWorker *>().isEmpty())
+        deleteLater();
 }
 
 std::unique_ptr<DirectorySearch> LdapSource::search(const DirectoryQuery &query)
@@ -110,6 +128,7 @@ LdapWorker *LdapSource::start(const std::optional<LdapRequest> &request)
     connect(worker, &LdapWorker::opened, this, &LdapSource::noteOpened);
     connect(worker, &LdapWorker::failed, this, request ? &LdapSource::noteFailedSearch : &LdapSource::noteFailedLook);
     connect(worker, &QThread::finished, worker, &QObject::deleteLater);
+    connect(worker, &QObject::destroyed, this, &LdapSource::deleteIfUnused);
     worker->start();
     return worker;
 }

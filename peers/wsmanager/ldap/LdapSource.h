@@ -23,6 +23,7 @@ public:
     bool isAvailable() const override { return m_isAvailable; }
     void verify() override;
     std::unique_ptr<DirectorySearch> search(const DirectoryQuery &query) override;
+    void retire() override;
 
 private:
     LdapWorker *start(const std::optional<LdapRequest> &request);
@@ -31,11 +32,13 @@ private:
     void noteFailedSearch(const QString &text);
     void noteFailedLook(const QString &text);
     void warn(const char *pattern, const QString &text);
+    void deleteIfUnused();
 
     const DirectoryConfig m_config;
     QString m_base;
     QTimer m_retry;
     QPointer<LdapWorker> m_look;
     bool m_isAvailable = false;
+    bool m_isRetired = false;
     QString m_lastFailure;
 };

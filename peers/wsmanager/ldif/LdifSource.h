@@ -4,7 +4,7 @@
 #include "peers/wsmanager/company/DirectoryConfig.h"
 #include "peers/wsmanager/company/DirectorySource.h"
 
-/// A company directory that is an LDIF file, read once at the start.
+/// A company directory that is an LDIF file, read once.
 class LdifSource : public DirectorySource
 {
     Q_OBJECT
@@ -16,6 +16,7 @@ public:
     bool isAvailable() const override { return m_isOpen; }
     void verify() override {}
     std::unique_ptr<DirectorySearch> search(const DirectoryQuery &query) override;
+    void retire() override { deleteLater(); }
 
 private:
     const DirectoryConfig m_config;

@@ -5,6 +5,8 @@
 #include "tests/support/Person.h"
 #include "tests/support/Test.h"
 
+#include <csignal>
+
 #include <sys/stat.h>
 
 namespace {
@@ -400,6 +402,38 @@ private Q_SLOTS:
         QVERIFY(peer.waitForAvailability(false));
         QVERIFY(served.server.start());
         QVERIFY(peer.waitForAvailability(true));
+    }
+
+    void aNewConfigurationLeavesSearchesAlone()
+    {
+        Served served(m_bus, "pageSize=100");
+        Peer &peer = served.peer;
+        const auto reload = [&](const QByteArray &text, const QString &logged) {
+            writeFile(served.config.arguments().last(), "[directory]\nbase=dc=example,dc=org\n" + text);
+            ::kill(pid_t(peer.program().processId()), SIGHUP);
+            return peer.program().waitForErrorOutput(logged);
+        };
+        const auto everybody = [](const char *id) { return QVariantList{id, "brumaire", QStringList{"EMAIL"}}; };
+        QVERIFY(peer.waitForAvailability(true));
+        QVERIFY(peer.start("udaSearch", everybody("former")));
+        QCOMPARE(peer.next("former").contacts.size(), 100);
+        QVERIFY(reload("url=ldap//x", "\n<4>The configuration before stays"));
+        QVERIFY(reload("ldif=/nowhere/at/all.ldif", "\n<3>The company directory /nowhere/at/all.ldif"));
+        QVERIFY(peer.hasRight());
+        QVERIFY(reload("ldif=" + sample.toUtf8() + "\npageSize=200\n[attributes]\nname=title\n",
+                       "\n<6>The configuration has been read again"));
+        const auto told = peer.event(EventName::wsDirectoryAvailability);
+        QVERIFY(told && told->argument<int>("status") == 0);
+        QVERIFY(peer.waitForAvailability(true));
+        QVERIFY(peer.start("udaSearch", everybody("present")));
+        for (const auto &[id, sizes, isTitle] :
+             {std::tuple("former", QList<int>{100, 50}, false), std::tuple("present", QList<int>{200, 50}, true)}) {
+            for (const int size : sizes) {
+                const ListContact contacts = peer.next(id).contacts;
+                QCOMPARE(contacts.size(), size);
+                QCOMPARE(contacts.first().name == contacts.first().misc["job"], isTitle);
+            }
+        }
     }
 
     void stopAbandonsTheOperation()
