@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "peers/wsmanager/DirectoryCheck.h"
 #include "peers/wsmanager/bus/WSManager.h"
 #include "peers/wsmanager/bus/WSManagerAdaptor.h"
 #include "platform/framework/KestinApplication.h"
@@ -17,7 +18,12 @@ constexpr char description[] =
 
 Searches in the company directory: an LDAP server, or an LDIF file on a desk without
 one. A question is answered by an event; a server that is slow or gone holds up
-nobody. One of --url and --ldif is needed, here or in the configuration.
+nobody.
+
+Without --config, --url and --ldif the configuration is
+)" KESTIN_WSMANAGER_CONF R"(
+kestin-wsmanager --check tries it and tells what is seen: the server and its
+certificate, how many people (maxResults at most), and which fields they have.
 
 Configuration (INI; every key but url or ldif may be left out):
   [directory]
@@ -86,7 +92,8 @@ Example:
     com.norlan.Kestin.KestinInterface "$@"; }
   ws udaSearchByFullName ss demo Zo; ws udaGetNextResults s demo
 
-Exit code: 0 after SIGTERM or SIGINT, 1 when it cannot start or the bus is gone.)";
+Exit code: 0 after SIGTERM or SIGINT, 1 when it cannot start or the bus is gone. With
+--check: 0 when people are found, otherwise 1, and standard error says why.)";
 
 /// An option, and the setting of the configuration that it replaces.
 struct Option
@@ -112,7 +119,8 @@ std::optional<QString> configure(DirectoryConfig &config, const QCommandLinePars
     if (!parser.positionalArguments().isEmpty())
         return QStringLiteral("no arguments are expected; see --help");
     std::optional<QString> problem;
-    if (parser.isSet(QStringLiteral("config")))
+    const bool isNamed = parser.isSet(QStringLiteral("url")) || parser.isSet(QStringLiteral("ldif"));
+    if (parser.isSet(QStringLiteral("config")) || !isNamed)
         problem = config.read(parser.value(QStringLiteral("config")));
     for (const Option &option : options) {
         if (!problem && parser.isSet(QLatin1String(option.name)))
@@ -145,7 +153,9 @@ int main(int argc, char **argv)
     parser.setApplicationDescription(QString::fromUtf8(description));
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addOption({QStringLiteral("config"), QStringLiteral("The configuration."), QStringLiteral("path")});
+    parser.addOption({QStringLiteral("config"), QStringLiteral("The configuration."), QStringLiteral("path"),
+                      QStringLiteral(KESTIN_WSMANAGER_CONF)});
+    parser.addOption({QStringLiteral("check"), QStringLiteral("Tries the configuration, and ends.")});
     for (const Option &option : options)
         parser.addOption({QLatin1String(option.name), QLatin1String(option.text), QLatin1String(option.valueName)});
     parser.process(application);
@@ -155,6 +165,8 @@ int main(int argc, char **argv)
         std::fprintf(stderr, "kestin-wsmanager: %s\n", qPrintable(*problem));
         return EXIT_FAILURE;
     }
+    if (parser.isSet(QStringLiteral("check")))
+        return DirectoryCheck(config).run();
     WSManager module(config);
     const ProcessSignals reload(ProcessSignals::Kind::Reload);
     QObject::connect(&reload, &ProcessSignals::reloadRequested, &module, [&] { readAgain(module, parser); });

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "peers/wsmanager/ldap/LdapConnection.h"
 
+#include "peers/wsmanager/ldap/ServerCertificate.h"
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/RegularFile.h"
 
@@ -133,8 +134,23 @@ std::optional<QString> LdapConnection::refusedCertificate()
         return std::nullopt;
     }
     return QStringLiteral("the certificate of %1 is refused: it is out of date, or for another host, or nobody in "
-                          "\"%2\" has signed it")
-        .arg(m_server.url, trustedFile());
+                          "\"%2\" has signed it (%3)")
+        .arg(m_server.url, trustedFile(), certificate());
+}
+
+QString LdapConnection::security() const
+{
+    const QByteArray version = m_server.usesTls() ? optionOf(m_ldap.get(), LDAP_OPT_X_TLS_VERSION) : QByteArray();
+    return version.isEmpty() ? QString() : QStringLiteral("%1, %2").arg(QString::fromUtf8(version), certificate());
+}
+
+QString LdapConnection::certificate() const
+{
+    berval der{0, nullptr};
+    ldap_get_option(m_ldap.get(), LDAP_OPT_X_TLS_PEERCERT, &der);
+    const LdapText owned(der.bv_val);
+    const QString text = ServerCertificate::textOf(QByteArray(der.bv_val, qsizetype(der.bv_len)));
+    return text.isEmpty() ? QStringLiteral("a certificate that cannot be read") : text;
 }
 
 void LdapConnection::startTls(const QDeadlineTimer &limit)

@@ -68,6 +68,8 @@ public:
     void abandon(int operation);
 
     LDAP *handle() const { return m_ldap.get(); }
+    /// How the open connection is secured, and by which certificate of the server, for people; empty when it is not.
+    QString security() const;
     struct Result
     {
         int code;     ///< the library's
@@ -81,6 +83,7 @@ private:
     void connect(const QDeadlineTimer &limit);
     void startTls(const QDeadlineTimer &limit);
     std::optional<QString> refusedCertificate();
+    QString certificate() const;
     void bind(const QDeadlineTimer &limit);
     int descriptor() const;
     void expect(const char *step, int operation, const QDeadlineTimer &limit);

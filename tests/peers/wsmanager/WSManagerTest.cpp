@@ -313,6 +313,13 @@ private Q_SLOTS:
         if (refusal.isEmpty() && !config.contains("caFile"))
             qputenv("LDAPTLS_CACERT", server.file("cert.pem").toUtf8());
         const Config file(config);
+        Program check("kestin-wsmanager", QStringList("--check") + file.arguments());
+        QCOMPARE(check.run(), refusal.isEmpty() ? 0 : 1);
+        const QString seen = check.output() + check.errorOutput();
+        QVERIFY2(seen.contains(refusal), qPrintable(seen));
+        if (refusal.isEmpty() || refusal.contains("certificate of"))
+            QVERIFY2(seen.contains("certificate of cn=localhost, signed by cn=localhost, good until 2"),
+                     qPrintable(seen));
         Peer peer(m_bus, file.arguments());
         qunsetenv("LDAPTLS_REQCERT");
         qunsetenv("LDAPTLS_CACERT");
@@ -402,6 +409,27 @@ private Q_SLOTS:
         QVERIFY(peer.waitForAvailability(false));
         QVERIFY(served.server.start());
         QVERIFY(peer.waitForAvailability(true));
+    }
+
+    void theCheckSaysWhyNobodyIsFound()
+    {
+        Slapd server;
+        QVERIFY(server.start());
+        const QByteArray url = "url=" + server.url().toUtf8() + '\n';
+        const Config keeper("");
+        const QByteArray wrong = "secretFile=" + keeper.write("secret", "wrong").toUtf8();
+        const QList<std::pair<QByteArray, QString>> reasons{
+            {"url=ldapi://%2Fnowhere", "cannot be used: connect: Can't contact LDAP server"},
+            {url + "bindName=cn=admin,dc=example,dc=org\n" + wrong, "bind: Invalid credentials"},
+            {url + "\nbase=dc=example,dc=com", "No such object"},
+            {url + "objectClass=device", "objectClass device; or the server does not show them to an anonymous caller"},
+            {"ldif=" + sample.toUtf8() + "\nobjectClass=device", "below \"dc=example,dc=org\": objectClass device\n"}};
+        for (const auto &[text, reason] : reasons) {
+            const Config config(text);
+            Program check("kestin-wsmanager", QStringList("--check") + config.arguments());
+            QCOMPARE(check.run(), 1);
+            QVERIFY2(check.errorOutput().contains(reason), qPrintable(check.errorOutput()));
+        }
     }
 
     void aNewConfigurationLeavesSearchesAlone()
