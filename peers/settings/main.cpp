@@ -31,7 +31,8 @@ Comments do not survive a write.
 
 Environment:
   KESTIN_BUS        system (default), session, or a bus address
-  KESTIN_DATA_DIR   stands for /data in the file's default path
+  KESTIN_DATA_DIR   stands for /data in the file's default path, which is
+                    /data/KestinApplication/SettingsManager/settings.ini
   KESTIN_LOG_LEVEL  3 errors, 4 warnings (default), 6 changes, 7 everything
 
 Example:
