@@ -22,8 +22,10 @@ nobody.
 
 Without --config, --url and --ldif the configuration is
 )" KESTIN_WSMANAGER_CONF R"(
-kestin-wsmanager --check tries it and tells what is seen: the server and its
-certificate, how many people (maxResults at most), and which fields they have.
+Samples for OpenLDAP and for Active Directory are in
+)" KESTIN_WSMANAGER_SAMPLES R"(
+kestin-wsmanager --check tries the configuration and tells what is seen: the server
+and its certificate, how many people (maxResults at most), and which fields they have.
 
 Configuration (INI; every key but url or ldif may be left out):
   [directory]

@@ -34,7 +34,8 @@ int freePort()
 
 } // namespace
 
-Slapd::Slapd(const QByteArray &settings, const QByteArray &limits)
+Slapd::Slapd(const QByteArray &settings, const QByteArray &limits, const QString &entries)
+    : m_entries(entries)
 {
     QDir(m_folder.path()).mkdir("db");
     QFile file(m_folder.filePath("slapd.conf"));
@@ -62,8 +63,7 @@ bool Slapd::load()
 {
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.start(folderOfPrograms + "slapadd",
-                  {"-q", "-f", file("slapd.conf"), "-l", QStringLiteral(KESTIN_SAMPLES "/company.ldif")});
+    process.start(folderOfPrograms + "slapadd", {"-q", "-f", file("slapd.conf"), "-l", m_entries});
     return process.waitForFinished(limitMs) && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
 }
 

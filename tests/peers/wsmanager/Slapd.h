@@ -9,8 +9,9 @@
 class Slapd
 {
 public:
-    /// `settings` stand before, `limits` in the section of the database.
-    explicit Slapd(const QByteArray &settings = {}, const QByteArray &limits = {});
+    /// `settings` stand before, `limits` in the section of the database; `entries` is an LDIF file.
+    explicit Slapd(const QByteArray &settings = {}, const QByteArray &limits = {},
+                   const QString &entries = QStringLiteral(KESTIN_SAMPLES "/company.ldif"));
     ~Slapd();
 
     /// Serves on a socket and on a free port of the loopback, and with TLS on another port when asked to.
@@ -29,6 +30,7 @@ public:
 private:
     bool load();
 
+    const QString m_entries;
     QTemporaryDir m_folder;
     QProcess m_server;
     QByteArray m_log;

@@ -411,6 +411,42 @@ private Q_SLOTS:
         QVERIFY(peer.waitForAvailability(true));
     }
 
+    void sampleConfigurationsFit_data()
+    {
+        const Rows<QByteArray, QByteArray, QString> row;
+        row("openldap.conf", QByteArray(), QByteArray(), "officePhone 250 telephoneNumber +");
+        const auto entry = [](const QByteArray &name, const QByteArray &more) {
+            return "\ndn: cn=" + name + ",dc=example,dc=org\nobjectClass: extensibleObject\nobjectClass: " + more +
+                   "\ncn: " + name + "\nsn: M\nsAMAccountName: " + name + "\ninstanceType: 4\n" +
+                   "nTSecurityDescriptor: x\nobjectCategory: dc=x\ntelephoneNumber: +33 1 99 00 00 01\n";
+        };
+        row("active-directory.conf", "include /etc/ldap/schema/nis.schema\ninclude /etc/ldap/schema/msuser.schema\n",
+            "dn: dc=example,dc=org\nobjectClass: domain\ndc: example\n" +
+                entry("zoe", "user\nuserAccountControl: 512\nipPhone: 4711\ncompany: Brumaire\n"
+                             "userPrincipalName: zoe@example.org") +
+                entry("gone", "user\nuserAccountControl: 514") + entry("pc", "computer"),
+            "email 1 mail,userPrincipalName zoe@example.org fax 0 facsimileTelephoneNumber firstName 0 givenName "
+            "language 0 preferredLanguage loginName 1 sAMAccountName zoe misc.address 0 streetAddress misc.city 0 l "
+            "misc.company 1 company Brumaire misc.country 0 co,c misc.department 0 department misc.job 0 title "
+            "misc.zip 0 postalCode name 1 sn,displayName,cn M officePhone 1 telephoneNumber +33 1 99 00 00 01 "
+            "personalFax 1 ipPhone 4711");
+    }
+
+    void sampleConfigurationsFit()
+    {
+        const auto [schema, entries, seen] = currentRow<QByteArray, QByteArray, QString>();
+        const QString name = QTest::currentDataTag();
+        const Config files("");
+        Slapd server(schema, {}, entries.isEmpty() ? sample : files.write("entries.ldif", entries));
+        QVERIFY(server.start());
+        QByteArray text = contentOf(KESTIN_CONFIGURATIONS + name);
+        text.replace("/etc/kestin/wsmanager.secret", files.write("secret", "secret").toUtf8());
+        text.replace("cn=phone,cn=Users", "cn=admin").replace("cn=phone", "cn=admin");
+        Program check("kestin-wsmanager", {"--check", "--config", files.write(name, text), "--url", server.url()});
+        QCOMPARE(check.run(), 0);
+        QVERIFY2(check.output().simplified().contains(seen), qPrintable(check.output()));
+    }
+
     void theCheckSaysWhyNobodyIsFound()
     {
         Slapd server;
