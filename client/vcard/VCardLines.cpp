@@ -12,6 +12,17 @@ bool endsWithBegin(QByteArrayView text)
     return text.size() >= mark.size() && text.last(mark.size()).compare(mark, Qt::CaseInsensitive) == 0;
 }
 
+/// The mark tells UTF-16, or the zero in the first letter.
+std::optional<QStringConverter::Encoding> utf16Of(QByteArrayView text)
+{
+    if (text.size() < 2)
+        return std::nullopt;
+    if (text.startsWith("\xff\xfe") || (text.at(0) != '\0' && text.at(1) == '\0'))
+        return QStringConverter::Utf16LE;
+    const bool isBig = text.startsWith("\xfe\xff") || (text.at(0) == '\0' && text.at(1) != '\0');
+    return isBig ? std::optional(QStringConverter::Utf16BE) : std::nullopt;
+}
+
 } // namespace
 
 QByteArray VCardLines::next()
@@ -29,10 +40,8 @@ bool VCardLines::fill()
 {
     const QByteArray bytes = m_device.readLine(longestPiece);
     if (!std::exchange(m_isBegun, true)) {
-        if (bytes.startsWith("\xff\xfe"))
-            m_utf16.emplace(QStringConverter::Utf16LE);
-        else if (bytes.startsWith("\xfe\xff"))
-            m_utf16.emplace(QStringConverter::Utf16BE);
+        if (const auto encoding = utf16Of(bytes))
+            m_utf16.emplace(*encoding);
     }
     m_buffer += m_utf16 ? decoded(bytes) : bytes;
     return !bytes.isEmpty();

@@ -6,7 +6,8 @@
 
 #include <optional>
 
-/// The lines of a file of vCards as every program's files give them: UTF-16 that begins with its mark becomes UTF-8.
+/// The lines of a file of vCards as every program's files give them: UTF-16, with its mark or without, becomes
+/// UTF-8.
 /// Lines that end with a carriage return alone are lines where a card begins with such a line.
 class VCardLines
 {

@@ -94,7 +94,7 @@ QString joined(const QStringList &parts, const QString &separator)
 std::optional<QString> faultOf(const QByteArray &card)
 {
     if (card.contains('\0'))
-        return QStringLiteral("holds a NUL character; is the file UTF-16 without its mark");
+        return QStringLiteral("holds a NUL character");
     static const QRegularExpression version21(QStringLiteral("^VERSION:\\s*2\\.1\\s*$"),
                                               QRegularExpression::MultilineOption |
                                                   QRegularExpression::CaseInsensitiveOption);

@@ -289,6 +289,7 @@ private Q_SLOTS:
             QStringEncoder encoder(encoding, QStringConverter::Flag::WriteBom);
             const QByteArray utf16 = encoder(plain);
             row("UTF-16 " + QByteArray::number(encoding), utf16, {"One", "\u0a0a\U0001f40a"});
+            row("without its mark " + QByteArray::number(encoding), utf16.mid(2), {"One", "\u0a0a\U0001f40a"});
         }
         const QByteArray many = (one + two).repeated(2000);
         row("line ends of three kinds",
