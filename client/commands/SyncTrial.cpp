@@ -81,9 +81,10 @@ ExitCode SyncCommand::tryImport(const QString &path, const QCommandLineParser &a
     } else {
         context.out << Printable::text(planText(*plan, file.head(), path)) << '\n';
     }
-    if (foreign)
-        Report::problem(QStringLiteral("it needs --force: %1").arg(*foreign));
-    return foreign ? ExitCode::Refused : ExitCode::Done;
+    if (!foreign || arguments.isSet(QStringLiteral("force")))
+        return ExitCode::Done;
+    Report::failure({ExitCode::Refused, QStringLiteral("it needs --force: %1").arg(*foreign)});
+    return ExitCode::Refused;
 }
 
 /// Throws CommandFailure when the file is of another phone.

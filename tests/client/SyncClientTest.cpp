@@ -110,6 +110,7 @@ private Q_SLOTS:
         write("a.xml", QByteArray(text).replace(from, to));
         QVERIFY(client("sync import", {path("a.xml")}).ended(1, reason));
         QVERIFY(client("sync import --dry-run", {path("a.xml")}).ended(1, "it needs --force: " + reason));
+        QCOMPARE(client("sync import --dry-run --force", {path("a.xml")}).code, 0);
         QCOMPARE(names(), "Abel Berta Carl");
         write("a.xml", text);
         QCOMPARE(client("sync import", {path("a.xml")}).code, 0);
