@@ -111,7 +111,7 @@ ExitCode Dispatcher::dispatch(const QStringList &arguments)
         Completion(m_commands).print(arguments.mid(1), m_out);
         return ExitCode::Done;
     }
-    if (arguments.first() == QLatin1String("help") && arguments.size() > 1) {
+    if (arguments.first() == QLatin1String("help") && arguments.size() > 1 && !isHelp(arguments.at(1))) {
         const Command *command = find(arguments.at(1));
         m_out << HelpText::fitted(HelpText::ofCommand(*command, optionsOf(*command)), Terminal::outputWidth());
         return ExitCode::Done;
@@ -150,8 +150,9 @@ int Dispatcher::run(const QStringList &arguments)
     }
     m_out.flush();
     if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-        Report::problem(QStringLiteral("the output cannot be written"));
-        result = ExitCode::FileError;
+        const CommandFailure failure(ExitCode::FileError, QStringLiteral("the output cannot be written"));
+        Report::failure(failure);
+        result = failure.code();
     }
     return int(result);
 }

@@ -9,6 +9,8 @@
 
 #include <cstdio>
 
+#include <sys/stat.h>
+
 namespace {
 
 Duplicates duplicatesOf(const QCommandLineParser &arguments)
@@ -23,6 +25,15 @@ Duplicates duplicatesOf(const QCommandLineParser &arguments)
         throw CommandFailure(ExitCode::Usage,
                              QStringLiteral("--duplicates takes skip, update or add, not \"%1\"").arg(word));
     return Duplicates::Add;
+}
+
+/// A pipe that the user names is read as the standard input is: a shell's <(command) is one.
+std::optional<QString> open(QFile &file)
+{
+    struct stat status = {};
+    if (::stat(QFile::encodeName(file.fileName()).constData(), &status) != 0 || !S_ISFIFO(status.st_mode))
+        return RegularFile::open(file);
+    return file.open(QIODevice::ReadOnly) ? std::nullopt : std::optional(file.errorString());
 }
 
 } // namespace
@@ -66,7 +77,7 @@ ExitCode ImportCommand::importFile(const QString &path, ImportRun &run)
     QFile file(path);
     std::optional<QString> reason;
     if (!isStandardInput)
-        reason = RegularFile::open(file);
+        reason = open(file);
     else if (!file.open(stdin, QIODevice::ReadOnly))
         reason = file.errorString();
     if (reason) {
@@ -77,7 +88,7 @@ ExitCode ImportCommand::importFile(const QString &path, ImportRun &run)
     if (hasCards && file.error() == QFileDevice::NoError)
         return ExitCode::Done;
     Report::problem(file.error() == QFileDevice::NoError
-                        ? QStringLiteral("%1 holds no vCard").arg(path)
+                        ? QStringLiteral("%1 holds no vCard (jCard, xCard and CSV are not read)").arg(path)
                         : QStringLiteral("%1 cannot be read: %2").arg(path, file.errorString()));
     return ExitCode::FileError;
 }
@@ -104,8 +115,9 @@ ExitCode ImportCommand::run(const QCommandLineParser &arguments, CommandContext 
     if (const QString leftOut = run.report().leftOutText(); !context.json && !leftOut.isEmpty())
         context.out << Printable::text(leftOut) << '\n';
     if (run.stopped()) {
-        Report::problem(QStringLiteral("stopped before the end: %1").arg(run.stopped()->text()));
-        return run.stopped()->code();
+        const ExitCode code = run.stopped()->code();
+        Report::failure({code, QStringLiteral("stopped before the end: %1").arg(run.stopped()->text())});
+        return code;
     }
     return result == ExitCode::Done && !run.report().refused.isEmpty() ? ExitCode::Refused : result;
 }

@@ -133,6 +133,8 @@ void ImportRun::settleFailed(Sending &sending, const CommandFailure &failure)
     const bool mayBeDone = failure.code() == ExitCode::NoAnswer;
     if (mayBeDone)
         sending.photo.keep();
+    else
+        m_known.forget(sending.contact);
     const QString maybe =
         sending.isUpdate ? QStringLiteral("; it may have been changed") : QStringLiteral("; it may have been created");
     refuse(sending.identity, failure.text() + (mayBeDone ? maybe : QString()));
