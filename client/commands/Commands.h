@@ -177,7 +177,7 @@ private:
     /// The device whose files are meant: the one that the command line names, else this one.
     static QString deviceOf(const QCommandLineParser &arguments);
     static ExitCode tryImport(const QString &path, const QCommandLineParser &arguments, CommandContext &context);
-    static void expectOwn(const QString &path, const QCommandLineParser &arguments, const CommandContext &context);
+    static void expectWanted(const QString &path, const QCommandLineParser &arguments, const CommandContext &context);
 };
 
 struct DefaultContacts;

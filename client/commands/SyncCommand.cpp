@@ -128,7 +128,7 @@ CommandHelp SyncCommand::help() const
 {
     return {
         {QStringLiteral("sync export FILE [--full] [--since DATE] [--page-size N] [--id TEXT] [--device TEXT]"),
-         QStringLiteral("sync import FILE [--dry-run] [--force] [--device TEXT]")},
+         QStringLiteral("sync import FILE [--dry-run] [--yes] [--force] [--device TEXT]")},
         QStringLiteral(
             R"(Export has the directory write the contacts of the user into FILE: for each its id on the phone (duid)
 and that of the other side (puid), with --full all that the file knows of it, the photo included.
@@ -139,7 +139,8 @@ It ends with 1 when contacts, or characters of a contact, could not be written.
 Import has the directory make its contacts those of FILE: contacts that it does not list are removed,
 whole ones without a duid are created, those with one changed. It works in read-only mode too. When
 single contacts cannot be imported the others are, each is told, and it ends with 1. --dry-run changes
-nothing and tells how many contacts would be created, changed and removed. On a terminal it asks first.
+nothing and tells how many contacts would be created, changed and removed. A terminal is asked before
+contacts are removed, unless there is --yes or --force.
 
 FILE is for keeping this phone in step with a PC: its ids mean contacts of this phone. A file that is
 from another device, or whose ids are not here or belong to quite different contacts, would replace and
@@ -193,11 +194,7 @@ ExitCode SyncCommand::importFrom(const QString &path, const QCommandLineParser &
     if (arguments.isSet(QStringLiteral("dry-run")))
         return tryImport(path, arguments, context);
     if (!arguments.isSet(QStringLiteral("force")))
-        expectOwn(path, arguments, context);
-    if (Confirmation::isWanted(arguments))
-        Confirmation::ask(
-            QStringLiteral("Make the phone's contacts those of %1? Those that it does not list are removed.")
-                .arg(path));
+        expectWanted(path, arguments, context);
     const std::chrono::milliseconds least = context.bus.limit();
     SyncRun run(context.bus, arguments.isSet(QStringLiteral("timeout")) ? least : importLimit(path, least));
     const SyncRun::Outcome outcome = outcomeOf(run, [&] { return run.importFrom(path); });

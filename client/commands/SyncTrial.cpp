@@ -3,6 +3,7 @@
 
 #include "client/bus/ContactPages.h"
 #include "client/bus/DirectoryService.h"
+#include "client/commands/Confirmation.h"
 #include "client/commands/Report.h"
 #include "client/sync/SyncFile.h"
 #include "client/sync/SyncPlan.h"
@@ -87,8 +88,8 @@ ExitCode SyncCommand::tryImport(const QString &path, const QCommandLineParser &a
     return ExitCode::Refused;
 }
 
-/// Throws CommandFailure when the file is of another phone.
-void SyncCommand::expectOwn(const QString &path, const QCommandLineParser &arguments, const CommandContext &context)
+/// Throws CommandFailure when the file is of another phone, or when a person does not want it to remove contacts.
+void SyncCommand::expectWanted(const QString &path, const QCommandLineParser &arguments, const CommandContext &context)
 {
     SyncFile file(path);
     const std::optional<SyncPlan> plan = planOf(file, path, context);
@@ -100,4 +101,7 @@ void SyncCommand::expectOwn(const QString &path, const QCommandLineParser &argum
                            "imports it; contacts of another phone come by kestin-dir export and import")
                 .arg(path, *foreign)
                 .arg(plan->removed()));
+    if (plan && plan->removed() > 0 && Confirmation::isWanted(arguments))
+        Confirmation::ask(
+            QStringLiteral("%1 does not list %2 of the contacts here. Remove them?").arg(path).arg(plan->removed()));
 }

@@ -159,6 +159,8 @@ private Q_SLOTS:
     {
         const QString id = add("Müller");
         QVERIFY(onTerminal("kestin-dir remove '" + id + '\'', "n\n").contains("Remove Müller (#CONTACT_1#)? [y/N]"));
+        write("a.xml", "<directory/>");
+        QVERIFY(onTerminal("kestin-dir sync import " + path("a.xml"), "n\n").contains("Remove them? [y/N]"));
         QCOMPARE(names(), "Müller");
         QVERIFY(
             onTerminal("kestin-dir remove --json '" + id + '\'', "y\n").contains("{\"refused\":[],\"removed\":[\"#"));
