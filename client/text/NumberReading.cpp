@@ -29,6 +29,8 @@ QString withoutZeros(QString digits)
 
 QString unchanged(const QString &number, const QString &country, const DialingRuleTexts &rules)
 {
+    if (digitsOf(number).isEmpty())
+        return QStringLiteral("as it stands: there is no digit in it");
     if (number.startsWith(plus))
         return QStringLiteral("it has its + already");
     if (digitsOf(number).size() < rules.minNumberLength)

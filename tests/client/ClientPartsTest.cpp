@@ -94,6 +94,7 @@ private Q_SLOTS:
         row("55667000", "+33155667000", "a number of the area: +33 and the area code 1 are put in front");
         row("00612345678", "+33612345678", "the outside line 0 is taken off, then a national number: its 0 gives");
         row("4711", "4711", "an extension: it has fewer than 6 digits");
+        row("+a", "+a", "as it stands: there is no digit in it");
         row("99999999999", "99999999999", "telephony knows no such number");
         row("12025550100", "+442025550100", "by a rule of its own");
     }
