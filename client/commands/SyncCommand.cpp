@@ -143,8 +143,8 @@ nothing and tells how many contacts would be created, changed and removed. A ter
 contacts are removed, unless there is --yes or --force.
 
 FILE is for keeping this phone in step with a PC: its ids mean contacts of this phone. A file that is
-from another device, or whose ids are not here or belong to quite different contacts, would replace and
-remove the wrong ones and is refused without --force. To move to another phone use kestin-dir export
+from another device, that lists nobody of here, or whose ids are not here or belong to quite different
+contacts, would replace and remove the wrong ones and is refused without --force. To move to another phone use kestin-dir export
 and import, which carry vCards.
 
 It is the directory that reads and writes FILE, so its user must be allowed to. --timeout is how long

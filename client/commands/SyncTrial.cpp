@@ -36,6 +36,8 @@ std::optional<QString> foreignness(const SyncFile::Head &head, const SyncPlan &p
             .arg(plan.foreign());
     if (plan.unknown() > 0)
         return QStringLiteral("%1 of its contacts have ids that are not on this phone").arg(plan.unknown());
+    if (plan.removed() > 0 && plan.kept() + plan.changed() == 0)
+        return QStringLiteral("it lists nobody of this phone");
     return std::nullopt;
 }
 

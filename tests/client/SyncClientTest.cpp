@@ -114,6 +114,8 @@ private Q_SLOTS:
         QCOMPARE(names(), "Abel Berta Carl");
         write("a.xml", text);
         QCOMPARE(client("sync import", {path("a.xml")}).code, 0);
+        write("a.xml", "<directory/>");
+        QVERIFY(client("sync import", {path("a.xml")}).ended(1, "it lists nobody of this phone"));
     }
 
     void nothingIsExportedTwice()
