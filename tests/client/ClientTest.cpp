@@ -159,13 +159,13 @@ private Q_SLOTS:
     {
         const QString id = add("Müller");
         QVERIFY(onTerminal("kestin-dir remove '" + id + '\'', "n\n").contains("Remove Müller (#CONTACT_1#)? [y/N]"));
-        write("a.xml", "<directory/>");
+        write("a.xml", "<directory><contact duid='" + add("Kept").toUtf8() + "'/></directory>");
         QVERIFY(onTerminal("kestin-dir sync import " + path("a.xml"), "n\n").contains("Remove them? [y/N]"));
-        QCOMPARE(names(), "Müller");
+        QCOMPARE(names(), "Kept Müller");
         QVERIFY(
             onTerminal("kestin-dir remove --json '" + id + '\'', "y\n").contains("{\"refused\":[],\"removed\":[\"#"));
         QVERIFY(!onTerminal("kestin-dir remove --yes '" + add("Abel") + '\'', "").contains('?'));
-        QCOMPARE(names(), "");
+        QCOMPARE(names(), "Kept");
         QVERIFY(onTerminal("kestin-dir defaults set --none", "").contains("away? [y/N]"));
     }
 

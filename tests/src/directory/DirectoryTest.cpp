@@ -206,6 +206,7 @@ private Q_SLOTS:
         QCOMPARE(module.create(), ResultCode::capacityReached);
         const auto exported = [&module, later = QDateTime::currentDateTimeUtc().addDays(1)] {
             module.directory.exportToXml(module.folder.filePath("contacts.xml"), 0, true, "id", "device", later, later);
+            module.directory.longWork().finish();
             return module.transport.events.last().argument<ImpExpStatus>("status").toString();
         };
         QCOMPARE(exported(), "Success"); // whoever synchronises is told of the capacity
@@ -234,8 +235,10 @@ private Q_SLOTS:
         module.directory.deleteLocalContact("r5", contact.contactId);
         const QString file = module.folder.filePath("contacts.xml");
         module.directory.exportToXml(file, 0, true, "id", "device", {}, {});
+        module.directory.longWork().finish();
         module.create(contact, "r6");
         module.directory.importFromXml(file);
+        module.directory.longWork().finish();
         module.change("userPhotoChanged", QString());
         QStringList told;
         for (const KestinEvent &event : module.transport.events) {
