@@ -37,10 +37,7 @@ void Work::await_resume() const
 LongWork::LongWork()
 {
     m_whenIdle.setSingleShot(true);
-    m_atLatest.setSingleShot(true);
-    m_atLatest.setTimerType(Qt::PreciseTimer);
     connect(&m_whenIdle, &QTimer::timeout, this, &LongWork::goOn);
-    connect(&m_atLatest, &QTimer::timeout, this, &LongWork::goOn);
 }
 
 void LongWork::start(const Work &work)
@@ -102,7 +99,6 @@ void LongWork::goOn()
     if (m_watcher && !m_watcher->isFinished())
         return;
     m_whenIdle.stop();
-    m_atLatest.stop();
     if (isGoingOn())
         doSlice();
     else
@@ -151,7 +147,6 @@ void LongWork::comeBack()
         return;
     m_dueSince = Clock::now();
     m_whenIdle.start(0);
-    m_atLatest.start(longestBreak);
 }
 
 bool LongWork::hasTime() const

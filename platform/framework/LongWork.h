@@ -40,7 +40,7 @@ public:
     void rightAfter(const QObject *receiver, const std::function<void()> &step);
     bool isBusy() const { return isGoingOn() || !m_steps.empty(); }
 
-    /// Does a slice where that is overdue. For those who serve calls: the loop has no turn as long as more come.
+    /// Does a slice where that is overdue. For those who serve calls: as long as more come the loop is not idle.
     void goOnIfDue();
 
     /// Does the rest without a pause. What waits for its end still waits.
@@ -96,7 +96,5 @@ private:
     std::chrono::steady_clock::time_point m_dueSince; ///< when there is something left to do
     bool m_isPaused = false;
     bool m_isUrgent = false;
-    // The loop may be idle or full of calls: it is left alone while they come, but not for ever.
     QTimer m_whenIdle;
-    QTimer m_atLatest;
 };

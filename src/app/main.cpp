@@ -31,8 +31,9 @@ Exit codes: 0 ended by a signal, 1 it could not start or lost the bus; the log o
     parser.process(application);
 }
 
-/// A heap for each search worker would keep what a long list took once, and little is allocated at the same time. The
-/// list itself is no part of it, however often there was one before.
+/// A heap for each search worker would keep what a long list took once, and little is allocated at the same time. Large
+/// blocks, such as the list itself, stay outside of it: the library would raise the size of these with each that is
+/// freed.
 void keepHeapSmall()
 {
 #ifdef __GLIBC__

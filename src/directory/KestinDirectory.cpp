@@ -124,7 +124,7 @@ bool KestinDirectory::restoreDataToFactory()
 
 bool KestinDirectory::mustWait(const QByteArray &method) const
 {
-    return m_open->synchronisation.mustWait(method) && longWork().isBusy();
+    return longWork().isBusy() && m_open->synchronisation.mustWait(method);
 }
 
 void KestinDirectory::registerRecords()
