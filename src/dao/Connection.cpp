@@ -90,11 +90,6 @@ QSqlQuery Connection::executeQuery(const QString &sql)
     return query;
 }
 
-bool Connection::lockForWriting()
-{
-    return executeQuery(QStringLiteral("DELETE FROM CONTACT WHERE 0")).isActive();
-}
-
 std::optional<int> Connection::userVersion()
 {
     QSqlQuery query = executeQuery(QStringLiteral("PRAGMA user_version"));

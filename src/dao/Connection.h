@@ -26,11 +26,6 @@ public:
     /// What the database says of its last failure.
     QString errorText() const;
 
-    /// Waits until nobody else writes, 5 s at most, and lets nobody until the transaction that is going on has ended.
-    /// To come before its first read, for who has read does not wait: each write fails while another writes. False when
-    /// it fails (logged).
-    [[nodiscard]] bool lockForWriting();
-
     bool isInTransaction() const { return m_depth > 0; }
 
     /// Changes whenever rows may have come or gone other than through the statements that were executed: after a

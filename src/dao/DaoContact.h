@@ -28,6 +28,11 @@ public:
     Connection &connection() { return m_connection; }
     DaoMisc &misc() { return m_misc; }
 
+    /// Waits until nobody else writes, 5 s at most, and lets nobody until the transaction that is going on has ended.
+    /// To come before its first read, for who has read does not wait: each write fails while another writes. False when
+    /// it fails (logged).
+    [[nodiscard]] bool lockForWriting();
+
     // Writes.
 
     /// Stores a new contact; its id and modification date are filled in. A local contact, a manager/assistant contact

@@ -32,6 +32,11 @@ std::optional<ListContact> DaoContact::getContactsWithUnresizedPhoto(const QStri
     return readContacts(use);
 }
 
+bool DaoContact::lockForWriting()
+{
+    return Statement(m_connection, QStringLiteral("DELETE FROM CONTACT WHERE 0")).use().execute();
+}
+
 ContactWalk DaoContact::fullExport()
 {
     KestinLogger::debug("DaoContact::fullExport: export all user's contacts");

@@ -58,7 +58,7 @@ ImportRun::ImportRun(const DirectoryFields &fields, RemoteCaller &telephony, Pho
 Work ImportRun::execute(QString path)
 {
     Transaction transaction(m_dao.connection());
-    if (!transaction.isActive() || !m_dao.connection().lockForWriting()) {
+    if (!transaction.isActive() || !m_dao.lockForWriting()) {
         KestinLogger::error("KestinDirectory::importFromXml : error while trying to begin a unique transaction during "
                             "the import process on the database.");
         m_outcome = failure(ImportWriter::databaseFailure);
