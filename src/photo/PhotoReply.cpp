@@ -3,6 +3,7 @@
 
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/AddressText.h"
+#include "platform/records/Loopback.h"
 #include "src/photofiles/PhotoAddress.h"
 
 #include <QNetworkAccessManager>
@@ -150,7 +151,7 @@ void PhotoReply::checkPeer()
 {
     const bool isDirect =
         m_forwarder.type() == QNetworkProxy::NoProxy && m_socket->proxy().type() == QNetworkProxy::NoProxy;
-    if (isDirect && PhotoAddress::isLoopback(m_socket->peerAddress()) && !PhotoAddress::isLoopback(url().host()))
+    if (isDirect && Loopback::isHost(m_socket->peerAddress().toString()) && !Loopback::isHost(url().host()))
         giveUp("its name leads to the phone itself");
 }
 
@@ -244,7 +245,7 @@ QNetworkReply::NetworkError PhotoReply::refusalOf(const QUrl &to) const
     if (!PhotoAddress::isWeb(to))
         return ProtocolUnknownError;
     const bool losesTls = url().scheme() == https && to.scheme() != https;
-    const bool comesHome = PhotoAddress::isLoopback(to.host()) && !PhotoAddress::isLoopback(url().host());
+    const bool comesHome = Loopback::isHost(to.host()) && !Loopback::isHost(url().host());
     return losesTls || comesHome ? InsecureRedirectError : NoError;
 }
 
