@@ -14,7 +14,7 @@ constexpr QString Contact::*addresses[] = {&Contact::email, &Contact::personalEm
 /// A national number with its area code, in most countries.
 constexpr qsizetype significantDigits = 9;
 
-QString digitsOf(const QString &number)
+QString lastDigits(const QString &number)
 {
     QString digits;
     for (const QChar character : number) {
@@ -59,7 +59,7 @@ QStringList keysOf(const Contact &contact)
         isBare = isBare && value.isEmpty();
     };
     for (const auto number : numbers)
-        append(u'n', digitsOf(contact.*number));
+        append(u'n', lastDigits(contact.*number));
     for (const auto address : addresses)
         append(u'a', (contact.*address).trimmed().toLower());
     if (isBare)

@@ -21,7 +21,7 @@ QString plain(const QString &text)
 }
 
 /// The digits of a text that is a number as people write it; empty for any other text.
-QString digitsOf(const QString &text)
+QString typedDigits(const QString &text)
 {
     QString digits;
     for (const QChar character : text) {
@@ -37,13 +37,13 @@ bool holdsDigits(const Contact &contact, const QString &digits)
 {
     const QList<ContactNumber> numbers = ContactNumbers::of(contact);
     return std::any_of(numbers.begin(), numbers.end(), [&digits](const ContactNumber &number) {
-        return digitsOf(number.value).contains(digits) || digitsOf(number.canonical).contains(digits);
+        return typedDigits(number.value).contains(digits) || typedDigits(number.canonical).contains(digits);
     });
 }
 
 bool holds(const Contact &contact, const QString &text)
 {
-    const QString digits = digitsOf(text);
+    const QString digits = typedDigits(text);
     if (!digits.isEmpty() && holdsDigits(contact, digits))
         return true;
     const QStringList places{contact.firstName + QLatin1Char(' ') + contact.name,
