@@ -4,6 +4,7 @@
 #include "client/bus/DirectoryService.h"
 #include "client/text/EventText.h"
 #include "platform/records/KestinBus.h"
+#include "platform/records/LatinText.h"
 #include "platform/records/PlatformEvents.h"
 
 #include <QDBusPendingCallWatcher>
@@ -12,17 +13,6 @@
 namespace {
 
 using Ids = QMap<QString, QString>;
-
-/// The form in which names are matched and ordered (docs/bus.md): lower case, decomposed, and all but marks twice.
-QString latinForm(const QString &name)
-{
-    QString form;
-    for (const char32_t character : name.toLower().normalized(QString::NormalizationForm_KD).toUcs4()) {
-        const QString one = QString::fromUcs4(&character, 1);
-        form += QChar::category(character) == QChar::Mark_NonSpacing ? one : one + one;
-    }
-    return form;
-}
 
 /// The directory brings only numbers and ids into a form of its own.
 bool isSame(const Contact &sent, const Contact &told)
@@ -66,8 +56,7 @@ void ListCreation::create(const ListContact &contacts, const Handler &settled)
     const QString requestId = DirectoryService::newRequestId();
     const auto request = std::make_shared<Request>(Request{contacts, settled, {}});
     for (Contact &contact : request->sent) {
-        contact.latinFirstName = latinForm(contact.firstName);
-        contact.latinName = latinForm(contact.name);
+        fillLatinNames(contact);
     }
     m_requests.insert(requestId, request);
     auto *watcher =

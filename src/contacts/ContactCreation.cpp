@@ -4,10 +4,10 @@
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/ContactIds.h"
 #include "platform/records/DirectoryCodes.h"
+#include "platform/records/LatinText.h"
 #include "src/contacts/ContactNews.h"
 #include "src/contacts/ListedContacts.h"
 #include "src/dao/DaoContact.h"
-#include "src/dao/LatinText.h"
 #include "src/dao/Transaction.h"
 
 #include <algorithm>

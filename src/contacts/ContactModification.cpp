@@ -3,10 +3,10 @@
 
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/DirectoryCodes.h"
+#include "platform/records/LatinText.h"
 #include "src/contacts/ContactNews.h"
 #include "src/contacts/ListedContacts.h"
 #include "src/dao/DaoContact.h"
-#include "src/dao/LatinText.h"
 #include "src/dao/Transaction.h"
 
 ContactModification::ContactModification(DaoContact &dao, DirectoryFields &fields, CanonicalNumbers &numbers,

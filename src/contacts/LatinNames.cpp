@@ -2,8 +2,8 @@
 #include "src/contacts/LatinNames.h"
 
 #include "platform/framework/KestinLogger.h"
+#include "platform/records/LatinText.h"
 #include "src/dao/DaoContact.h"
-#include "src/dao/LatinText.h"
 
 void LatinNames::checkAndFillLatinName()
 {

@@ -2,7 +2,7 @@
 #include "src/dao/ContactOrder.h"
 
 #include "platform/framework/KestinLogger.h"
-#include "src/dao/LatinText.h"
+#include "platform/records/LatinText.h"
 
 #include <algorithm>
 #include <utility>

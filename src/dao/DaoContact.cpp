@@ -6,7 +6,7 @@
 #include "platform/records/ContactIds.h"
 #include "src/dao/Connection.h"
 #include "src/dao/ContactRow.h"
-#include "src/dao/LatinText.h"
+#include "src/dao/LatinFunction.h"
 #include "src/dao/QueryText.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 #include "src/search/LocalSearchThreads.h"
 
 #include "platform/framework/KestinLogger.h"
-#include "src/dao/LatinText.h"
+#include "platform/records/LatinText.h"
 #include "src/dao/WorkerDatabase.h"
 
 void LocalSearchByNameThread::run()

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "platform/records/LatinText.h"
 #include "src/dao/ContactRow.h"
-#include "src/dao/LatinText.h"
 #include "src/dao/QueryText.h"
 #include "tests/src/dao/TemporaryStore.h"
 

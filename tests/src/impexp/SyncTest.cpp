@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/src/impexp/SyncFixture.h"
 
-#include "src/dao/LatinText.h"
+#include "platform/records/LatinText.h"
 
 #include <sqlite3.h>
 

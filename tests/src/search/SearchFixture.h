@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "platform/records/LatinText.h"
 #include "platform/records/PlatformEvents.h"
-#include "src/dao/LatinText.h"
 #include "src/numbers/CanonicalNumbers.h"
 #include "src/search/ContactSearch.h"
 #include "src/search/RemoteSearchThreads.h"

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "platform/records/Contact.h"
-
 #include <QString>
 
-struct sqlite3;
+struct Contact;
 
 /// The form in which names are stored for matching and ordering: lower case, Unicode compatibility decomposition
 /// (NFKD), then every character that is not a non-spacing mark twice and each non-spacing mark once ("abc" becomes
@@ -15,7 +13,3 @@ QString latinText(const QString &text);
 
 /// Derives both latin names of the contact; what was there is overwritten.
 void fillLatinNames(Contact &contact);
-
-/// Makes latinText callable by statements of this connection, as latin(text); of NULL it makes an empty text. Triggers
-/// and views of the file cannot call it. False when SQLite refuses: then a statement that names it cannot be prepared.
-[[nodiscard]] bool addLatinFunction(sqlite3 *database);
