@@ -2,7 +2,7 @@
 // Any bytes as the answer of a photo server: no more of them is held than the limits say, and it does not matter in
 // which pieces they come. The first byte says how large these are.
 #include "fuzz/Promise.h"
-#include "src/photo/HttpAnswer.h"
+#include "src/download/HttpAnswer.h"
 
 #include <algorithm>
 

@@ -83,8 +83,9 @@ bool KestinDirectory::init()
     m_open->contacts.defaultContacts.setDefaultContacts(defaultContacts);
     m_fields.lastLocalChangeDate = QDateTime(QDate(1980, 1, 1), QTime(0, 0), Qt::UTC);
     m_settings.readPhotoQuota();
-    connect(&m_open->photos.network, &KestinDirectoryNetwork::requestFinished, this,
-            &KestinDirectory::slot_requestFinished);
+    // By name: a typed connection refers to the network library, which is not loaded yet.
+    connect(&m_open->photos.network, SIGNAL(requestFinished(QNetworkReply *)), this,
+            SLOT(slot_requestFinished(QNetworkReply *)));
     updateCanonicalNumbers();
     m_settingsCaller.setStarted();
     m_open->contacts.latinNames.checkAndFillLatinName();

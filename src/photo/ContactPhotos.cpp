@@ -3,12 +3,13 @@
 
 #include "platform/framework/LongWork.h"
 #include "src/dao/DaoContact.h"
-#include "src/photo/KestinDirectoryNetwork.h"
+#include "src/photo/PhotoNetwork.h"
 #include "src/photofiles/PhotoAddress.h"
 #include "src/photofiles/PhotoFiles.h"
 #include "src/photofiles/PictureProgram.h"
 #include "src/photofiles/SquarePicture.h"
 
+#include <QNetworkReply>
 #include <QUrl>
 
 #include <algorithm>
@@ -21,8 +22,8 @@ constexpr char numberProperty[] = "photoRequestNumber";
 
 } // namespace
 
-ContactPhotos::ContactPhotos(KestinDirectoryNetwork &network, PictureProgram &pictures, DaoContact &dao,
-                             PhotoFiles &files, LongWork &longWork)
+ContactPhotos::ContactPhotos(PhotoNetwork &network, PictureProgram &pictures, DaoContact &dao, PhotoFiles &files,
+                             LongWork &longWork)
     : m_network(network)
     , m_pictures(pictures)
     , m_dao(dao)
@@ -36,7 +37,7 @@ ContactPhotos::ContactPhotos(KestinDirectoryNetwork &network, PictureProgram &pi
 quint32 ContactPhotos::want(const QString &contactId, const QString &photo)
 {
     forget(contactId);
-    if (!PhotoAddress::isToDownload(photo))
+    if (!PhotoAddress::isToDownload(photo) || !m_network.isReady())
         return 0;
     if (++m_lastNumber == 0)
         ++m_lastNumber;

@@ -12,7 +12,7 @@
 
 class DaoContact;
 class LongWork;
-class KestinDirectoryNetwork;
+class PhotoNetwork;
 class PhotoFiles;
 class PictureProgram;
 class QNetworkReply;
@@ -25,11 +25,12 @@ class ContactPhotos : public QObject
     Q_OBJECT
 
 public:
-    ContactPhotos(KestinDirectoryNetwork &network, PictureProgram &pictures, DaoContact &dao, PhotoFiles &files,
+    ContactPhotos(PhotoNetwork &network, PictureProgram &pictures, DaoContact &dao, PhotoFiles &files,
                   LongWork &longWork);
 
     /// Downloads the photo of a contact that has just been stored with it, and gives up a download that was under way
-    /// for that contact. The number of the request; 0 when `photo` is not an address to download from.
+    /// for that contact. The number of the request; 0 when `photo` is not an address to download from, or
+    /// nothing can be downloaded (logged).
     quint32 want(const QString &contactId, const QString &photo);
 
     /// Gives up the download for a contact that is gone or has another photo: its id may come back as somebody else.
@@ -66,7 +67,7 @@ private:
     void madeSquare(quint32 picture, const QByteArray &square);
     void apply(const Download &download, const QByteArray &square);
 
-    KestinDirectoryNetwork &m_network;
+    PhotoNetwork &m_network;
     PictureProgram &m_pictures;
     DaoContact &m_dao;
     PhotoFiles &m_files;

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "src/photo/ContactPhotos.h"
-#include "src/photo/KestinDirectoryNetwork.h"
 #include "src/photo/PhotoDownloads.h"
+#include "src/photo/PhotoNetwork.h"
 #include "src/photo/PhotoResizing.h"
 #include "src/photo/UserPhoto.h"
 #include "src/photofiles/PictureProgram.h"
@@ -14,7 +14,7 @@ struct Photos
     /// `mark` is the file in which the pass at start keeps what it leaves to the next.
     Photos(DaoContact &dao, PhotoFiles &files, DirectoryFields &fields, const QString &mark, LongWork &longWork);
 
-    KestinDirectoryNetwork network;
+    PhotoNetwork network;
     PictureProgram pictures;
     PhotoResizing resizing;
     ContactPhotos ofContacts;

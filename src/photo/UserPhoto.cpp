@@ -3,7 +3,7 @@
 
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/AddressText.h"
-#include "src/photo/KestinDirectoryNetwork.h"
+#include "src/photo/PhotoNetwork.h"
 #include "src/photofiles/PhotoAddress.h"
 #include "src/photofiles/PhotoFiles.h"
 #include "src/photofiles/PictureProgram.h"
@@ -12,6 +12,7 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
+#include <QNetworkReply>
 #include <QUrl>
 
 #include <utility>
@@ -29,8 +30,7 @@ QString fingerprint(const QByteArray &content)
 
 } // namespace
 
-UserPhoto::UserPhoto(KestinDirectoryNetwork &network, PictureProgram &pictures, PhotoFiles &files,
-                     const DirectoryFields &fields)
+UserPhoto::UserPhoto(PhotoNetwork &network, PictureProgram &pictures, PhotoFiles &files, const DirectoryFields &fields)
     : m_network(network)
     , m_pictures(pictures)
     , m_files(files)
@@ -78,6 +78,8 @@ void UserPhoto::download(const QString &address)
     const QString stored = storedFrom(address);
     if (!stored.isNull())
         Q_EMIT userPhotoChanged(stored);
+    if (!m_network.isReady())
+        return;
     m_reply = m_network.get(QUrl(address)); // never null: the scheme was looked at
     m_reply->setProperty(requestProperty, m_request);
 }

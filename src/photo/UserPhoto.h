@@ -7,7 +7,7 @@
 #include <QPointer>
 #include <QString>
 
-class KestinDirectoryNetwork;
+class PhotoNetwork;
 class PhotoFiles;
 class PictureProgram;
 class QNetworkReply;
@@ -19,8 +19,7 @@ class UserPhoto : public QObject
     Q_OBJECT
 
 public:
-    UserPhoto(KestinDirectoryNetwork &network, PictureProgram &pictures, PhotoFiles &files,
-              const DirectoryFields &fields);
+    UserPhoto(PhotoNetwork &network, PictureProgram &pictures, PhotoFiles &files, const DirectoryFields &fields);
 
     /// Takes the setting: the path of a picture, an http or https address, or nothing, which removes the photo. The
     /// photo that is there stays until the new photo is; when that cannot be had (logged) the old photo stays for good,
@@ -46,7 +45,7 @@ private:
     QString storedFrom(const QString &source) const;
     bool removeAllBut(const QString &path);
 
-    KestinDirectoryNetwork &m_network;
+    PhotoNetwork &m_network;
     PictureProgram &m_pictures;
     PhotoFiles &m_files;
     const DirectoryFields &m_fields;

@@ -112,15 +112,16 @@ private Q_SLOTS:
         QCOMPARE(m_received.contains(event), arrives);
     }
 
-    /// Decoders of pictures are loaded by a program of their own only, with their faults, their memory and their time.
-    void theServiceKnowsNoPictures()
+    /// Decoders of pictures are loaded by a program of their own only, with their faults, their memory and their time;
+    /// the network library with the first download.
+    void theServiceKnowsNoPicturesAndBeginsWithoutANetwork()
     {
         QProcess linker;
         linker.start("ldd", {QCoreApplication::applicationDirPath() + "/kestin-directory"});
         QVERIFY(linker.waitForFinished());
         const QByteArray libraries = linker.readAll();
         QVERIFY(libraries.contains("libQt6Core.so"));
-        for (const char *library : {"libQt6Gui", "libjpeg", "libpng", "libwebp"})
+        for (const char *library : {"libQt6Gui", "libQt6Network", "libjpeg", "libpng", "libwebp"})
             QVERIFY2(!libraries.contains(library), library);
     }
 

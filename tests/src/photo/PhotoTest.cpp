@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/framework/LongWork.h"
 #include "src/photo/ContactPhotos.h"
-#include "src/photo/KestinDirectoryNetwork.h"
 #include "src/photo/PhotoDownloads.h"
+#include "src/photo/PhotoNetwork.h"
 #include "src/photo/PhotoResizing.h"
 #include "src/photo/UserPhoto.h"
 #include "src/photofiles/PhotoAddress.h"
 #include "src/photofiles/PhotoFiles.h"
 #include "src/photofiles/PictureProgram.h"
+#include "tests/src/download/PhotoServer.h"
 #include "tests/support/Program.h"
 #include "tests/support/UseCaseFixture.h"
 
@@ -15,13 +16,12 @@
 #include <QDeadlineTimer>
 #include <QImage>
 #include <QImageWriter>
+#include <QNetworkReply>
 #include <QPainter>
-#include <QSslCertificate>
 #include <QThread>
 
 #include <csignal>
 #include <dlfcn.h>
-#include <netdb.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -33,9 +33,6 @@ namespace {
 
 QStringList synced; ///< by the program, in this order
 
-constexpr int limitMs = 20000;
-const QByteArray phoneName = "phone.example";
-const QString secret = "me:secret@", site = "http://" + secret + "photos.example";
 const QString suffix = "_100x100";
 
 QString writeScript(const QString &path, const QByteArray &commands)
@@ -109,7 +106,7 @@ struct PhotoFixture : UseCaseFixture
     PhotoFixture()
     {
         QObject::connect(&files, &PhotoFiles::quotaExceeded, [this] { told.append("popup"); });
-        QObject::connect(&network, &KestinDirectoryNetwork::requestFinished,
+        QObject::connect(&network, &PhotoNetwork::requestFinished,
                          [this](QNetworkReply *reply) { downloads.requestFinished(reply); });
         QObject::connect(&contacts, &ContactPhotos::contactsUpdated,
                          [this](auto &list, bool only) { tell(list, only); });
@@ -133,7 +130,7 @@ struct PhotoFixture : UseCaseFixture
     }
 
     PhotoFiles files{*dao, fields};
-    KestinDirectoryNetwork network;
+    PhotoNetwork network;
     PictureProgram pictures;
     PhotoResizing resizing{*dao, files, pictures, folder.filePath("mark")};
     LongWork longWork;
@@ -152,44 +149,17 @@ extern "C" int fsync(int descriptor)
     return int(::syscall(SYS_fsync, descriptor));
 }
 
-/// The same; a name leads to this machine.
-extern "C" int getaddrinfo(const char *name, const char *service, const addrinfo *hints, addrinfo **result)
-{
-    static const auto original = reinterpret_cast<decltype(&getaddrinfo)>(::dlsym(RTLD_NEXT, "getaddrinfo"));
-    return original(name == phoneName ? "localhost" : name, service, hints, result);
-}
-
 class PhotoTest : public QObject
 {
     Q_OBJECT
 
-    QTemporaryDir m_served;
-    QProcess m_server;
-    QString m_http, m_https, m_expired;
+    PhotoServer m_server;
 
 private Q_SLOTS:
     void initTestCase()
     {
-        m_server.start("python3", {KESTIN_PHOTO_SERVER, m_served.path()});
-        while (!m_server.canReadLine() && m_server.waitForReadyRead(limitMs)) {
-        }
-        const QStringList ports = QString::fromLatin1(m_server.readLine().trimmed()).split(' ');
-        QCOMPARE(ports.size(), 3);
-        m_http = "http://localhost:" + ports[0];
-        m_https = "https://localhost:" + ports[1];
-        m_expired = "https://localhost:" + ports[2];
-        writeFile(m_served.filePath("a.jpg"), encoded(colored(300, 200), "jpg"));
-        QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
-        configuration.addCaCertificates(QSslCertificate::fromPath(m_served.filePath("ca.pem")));
-        QSslConfiguration::setDefaultConfiguration(configuration);
-        qputenv("http_proxy", m_http.toLatin1());
-        qputenv("no_proxy", "localhost,127.0.0.1," + phoneName);
-    }
-
-    void cleanupTestCase()
-    {
-        m_server.kill();
-        m_server.waitForFinished(limitMs);
+        QVERIFY(m_server.start());
+        writeFile(m_server.folder.filePath("a.jpg"), encoded(colored(300, 200), "jpg"));
     }
 
     void onlyAddressesElsewhereAreDownloaded()
@@ -468,71 +438,6 @@ private Q_SLOTS:
         QVERIFY(!store.files.keep("x") && store.takeTold().isEmpty()); // it cannot be written
     }
 
-    void downloadsEndWellOrInTheLog_data()
-    {
-        const Rows<QString, QString> row;
-        const QString canceled = "(5) OperationCanceledError", noTls = "(6) SslHandshakeFailedError";
-        const QString redirect = "/once/302/Location:", good = "/file/a.jpg", never = "/file/never";
-        row("https", m_https + good, "");
-        row("through the proxy", site + good, "");
-        row("expired", m_expired + good, noTls);
-        row("wrong host", QString(m_https).replace("localhost", "127.0.0.1"), noTls);
-        row("five redirects", m_http + redirect.repeated(5) + good, "");
-        row("six redirects", m_http + redirect.repeated(6) + good, "(10) TooManyRedirectsError");
-        row("http to https", m_http + redirect + m_https + good, "");
-        row("https to http", m_https + redirect + m_http + never, "(11) InsecureRedirectError");
-        row("to the phone", site + redirect + m_http + never, "(11) InsecureRedirectError");
-        row("to a file", m_http + redirect + "file:///etc/passwd", "(301) ProtocolUnknownError");
-        row("missing", m_http + "/once/404", "(203) ContentNotFoundError");
-        row("refused", "http://localhost:1/", "(1) ConnectionRefusedError");
-        row("stops half-way", m_http + "/once/200/Content-Length:99", "(2) RemoteHostClosedError");
-        row("a part", m_http + "/once/206/Content-Length:4", "(299) UnknownContentError");
-        row("name of the phone", QString(m_http + never).replace("localhost", phoneName), canceled);
-        row("announces too much", m_http + "/hold/200/Content-Length:2000000", canceled);
-        row("endless", m_https + "/endless/200", canceled);
-        row("endless error", m_http + "/endless/500", "(401) InternalServerError");
-        row("endless redirect", m_http + "/endless/302/Location:" + good, "");
-        const QString raw = m_http + "/raw/", ok = raw + "HTTP%2F1.1+200+OK%0D%0A",
-                      chunked = ok + "Transfer-Encoding: chunked%0D%0A%0D%0A";
-        row("endless headers", ok + "/a:b%0D%0A", canceled);
-        row("endless header line", ok + "a:/b", canceled);
-        row("endless status line", raw + "HTTP%2F1.1+200/O", canceled);
-        row("endless interim answers", raw + "%0D%0A/HTTP%2F1.1+100+Go%0D%0A%0D%0A", canceled);
-        row("endless chunks", chunked + "/1%0D%0Aa%0D%0A", canceled);
-        row("endless chunk head", chunked + "1;/x", canceled);
-        row("endless trailers", chunked + "0%0D%0A/a:b%0D%0A", canceled);
-        row("chunks", chunked + "2;a=b%0D%0Abo%0D%0A2%0D%0Ady%0D%0A0%0D%0Aa:b%0D%0A%0D%0A/", "");
-        row("no HTTP", raw + "SSH-2.0%0D%0A/", "(399) ProtocolFailure");
-        row("silent", m_http + "/hold/200/Content-Length:99", canceled);
-        row("long", m_http + "/hold/200/Content-Length:99", canceled);
-        row("long way", m_http + QString("/slow/302/Location:").repeated(5) + good, canceled);
-        row("not unpacked", m_http + "/once/200/Content-Encoding:gzip", "");
-    }
-
-    void downloadsEndWellOrInTheLog()
-    {
-        const auto [address, failure] = currentRow<QString, QString>();
-        LogCapture log;
-        const QByteArray tag = QTest::currentDataTag(); // some end in no other way
-        KestinDirectoryNetwork network(
-            {100'000, tag == "silent" ? 300ms : 20s, tag.startsWith("long") ? 700ms : 30s, 5});
-        QByteArray body;
-        connect(&network, &KestinDirectoryNetwork::requestFinished, this, [&body](QNetworkReply *reply) {
-            body = reply->readAll();
-            reply->deleteLater();
-        });
-        QVERIFY(QSignalSpy(network.get(QUrl(address)), &QObject::destroyed).wait(limitMs)); // in either case
-        QCOMPARE(log.contains("<3>KestinDirectoryNetwork::finished : GET request failed : " + failure),
-                 !failure.isEmpty());
-        QCOMPARE(body.isEmpty(), !failure.isEmpty());
-        QVERIFY(body == "body" || !address.endsWith(":gzip"));
-        QVERIFY(log.contains("<7>GET " + QString(address).remove(secret)));
-        QVERIFY(log.lines.filter("secret").isEmpty());
-        const QByteArray requests = contentOf(m_served.filePath("seen"));
-        QVERIFY(!requests.contains("\n/file/never") &&
-                (!address.contains(secret) || requests.contains(" Basic bWU6c2VjcmV0\n")));
-    }
-
     void answersAreTakenWhereTheyStillFit_data()
     {
         const Rows<QString, QString, std::function<void(PhotoFixture &)>> row;
@@ -544,7 +449,7 @@ private Q_SLOTS:
         row("other photo", good, "", [](PhotoFixture &store) { QVERIFY(store.dao->updatePhotoContact("a", "/x")); });
         row("id dropped", good, "", [](PhotoFixture &store) { store.contacts.forget({"a"}); });
         row("id dropped at the end", good, "", [](PhotoFixture &store) {
-            QObject::connect(&store.network, &KestinDirectoryNetwork::requestFinished,
+            QObject::connect(&store.network, &PhotoNetwork::requestFinished,
                              [&store] { store.contacts.forget({"a"}); });
         });
         row("no address", good, "", [](PhotoFixture &store) { store.contacts.want("a", "/x"); });
@@ -572,6 +477,16 @@ private Q_SLOTS:
         QVERIFY(store.log.lines.filter("secret").isEmpty());
     }
 
+    void withoutTheLibraryNothingIsFetched()
+    {
+        PhotoFixture store;
+        PhotoNetwork none(store.folder.filePath("none.so"));
+        ContactPhotos contacts(none, store.pictures, *store.dao, store.files, store.longWork);
+        UserPhoto(none, store.pictures, store.files, store.fields).setUserPhoto(site);
+        QVERIFY(contacts.want("a", site) == 0 && contacts.pendingCount() == 0);
+        QCOMPARE(store.log.lines.filter("<3>Photos cannot be fetched: ").size(), 1);
+    }
+
     void whatNobodyWantsGivesItsPlaceBack()
     {
         PhotoFixture store;
@@ -594,7 +509,7 @@ private Q_SLOTS:
         PhotoFixture store;
         const QString address = site + "/once/302/Location:/file/changing",
                       local = writeFile(store.folder.filePath("local"), encoded(colored(20, 30), "png"));
-        const QString served = writeFile(m_served.filePath("changing"), encoded(colored(30, 20), "png"));
+        const QString served = writeFile(m_server.folder.filePath("changing"), encoded(colored(30, 20), "png"));
         const auto ended = [&store] { return store.log.lines.filter("GET request ").size(); };
         const auto judged = [&store] { return store.log.lines.filter("loaded image: ").size(); };
 
@@ -606,7 +521,7 @@ private Q_SLOTS:
         store.user.setUserPhoto(local);
         QTRY_COMPARE(store.told, QStringList{first}); // kept from when it could be read
         store.told.clear();
-        for (const QString &bad : {QString("/nowhere"), QString("local"), m_http, site + "/once/404"}) {
+        for (const QString &bad : {QString("/nowhere"), QString("local"), m_server.http, site + "/once/404"}) {
             store.user.setUserPhoto(bad);
             QTRY_VERIFY(store.log.contains("<3>KestinDirectory::resizeAndCropToSquare, failed to load image: " + bad) ||
                         bad.startsWith("http"));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "src/photo/HttpAnswer.h"
+#include "src/download/HttpAnswer.h"
 
 #include <algorithm>
 #include <utility>

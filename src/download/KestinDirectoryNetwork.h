@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "src/photo/PhotoReply.h"
+#include "src/download/PhotoReply.h"
 
 #include <QNetworkAccessManager>
 #include <QObject>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "src/photo/PhotoReply.h"
+#include "src/download/PhotoReply.h"
 
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/AddressText.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "src/photo/KestinDirectoryNetwork.h"
+#include "src/download/KestinDirectoryNetwork.h"
 
 #include "platform/framework/KestinLogger.h"
 #include "platform/records/AddressText.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "src/download/HttpAnswer.h"
 #include "src/fields/PhotoRules.h"
-#include "src/photo/HttpAnswer.h"
 
 #include <QNetworkProxy>
 #include <QNetworkReply>
