@@ -67,6 +67,20 @@ void Connection::noteFailure()
         m_failedDepth = m_depth;
 }
 
+void Connection::noteDamage()
+{
+    m_isDamaged = true;
+    if (m_damageHandler)
+        m_damageHandler();
+}
+
+void Connection::setDamageHandler(const std::function<void()> &handler)
+{
+    m_damageHandler = handler;
+    if (m_isDamaged && m_damageHandler)
+        m_damageHandler();
+}
+
 /// Whether the database has rolled back by itself, so that each further write would be one of its own.
 bool Connection::hasGivenUp() const
 {

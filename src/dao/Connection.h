@@ -47,6 +47,13 @@ public:
     /// Ends the running Transaction for the failure of a statement, or all of them when the database gave up.
     void noteFailure();
 
+    /// A statement said that the file is damaged.
+    void noteDamage();
+    bool isDamaged() const { return m_isDamaged; }
+    /// Is called with each damage that is noted, in the middle of the statement; at once when some was before. May be
+    /// empty.
+    void setDamageHandler(const std::function<void()> &handler);
+
     /// Executes a statement on the schema; a failure is logged and shows in the query's state. Never
     /// throws.
     QSqlQuery executeQuery(const QString &sql);
@@ -75,5 +82,7 @@ private:
     quint64 m_epoch = 0;
     int m_depth = 0;
     QList<std::function<void()>> m_afterCommit;
+    bool m_isDamaged = false;
+    std::function<void()> m_damageHandler;
     int m_failedDepth = 0; ///< of the outermost transaction in which a statement has failed; 0: none
 };

@@ -249,7 +249,8 @@ bool Database::setAside()
         KestinLogger::error("The database %1 failed the check and cannot be set aside", m_filePath);
         return false;
     }
-    KestinLogger::warning("The database %1 failed the check. It is kept as %2 and an empty one takes its place",
+    KestinLogger::warning("The database %1 failed the check. It is kept as %2 and an empty one takes its place. What "
+                          "can be read of it is brought back by: kestin-dir recover %2",
                           m_filePath, *keptAs);
     return openDatabase(m_folder);
 }

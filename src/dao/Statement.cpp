@@ -199,6 +199,8 @@ bool Statement::Use::nextRow()
     m_isAtEnd = code == SQLITE_DONE;
     if (code != SQLITE_ROW && code != SQLITE_DONE)
         fail(m_statement.m_connection.errorText());
+    if ((code & 0xff) == SQLITE_CORRUPT)
+        m_statement.m_connection.noteDamage();
     return code == SQLITE_ROW;
 }
 

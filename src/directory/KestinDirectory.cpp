@@ -61,6 +61,7 @@ bool KestinDirectory::init()
     m_database.completeTables();
     m_open = std::make_unique<OpenDirectory>(m_database.connection(), *this, m_settingsCaller, m_fields,
                                              getModuleName(), longWork());
+    m_storeCare = std::make_unique<StoreCare>(m_database, longWork());
     m_restore = std::make_unique<DataRestore>(m_database, *m_open, m_settings);
     m_news = std::make_unique<NewsPublication>(*m_open, m_fields, *this, m_popups);
     connect(&m_open->search, &ContactSearch::workerCreated, this, &KestinDirectory::connectWorker);
@@ -102,6 +103,7 @@ bool KestinDirectory::run()
     const bool isAllowed = m_telephonyMode.getKestinMode();
     KestinLogger::debug("KestinDir run; ICS login  : %1", int(isAllowed));
     m_open->company.serviceRight.start(isAllowed);
+    m_storeCare->check();
     return true;
 }
 
@@ -144,6 +146,7 @@ void KestinDirectory::connectWorker(SearchThread *worker)
 {
     connect(worker, &SearchThread::signal_addContactsToMap, this, &KestinDirectory::slot_addContactsToMap);
     connect(worker, &SearchThread::signal_threadSearchFinished, this, &KestinDirectory::slot_threadSearchFinished);
+    connect(worker, &SearchThread::signal_storeDamaged, m_storeCare.get(), &StoreCare::repair);
     connect(worker, &QThread::finished, this, &KestinDirectory::deleteThread);
     if (auto *remote = qobject_cast<RemoteSearchThread *>(worker)) {
         connect(remote, &RemoteSearchThread::signal_getNextResults, this, &KestinDirectory::slot_getNextResults);

@@ -11,6 +11,7 @@
 #include "src/directory/DirectorySettings.h"
 #include "src/directory/Popups.h"
 #include "src/directory/SettingsCaller.h"
+#include "src/directory/StoreCare.h"
 #include "src/fields/DirectoryFields.h"
 
 #include <memory>
@@ -134,6 +135,7 @@ private:
     TelephonyMode m_telephonyMode;
     ReadOnlyMode m_readOnlyMode;
     std::unique_ptr<OpenDirectory> m_open;
+    std::unique_ptr<StoreCare> m_storeCare;
     std::unique_ptr<DataRestore> m_restore;
     std::unique_ptr<ModuleWatch> m_settingsWatch;
     std::unique_ptr<ModuleWatch> m_webServiceWatch;

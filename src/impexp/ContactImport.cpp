@@ -36,6 +36,8 @@ Work ContactImport::run(QString path)
         ImportRun import(m_fields, m_telephony, m_photoFiles, m_longWork);
         co_await import.execute(path);
         outcome = import.outcome();
+        if (import.hasMetDamage())
+            m_dao.connection().noteDamage();
     }
     m_dao.connection().beginEpoch();
 

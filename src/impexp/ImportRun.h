@@ -39,6 +39,7 @@ public:
     Work execute(QString path);
     /// When that is done. With status Failure the store is as it was.
     const Outcome &outcome() const { return m_outcome; }
+    bool hasMetDamage() const { return m_dao.connection().isDamaged(); }
 
 private:
     Work apply(QString path);

@@ -14,6 +14,8 @@ void LocalSearchByNameThread::run()
     KestinLogger::debug("[Thread Local search by name] %1 contacts found", contacts.size());
     Q_EMIT signal_addContactsToMap(m_searchId, contacts, true);
     Q_EMIT signal_threadSearchFinished(m_searchId);
+    if (database.contacts().connection().isDamaged())
+        Q_EMIT signal_storeDamaged();
     KestinLogger::debug("[Thread Local search by name] end");
 }
 
@@ -25,5 +27,7 @@ void LocalSearchByPhoneNumberThread::run()
     if (!contacts.isEmpty())
         Q_EMIT signal_addContactsToMap(m_searchId, contacts, false);
     Q_EMIT signal_threadSearchFinished(m_searchId);
+    if (database.contacts().connection().isDamaged())
+        Q_EMIT signal_storeDamaged();
     KestinLogger::debug("[Thread Local search by phone number] end");
 }

@@ -23,6 +23,8 @@ public:
 Q_SIGNALS:
     void signal_addContactsToMap(const QString &searchId, const ListContact &contacts, bool toLocalList);
     void signal_threadSearchFinished(const QString &searchId);
+    /// The search met a part of the file that cannot be right.
+    void signal_storeDamaged();
 
 protected:
     const QString m_searchText;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "src/dao/IndexRepair.h"
 #include "src/dao/SetAsideFiles.h"
 #include "src/dao/Transaction.h"
 #include "tests/src/dao/TemporaryStore.h"
@@ -209,6 +210,44 @@ private Q_SLOTS:
         QVERIFY(!store.database.checkTables());
         QVERIFY(!store.database.setAside());
         QCOMPARE(setAsideFiles(store.database), QStringList());
+    }
+
+    void damagedIndexesAreMadeAnew_data()
+    {
+        const Rows<QString, QString, bool> row;
+        for (const char *index : {"contact_id_idx", "latin_name_idx", "misc_id_idx"}) {
+            row(qPrintable(QString(index) + ", last page"), index, "max", true);
+            row(qPrintable(QString(index) + ", first page"), index, "min", true);
+        }
+        row("a table", "CONTACT", "max", false);
+        row("pairs", "MISC", "min", false);
+    }
+
+    void damagedIndexesAreMadeAnew()
+    {
+        const auto [damaged, page, isMended] = currentRow<QString, QString, bool>();
+        TemporaryStore store;
+        store.fill(200);
+        Connection &connection = store.database.connection();
+        QCOMPARE(IndexRepair::isSound(connection), true);
+        store.damage(damaged, page);
+        QCOMPARE(IndexRepair::isSound(connection), false);
+        const QString before = store.run("SELECT sql FROM sqlite_master WHERE type<>'index' OR sql IS NULL");
+        QCOMPARE(IndexRepair::makeAnew(connection), isMended);
+        QCOMPARE(IndexRepair::isSound(connection), isMended);
+        QCOMPARE(store.run("SELECT sql FROM sqlite_master WHERE type<>'index' OR sql IS NULL"), before);
+        QCOMPARE(store.run("SELECT count(*) FROM sqlite_master WHERE type='index'"), "15");
+        if (!isMended)
+            return;
+        const auto found = store.dao->getContact("#CONTACT_150#");
+        QVERIFY(found && found->value(0).misc.value("key") == "149");
+        QCOMPARE(idsOf(store.dao->getContactsByLatinName("199")), "#CONTACT_200#");
+        QVERIFY(store.dao->deleteContact("#CONTACT_1#"));
+        QCOMPARE(store.add({}, {}, ContactType::Local).type, ContactType::Local);
+        QCOMPARE(store.run("SELECT count(contactId) FROM CONTACT"), "200");
+        store.run("PRAGMA writable_schema=ON");
+        store.run("DELETE FROM sqlite_master"); // it is closed to statements as before
+        QCOMPARE(store.run("SELECT count(*) FROM sqlite_master WHERE type='index'"), "15");
     }
 
     void rebuildingEmptiesAStoreInUse()

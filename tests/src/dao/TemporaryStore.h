@@ -3,6 +3,7 @@
 
 #include "src/dao/DaoContact.h"
 #include "src/dao/Database.h"
+#include "src/dao/Transaction.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/Test.h"
 
@@ -25,6 +26,18 @@ struct TemporaryStore
         return contact;
     }
 
+    /// So many local contacts in one write: latinName counts from 0, and so does a pair of each, "key".
+    void fill(int count)
+    {
+        Transaction transaction(database.connection());
+        for (int i = 0; i < count; ++i) {
+            Contact contact;
+            contact.latinName = QString::number(i);
+            (void)dao->misc().insertPair(add({}, contact, ContactType::Local).contactId, "key", contact.latinName);
+        }
+        (void)transaction.commit();
+    }
+
     /// The first column of the rows of a statement, joined with a blank.
     QString run(const QString &sql)
     {
@@ -35,11 +48,11 @@ struct TemporaryStore
         return rows.join(' ');
     }
 
-    /// Makes the last page of a table or index one that cannot be read.
-    void damage(const QString &name)
+    /// Makes the last page of a table or index, or its first, one that cannot be read.
+    void damage(const QString &name, const QString &which = "max")
     {
         run("PRAGMA wal_checkpoint(TRUNCATE)");
-        const QString page = run("SELECT max(pageno) FROM dbstat WHERE name='" + name + '\'');
+        const QString page = run("SELECT " + which + "(pageno) FROM dbstat WHERE name='" + name + '\'');
         QFile file(database.filePath());
         constexpr qint64 pageSize = 4096;
         if (!file.open(QIODevice::ReadWrite) || !file.seek((page.toInt() - 1) * pageSize) ||

@@ -7,6 +7,7 @@
 #include "src/directory/DirectoryEvent.h"
 #include "src/directory/KestinDirectory.h"
 #include "src/directory/OpenDirectory.h"
+#include "tests/src/dao/TemporaryStore.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/Person.h"
 #include "tests/support/ScriptedTransport.h"
@@ -193,6 +194,36 @@ private Q_SLOTS:
         const auto told = arguments.value(1).value.value<ListContact>();
         QVERIFY(told.size() == 1 && told.first().photo == contact.photo + "_100x100" &&
                 !arguments.value(2).value.toBool());
+    }
+
+    void damageIsMendedWhenItIsMetOrLookedFor_data()
+    {
+        const Rows<QString, bool, QString> row;
+        const char *anew = "<4>The database %1 was damaged; its indexes were made anew";
+        row("met", "contact_id_idx", true, anew);
+        row("looked for", "photo_idx", false, anew);
+        row("a table", "CONTACT", false,
+            "<3>The database %1 is damaged. What can be read of it is told, and brought back, by: kestin-dir recover "
+            "%1");
+    }
+
+    void damageIsMendedWhenItIsMetOrLookedFor()
+    {
+        const auto [damaged, isMet, line] = currentRow<QString, bool, QString>();
+        TemporaryStore store;
+        LongWork longWork;
+        store.fill(200);
+        store.damage(damaged);
+        const LogCapture log;
+        StoreCare care(store.database, longWork);
+        if (isMet)
+            QVERIFY(!store.dao->getContact("#CONTACT_200#"));
+        else
+            care.check();
+        QTRY_VERIFY2(log.contains(line.arg(store.database.filePath())), qPrintable(log.lines.join("\n")));
+        QCOMPARE(store.dao->getContact("#CONTACT_200#").has_value(), damaged != "CONTACT");
+        QCoreApplication::processEvents();
+        QCOMPARE(log.lines.filter("kestin-dir recover").size(), damaged == "CONTACT" ? 1 : 0);
     }
 
     void settingsAreReadAndFollowed()

@@ -30,6 +30,7 @@ struct SearchFixture : UseCaseFixture
     void connect(SearchThread *worker)
     {
         QObject::connect(worker, &SearchThread::signal_addContactsToMap, &*search, &ContactSearch::addContacts);
+        QObject::connect(worker, &SearchThread::signal_storeDamaged, &context, [this] { told.append("damaged"); });
         QObject::connect(worker, &SearchThread::signal_threadSearchFinished, &*search,
                          [this, worker](const QString &id) { search->finishWorker(worker, id); });
         QObject::connect(worker, &QThread::finished, worker, &QObject::deleteLater);

@@ -119,6 +119,16 @@ private Q_SLOTS:
         QCOMPARE(store.transport.calls.value(0).method, "makeCanonicalNumberListWithoutPrefix");
     }
 
+    void damageThatASearchMeetsIsTold()
+    {
+        SearchFixture store;
+        store.put("x", "Pavel");
+        store.damage("latin_name_idx");
+        store.search->startSearchContactByName("s", "pa", 10, true);
+        QTRY_COMPARE(store.told.size(), 2);
+        QVERIFY(store.told.join(' ').contains("damaged") && store.told.join(' ').contains("completed"));
+    }
+
     void aNumberIsFoundOnEitherSide()
     {
         SearchFixture store;
