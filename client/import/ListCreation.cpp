@@ -55,9 +55,8 @@ void ListCreation::create(const ListContact &contacts, const Handler &settled)
 {
     const QString requestId = DirectoryService::newRequestId();
     const auto request = std::make_shared<Request>(Request{contacts, settled, {}});
-    for (Contact &contact : request->sent) {
+    for (Contact &contact : request->sent)
         fillLatinNames(contact);
-    }
     m_requests.insert(requestId, request);
     auto *watcher =
         new QDBusPendingCallWatcher(m_bus.asyncCall(ModuleName::directory, QStringLiteral("createLocalContacts"),

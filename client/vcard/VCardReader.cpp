@@ -203,12 +203,18 @@ void VCardReader::takeKind(const QString &kind)
     m_saysCompany = m_saysCompany || kind == QLatin1String("org") || kind == QLatin1String("company");
 }
 
+/// Each part of a name may be a list of names.
 void VCardReader::takeName(const VCardProperty &property)
 {
-    fill(m_contact.name, property.part(0));
-    fill(m_contact.firstName, joined({property.part(1), property.part(2)}, QStringLiteral(" ")));
-    fill(m_contact.salutation, property.part(3));
-    addMisc(QStringLiteral("suffix"), property.part(4));
+    const auto names = [&property](qsizetype index) {
+        static const QRegularExpression separator(
+            QStringLiteral(",(?=\\S)")); // a comma of a name has a blank behind it
+        return property.part(index).replace(separator, QStringLiteral(" "));
+    };
+    fill(m_contact.name, names(0));
+    fill(m_contact.firstName, joined({names(1), names(2)}, QStringLiteral(" ")));
+    fill(m_contact.salutation, names(3));
+    addMisc(QStringLiteral("suffix"), names(4));
 }
 
 void VCardReader::takeOrganisation(const VCardProperty &property)

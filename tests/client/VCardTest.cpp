@@ -79,7 +79,7 @@ private Q_SLOTS:
             card("3.0", "N:O\\;Hara\\, sr;Zoë;Ann,Bea;;Jr.\nitem1.TEL;TYPE=WORK,VOICE;TYPE=pref:+33 1\n"
                         "EMAIL;TYPE=HOME:zoe@ho\n me.org\nEMAIL:zoe@work.org\nNOTE:a;b\\nc\nX-JABBER:zoe@im.org\n"
                         "CATEGORIES:friends,golf\nCLASS:PRIVATE\nX-OTHER:x\nREV:1\n"),
-            "firstName: Zoë Ann,Bea\nname: O;Hara, sr\nofficePhone: +33 1\nemail: zoe@work.org\n"
+            "firstName: Zoë Ann Bea\nname: O;Hara, sr\nofficePhone: +33 1\nemail: zoe@work.org\n"
             "personalEmail: zoe@home.org\ncollaborationId: zoe@im.org\nmisc.categories: friends, golf\n"
             "misc.note: a;b\nc\nmisc.suffix: Jr.\nisPrivate: yes");
         row("4.0, addresses as URIs",
