@@ -43,8 +43,8 @@ void StoreCare::makeIndexesAnew()
         KestinLogger::warning("The database %1 was damaged; its indexes were made anew", m_database.filePath());
     } else {
         m_repairsLeft = 0;
-        KestinLogger::error("The database %1 is damaged. What can be read of it is told, and brought back, by: "
-                            "kestin-dir recover %1",
+        KestinLogger::error("The database %1 is damaged in its tables. What can still be read of it is told by: "
+                            "kestin-dir recover %1 --dry-run",
                             m_database.filePath());
     }
     m_isWanted = false;

@@ -203,8 +203,8 @@ private Q_SLOTS:
         row("met", "contact_id_idx", true, anew);
         row("looked for", "photo_idx", false, anew);
         row("a table", "CONTACT", false,
-            "<3>The database %1 is damaged. What can be read of it is told, and brought back, by: kestin-dir recover "
-            "%1");
+            "<3>The database %1 is damaged in its tables. What can still be read of it is told by: kestin-dir recover "
+            "%1 --dry-run");
     }
 
     void damageIsMendedWhenItIsMetOrLookedFor()
