@@ -84,7 +84,8 @@ ExitCode ImportCommand::importFile(const QString &path, ImportRun &run)
         Report::problem(QStringLiteral("%1 cannot be read: %2").arg(path, *reason));
         return ExitCode::FileError;
     }
-    const bool hasCards = run.read(file, path, isStandardInput ? 0 : file.size());
+    CardSource source(file, path, isStandardInput ? 0 : file.size());
+    const bool hasCards = run.read(source);
     if (hasCards && file.error() == QFileDevice::NoError)
         return ExitCode::Done;
     Report::problem(file.error() == QFileDevice::NoError

@@ -3,7 +3,6 @@
 
 #include "client/bus/ContactPages.h"
 #include "client/import/ImportSending.h"
-#include "client/text/ContactText.h"
 #include "client/text/Terminal.h"
 
 #include <QElapsedTimer>
@@ -36,12 +35,13 @@ void ImportRun::lookAround()
     }
 }
 
-bool ImportRun::read(QIODevice &device, const QString &file, qint64 size)
+bool ImportRun::read(ImportSource &source)
 {
-    Source source{device, VCardSplitter(device), file, size};
     QElapsedTimer timer;
     timer.start();
     m_source = &source;
+    m_cards = 0;
+    m_atEnd = false;
     lookAround();
     fill();
     if (m_underWay > 0)
@@ -49,7 +49,7 @@ bool ImportRun::read(QIODevice &device, const QString &file, qint64 size)
     m_source = nullptr;
     m_report.milliseconds += timer.elapsed();
     m_progress.clear();
-    return source.cards > 0 || m_stopped;
+    return m_cards > 0 || m_stopped;
 }
 
 int ImportRun::settledCards() const
@@ -62,18 +62,17 @@ void ImportRun::fill()
 {
     while (!m_stopped && !m_again.isEmpty() && m_alone < mostAlone)
         sendAlone(m_again.takeFirst());
-    while (m_underWay < mostUnderWay && !m_stopped && !m_source->atEnd) {
-        const std::optional<RawCard> card = m_source->splitter.next();
-        if (card)
+    while (m_underWay < mostUnderWay && !m_stopped && !m_atEnd) {
+        if (const std::optional<ImportCard> card = m_source->next())
             takeCard(*card);
         else
-            m_source->atEnd = true;
+            m_atEnd = true;
     }
     if (m_stopped)
         dropWaiting();
-    else if (m_source->atEnd)
+    else if (m_atEnd)
         sendList();
-    m_progress.show(m_source->device.pos(), m_source->size, settledCards());
+    m_progress.show(m_source->done(), m_source->total(), settledCards());
     if (m_underWay == 0)
         m_loop.quit();
 }
@@ -86,19 +85,13 @@ void ImportRun::dropWaiting()
     m_again.clear();
 }
 
-void ImportRun::takeCard(const RawCard &card)
+void ImportRun::takeCard(const ImportCard &card)
 {
-    ++m_source->cards;
-    if (card.fault)
-        return refuse({m_source->file, card.number, {}, {}}, *card.fault);
-    const VCardReader::Result result = VCardReader::read(card.text);
-    if (result.refusal)
-        return refuse({m_source->file, card.number, {}, {}}, *result.refusal);
-    m_report.leaveOut(result.leftOut);
-    takeContact({{m_source->file, card.number, ContactText::displayName(result.contact), {}},
-                 result.contact,
-                 result.unreachable},
-                result.picture);
+    ++m_cards;
+    if (!card.identity.reason.isEmpty())
+        return refuse(card.identity, card.identity.reason);
+    m_report.leaveOut(card.leftOut);
+    takeContact({card.identity, card.contact, card.unreachable}, card.picture);
 }
 
 void ImportRun::takeContact(Sending sending, const QByteArray &picture)

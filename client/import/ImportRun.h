@@ -4,11 +4,10 @@
 #include "client/bus/DirectoryService.h"
 #include "client/import/ImportProgress.h"
 #include "client/import/ImportReport.h"
+#include "client/import/ImportSource.h"
 #include "client/import/KnownContacts.h"
 #include "client/import/ListCreation.h"
 #include "client/photo/PhotoFolder.h"
-#include "client/vcard/VCardReader.h"
-#include "client/vcard/VCardSplitter.h"
 
 #include <QEventLoop>
 #include <QObject>
@@ -19,8 +18,8 @@
 /// What an import does with a card whose contact is there already.
 enum class Duplicates { Skip, Update, Add };
 
-/// Creates a contact for every card of a file, and of further files after it. Contacts are created in lists, each in
-/// one durable write, and two lists are under way at a time, so the directory need not wait for this program nor the
+/// Creates a contact for every card of a source, and of further sources after it. Contacts are created in lists, each
+/// in one durable write, and two lists are under way at a time, so the directory need not wait for this program nor the
 /// other way round. What a list did not create is tried alone, for then the directory tells why. The run stops early
 /// when no further card can succeed: the directory is full, read-only, gone or silent. A card whose contact is there
 /// (KnownContacts), or came with an earlier card, is skipped, or updates the contact that was there, or makes another
@@ -34,9 +33,8 @@ public:
     /// this object. With `isTrial` nothing is changed, and the report tells what would be.
     ImportRun(const BusSession &bus, PhotoFolder &photos, Duplicates duplicates, bool isTrial);
 
-    /// Reads the device to its end and returns when every call is answered. False when the device cannot be read or
-    /// holds no card. `file` is what the file is called. `size` is its bytes, 0 when not known.
-    bool read(QIODevice &device, const QString &file, qint64 size);
+    /// Reads the source to its end and returns when every call is answered. False when it holds no card.
+    bool read(ImportSource &source);
 
     const ImportReport &report() const { return m_report; }
     /// Why the run stopped early. None when it did not.
@@ -57,18 +55,8 @@ Q_SIGNALS:
     void cardReduced(const RefusedCard &card);
 
 private:
-    struct Source
-    {
-        QIODevice &device;
-        VCardSplitter splitter;
-        QString file;
-        qint64 size;
-        int cards = 0;
-        bool atEnd = false;
-    };
-
     void fill();
-    void takeCard(const RawCard &card);
+    void takeCard(const ImportCard &card);
     struct Sending;
     using Waiting = std::shared_ptr<Sending>;
 
@@ -99,7 +87,9 @@ private:
     ImportReport m_report;
     ImportProgress m_progress;
     std::optional<CommandFailure> m_stopped;
-    Source *m_source = nullptr;
+    ImportSource *m_source = nullptr;
+    int m_cards = 0; ///< of the source
+    bool m_atEnd = false;
     QEventLoop m_loop;
     std::unique_ptr<ListCreation> m_creation;
     QList<Waiting> m_list;     ///< to be created together
