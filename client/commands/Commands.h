@@ -180,6 +180,17 @@ private:
     static void expectWanted(const QString &path, const QCommandLineParser &arguments, const CommandContext &context);
 };
 
+/// Brings back the contacts of a database that was set aside.
+class RecoverCommand : public Command
+{
+public:
+    QString name() const override { return QStringLiteral("recover"); }
+    QString summary() const override { return QStringLiteral("bring back the contacts of a damaged database"); }
+    CommandHelp help() const override;
+    QList<QCommandLineOption> options() const override;
+    ExitCode run(const QCommandLineParser &arguments, CommandContext &context) override;
+};
+
 struct DefaultContacts;
 
 /// Shows and replaces the contacts of device management.

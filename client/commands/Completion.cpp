@@ -87,24 +87,16 @@ struct Place
 };
 
 constexpr int any = 1000;
-constexpr std::array<Place, 18> places{{
-    {"show", "", 0, any, storedContacts},
-    {"edit", "", 0, 1, storedContacts},
-    {"remove", "", 0, any, storedContacts},
-    {"photo", "", 0, 1, storedContacts},
-    {"photo", "", 1, 1, filesOfShell},
-    {"import", "", 0, any, filesOfShell},
-    {"export", "", 0, 1, filesOfShell},
-    {"preview", "list", 0, 0, nullptr},
-    {"preview", "add", 0, any, storedContacts},
-    {"preview", "remove", 0, any, previewedContacts},
-    {"settings", "list", 0, 0, nullptr},
-    {"settings", "get", 0, 1, settings},
-    {"settings", "set", 0, 1, settings},
-    {"settings", "reset", 0, 1, settings},
-    {"sync", "export", 0, 1, filesOfShell},
-    {"sync", "import", 0, 1, filesOfShell},
-    {"defaults", "show", 0, 0, nullptr},
+constexpr std::array<Place, 19> places{{
+    {"show", "", 0, any, storedContacts},       {"edit", "", 0, 1, storedContacts},
+    {"remove", "", 0, any, storedContacts},     {"photo", "", 0, 1, storedContacts},
+    {"photo", "", 1, 1, filesOfShell},          {"import", "", 0, any, filesOfShell},
+    {"export", "", 0, 1, filesOfShell},         {"preview", "list", 0, 0, nullptr},
+    {"preview", "add", 0, any, storedContacts}, {"preview", "remove", 0, any, previewedContacts},
+    {"settings", "list", 0, 0, nullptr},        {"settings", "get", 0, 1, settings},
+    {"settings", "set", 0, 1, settings},        {"settings", "reset", 0, 1, settings},
+    {"sync", "export", 0, 1, filesOfShell},     {"sync", "import", 0, 1, filesOfShell},
+    {"recover", "", 0, 1, filesOfShell},        {"defaults", "show", 0, 0, nullptr},
     {"defaults", "set", 0, 1, filesOfShell},
 }};
 

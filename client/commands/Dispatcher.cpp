@@ -64,6 +64,7 @@ Dispatcher::Dispatcher()
     m_commands.push_back(std::make_unique<ImportCommand>());
     m_commands.push_back(std::make_unique<ExportCommand>());
     m_commands.push_back(std::make_unique<SyncCommand>());
+    m_commands.push_back(std::make_unique<RecoverCommand>());
     m_commands.push_back(std::make_unique<DefaultsCommand>());
     m_commands.push_back(std::make_unique<WatchCommand>());
     m_commands.push_back(std::make_unique<SettingsCommand>());

@@ -31,14 +31,14 @@ ImportProgress::~ImportProgress()
     clear();
 }
 
-void ImportProgress::show(qint64 done, qint64 total, int cards)
+void ImportProgress::show(qint64 done, qint64 total, const QString &text)
 {
     if (!m_onTerminal || m_sinceDrawn.elapsed() < redrawMs)
         return;
     m_sinceDrawn.restart();
     m_drawn = true;
     const QString bar = total > 0 ? barOf(std::min(done, total), total) : QString();
-    std::fprintf(stderr, "\r\x1b[K%s%d cards", bar.toUtf8().constData(), cards);
+    std::fprintf(stderr, "\r\x1b[K%s%s", bar.toUtf8().constData(), text.toUtf8().constData());
 }
 
 void ImportProgress::clear()

@@ -12,9 +12,9 @@ public:
     ~ImportProgress();
     Q_DISABLE_COPY_MOVE(ImportProgress)
 
-    /// `done` of `total` bytes are read, `cards` cards are settled. `total` is 0 when it is unknown. Draws ten times a
-    /// second at most.
-    void show(qint64 done, qint64 total, int cards);
+    /// Of a step, `done` of `total` is done; the latter is 0 when it is unknown. `text` stands behind the bar. Draws
+    /// ten times a second at most.
+    void show(qint64 done, qint64 total, const QString &text);
     /// Takes the bar away, so that a line can be written in its place.
     void clear();
 

@@ -21,7 +21,8 @@ QJsonArray jsonOf(const QList<RefusedCard> &cards)
 QString RefusedCard::toString() const
 {
     const QString whose = name.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(name);
-    return QStringLiteral("%1: card %2%3: %4").arg(file, QString::number(number), whose, reason);
+    const QString which = number > 0 ? QStringLiteral(" card %1").arg(number) : QString();
+    return QStringLiteral("%1:%2%3: %4").arg(file, which, whose, reason);
 }
 
 QString ImportReport::toString() const

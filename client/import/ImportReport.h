@@ -10,7 +10,7 @@
 struct RefusedCard
 {
     QString file;
-    int number = 0; ///< position in its file, from 1
+    int number = 0; ///< position in its file, from 1; 0 for what has none
     QString name;   ///< whose card it is, as far as that is known
     QString reason;
 

@@ -72,7 +72,7 @@ void ImportRun::fill()
         dropWaiting();
     else if (m_atEnd)
         sendList();
-    m_progress.show(m_source->done(), m_source->total(), settledCards());
+    m_progress.show(m_source->done(), m_source->total(), QStringLiteral("%1 cards").arg(settledCards()));
     if (m_underWay == 0)
         m_loop.quit();
 }
