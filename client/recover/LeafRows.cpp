@@ -77,15 +77,11 @@ qint64 integerOf(QByteArrayView bytes)
 
 QString textOf(QByteArrayView bytes, PageFile::Encoding encoding)
 {
-    switch (encoding) {
-    case PageFile::Encoding::Utf8:
+    if (encoding == PageFile::Encoding::Utf8)
         return QString::fromUtf8(bytes);
-    case PageFile::Encoding::Utf16LittleEndian:
-        return QStringDecoder(QStringDecoder::Utf16LE).decode(bytes);
-    case PageFile::Encoding::Utf16BigEndian:
-        break;
-    }
-    return QStringDecoder(QStringDecoder::Utf16BE).decode(bytes);
+    const bool isLittle = encoding == PageFile::Encoding::Utf16LittleEndian;
+    const QString text = QStringDecoder(isLittle ? QStringDecoder::Utf16LE : QStringDecoder::Utf16BE).decode(bytes);
+    return QString::fromUtf8(text.toUtf8()); // without halves of characters, which no bus carries
 }
 
 QString textOf(const LeafRows::Row::Value &value, PageFile::Encoding encoding)
@@ -114,7 +110,7 @@ StoredRow LeafRows::Row::decoded(PageFile::Encoding encoding) const
 {
     StoredRow row{id, {}};
     for (const Value &value : values)
-        row.values.append(textOf(value, encoding));
+        row.append(textOf(value, encoding));
     return row;
 }
 

@@ -42,7 +42,7 @@ StoredRow rowOf(sqlite3_stmt *statement)
 {
     StoredRow row{sqlite3_column_int64(statement, 0), {}};
     for (int column = 1; column < sqlite3_column_count(statement); ++column)
-        row.values.append(textOf(statement, column));
+        row.append(textOf(statement, column));
     return row;
 }
 
@@ -123,7 +123,7 @@ SqliteTables::Walk SqliteTables::walk(const QString &table, const QStringList &c
     while ((code = step(upwards)) == SQLITE_ROW) {
         const StoredRow row = rowOf(upwards.get());
         if (!isFirst && row.id <= walk.after)
-            break; // a tree that leads back into itself
+            return {};
         isFirst = false;
         walk.after = row.id;
         take(row);
@@ -133,7 +133,7 @@ SqliteTables::Walk SqliteTables::walk(const QString &table, const QStringList &c
     while (!walk.isWhole && step(downwards) == SQLITE_ROW) {
         const StoredRow row = rowOf(downwards.get());
         if (row.id <= walk.after || row.id >= walk.before)
-            break;
+            return {};
         walk.before = row.id;
         take(row);
     }

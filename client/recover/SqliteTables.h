@@ -32,7 +32,8 @@ public:
     /// The columns of a table in their order.
     QStringList columns(const QString &table);
 
-    /// The rows that could be read from both ends of a table on. Between them, where it is not whole, are others.
+    /// The rows that could be read from both ends of a table on. Between them, where it is not whole, are others; and
+    /// so everywhere when the rows do not follow each other, because the tree leads to wrong pages.
     struct Walk
     {
         bool isWhole = false;

@@ -2,6 +2,7 @@
 #include "client/recover/StoreRecovery.h"
 
 #include "client/recover/ContactColumns.h"
+#include "platform/records/ContactIds.h"
 
 #include <algorithm>
 
@@ -131,12 +132,13 @@ void StoreRecovery::readPages()
 void StoreRecovery::takeRow(const LeafRows::Row &row)
 {
     const QList<PageFile::Encoding> encodings = m_pages.encodings();
-    if (row.values.size() == miscColumns().size() && m_miscTable.lacks(row.id) && row.isText())
-        return takeMisc(row.decoded(encodings.first()));
-    if (!m_contactTable.lacks(row.id))
+    const bool isMisc = row.values.size() == miscColumns().size() && row.isText() && m_miscTable.lacks(row.id);
+    if (!isMisc && !m_contactTable.lacks(row.id))
         return;
     for (const PageFile::Encoding encoding : encodings) {
         const StoredRow decoded = row.decoded(encoding);
+        if (isMisc && (encodings.size() == 1 || ContactIds::isOfDirectory(decoded.values.first())))
+            return takeMisc(decoded);
         for (const QStringList &columns : ContactColumns::orders(m_contactTable.columns)) {
             if (const auto contact = ContactColumns::contactOf(columns, decoded))
                 return add(*contact, row.id);
@@ -157,11 +159,14 @@ void StoreRecovery::add(const Contact &contact, qint64 id)
 RecoveredStore StoreRecovery::result() const
 {
     RecoveredStore store;
-    for (Contact contact : m_contacts) {
+    for (auto row = m_contacts.cbegin(); row != m_contacts.cend(); ++row) {
+        Contact contact = *row;
         ++store.read[contact.type];
         if (contact.type != ContactType::Local)
             continue;
-        const auto pairs = m_misc.value(contact.contactId);
+        // An id that is damaged was made of the row.
+        const bool isOwnId = m_misc.contains(contact.contactId);
+        const auto pairs = m_misc.value(isOwnId ? contact.contactId : ContactIds::ofRow(row.key()));
         for (const auto &[key, value] : pairs)
             contact.misc.insert(key, value);
         store.contacts.append(contact);

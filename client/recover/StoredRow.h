@@ -8,4 +8,7 @@ struct StoredRow
 {
     qint64 id = 0; ///< its rowid
     QStringList values;
+
+    /// A text ends at a NUL, as it would on the bus.
+    void append(const QString &value) { values.append(value.section(QChar::Null, 0, 0)); }
 };
