@@ -39,6 +39,12 @@ void write32(QByteArray &bytes, qsizetype place, quint32 value)
     qToBigEndian(value, bytes.data() + place);
 }
 
+int pageSizeOf(const QByteArray &header)
+{
+    const int stored = BigEndian::read16(header, pageSizeAt);
+    return stored == 1 ? largestPage : stored;
+}
+
 bool isPageSize(int size)
 {
     return size >= smallestPage && size <= largestPage && (size & (size - 1)) == 0;
@@ -69,11 +75,13 @@ bool isTreePage(QByteArrayView page, qsizetype start)
     return true;
 }
 
-int treePages(const QByteArray &sample, int pageSize)
+int treePages(const QByteArray &sample, int pageSize, int reserved)
 {
     int count = 0;
     for (qsizetype place = 0; place + pageSize <= sample.size(); place += pageSize)
-        count += isTreePage(QByteArrayView(sample).sliced(place, pageSize), place == 0 ? headerLength : 0) ? 1 : 0;
+        count += isTreePage(QByteArrayView(sample).sliced(place, pageSize - reserved), place == 0 ? headerLength : 0)
+                     ? 1
+                     : 0;
     return count;
 }
 
@@ -96,8 +104,7 @@ PageFile::PageFile(const QString &path)
         m_size = m_file.size();
     readHeader();
     m_hasMagic = m_header.startsWith(magic);
-    const int stored = BigEndian::read16(m_header, pageSizeAt);
-    findPageSize(stored == 1 ? largestPage : stored);
+    findPageSize();
 }
 
 void PageFile::readHeader()
@@ -114,26 +121,29 @@ void PageFile::refresh()
         readHeader();
 }
 
-void PageFile::findPageSize(int headerSize)
+void PageFile::findPageSize()
 {
+    const int headerSize = pageSizeOf(m_header);
     constexpr qint64 sampleSize = 4 * 1024 * 1024;
     m_file.seek(0);
     const QByteArray sample = m_file.read(sampleSize);
     m_pageSize = isPageSize(headerSize) ? headerSize : usualPage;
-    m_treePages = treePages(sample, m_pageSize);
+    m_treePages = treePages(sample, m_pageSize, 0);
     for (int size = smallestPage; size <= largestPage; size *= 2) {
-        const int found = treePages(sample, size);
+        const int found = treePages(sample, size, 0);
         if (found <= m_treePages)
             continue;
         m_treePages = found;
         m_pageSize = size;
     }
+    const int reserved = uchar(m_header.at(reservedAt));
+    const bool isPossible = m_hasMagic && m_pageSize - reserved >= leastUsable;
+    m_reserved = isPossible && treePages(sample, m_pageSize, reserved) == m_treePages ? reserved : 0;
 }
 
-int PageFile::usableSize() const
+bool PageFile::contradictsHeader() const
 {
-    const int usable = m_pageSize - uchar(m_header.at(reservedAt));
-    return m_hasMagic && usable >= leastUsable ? usable : m_pageSize;
+    return m_pageSize != pageSizeOf(m_header) || m_reserved != uchar(m_header.at(reservedAt));
 }
 
 QByteArray PageFile::page(quint32 number)
@@ -190,7 +200,6 @@ bool PageFile::readTrunk(quint32 number, quint32 &next, QSet<quint32> &pages)
 
 bool PageFile::mendHeader()
 {
-    const int usable = usableSize();
     const quint32 encoding = quint32(encodings().first());
     QByteArray &header = m_header;
     header.replace(0, magic.size(), magic);
@@ -200,7 +209,7 @@ bool PageFile::mendHeader()
         if (header.at(place) != 1)
             header[place] = writeAhead;
     }
-    header[reservedAt] = char(m_pageSize - usable);
+    header[reservedAt] = char(m_reserved);
     header.replace(fractionsAt, 3, "\x40\x20\x20", 3); // never anything else
     write32(header, pageCountAt, pageCount());
     constexpr quint32 newestFormat = 4;

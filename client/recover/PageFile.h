@@ -12,7 +12,7 @@ class PageFile
 {
 public:
     /// The file is a copy, so that it stays as it is but for `mendHeader`. The size of its pages is what its header
-    /// says, or, where more pages make sense with another size, that size.
+    /// says, or, where more pages make sense with another size, that size; and so for the bytes that hold nothing.
     explicit PageFile(const QString &path);
 
     /// Whether it begins like a database, or has a page that could be of a table or an index.
@@ -21,7 +21,9 @@ public:
     qint64 size() const { return m_size; }
     int pageSize() const { return m_pageSize; }
     /// Bytes of a page that hold anything.
-    int usableSize() const;
+    int usableSize() const { return m_pageSize - m_reserved; }
+    /// Whether the pages say something else than the header does.
+    bool contradictsHeader() const;
     /// The last page may be cut.
     quint32 pageCount() const { return quint32((m_size + m_pageSize - 1) / m_pageSize); }
     /// The page, with zeros where the file has no such bytes.
@@ -43,13 +45,14 @@ public:
 
 private:
     void readHeader();
-    void findPageSize(int headerSize);
+    void findPageSize();
     bool readTrunk(quint32 number, quint32 &next, QSet<quint32> &pages);
 
     QFile m_file;
     QByteArray m_header;
     qint64 m_size = 0;
     int m_pageSize = 0;
+    int m_reserved = 0;
     int m_treePages = 0; ///< in the beginning of the file
     bool m_hasMagic = false;
 };

@@ -115,29 +115,35 @@ QStringList SqliteTables::columns(const QString &table)
 
 SqliteTables::Walk SqliteTables::walk(const QString &table, const QStringList &columns, const Take &take)
 {
-    Walk walk;
     const QString sql = QStringLiteral("SELECT %1 FROM %2 NOT INDEXED ORDER BY rowid").arg(listOf(columns), table);
-    const Statement upwards = prepare(sql);
+    const Walk all;
+    std::optional<qint64> last;
+    const End end = follow(
+        sql, take, [&last](qint64 row) { return !last || row > *last; }, last);
+    if (end != End::Broken)
+        return {end == End::Reached, all.after, all.before};
+    const qint64 after = last.value_or(all.after);
+    last.reset();
+    const auto isNext = [&last, after](qint64 row) { return row > after && (!last || row < *last); };
+    if (follow(sql + QLatin1String(" DESC"), take, isNext, last) != End::Broken)
+        return all;
+    return {false, after, last.value_or(all.before)};
+}
+
+/// Takes the rows as long as each is the `next` of the last.
+SqliteTables::End SqliteTables::follow(const QString &sql, const Take &take, const std::function<bool(qint64)> &isNext,
+                                       std::optional<qint64> &last)
+{
+    const Statement statement = prepare(sql);
     int code = SQLITE_ROW;
-    bool isFirst = true;
-    while ((code = step(upwards)) == SQLITE_ROW) {
-        const StoredRow row = rowOf(upwards.get());
-        if (!isFirst && row.id <= walk.after)
-            return {};
-        isFirst = false;
-        walk.after = row.id;
+    while ((code = step(statement)) == SQLITE_ROW) {
+        const StoredRow row = rowOf(statement.get());
+        if (!isNext(row.id))
+            return End::Astray;
+        last = row.id;
         take(row);
     }
-    walk.isWhole = code == SQLITE_DONE;
-    const Statement downwards = walk.isWhole ? Statement(nullptr, nullptr) : prepare(sql + QLatin1String(" DESC"));
-    while (!walk.isWhole && step(downwards) == SQLITE_ROW) {
-        const StoredRow row = rowOf(downwards.get());
-        if (row.id <= walk.after || row.id >= walk.before)
-            return {};
-        walk.before = row.id;
-        take(row);
-    }
-    return walk;
+    return code == SQLITE_DONE ? End::Reached : End::Broken;
 }
 
 void SqliteTables::read(const QString &table, const QStringList &columns, qint64 id, const Take &take)

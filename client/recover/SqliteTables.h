@@ -52,6 +52,9 @@ public:
 private:
     using Statement = std::unique_ptr<sqlite3_stmt, void (*)(sqlite3_stmt *)>;
 
+    enum class End { Reached, Broken, Astray };
+    End follow(const QString &sql, const Take &take, const std::function<bool(qint64)> &isNext,
+               std::optional<qint64> &last);
     Statement prepare(const QString &sql);
     std::optional<qint64> count(const QString &sql);
     int step(const Statement &statement);

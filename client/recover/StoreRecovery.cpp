@@ -29,6 +29,23 @@ QStringList wanted(const QStringList &columns)
     return known;
 }
 
+QMap<int, int> countsOf(const QHash<qint64, QString> &types)
+{
+    QMap<int, int> counts;
+    for (const QString &type : types)
+        ++counts[type.toInt()];
+    return counts;
+}
+
+/// Whether there is nothing by which anybody would know the contact: a row that became zeros looks like that.
+bool isBlank(const Contact &contact)
+{
+    const auto isSet = [&contact](const Contact::TextField &field) {
+        return field.value != &Contact::contactId && !(contact.*field.value).isEmpty();
+    };
+    return contact.misc.isEmpty() && std::none_of(Contact::texts.begin(), Contact::texts.end(), isSet);
+}
+
 } // namespace
 
 bool StoreRecovery::Table::lacks(qint64 row) const
@@ -49,7 +66,7 @@ StoreRecovery::StoreRecovery(const QString &path, RecoveryProgress &progress)
 
 RecoveredStore StoreRecovery::read()
 {
-    bool isReadable = readTables();
+    bool isReadable = !m_pages.contradictsHeader() && readTables();
     if (!isReadable) {
         m_isMended = true;
         isReadable = m_pages.mendHeader() && readTables();
@@ -156,30 +173,38 @@ void StoreRecovery::add(const Contact &contact, qint64 id)
     m_contacts.insert(id, contact.type == ContactType::Local ? contact : kept);
 }
 
+/// With its pairs.
+Contact StoreRecovery::contactAt(qint64 row) const
+{
+    Contact contact = m_contacts.value(row);
+    // An id that is damaged was made of the row.
+    const bool isOwnId = m_misc.contains(contact.contactId);
+    const auto pairs = m_misc.value(isOwnId ? contact.contactId : ContactIds::ofRow(row));
+    for (const auto &[key, value] : pairs)
+        contact.misc.insert(key, value);
+    return contact;
+}
+
 RecoveredStore StoreRecovery::result() const
 {
     RecoveredStore store;
+    QMap<int, int> rows;
     for (auto row = m_contacts.cbegin(); row != m_contacts.cend(); ++row) {
-        Contact contact = *row;
-        ++store.read[contact.type];
-        if (contact.type != ContactType::Local)
+        ++rows[row->type];
+        const bool isLocal = row->type == ContactType::Local;
+        const Contact contact = isLocal ? contactAt(row.key()) : *row;
+        if (isLocal && isBlank(contact))
             continue;
-        // An id that is damaged was made of the row.
-        const bool isOwnId = m_misc.contains(contact.contactId);
-        const auto pairs = m_misc.value(isOwnId ? contact.contactId : ContactIds::ofRow(row.key()));
-        for (const auto &[key, value] : pairs)
-            contact.misc.insert(key, value);
-        store.contacts.append(contact);
+        ++store.read[contact.type];
+        if (isLocal)
+            store.contacts.append(contact);
     }
     const bool isWhole = m_contactTable.walk.isWhole && m_contactTable.read.size() == m_contacts.size();
     if (isWhole)
-        store.held = store.read;
-    else if (m_contactTable.listed) {
-        store.held.emplace();
-        for (const QString &type : *m_contactTable.listed)
-            ++(*store.held)[type.toInt()];
-    }
-    store.isDamaged = m_isMended || !isWhole || !m_miscTable.walk.isWhole;
+        store.held = rows;
+    else if (m_contactTable.listed)
+        store.held = countsOf(*m_contactTable.listed);
+    store.isDamaged = m_isMended || !isWhole || !m_miscTable.walk.isWhole || rows != store.read;
     const bool isAllListed = m_contactTable.walk.isWhole || m_contactTable.listed;
     store.mayHoldRemoved = !m_isFreeListKnown && !isAllListed;
     return store;

@@ -52,6 +52,7 @@ private:
     void readPages();
     void takeRow(const LeafRows::Row &row);
     void add(const Contact &contact, qint64 id);
+    Contact contactAt(qint64 row) const;
     RecoveredStore result() const;
 
     QString m_name;
