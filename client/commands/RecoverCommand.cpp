@@ -146,7 +146,8 @@ void tellDamage(const Comparison &comparison, const QString &path)
     else
         Report::note(QStringLiteral("%1 is damaged, but all contacts of the user can be read").arg(path));
     if (comparison.store.mayHoldRemoved)
-        Report::note(QStringLiteral("contacts that had been removed may be among them: what tells that is damaged"));
+        Report::note(QStringLiteral(
+            "contacts or attributes that had been removed may be among them: what tells that is damaged"));
 }
 
 /// Creates the contacts that are lacking.

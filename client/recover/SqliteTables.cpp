@@ -38,20 +38,13 @@ void close(sqlite3 *database)
     sqlite3_close(database);
 }
 
-StoredRow rowOf(sqlite3_stmt *statement)
-{
-    StoredRow row{sqlite3_column_int64(statement, 0), {}};
-    for (int column = 1; column < sqlite3_column_count(statement); ++column)
-        row.append(textOf(statement, column));
-    return row;
-}
-
 } // namespace
 
 SqliteTables::SqliteTables(const QString &path, RecoveryProgress &progress)
     : m_database(opened(path), &close)
     , m_progress(progress)
-    , m_size(QFileInfo(path).size())
+    , m_size(QFileInfo(path).size() + QFileInfo(path + QLatin1String("-wal")).size())
+    , m_budget(4 * m_size)
 {
     sqlite3 *const database = m_database.get();
     sqlite3_db_config(database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
@@ -86,6 +79,19 @@ int SqliteTables::step(const Statement &statement)
     if (m_progress.isInterrupted())
         m_progress.advance(0, 0);
     return code;
+}
+
+std::optional<StoredRow> SqliteTables::rowOf(const Statement &statement)
+{
+    StoredRow row{sqlite3_column_int64(statement.get(), 0), {}};
+    for (int column = 1; column < sqlite3_column_count(statement.get()); ++column) {
+        const QString text = textOf(statement.get(), column);
+        m_budget -= text.size();
+        if (m_budget < 0)
+            return std::nullopt;
+        row.append(text);
+    }
+    return row;
 }
 
 std::optional<qint64> SqliteTables::count(const QString &sql)
@@ -137,11 +143,11 @@ SqliteTables::End SqliteTables::follow(const QString &sql, const Take &take, con
     const Statement statement = prepare(sql);
     int code = SQLITE_ROW;
     while ((code = step(statement)) == SQLITE_ROW) {
-        const StoredRow row = rowOf(statement.get());
-        if (!isNext(row.id))
+        const std::optional<StoredRow> row = rowOf(statement);
+        if (!row || !isNext(row->id))
             return End::Astray;
-        last = row.id;
-        take(row);
+        last = row->id;
+        take(*row);
     }
     return code == SQLITE_DONE ? End::Reached : End::Broken;
 }
@@ -150,8 +156,10 @@ void SqliteTables::read(const QString &table, const QStringList &columns, qint64
 {
     const Statement statement =
         prepare(QStringLiteral("SELECT %1 FROM %2 WHERE rowid=%3").arg(listOf(columns), table).arg(id));
-    if (step(statement) == SQLITE_ROW)
-        take(rowOf(statement.get()));
+    if (step(statement) != SQLITE_ROW)
+        return;
+    if (const auto row = rowOf(statement))
+        take(*row);
 }
 
 std::optional<QHash<qint64, QString>> SqliteTables::listed(const QString &table, const QString &index,
@@ -163,10 +171,10 @@ std::optional<QHash<qint64, QString>> SqliteTables::listed(const QString &table,
     int code = SQLITE_ROW;
     constexpr int leastEntry = 4; // bytes
     while ((code = step(statement)) == SQLITE_ROW && rows.size() < m_size / leastEntry) {
-        const StoredRow row = rowOf(statement.get());
-        if (rows.contains(row.id))
+        const std::optional<StoredRow> row = rowOf(statement);
+        if (!row || rows.contains(row->id))
             return std::nullopt;
-        rows.insert(row.id, row.values.first());
+        rows.insert(row->id, row->values.first());
     }
     return code == SQLITE_DONE ? std::optional(rows) : std::nullopt;
 }

@@ -15,7 +15,8 @@ struct sqlite3;
 struct sqlite3_stmt;
 
 /// The tables of a database as far as SQLite itself reads them. Nothing that the database brings along, such as a
-/// trigger, a view or a function in an index, is run. Each reading has an end, whatever the file says.
+/// trigger, a view or a function in an index, is run. Each reading has an end, whatever the file says, and takes no
+/// more memory than a few times the file.
 class SqliteTables
 {
 public:
@@ -52,6 +53,8 @@ public:
 private:
     using Statement = std::unique_ptr<sqlite3_stmt, void (*)(sqlite3_stmt *)>;
 
+    /// The row at which the statement stands. None when all rows together are larger than a file of this size can hold.
+    std::optional<StoredRow> rowOf(const Statement &statement);
     enum class End { Reached, Broken, Astray };
     End follow(const QString &sql, const Take &take, const std::function<bool(qint64)> &isNext,
                std::optional<qint64> &last);
@@ -63,5 +66,6 @@ private:
     std::unique_ptr<sqlite3, void (*)(sqlite3 *)> m_database;
     RecoveryProgress &m_progress;
     qint64 m_size;
+    qint64 m_budget;    ///< bytes of rows that may still be read
     qint64 m_steps = 0; ///< of SQLite, in thousands, without a row
 };

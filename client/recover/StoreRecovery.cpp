@@ -205,7 +205,7 @@ RecoveredStore StoreRecovery::result() const
     else if (m_contactTable.listed)
         store.held = countsOf(*m_contactTable.listed);
     store.isDamaged = m_isMended || !isWhole || !m_miscTable.walk.isWhole || rows != store.read;
-    const bool isAllListed = m_contactTable.walk.isWhole || m_contactTable.listed;
-    store.mayHoldRemoved = !m_isFreeListKnown && !isAllListed;
+    const auto isAllKnown = [](const Table &table) { return table.walk.isWhole || table.listed; };
+    store.mayHoldRemoved = !m_isFreeListKnown && !(isAllKnown(m_contactTable) && isAllKnown(m_miscTable));
     return store;
 }

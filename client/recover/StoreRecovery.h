@@ -17,7 +17,7 @@ struct RecoveredStore
     QMap<int, int> read;                ///< how many contacts could be read of each type
     std::optional<QMap<int, int>> held; ///< how many there are, read or not; none when nothing tells
     bool isDamaged = false;
-    /// Contacts that had been removed may be among them: what tells that they were is damaged.
+    /// Contacts or pairs that had been removed may be among them: what tells that they were is damaged.
     bool mayHoldRemoved = false;
 };
 
