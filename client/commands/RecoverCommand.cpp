@@ -12,18 +12,20 @@
 #include "client/recover/StoreRecovery.h"
 #include "client/text/ContactTable.h"
 
+#include <utility>
+
 namespace {
 
 /// What a database holds, and what of that the phone lacks.
 struct Comparison
 {
-    RecoveredStore store;
+    RecoveredStore store; ///< but for its contacts
+    qsizetype there = 0;  ///< how many the phone has
     ListContact lacking;
     int photos = 0; ///< of those that are lacking: files that are there, and so on
     int addresses = 0;
     int withoutFile = 0;
 
-    qsizetype there() const { return store.contacts.size() - lacking.size(); }
     /// None when it is not known how many there were.
     std::optional<int> lost() const
     {
@@ -61,18 +63,17 @@ void countPhoto(const Contact &contact, Comparison &comparison)
     }
 }
 
-Comparison compare(const RecoveredStore &store, const BusSession &bus)
+Comparison compare(RecoveredStore store, const BusSession &bus)
 {
-    Comparison comparison{store, {}};
+    Comparison comparison;
+    comparison.lacking = std::exchange(store.contacts, {});
+    comparison.store = store;
     KnownContacts known;
     for (const Contact &contact : contactsOfType(DirectoryService(bus), ContactType::Local))
         known.add(contact, contact.contactId);
-    for (const Contact &contact : store.contacts) {
-        if (known.find(contact))
-            continue;
-        comparison.lacking.append(contact);
+    comparison.there = comparison.lacking.removeIf([&known](const Contact &contact) { return known.find(contact); });
+    for (const Contact &contact : std::as_const(comparison.lacking))
         countPhoto(contact, comparison);
-    }
     sortByName(comparison.lacking);
     return comparison;
 }
@@ -90,10 +91,10 @@ void write(const Comparison &comparison, QTextStream &out)
     types.insert(ContactType::Local, 0);
     for (const int type : types.keys()) {
         const bool isLocal = type == ContactType::Local;
-        kinds.addRow(
-            {ContactText::typeName(type), store.held ? QString::number(store.held->value(type)) : QStringLiteral("?"),
-             QString::number(store.read.value(type)), isLocal ? QString::number(comparison.there()) : QString(),
-             isLocal ? QString::number(comparison.lacking.size()) : QString()});
+        kinds.addRow({ContactText::typeName(type),
+                      store.held ? QString::number(store.held->value(type)) : QStringLiteral("?"),
+                      QString::number(store.read.value(type)), isLocal ? QString::number(comparison.there) : QString(),
+                      isLocal ? QString::number(comparison.lacking.size()) : QString()});
     }
     kinds.write(out, Terminal::outputWidth());
     if (comparison.lacking.isEmpty())
@@ -127,7 +128,7 @@ QJsonObject jsonOf(const Comparison &comparison, const QString &path)
             {QStringLiteral("mayHoldRemoved"), store.mayHoldRemoved},
             {QStringLiteral("held"), store.held ? QJsonValue(jsonOf(*store.held)) : QJsonValue()},
             {QStringLiteral("readable"), jsonOf(store.read)},
-            {QStringLiteral("onThePhone"), comparison.there()},
+            {QStringLiteral("onThePhone"), comparison.there},
             {QStringLiteral("lacking"), lacking},
             {QStringLiteral("photos"), QJsonObject{{QStringLiteral("found"), comparison.photos},
                                                    {QStringLiteral("missing"), comparison.withoutFile},

@@ -20,9 +20,10 @@ QJsonArray jsonOf(const QList<RefusedCard> &cards)
 
 QString RefusedCard::toString() const
 {
+    if (number == 0)
+        return QStringLiteral("%1: %2: %3").arg(file, name, reason);
     const QString whose = name.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(name);
-    const QString which = number > 0 ? QStringLiteral(" card %1").arg(number) : QString();
-    return QStringLiteral("%1:%2%3: %4").arg(file, which, whose, reason);
+    return QStringLiteral("%1: card %2%3: %4").arg(file, QString::number(number), whose, reason);
 }
 
 QString ImportReport::toString() const

@@ -5,6 +5,7 @@
 #include "platform/records/ContactIds.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -136,6 +137,8 @@ void StoreRecovery::readPages()
 {
     const std::optional<QSet<quint32>> free = m_pages.freePages();
     m_isFreeListKnown = free.has_value();
+    m_orders = ContactColumns::orders(m_contactTable.columns);
+    m_encodings = m_pages.encodings();
     LeafRows rows(m_pages);
     for (quint32 page = 1; page <= m_pages.pageCount(); ++page) {
         m_progress.advance(page, m_pages.pageCount());
@@ -148,15 +151,14 @@ void StoreRecovery::readPages()
 
 void StoreRecovery::takeRow(const LeafRows::Row &row)
 {
-    const QList<PageFile::Encoding> encodings = m_pages.encodings();
     const bool isMisc = row.values.size() == miscColumns().size() && row.isText() && m_miscTable.lacks(row.id);
     if (!isMisc && !m_contactTable.lacks(row.id))
         return;
-    for (const PageFile::Encoding encoding : encodings) {
+    for (const PageFile::Encoding encoding : std::as_const(m_encodings)) {
         const StoredRow decoded = row.decoded(encoding);
-        if (isMisc && (encodings.size() == 1 || ContactIds::isOfDirectory(decoded.values.first())))
+        if (isMisc && (m_encodings.size() == 1 || ContactIds::isOfDirectory(decoded.values.first())))
             return takeMisc(decoded);
-        for (const QStringList &columns : ContactColumns::orders(m_contactTable.columns)) {
+        for (const QStringList &columns : std::as_const(m_orders)) {
             if (const auto contact = ContactColumns::contactOf(columns, decoded))
                 return add(*contact, row.id);
         }

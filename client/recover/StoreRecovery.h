@@ -63,6 +63,8 @@ private:
     Table m_miscTable;
     QMap<qint64, Contact> m_contacts; ///< by their rows; of others than the user's only what counts
     QHash<QString, QMap<qint64, QPair<QString, QString>>> m_misc; ///< by id of the contact, then by row
+    QList<QStringList> m_orders;                                  ///< in which the values of a row may stand
+    QList<PageFile::Encoding> m_encodings;
     bool m_isMended = false;
     bool m_isFreeListKnown = true;
 };

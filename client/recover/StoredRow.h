@@ -10,5 +10,9 @@ struct StoredRow
     QStringList values;
 
     /// A text ends at a NUL, as it would on the bus.
-    void append(const QString &value) { values.append(value.section(QChar::Null, 0, 0)); }
+    void append(const QString &value)
+    {
+        const qsizetype end = value.indexOf(QChar::Null);
+        values.append(end < 0 ? value : value.left(end));
+    }
 };

@@ -61,7 +61,8 @@ private Q_SLOTS:
         row("misc pairs", "SELECT pageno FROM dbstat WHERE name='MISC' AND pageno%3=0", "", false);
         row("the schema", "SELECT 1 UNION SELECT pageno FROM dbstat WHERE name='sqlite_schema'", "", false);
         row("the header of the file", "SELECT 0", "header", false);
-        row("the list of free pages", inner + index, "free", true);
+        row("the list of free pages and inner pages", inner, "free", false);
+        row("the list of free pages, inner pages and all indexes", inner + index, "free", true);
         row("the end is cut off", "SELECT 0", "cut", false);
         row("small pages", leaf, "page_size=512", false);
         row("large pages and the header", leaf, "page_size=65536 header", false);
