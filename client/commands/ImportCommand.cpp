@@ -42,7 +42,8 @@ QList<QCommandLineOption> ImportCommand::options() const
 {
     return {{QStringLiteral("duplicates"),
              QStringLiteral("Cards whose contact is there: skip (the default), update or add"), QStringLiteral("WHAT")},
-            {QStringLiteral("dry-run"), QStringLiteral("Change nothing, tell what would be changed")}};
+            {QStringLiteral("dry-run"),
+             QStringLiteral("Change nothing, tell what would be changed, but for what only the directory can refuse")}};
 }
 
 CommandHelp ImportCommand::help() const

@@ -21,8 +21,12 @@ bool isSame(const Contact &sent, const Contact &told)
            sent.email == told.email && sent.collaborationId == told.collaborationId;
 }
 
+/// Which of those that were sent are told, in whatever form. Where some are missing, those that are told are found by
+/// what they hold.
 QList<bool> matched(const ListContact &sent, const ListContact &told)
 {
+    if (told.size() == sent.size())
+        return QList<bool>(sent.size(), true);
     QList<bool> result;
     qsizetype next = 0;
     for (const Contact &contact : sent) {
