@@ -184,11 +184,11 @@ private Q_SLOTS:
         QCOMPARE(m_caller->ask("M", "answers"), QDBusError::NoReply);
         call.waitForFinished();
         QCOMPARE(call.error().type(), QDBusError::NoReply);
-        QVERIFY2(timer.elapsed() >= 4500 && timer.elapsed() < 8000, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY2(timer.elapsed() >= 4500 && timer.elapsed() < 9500, qPrintable(QString::number(timer.elapsed())));
         timer.start();
         QVERIFY(!m_caller->syncRemoteCall("M", "answers", {1}, 100ms).errorName().isEmpty());
         QCOMPARE(m_caller->ask("Nobody", "a"), QDBusError::ServiceUnknown);
-        QVERIFY(timer.elapsed() < 2500);
+        QVERIFY(timer.elapsed() < 4500); // nobody waits for five seconds
     }
 
     void noAnswerIsHeldUpByWhatWaits()
@@ -333,7 +333,7 @@ private Q_SLOTS:
         const int method = adaptor->metaObject()->indexOfMethod("answers(int)");
         int length = 1;
         void *arguments[] = {nullptr, &length};
-        const QDeadlineTimer limit(5s);
+        const QDeadlineTimer limit(30s);
         while (m_module->longWork().isGoingOn() && !limit.hasExpired()) // and the loop has no turn
             adaptor->qt_metacall(QMetaObject::InvokeMetaMethod, method, arguments);
         QVERIFY(!m_module->longWork().isGoingOn());

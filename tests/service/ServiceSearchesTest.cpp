@@ -69,7 +69,7 @@ private Q_SLOTS:
 
     void aDirectoryThatHangsAndDiesDelaysNobody()
     {
-        constexpr int soonMs = 3000;
+        constexpr int soonMs = 4500; // a call waits for five seconds, a search for ten
         phone->company.freeze();
         phone->call("startSearchContactByName", byName("s", "mar"));
         QTRY_VERIFY_WITH_TIMEOUT(!phone->firstResults.value("s").isEmpty(), soonMs);
@@ -144,7 +144,7 @@ private Q_SLOTS:
         phone->call("startSearchContactByName", byName("last", "mar"));
         QVERIFY(complete("last"));
         QCOMPARE(results("last").value(0).type, ContactType::Local);
-        QTRY_VERIFY_WITH_TIMEOUT(threads() <= threadsBefore, 15000); // the start may still have had one
+        QTRY_VERIFY(threads() <= threadsBefore); // the start may still have had one
         // SQLite keeps the descriptor of a connection that was closed beside an open one, and takes it for the next:
         // one more for each worker that ever overlapped with another, never one for each search.
         constexpr int overlaps = 4;

@@ -11,6 +11,12 @@
 
 #include <tuple>
 
+// Qt gives what is tried five seconds, which a loaded or emulated machine may need.
+#undef QTRY_VERIFY
+#define QTRY_VERIFY(expression) QTRY_VERIFY_WITH_TIMEOUT(expression, 30000)
+#undef QTRY_COMPARE
+#define QTRY_COMPARE(actual, expected) QTRY_COMPARE_WITH_TIMEOUT(actual, expected, 30000)
+
 /// The data of a test function: called with the name of each row and its values, which have these types. The test
 /// function takes them with currentRow.
 template <typename... Types>

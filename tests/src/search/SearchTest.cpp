@@ -277,7 +277,7 @@ private Q_SLOTS:
         other->disconnect(&*store.search);
         other->start();
         store.search->mailbox().setStarted("another");
-        QTRY_COMPARE_WITH_TIMEOUT(store.told, QStringList("number s "), 15000);
+        QTRY_COMPARE(store.told, QStringList("number s "));
         QVERIFY(timer.elapsed() > 9000);
         QTRY_COMPARE(store.asked.size(), 4);
         store.asked.sort();
@@ -356,7 +356,7 @@ private Q_SLOTS:
                 store.search->mailbox().abandon();
                 QTRY_COMPARE(store.told, QStringList("completed s 0"));
             }
-            QVERIFY(timer.elapsed() < 3000);
+            QVERIFY(timer.elapsed() < 9000);
         }
     }
 };
