@@ -7,6 +7,10 @@ target_compile_definitions(kestin_options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_
                                                     KESTIN_VERSION="${PROJECT_VERSION}")
 target_compile_options(kestin_options INTERFACE -pthread -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
                                                 $<$<BOOL:${KESTIN_WERROR}>:-Werror>)
+# What is shipped is small rather than unrolled, and without what nobody calls.
+string(REPLACE -O3 -O2 CMAKE_CXX_FLAGS_RELEASE "${CMAKE_CXX_FLAGS_RELEASE}")
+target_compile_options(kestin_options INTERFACE -ffunction-sections -fdata-sections)
+target_link_options(kestin_options INTERFACE -Wl,--gc-sections)
 if(KESTIN_SANITIZE)
   target_compile_options(kestin_options INTERFACE -fsanitize=${KESTIN_SANITIZE} -fno-omit-frame-pointer
                                                   -fno-sanitize-recover=all)
