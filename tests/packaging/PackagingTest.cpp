@@ -17,7 +17,7 @@
 namespace {
 
 const QStringList modules{ModuleName::directory, ModuleName::settings, ModuleName::telephony,
-                          ModuleName::webServiceManager};
+                          ModuleName::webServiceManager, ModuleName::presentation};
 const QString somebodyElse = "daemon"; // a user and a group that every system has
 
 } // namespace
