@@ -51,6 +51,22 @@ private Q_SLOTS:
         QCOMPARE(store.run("PRAGMA journal_mode") + store.run("PRAGMA synchronous"), "wal2"); // 2 is FULL
     }
 
+    void aStoreOfTheFirstVersionIsContinued()
+    {
+        const QTemporaryDir folder;
+        sqlite3 *file = nullptr;
+        sqlite3_open(qPrintable(folder.filePath("kestindirectory.data")), &file);
+        QCOMPARE(sqlite3_exec(file, contentOf(KESTIN_FIRST_STORE), nullptr, nullptr, nullptr), SQLITE_OK);
+        sqlite3_close(file);
+        Database database;
+        QVERIFY(database.openDatabase(folder.path()) && database.checkTables());
+        DaoContact dao(database.connection());
+        const Contact contact = dao.getContact("#CONTACT_1#")->value(0);
+        QCOMPARE(contact.firstName + contact.name + contact.officePhoneCan, "ZoëMüller+33199007700");
+        QCOMPARE(contact.misc.value("company"), "Atelier Brumaire");
+        QCOMPARE(dao.getAllContact()->size(), 3);
+    }
+
     void aWrongShapeIsSetAside_data()
     {
         const Rows<QString> row;
