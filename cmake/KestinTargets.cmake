@@ -59,7 +59,7 @@ endfunction()
 # A static library of one folder; includes are written from the root of the project.
 function(kestin_library name)
   add_library(${name} STATIC ${ARGN})
-  target_link_libraries(${name} PUBLIC kestin_options)
+  target_link_libraries(${name} PUBLIC $<BUILD_INTERFACE:kestin_options>)
   kestin_precompile(${name} kestin_prelude)
 endfunction()
 
