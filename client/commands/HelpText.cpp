@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/commands/Dispatcher.h"
 #include "client/text/Terminal.h"
+#include "platform/records/KestinPaths.h"
 
 #include <QRegularExpression>
 
@@ -99,7 +100,7 @@ Options:
 
 Environment:
   KESTIN_BUS       The message bus: "system" (default), "session", or an address
-  KESTIN_DATA_DIR  The folder in the place of /data, as for the directory (photos)
+  KESTIN_DATA_DIR  The folder in the place of %1, as for the directory (photos)
 
 Exit codes:
   0  done
@@ -120,7 +121,8 @@ Examples:
   kestin-dir who '+33 1 55 66 70 00'
   kestin-dir search mül
   kestin-dir import people.vcf
-)");
+)")
+                      .arg(KestinPaths::defaultRoot());
 }
 
 QString HelpText::ofCommand(const Command &command, const QList<QCommandLineOption> &options)

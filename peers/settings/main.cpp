@@ -31,8 +31,8 @@ Comments do not survive a write.
 
 Environment:
   KESTIN_BUS        system (default), session, or a bus address
-  KESTIN_DATA_DIR   stands for /data in the file's default path, which is
-                    /data/KestinApplication/SettingsManager/settings.ini
+  KESTIN_DATA_DIR   stands for %1 in the file's default path, which is
+                    %1/KestinApplication/SettingsManager/settings.ini
   KESTIN_LOG_LEVEL  3 errors, 4 warnings (default), 6 changes, 7 everything
 
 Example:
@@ -52,7 +52,7 @@ int main(int argc, char **argv)
     QCoreApplication::setApplicationVersion(QStringLiteral(KESTIN_VERSION));
 
     QCommandLineParser parser;
-    parser.setApplicationDescription(QString::fromUtf8(description));
+    parser.setApplicationDescription(QString::fromUtf8(description).arg(KestinPaths::defaultRoot()));
     parser.addHelpOption();
     parser.addVersionOption();
     const QCommandLineOption file(

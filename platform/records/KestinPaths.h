@@ -5,8 +5,12 @@
 
 namespace KestinPaths {
 
-/// The path with its leading "/data" replaced by the environment variable KESTIN_DATA_DIR, where that is set: so a
-/// desk or a test keeps its files elsewhere than the phone does. Any other path is returned as it is.
+/// The folder below which a phone keeps its files: what the CMake variable KESTIN_DATA_DIR was when this was built.
+QString defaultRoot();
+
+/// The path with its leading "/data" replaced by that folder or, where the environment variable KESTIN_DATA_DIR is set,
+/// by what it says: so a desk or a test keeps its files elsewhere than the phone does. Any other path is returned as it
+/// is.
 QString data(const QString &path);
 
 } // namespace KestinPaths

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/framework/KestinApplication.h"
 #include "platform/records/KestinBus.h"
+#include "platform/records/KestinPaths.h"
 #include "src/dbus/KestinDirectoryAdaptor.h"
 #include "src/directory/KestinDirectory.h"
 
@@ -15,17 +16,19 @@ namespace {
 void parseCommandLine(const QCoreApplication &application)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral(
-        R"(The contact directory of the phone: keeps contacts, knows who is calling, and answers on the message bus as
+    parser.setApplicationDescription(
+        QStringLiteral(
+            R"(The contact directory of the phone: keeps contacts, knows who is calling, and answers on the message bus as
 com.norlan.Kestin.KestinDirectory. Runs until SIGTERM or SIGINT.
 
 Environment:
   KESTIN_BUS        system (default), session, or the address of a bus
-  KESTIN_DATA_DIR   folder that takes the place of /data, where the database and the photos lie
+  KESTIN_DATA_DIR   folder that takes the place of %1, where the database and the photos lie
   http_proxy        proxy through which photos are fetched; also https_proxy, no_proxy
   KESTIN_LOG_LEVEL  3 errors, 4 warnings too (default), 6 information too, 7 everything
 
-Exit codes: 0 ended by a signal, 1 it could not start or lost the bus; the log on standard error says why.)"));
+Exit codes: 0 ended by a signal, 1 it could not start or lost the bus; the log on standard error says why.)")
+            .arg(KestinPaths::defaultRoot()));
     parser.addHelpOption();
     parser.addVersionOption();
     parser.process(application);

@@ -112,7 +112,7 @@ private Q_SLOTS:
         QCOMPARE(KestinPaths::data("/data/a"), "/desk/a");
         QCOMPARE(KestinPaths::data("/database/data"), "/database/data");
         qunsetenv("KESTIN_DATA_DIR");
-        QCOMPARE(KestinPaths::data("/data/a"), "/data/a");
+        QCOMPARE(KestinPaths::data("/data/a"), KestinPaths::defaultRoot() + "/a");
     }
 
 private:
