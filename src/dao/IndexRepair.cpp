@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "src/dao/IndexRepair.h"
 
+#include "platform/framework/KestinLogger.h"
 #include "src/dao/Connection.h"
 #include "src/dao/Transaction.h"
 
@@ -11,6 +12,8 @@
 
 #include <algorithm>
 
+using IndexRepair::Outcome;
+
 namespace {
 
 /// A line of the check that tells of no damage: its heading, and a page that was left behind.
@@ -20,10 +23,19 @@ bool isHarmless(const QString &line)
            line.endsWith(QLatin1String(" is never used"));
 }
 
-bool executeAll(Connection &connection, const QStringList &statements)
+bool isDamage(const QSqlError &error)
 {
-    return std::all_of(statements.cbegin(), statements.cend(),
-                       [&connection](const QString &text) { return connection.executeQuery(text).isActive(); });
+    return (error.nativeErrorCode().toInt() & 0xff) == SQLITE_CORRUPT;
+}
+
+Outcome executeAll(Connection &connection, const QStringList &statements)
+{
+    for (const QString &text : statements) {
+        const QSqlQuery query = connection.executeQuery(text);
+        if (!query.isActive())
+            return isDamage(query.lastError()) ? Outcome::Damaged : Outcome::NotNow;
+    }
+    return Outcome::Done;
 }
 
 std::optional<QStringList> indexTexts(Connection &connection)
@@ -58,45 +70,72 @@ private:
     sqlite3 *m_database;
 };
 
-bool forget(Connection &connection)
+Outcome forget(Connection &connection)
 {
     const OpenSchema open(connection.database());
     return executeAll(connection, {QStringLiteral("DELETE FROM sqlite_master WHERE type='index' AND sql IS NOT NULL"),
                                    QStringLiteral("PRAGMA writable_schema=RESET")});
 }
 
+Outcome commitSound(Connection &connection, Transaction &transaction)
+{
+    const std::optional<bool> isSound = IndexRepair::isSound(connection);
+    if (isSound && !*isSound)
+        return Outcome::Damaged;
+    return isSound && transaction.commit() ? Outcome::Done : Outcome::NotNow;
+}
+
 /// Succeeds where the pages of the damaged index can still be followed to be freed.
-bool reindex(Connection &connection)
+Outcome reindex(Connection &connection)
 {
     Transaction transaction(connection);
-    return transaction.isActive() && executeAll(connection, {QStringLiteral("REINDEX")}) &&
-           IndexRepair::isSound(connection).value_or(false) && transaction.commit();
+    const Outcome outcome = executeAll(connection, {QStringLiteral("REINDEX")});
+    return outcome == Outcome::Done ? commitSound(connection, transaction) : outcome;
 }
 
 /// Touches no page of the indexes that were.
-bool replace(Connection &connection)
+Outcome replace(Connection &connection)
 {
     Transaction transaction(connection);
     const auto texts = indexTexts(connection);
-    return transaction.isActive() && texts && forget(connection) && executeAll(connection, *texts) &&
-           IndexRepair::isSound(connection).value_or(false) && transaction.commit();
+    Outcome outcome = texts ? forget(connection) : Outcome::Damaged;
+    if (outcome == Outcome::Done)
+        outcome = executeAll(connection, *texts);
+    return outcome == Outcome::Done ? commitSound(connection, transaction) : outcome;
+}
+
+std::optional<bool> isWithoutFault(Connection &connection, const QString &check)
+{
+    QSqlQuery query(connection.handle());
+    query.exec(check);
+    QStringList lines;
+    while (query.next())
+        lines += query.value(0).toString().split(QLatin1Char('\n'));
+    const QSqlError error = query.lastError();
+    if (!error.isValid())
+        return std::all_of(lines.cbegin(), lines.cend(), isHarmless);
+    if (isDamage(error))
+        return false;
+    if (error.nativeErrorCode().toInt() != SQLITE_INTERRUPT)
+        KestinLogger::error("Error while executing query %1 : %2", check, error.text());
+    return std::nullopt;
 }
 
 } // namespace
 
 std::optional<bool> IndexRepair::isSound(Connection &connection)
 {
-    QSqlQuery query = connection.executeQuery(QStringLiteral("PRAGMA quick_check"));
-    QStringList lines;
-    while (query.next())
-        lines += query.value(0).toString().split(QLatin1Char('\n'));
-    const QString code = query.lastError().nativeErrorCode();
-    if (!code.isEmpty())
-        return (code.toInt() & 0xff) == SQLITE_CORRUPT ? std::optional(false) : std::nullopt;
-    return std::all_of(lines.cbegin(), lines.cend(), isHarmless);
+    return isWithoutFault(connection, QStringLiteral("PRAGMA quick_check"));
 }
 
-bool IndexRepair::makeAnew(Connection &connection)
+std::optional<bool> IndexRepair::isConsistent(Connection &connection)
 {
-    return reindex(connection) || replace(connection); // not in one transaction: SQLite refuses the second then
+    return isWithoutFault(connection, QStringLiteral("PRAGMA integrity_check"));
+}
+
+IndexRepair::Outcome IndexRepair::makeAnew(Connection &connection)
+{
+    const Outcome outcome = reindex(connection);
+    // Not in one transaction: SQLite refuses the second then.
+    return outcome == Outcome::Damaged ? replace(connection) : outcome;
 }

@@ -10,12 +10,19 @@ class Connection;
 namespace IndexRepair {
 
 /// Whether the pages of all tables and indexes can be read and are where they belong. Reads the whole file. None when
-/// that cannot be known now (logged).
+/// that cannot be known now (logged), or the reading is interrupted.
 std::optional<bool> isSound(Connection &connection);
+/// Whether the indexes hold just what the tables hold as well, which takes some five times as long: an index that is
+/// out of date looks whole, and finds nobody.
+std::optional<bool> isConsistent(Connection &connection);
 
-/// Makes all indexes anew. False when a table is damaged as well, or it cannot be written (logged): all is as it was
-/// then. Nothing may be reading, and no
+enum class Outcome {
+    Done,
+    Damaged, ///< not only the indexes are
+    NotNow,  ///< the file cannot be written: locked, a full disk
+};
+/// Makes all indexes anew in one write. When it is not done (logged), all is as it was. Nothing may be reading, and no
 /// transaction be going on. Pages of a damaged index may stay behind in the file, with nobody to use them.
-[[nodiscard]] bool makeAnew(Connection &connection);
+[[nodiscard]] Outcome makeAnew(Connection &connection);
 
 } // namespace IndexRepair

@@ -4,11 +4,36 @@
 #include "src/dao/IndexRepair.h"
 #include "src/dao/WorkerDatabase.h"
 
+#include <sqlite3.h>
+
+StoreCheck::~StoreCheck()
+{
+    {
+        const QMutexLocker locker(&m_mutex);
+        requestInterruption();
+        if (m_reading)
+            sqlite3_interrupt(m_reading);
+    }
+    if (isRunning())
+        setPriority(NormalPriority); // somebody waits for it now
+    wait();
+}
+
+/// As long as it is set, it can be interrupted.
+void StoreCheck::setReading(sqlite3 *database)
+{
+    const QMutexLocker locker(&m_mutex);
+    m_reading = database;
+}
+
 void StoreCheck::run()
 {
     WorkerDatabase database;
     Connection &connection = database.contacts().connection();
     connection.executeQuery(QStringLiteral("PRAGMA cache_size=16")); // each page is read once
-    if (!IndexRepair::isSound(connection).value_or(true))
+    setReading(connection.database());
+    const bool isConsistent = isInterruptionRequested() || IndexRepair::isConsistent(connection).value_or(true);
+    setReading(nullptr);
+    if (!isConsistent)
         Q_EMIT damageFound();
 }

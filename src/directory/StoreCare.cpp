@@ -6,7 +6,20 @@
 #include "src/dao/Database.h"
 #include "src/dao/IndexRepair.h"
 
+#include <QTimer>
+
 #include <utility>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+/// Until somebody else has done with the file, or there is room again.
+constexpr std::chrono::milliseconds untilRetry = 30s;
+/// Until those have told of it who met the damage before it was mended.
+constexpr std::chrono::milliseconds longestEcho = 5s;
+
+} // namespace
 
 StoreCare::StoreCare(Database &database, LongWork &longWork)
     : m_database(database)
@@ -19,7 +32,6 @@ StoreCare::StoreCare(Database &database, LongWork &longWork)
 StoreCare::~StoreCare()
 {
     m_database.connection().setDamageHandler({});
-    m_check.wait();
 }
 
 void StoreCare::check()
@@ -29,7 +41,7 @@ void StoreCare::check()
 
 void StoreCare::repair()
 {
-    if (m_repairsLeft == 0 || std::exchange(m_isWanted, true))
+    if (!m_rest.hasExpired() || std::exchange(m_isWanted, true))
         return;
     const auto begin = [this] { m_longWork.after(this, [this] { makeIndexesAnew(); }); };
     QMetaObject::invokeMethod(this, begin, Qt::QueuedConnection); // a statement may be reading
@@ -37,16 +49,41 @@ void StoreCare::repair()
 
 void StoreCare::makeIndexesAnew()
 {
-    --m_repairsLeft;
     Connection &connection = m_database.connection();
-    if (IndexRepair::makeAnew(connection)) {
-        KestinLogger::warning("The database %1 was damaged; its indexes were made anew", m_database.filePath());
-    } else {
-        m_repairsLeft = 0;
-        KestinLogger::error("The database %1 is damaged in its tables. What can still be read of it is told by: "
-                            "kestin-dir recover %1 --dry-run",
-                            m_database.filePath());
+    switch (IndexRepair::makeAnew(connection)) {
+    case IndexRepair::Outcome::Done:
+        tellMended();
+        break;
+    case IndexRepair::Outcome::NotNow:
+        KestinLogger::warning("The database %1 is damaged and cannot be mended now", m_database.filePath());
+        m_rest.setRemainingTime(untilRetry);
+        QTimer::singleShot(untilRetry + longestEcho, this, &StoreCare::repair);
+        break;
+    case IndexRepair::Outcome::Damaged:
+        tellUnmended();
+        break;
     }
     m_isWanted = false;
     connection.beginEpoch(); // what was counted may have been counted wrongly
+}
+
+void StoreCare::tellMended()
+{
+    KestinLogger::warning("The database %1 was damaged; its indexes were made anew", m_database.filePath());
+    if (--m_repairsLeft > 0) {
+        m_rest.setRemainingTime(longestEcho);
+        return;
+    }
+    KestinLogger::error("The database %1 is damaged again and again, and is not mended any more before the next start",
+                        m_database.filePath());
+    m_rest = QDeadlineTimer(QDeadlineTimer::Forever);
+}
+
+void StoreCare::tellUnmended()
+{
+    KestinLogger::error(
+        "The database %1 is damaged, and not in its indexes alone. What can still be read of it is told "
+        "by: kestin-dir recover %1 --dry-run",
+        m_database.filePath());
+    m_rest = QDeadlineTimer(QDeadlineTimer::Forever);
 }

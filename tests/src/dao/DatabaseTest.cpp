@@ -249,7 +249,14 @@ private Q_SLOTS:
         store.damage(damaged, page);
         QCOMPARE(IndexRepair::isSound(connection), false);
         const QString before = store.run("SELECT sql FROM sqlite_master WHERE type<>'index' OR sql IS NULL");
-        QCOMPARE(IndexRepair::makeAnew(connection), isMended);
+        {
+            QSqlDatabase other = QSqlDatabase::cloneDatabase(connection.handle(), "other");
+            QVERIFY(other.open() && QSqlQuery(other).exec("BEGIN IMMEDIATE"));
+            store.run("PRAGMA busy_timeout=1");
+            QVERIFY(IndexRepair::makeAnew(connection) == IndexRepair::Outcome::NotNow);
+        }
+        QSqlDatabase::removeDatabase("other");
+        QCOMPARE(IndexRepair::makeAnew(connection) == IndexRepair::Outcome::Done, isMended);
         QCOMPARE(IndexRepair::isSound(connection), isMended);
         QCOMPARE(store.run("SELECT sql FROM sqlite_master WHERE type<>'index' OR sql IS NULL"), before);
         QCOMPARE(store.run("SELECT count(*) FROM sqlite_master WHERE type='index'"), "15");

@@ -61,6 +61,27 @@ struct TemporaryStore
         run("PRAGMA shrink_memory"); // forgets what it has read
     }
 
+    /// Takes the last contact out of an index.
+    void outdate(const QString &index)
+    {
+        constexpr qint64 pageSize = 4096;
+        run("DELETE FROM CONTACT WHERE contactId='#CONTACT_201#'");
+        run("PRAGMA wal_checkpoint(TRUNCATE)");
+        const QStringList pages = run("SELECT pageno FROM dbstat WHERE name='" + index + '\'').split(' ');
+        const QByteArray before = contentOf(database.filePath());
+        fill(1);
+        run("PRAGMA wal_checkpoint(TRUNCATE)");
+        QFile file(database.filePath());
+        if (!file.open(QIODevice::ReadWrite))
+            qFatal("no page can be put back");
+        for (const QString &page : pages) {
+            file.seek((page.toInt() - 1) * pageSize);
+            file.write(before.mid((page.toInt() - 1) * pageSize, pageSize));
+        }
+        file.close();
+        run("PRAGMA shrink_memory");
+    }
+
     /// From now on each write that changes a contact fails when it is committed.
     void failCommits()
     {

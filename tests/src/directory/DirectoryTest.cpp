@@ -202,9 +202,10 @@ private Q_SLOTS:
         const char *anew = "<4>The database %1 was damaged; its indexes were made anew";
         row("met", "contact_id_idx", true, anew);
         row("looked for", "photo_idx", false, anew);
+        row("out of date", "contact_id_idx", false, anew);
         row("a table", "CONTACT", false,
-            "<3>The database %1 is damaged in its tables. What can still be read of it is told by: kestin-dir recover "
-            "%1 --dry-run");
+            "<3>The database %1 is damaged, and not in its indexes alone. What can still be read of it is told by: "
+            "kestin-dir recover %1 --dry-run");
     }
 
     void damageIsMendedWhenItIsMetOrLookedFor()
@@ -212,16 +213,19 @@ private Q_SLOTS:
         const auto [damaged, isMet, line] = currentRow<QString, bool, QString>();
         TemporaryStore store;
         LongWork longWork;
-        store.fill(200);
-        store.damage(damaged);
+        store.fill(201);
+        if (QTest::currentDataTag() == QByteArray("out of date"))
+            store.outdate(damaged);
+        else
+            store.damage(damaged);
         const LogCapture log;
         StoreCare care(store.database, longWork);
         if (isMet)
-            QVERIFY(!store.dao->getContact("#CONTACT_200#"));
+            QVERIFY(!store.dao->getContact("#CONTACT_201#"));
         else
             care.check();
         QTRY_VERIFY2(log.contains(line.arg(store.database.filePath())), qPrintable(log.lines.join("\n")));
-        QCOMPARE(store.dao->getContact("#CONTACT_200#").has_value(), damaged != "CONTACT");
+        QCOMPARE(!store.dao->getContact("#CONTACT_201#").value_or(ListContact()).isEmpty(), damaged != "CONTACT");
         QCoreApplication::processEvents();
         QCOMPARE(log.lines.filter("kestin-dir recover").size(), damaged == "CONTACT" ? 1 : 0);
     }
