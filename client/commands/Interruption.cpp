@@ -10,6 +10,9 @@
 
 namespace {
 
+// The last is that of a terminal that goes.
+constexpr int interruptingSignals[] = {SIGINT, SIGTERM, SIGHUP};
+
 // A signal handler reaches nothing but statics.
 int s_descriptor = -1;
 
@@ -35,13 +38,13 @@ Interruption::Interruption()
     action.sa_handler = onSignal;
     // A command that is stuck, reading from a terminal for example, ends at the second signal.
     action.sa_flags = SA_RESTART | int(SA_RESETHAND);
-    sigaction(SIGINT, &action, nullptr);
-    sigaction(SIGTERM, &action, nullptr);
+    for (const int signal : interruptingSignals)
+        sigaction(signal, &action, nullptr);
 }
 
 Interruption::~Interruption()
 {
-    std::signal(SIGINT, SIG_DFL);
-    std::signal(SIGTERM, SIG_DFL);
+    for (const int signal : interruptingSignals)
+        std::signal(signal, SIG_DFL);
     close(s_descriptor);
 }

@@ -126,6 +126,7 @@ QJsonObject jsonOf(const Comparison &comparison, const QString &path)
     return {{QStringLiteral("file"), path},
             {QStringLiteral("damaged"), store.isDamaged},
             {QStringLiteral("mayHoldRemoved"), store.mayHoldRemoved},
+            {QStringLiteral("mayLackPairs"), store.mayLackPairs},
             {QStringLiteral("held"), store.held ? QJsonValue(jsonOf(*store.held)) : QJsonValue()},
             {QStringLiteral("readable"), jsonOf(store.read)},
             {QStringLiteral("onThePhone"), comparison.there},
@@ -143,9 +144,12 @@ void tellDamage(const Comparison &comparison, const QString &path)
     if (!lost)
         Report::note(QStringLiteral("%1 is damaged, and nothing tells how many contacts it held").arg(path));
     else if (*lost > 0)
-        Report::problem(QStringLiteral("%1 is damaged: %2 contacts of the user cannot be read").arg(path).arg(*lost));
+        Report::problem(
+            QStringLiteral("%1 is damaged: %2 contacts of the user cannot be read").arg(path, QString::number(*lost)));
     else
         Report::note(QStringLiteral("%1 is damaged, but all contacts of the user can be read").arg(path));
+    if (comparison.store.mayLackPairs)
+        Report::note(QStringLiteral("attributes of contacts (misc) may be missing: a part of them cannot be read"));
     if (comparison.store.mayHoldRemoved)
         Report::note(QStringLiteral(
             "contacts or attributes that had been removed may be among them: what tells that is damaged"));

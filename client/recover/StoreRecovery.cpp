@@ -2,6 +2,7 @@
 #include "client/recover/StoreRecovery.h"
 
 #include "client/recover/ContactColumns.h"
+#include "client/recover/WriteAheadLog.h"
 #include "platform/records/ContactIds.h"
 
 #include <algorithm>
@@ -59,6 +60,7 @@ StoreRecovery::StoreRecovery(const QString &path, RecoveryProgress &progress)
     : m_name(path)
     , m_progress(progress)
     , m_copy(path, progress)
+    , m_isLogWhole(WriteAheadLog::isWhole(m_copy.path() + QLatin1String("-wal")))
     , m_pages(m_copy.path())
 {
     if (!m_pages.isDatabase())
@@ -180,7 +182,7 @@ Contact StoreRecovery::contactAt(qint64 row) const
 {
     Contact contact = m_contacts.value(row);
     // An id that is damaged was made of the row.
-    const bool isOwnId = m_misc.contains(contact.contactId);
+    const bool isOwnId = ContactIds::isOfDirectory(contact.contactId);
     const auto pairs = m_misc.value(isOwnId ? contact.contactId : ContactIds::ofRow(row));
     for (const auto &[key, value] : pairs)
         contact.misc.insert(key, value);
@@ -206,8 +208,10 @@ RecoveredStore StoreRecovery::result() const
         store.held = rows;
     else if (m_contactTable.listed)
         store.held = countsOf(*m_contactTable.listed);
-    store.isDamaged = m_isMended || !isWhole || !m_miscTable.walk.isWhole || rows != store.read;
+    store.isDamaged = m_isMended || !m_isLogWhole || !isWhole || !m_miscTable.walk.isWhole || rows != store.read;
     const auto isAllKnown = [](const Table &table) { return table.walk.isWhole || table.listed; };
-    store.mayHoldRemoved = !m_isFreeListKnown && !(isAllKnown(m_contactTable) && isAllKnown(m_miscTable));
+    store.mayHoldRemoved =
+        !m_isLogWhole || (!m_isFreeListKnown && !(isAllKnown(m_contactTable) && isAllKnown(m_miscTable)));
+    store.mayLackPairs = !m_miscTable.walk.isWhole;
     return store;
 }

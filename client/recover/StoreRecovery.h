@@ -17,6 +17,7 @@ struct RecoveredStore
     QMap<int, int> read;                ///< how many contacts could be read of each type
     std::optional<QMap<int, int>> held; ///< how many there are, read or not; none when nothing tells
     bool isDamaged = false;
+    bool mayLackPairs = false; ///< not all misc pairs could be read
     /// Contacts or pairs that had been removed may be among them: what tells that they were is damaged.
     bool mayHoldRemoved = false;
 };
@@ -58,6 +59,7 @@ private:
     QString m_name;
     RecoveryProgress &m_progress;
     PrivateCopy m_copy;
+    bool m_isLogWhole;
     PageFile m_pages;
     Table m_contactTable;
     Table m_miscTable;

@@ -51,6 +51,7 @@ private Q_SLOTS:
         row("nothing", "SELECT 0", "", false);
         row("nothing, with a log", "SELECT 0", "log", false);
         row("the header of the file, with a log", "SELECT 0", "log header", false);
+        row("nothing, with a log of which the beginning is damaged", "SELECT 0", "log frame", true);
         row("inner pages", inner, "", false);
         row("last pages", leaf, "", false);
         row("last pages and all indexes", leaf + index, "", false);

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
 """Makes a damaged copy of a store, and prints how many contacts have something on the damaged pages:
-damage.py STORE COPY QUERY [log] [PRAGMA=VALUE] [old] [swap] [header] [free] [cut]
+damage.py STORE COPY QUERY [log [frame]] [PRAGMA=VALUE] [old] [swap] [header] [free] [cut]
 
-QUERY answers the pages that are to hold noise. The copy takes over the log, or gets a setting that only a new file
+QUERY answers the pages that are to hold noise. The copy takes over the log, or one with a damaged beginning, or gets a setting that only a new file
 takes, or the table of an older version. Then two pages change places, the header or the list of free pages becomes
 noise, or the last third is cut off."""
 import os
@@ -46,6 +46,10 @@ store.close()
 if "log" in doing:
     shutil.copy(source, target)
     shutil.copy(source + "-wal", target + "-wal")
+if "frame" in doing:
+    with open(target + "-wal", "r+b") as log:
+        log.seek(100)
+        log.write(noise.randbytes(4))
 
 with open(target, "rb") as file:
     content = bytearray(file.read())
