@@ -104,16 +104,24 @@ QString setAddressAndWait(const QString &address, const QString &id, const BusSe
     return photo;
 }
 
+QJsonObject jsonOf(const PictureFile::Size &size)
+{
+    QJsonObject object;
+    object.insert(QStringLiteral("width"), size.width);
+    object.insert(QStringLiteral("height"), size.height);
+    object.insert(QStringLiteral("bytes"), size.bytes);
+    return object;
+}
+
 void report(const QString &photo, CommandContext &context)
 {
-    const bool isFile = photo.startsWith(QLatin1Char('/'));
-    const std::optional<PictureFile::Size> size = isFile ? PictureFile::sizeOf(photo) : std::nullopt;
+    std::optional<PictureFile::Size> size;
+    if (photo.startsWith(QLatin1Char('/')))
+        size = PictureFile::sizeOf(photo);
     if (context.json) {
         QJsonObject object{{QStringLiteral("photo"), photo}};
         if (size)
-            object.insert(QStringLiteral("size"), QJsonObject{{QStringLiteral("width"), size->width},
-                                                              {QStringLiteral("height"), size->height},
-                                                              {QStringLiteral("bytes"), size->bytes}});
+            object.insert(QStringLiteral("size"), jsonOf(*size));
         return Report::json(context.out, object);
     }
     if (photo.isEmpty())
