@@ -8,15 +8,19 @@
 
 StoreCheck::~StoreCheck()
 {
-    {
-        const QMutexLocker locker(&m_mutex);
-        requestInterruption();
-        if (m_reading)
-            sqlite3_interrupt(m_reading);
-    }
+    requestInterruption();
     if (isRunning())
         setPriority(NormalPriority); // somebody waits for it now
-    wait();
+    do
+        interrupt(); // without effect on a statement that is just about to begin
+    while (!wait(10));
+}
+
+void StoreCheck::interrupt()
+{
+    const QMutexLocker locker(&m_mutex);
+    if (m_reading)
+        sqlite3_interrupt(m_reading);
 }
 
 /// As long as it is set, it can be interrupted.

@@ -23,6 +23,7 @@ protected:
     void run() override;
 
 private:
+    void interrupt();
     void setReading(sqlite3 *database);
 
     QMutex m_mutex;

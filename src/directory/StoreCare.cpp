@@ -8,14 +8,15 @@
 
 #include <QTimer>
 
+#include <algorithm>
 #include <utility>
 
 using namespace std::chrono_literals;
 
 namespace {
 
-/// Until somebody else has done with the file, or there is room again.
-constexpr std::chrono::milliseconds untilRetry = 30s;
+/// Somebody else may have done with the file by then, or there is room again.
+constexpr std::chrono::milliseconds longestUntilRetry = 1h;
 /// Until those have told of it who met the damage before it was mended.
 constexpr std::chrono::milliseconds longestEcho = 5s;
 
@@ -56,8 +57,9 @@ void StoreCare::makeIndexesAnew()
         break;
     case IndexRepair::Outcome::NotNow:
         KestinLogger::warning("The database %1 is damaged and cannot be mended now", m_database.filePath());
-        m_rest.setRemainingTime(untilRetry);
-        QTimer::singleShot(untilRetry + longestEcho, this, &StoreCare::repair);
+        m_rest.setRemainingTime(m_untilRetry);
+        QTimer::singleShot(m_untilRetry + longestEcho, this, &StoreCare::repair);
+        m_untilRetry = std::min(2 * m_untilRetry, longestUntilRetry);
         break;
     case IndexRepair::Outcome::Damaged:
         tellUnmended();

@@ -6,6 +6,8 @@
 #include <QDeadlineTimer>
 #include <QObject>
 
+#include <chrono>
+
 class Database;
 class LongWork;
 
@@ -37,4 +39,5 @@ private:
     int m_repairsLeft = 10;
     bool m_isWanted = false;
     QDeadlineTimer m_rest; ///< until then nothing is mended
+    std::chrono::milliseconds m_untilRetry = std::chrono::seconds(30);
 };
