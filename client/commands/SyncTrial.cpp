@@ -104,6 +104,6 @@ void SyncCommand::expectWanted(const QString &path, const QCommandLineParser &ar
                 .arg(path, *foreign)
                 .arg(plan->removed()));
     if (plan && plan->removed() > 0 && Confirmation::isWanted(arguments))
-        Confirmation::ask(
-            QStringLiteral("%1 does not list %2 of the contacts here. Remove them?").arg(path).arg(plan->removed()));
+        Confirmation::ask(QStringLiteral("%1 does not list %2 of the contacts here. Remove them?")
+                              .arg(path, QString::number(plan->removed())));
 }

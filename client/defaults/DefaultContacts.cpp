@@ -135,7 +135,7 @@ DefaultContacts DefaultContacts::ofCards(QIODevice &device, const QString &file)
         const VCardReader::Result result =
             card->fault ? VCardReader::refused(*card->fault) : VCardReader::read(card->text);
         if (result.refusal)
-            throw refusal(QStringLiteral("%1: card %2").arg(file).arg(card->number), *result.refusal);
+            throw refusal(QStringLiteral("%1: card %2").arg(file, QString::number(card->number)), *result.refusal);
         if (!result.picture.isEmpty())
             pictures.append(ContactText::displayName(result.contact) + QLatin1String(": the embedded photo"));
         contacts.append(result.contact);

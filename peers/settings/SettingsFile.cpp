@@ -72,7 +72,7 @@ std::optional<QString> SettingsFile::problem() const
     // QSettings skips what it does not understand, and would drop it with the next write.
     for (int number = 1; !file.atEnd(); ++number) {
         if (!isWellFormed(file.readLine().trimmed()))
-            return QStringLiteral("%1 is not a well-formed INI file (line %2)").arg(m_path).arg(number);
+            return QStringLiteral("%1 is not a well-formed INI file (line %2)").arg(m_path, QString::number(number));
     }
     return std::nullopt;
 }

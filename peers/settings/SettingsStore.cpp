@@ -118,12 +118,12 @@ std::optional<UpdateReport> SettingsStore::refusal(const QString &key, const QSt
         return UpdateReport{BadKey,
                             QStringLiteral("a key is 1 to %1 printable characters without / and \\").arg(keyLimit)};
     if (value.size() > valueLimit)
-        return UpdateReport{TooLong,
-                            QStringLiteral("the value of %1 is longer than %2 characters").arg(key).arg(valueLimit)};
-    if (totalWith(key, value) > totalLimit)
         return UpdateReport{
             TooLong,
-            QStringLiteral("with %1 all values together are longer than %2 characters").arg(key).arg(totalLimit)};
+            QStringLiteral("the value of %1 is longer than %2 characters").arg(key, QString::number(valueLimit))};
+    if (totalWith(key, value) > totalLimit)
+        return UpdateReport{TooLong, QStringLiteral("with %1 all values together are longer than %2 characters")
+                                         .arg(key, QString::number(totalLimit))};
     if (m_problem)
         return UpdateReport{NotWritable, *m_problem};
     const KnownSetting *known = m_catalogue.find(key);

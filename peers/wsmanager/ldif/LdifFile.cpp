@@ -78,7 +78,7 @@ LdifFile LdifFile::read(const QString &path)
         if (!entry.dn.isEmpty())
             result.entries.append(entry);
         else if (!isVersionLine)
-            result.problem = QStringLiteral("%1 is no well-formed LDIF near line %2").arg(path).arg(line);
+            result.problem = QStringLiteral("%1 is no well-formed LDIF near line %2").arg(path, QString::number(line));
     }
     if (state < 0)
         result.problem = QStringLiteral("%1 cannot be read").arg(path);
