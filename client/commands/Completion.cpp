@@ -48,7 +48,7 @@ Candidates contacts(Page page)
         [&](int from, int count) { return limit.hasExpired() ? ListContact() : (directory.*page)(from, count); });
     Candidates candidates;
     for (const Contact &contact : pages.read(0, ContactPages::toTheEnd))
-        candidates.append({contact.contactId, ContactText::displayName(contact)});
+        candidates.append({contact.contactId, contact.displayName()});
     return candidates;
 }
 

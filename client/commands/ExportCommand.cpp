@@ -23,7 +23,7 @@ QByteArray pictureOf(const Contact &contact)
         return PictureFile::read(contact.photo);
     } catch (const CommandFailure &failure) {
         Report::problem(QStringLiteral("%1 (%2) is exported without the photo: %3")
-                            .arg(contact.contactId, ContactText::displayName(contact), failure.text()));
+                            .arg(contact.contactId, contact.displayName(), failure.text()));
         return {};
     }
 }

@@ -16,7 +16,7 @@ void confirm(const QStringList &ids, const DirectoryService &directory)
     QStringList names;
     for (const QString &id : ids.mid(0, mostNamed)) {
         const std::optional<Contact> contact = directory.byId(id);
-        names.append(contact ? QStringLiteral("%1 (%2)").arg(ContactText::displayName(*contact), id) : id);
+        names.append(contact ? QStringLiteral("%1 (%2)").arg(contact->displayName(), id) : id);
     }
     QString whom = names.join(QLatin1String(", "));
     if (ids.size() > mostNamed)

@@ -22,9 +22,9 @@ Table tableOf(const ListContactSummary &contacts)
                  {QStringLiteral("E-MAIL"), Table::uncut, 1},
                  {QStringLiteral("ID")}});
     for (const ContactSummary &contact : contacts)
-        table.addRow({ContactText::displayName(contact), contact.officePhone,
-                      ContactText::isOfCompany(contact) ? QStringLiteral("company") : QStringLiteral("phone"),
-                      contact.email, contact.contactId});
+        table.addRow({contact.displayName(), contact.officePhone,
+                      contact.isOfCompany() ? QStringLiteral("company") : QStringLiteral("phone"), contact.email,
+                      contact.contactId});
     return table;
 }
 

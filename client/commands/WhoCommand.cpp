@@ -7,7 +7,7 @@
 #include "client/commands/Report.h"
 #include "client/commands/WhoExplanation.h"
 #include "client/search/SearchRun.h"
-#include "client/text/ContactNumbers.h"
+#include "platform/records/ContactNumbers.h"
 
 namespace {
 
@@ -46,10 +46,10 @@ void print(const WhoAnswer &answer, QTextStream &out)
 {
     for (const Contact &contact : answer.contacts) {
         const QString numbers = ContactNumbers::toString(ContactNumbers::equalTo(contact, answer.canonical));
-        out << Printable::text(ContactText::displayName(contact));
+        out << Printable::text(contact.displayName());
         if (!numbers.isEmpty())
             out << ", " << Printable::text(numbers);
-        out << (ContactText::isOfCompany(contact) ? " (company directory)" : "") << '\n';
+        out << (contact.isOfCompany() ? " (company directory)" : "") << '\n';
     }
 }
 

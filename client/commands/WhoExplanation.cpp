@@ -5,7 +5,7 @@
 #include "client/bus/DirectoryService.h"
 #include "client/bus/PeerServices.h"
 #include "client/commands/Report.h"
-#include "client/text/ContactNumbers.h"
+#include "platform/records/ContactNumbers.h"
 
 #include <QJsonArray>
 
@@ -13,7 +13,7 @@ namespace {
 
 QString called(const Contact &contact)
 {
-    return QStringLiteral("%1 (%2)").arg(ContactText::displayName(contact), contact.contactId);
+    return QStringLiteral("%1 (%2)").arg(contact.displayName(), contact.contactId);
 }
 
 QString reasonOf(const ContactNumber &number, const QString &canonical)
@@ -44,7 +44,7 @@ WhoExplanation::WhoExplanation(const WhoAnswer &answer, const BusSession &bus)
     , m_dialable(TelephonyService(bus).dialable(answer.number).number)
 {
     readRules(bus);
-    const bool isOnPhone = !answer.contacts.isEmpty() && !ContactText::isOfCompany(answer.contacts.first());
+    const bool isOnPhone = !answer.contacts.isEmpty() && !answer.contacts.first().isOfCompany();
     if (!isOnPhone)
         findNearMisses(bus);
 }
@@ -94,7 +94,7 @@ QList<std::pair<QString, QString>> WhoExplanation::lines() const
         {QStringLiteral("rules"), m_rules ? m_rules->toString() : m_rulesFault},
         {QStringLiteral("canonical"), QStringLiteral("%1: %2").arg(m_answer.canonical, how())}};
     for (const Contact &contact : m_answer.contacts) {
-        const QString where = ContactText::isOfCompany(contact) ? QStringLiteral("company") : QStringLiteral("phone");
+        const QString where = contact.isOfCompany() ? QStringLiteral("company") : QStringLiteral("phone");
         const QString numbers = ContactNumbers::toString(ContactNumbers::equalTo(contact, m_answer.canonical));
         lines.append({where, called(contact) + (numbers.isEmpty() ? QString() : QLatin1String(", ") + numbers)});
     }

@@ -73,7 +73,7 @@ QString recordOf(const Contact &contact)
     QStringList values;
     for (const auto &[name, value] : fields) {
         if (const auto fault = faultOf(value))
-            throw refusal(QStringLiteral("%1: %2").arg(ContactText::displayName(contact), name), *fault);
+            throw refusal(QStringLiteral("%1: %2").arg(contact.displayName(), name), *fault);
         values.append(escaped(value));
     }
     const bool isShort =
@@ -89,7 +89,7 @@ QStringList leftOutOf(const Contact &contact)
     QStringList leftOut;
     for (const auto &[name, value] : ContactText::setFields(contact)) {
         if (!carried.contains(name))
-            leftOut.append(QStringLiteral("%1: %2").arg(ContactText::displayName(contact), name));
+            leftOut.append(QStringLiteral("%1: %2").arg(contact.displayName(), name));
     }
     return leftOut;
 }
@@ -137,7 +137,7 @@ DefaultContacts DefaultContacts::ofCards(QIODevice &device, const QString &file)
         if (result.refusal)
             throw refusal(QStringLiteral("%1: card %2").arg(file, QString::number(card->number)), *result.refusal);
         if (!result.picture.isEmpty())
-            pictures.append(ContactText::displayName(result.contact) + QLatin1String(": the embedded photo"));
+            pictures.append(result.contact.displayName() + QLatin1String(": the embedded photo"));
         contacts.append(result.contact);
     }
     if (contacts.isEmpty())

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/import/ImportSource.h"
 
-#include "client/text/ContactText.h"
 #include "client/vcard/VCardReader.h"
 
 CardSource::CardSource(QIODevice &device, const QString &file, qint64 size)
@@ -22,7 +21,7 @@ std::optional<ImportCard> CardSource::next()
     const VCardReader::Result result = VCardReader::read(card->text);
     if (result.refusal)
         return ImportCard{{m_file, card->number, {}, *result.refusal}, {}, {}, {}, {}};
-    return ImportCard{{m_file, card->number, ContactText::displayName(result.contact), {}},
+    return ImportCard{{m_file, card->number, result.contact.displayName(), {}},
                       result.contact,
                       result.picture,
                       result.unreachable,

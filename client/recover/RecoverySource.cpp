@@ -5,7 +5,6 @@
 #include "client/photo/PhotoFolder.h"
 #include "client/photo/PhotoSource.h"
 #include "client/photo/PictureFile.h"
-#include "client/text/ContactText.h"
 
 #include <QFileInfo>
 
@@ -36,7 +35,7 @@ std::optional<ImportCard> RecoverySource::next()
     if (m_next == m_contacts.size())
         return std::nullopt;
     const Contact &stored = m_contacts.at(m_next++);
-    ImportCard card{{m_file, 0, ContactText::displayName(stored), {}}, stored, {}, {}, {}};
+    ImportCard card{{m_file, 0, stored.displayName(), {}}, stored, {}, {}, {}};
     const StoredPhoto photo = StoredPhoto::of(stored.photo);
     card.contact.contactId.clear(); // may be somebody else's by now
     card.contact.photo = photo.kind == StoredPhoto::Kind::Elsewhere ? QString() : photo.path;

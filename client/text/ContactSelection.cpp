@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/text/ContactSelection.h"
 
-#include "client/text/ContactNumbers.h"
-#include "client/text/ContactText.h"
+#include "platform/records/ContactNumbers.h"
 
 #include <algorithm>
 #include <array>

@@ -38,7 +38,7 @@ QString id(const Contact &contact)
 
 QString displayName(const Contact &contact)
 {
-    return ContactText::displayName(contact);
+    return contact.displayName();
 }
 
 QString type(const Contact &contact)

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "client/text/ContactText.h"
 
-#include "platform/records/ContactIds.h"
-
 #include <QJsonArray>
 
 #include <array>
@@ -23,21 +21,6 @@ constexpr std::array<TypeName, 4> namedTypes{{
 }};
 
 } // namespace
-
-QString ContactText::displayName(const ContactSummary &contact)
-{
-    const QString name = (contact.firstName + QLatin1Char(' ') + contact.name).trimmed();
-    for (const QString &candidate : {name, contact.email, contact.officePhone}) {
-        if (!candidate.isEmpty())
-            return candidate;
-    }
-    return contact.contactId;
-}
-
-bool ContactText::isOfCompany(const ContactSummary &contact)
-{
-    return contact.type == ContactType::Remote || ContactIds::isRemote(contact.contactId);
-}
 
 QString ContactText::typeName(qint32 type)
 {

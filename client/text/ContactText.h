@@ -12,12 +12,6 @@
 /// Contacts as people read them. Nothing is escaped here: the code that writes a line does that.
 namespace ContactText {
 
-/// "First Last". A contact without names is called by its address, a number or its id, in this order.
-QString displayName(const ContactSummary &contact);
-
-/// Whether the contact is of the company directory, found by a search and not kept on the phone.
-bool isOfCompany(const ContactSummary &contact);
-
 /// "local", "cached", "dm", "manager", "company", or the number of another kind.
 QString typeName(qint32 type);
 /// The kind of stored contact that a word of `typeName` or a number means. Nothing when it means no kind.
@@ -42,7 +36,7 @@ template <typename Record>
 QJsonObject ofFound(const Record &contact)
 {
     QJsonObject object = of(contact);
-    object.insert(QLatin1String("company"), ContactText::isOfCompany(contact));
+    object.insert(QLatin1String("company"), contact.isOfCompany());
     return object;
 }
 /// `choices` is an array of {"value", "label"}.

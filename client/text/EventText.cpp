@@ -15,7 +15,7 @@ QString shortText(const ContactSummary &contact)
 {
     if (contact == ContactSummary())
         return QStringLiteral("nobody");
-    return contact.contactId + QLatin1Char(' ') + ContactText::displayName(contact);
+    return contact.contactId + QLatin1Char(' ') + contact.displayName();
 }
 
 QString shortText(const QString &text)

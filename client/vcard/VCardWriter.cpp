@@ -2,7 +2,6 @@
 #include "client/vcard/VCardWriter.h"
 
 #include "client/photo/PictureFile.h"
-#include "client/text/ContactText.h"
 #include "client/vcard/AddressPlacement.h"
 #include "client/vcard/MiscPairs.h"
 #include "client/vcard/OwnProperties.h"
@@ -71,7 +70,7 @@ void VCardWriter::addPerson()
 {
     addLine("N:" + escaped(m_contact.name) + ';' + escaped(m_contact.firstName) + ";;" + escaped(m_contact.salutation) +
             ';' + escaped(misc("suffix")));
-    addLine("FN:" + escaped(ContactText::displayName(m_contact)));
+    addLine("FN:" + escaped(m_contact.displayName()));
     add("NICKNAME", {misc("nickname")});
     add("ORG", {misc("company"), misc("department")});
     add("TITLE", {misc("job")});

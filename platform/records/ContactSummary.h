@@ -27,6 +27,11 @@ struct ContactSummary
     QString email;
     qint32 type = 0; ///< ContactType
 
+    /// "First Last". A contact without names is called by its address, a number or its id, in this order.
+    QString displayName() const;
+    /// Whether the contact is of the company directory, found by a search and not kept on the phone.
+    bool isOfCompany() const;
+
     bool operator==(const ContactSummary &) const = default;
 };
 

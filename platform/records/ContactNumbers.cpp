@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "client/text/ContactNumbers.h"
+#include "platform/records/ContactNumbers.h"
 
 #include <QStringList>
 
