@@ -1,46 +1,28 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "platform/framework/ErrorReplying.h"
-#include "platform/framework/ProcessSignals.h"
+#include "platform/framework/ModuleLife.h"
 
 #include <QCoreApplication>
 
-#include <functional>
-#include <memory>
-#include <optional>
-
-class BusTransport;
-class KestinModule;
-
-/// The process of a module. It connects the module to the bus, leads it through its life and ends it in order. Messages
-/// of the Qt libraries go to the platform's log.
+/// The process of a module without a user interface.
 class KestinApplication : public QCoreApplication
 {
     Q_OBJECT
 
 public:
-    KestinApplication(int &argc, char **argv);
-    ~KestinApplication() override;
+    KestinApplication(int &argc, char **argv)
+        : QCoreApplication(argc, argv)
+    {
+    }
 
-    /// Runs the event loop with the module in it. First come a look at its name, check (deploy when check says no),
-    /// init and run. Then its bus methods get their Adaptor (ErrorReplying, a child of the module), the object is
-    /// registered, and the name is claimed last. The service manager is told that the module is ready. SIGTERM and
-    /// SIGINT end the loop, and the result is 0. A hook that fails, a bus that cannot be reached or goes away, or a
-    /// name that is taken: the log has an error line, and the result is 1.
+    /// As ModuleLife::exec.
     template <typename Adaptor, typename Module>
     int exec(Module &module)
     {
-        return lead(module, [&module] { new ErrorReplying<Adaptor>(module); });
+        return m_life.exec<Adaptor>(module);
     }
 
 private:
-    using MakeAdaptor = std::function<void()>;
-
-    int lead(KestinModule &module, const MakeAdaptor &makeAdaptor);
-    std::optional<QString> start(KestinModule &module, const MakeAdaptor &makeAdaptor);
-    void end(int exitCode);
-
-    ProcessSignals m_signals;
-    std::unique_ptr<BusTransport> m_transport;
+    ModuleLife m_life;
 };

@@ -28,8 +28,8 @@ sigset_t signalsOf(ProcessSignals::Kind kind)
 ProcessSignals::ProcessSignals(Kind kind)
 {
     // Blocked here, before any thread is started, they are blocked in every thread and come through the descriptor.
+    block(kind);
     const sigset_t set = signalsOf(kind);
-    pthread_sigmask(SIG_BLOCK, &set, nullptr);
     std::signal(SIGPIPE, SIG_IGN);
     m_descriptor = OwnedDescriptor(signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK));
     auto *notifier = new QSocketNotifier(m_descriptor.number(), QSocketNotifier::Read, this);
@@ -42,4 +42,10 @@ ProcessSignals::ProcessSignals(Kind kind)
                 Q_EMIT terminationRequested();
         }
     });
+}
+
+void ProcessSignals::block(Kind kind)
+{
+    const sigset_t set = signalsOf(kind);
+    pthread_sigmask(SIG_BLOCK, &set, nullptr);
 }

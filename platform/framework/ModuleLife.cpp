@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "platform/framework/KestinApplication.h"
+#include "platform/framework/ModuleLife.h"
 
 #include "platform/framework/BusTransport.h"
 #include "platform/framework/KestinLogger.h"
@@ -34,16 +34,16 @@ void logMessage(QtMsgType type, const QMessageLogContext &, const QString &messa
 
 } // namespace
 
-KestinApplication::KestinApplication(int &argc, char **argv)
-    : QCoreApplication(argc, argv)
+ModuleLife::ModuleLife(Loop loop)
+    : m_loop(loop)
 {
     qInstallMessageHandler(logMessage);
-    connect(&m_signals, &ProcessSignals::terminationRequested, this, [this] { end(EXIT_SUCCESS); });
+    connect(&m_signals, &ProcessSignals::terminationRequested, this, [] { QCoreApplication::exit(EXIT_SUCCESS); });
 }
 
-KestinApplication::~KestinApplication() = default;
+ModuleLife::~ModuleLife() = default;
 
-int KestinApplication::lead(KestinModule &module, const MakeAdaptor &makeAdaptor)
+int ModuleLife::lead(KestinModule &module, const MakeAdaptor &makeAdaptor)
 {
     bool published = false;
     const auto startInLoop = [this, &module, &makeAdaptor, &published] {
@@ -53,11 +53,11 @@ int KestinApplication::lead(KestinModule &module, const MakeAdaptor &makeAdaptor
             sd_notify(0, "READY=1");
         } else {
             KestinLogger::error("%1 cannot start: %2", module.getModuleName(), *reason);
-            end(EXIT_FAILURE);
+            QCoreApplication::exit(EXIT_FAILURE);
         }
     };
     QMetaObject::invokeMethod(this, startInLoop, Qt::QueuedConnection);
-    const int exitCode = QCoreApplication::exec();
+    const int exitCode = m_loop();
     sd_notify(0, "STOPPING=1");
     if (published)
         m_transport->withdraw(module);
@@ -66,15 +66,15 @@ int KestinApplication::lead(KestinModule &module, const MakeAdaptor &makeAdaptor
 }
 
 /// Why the module is not on the bus, when it is not.
-std::optional<QString> KestinApplication::start(KestinModule &module, const MakeAdaptor &makeAdaptor)
+std::optional<QString> ModuleLife::start(KestinModule &module, const MakeAdaptor &makeAdaptor)
 {
     const QDBusConnection connection = KestinBus::connect();
     if (!connection.isConnected())
         return QStringLiteral("the message bus cannot be reached: %1").arg(connection.lastError().message());
     m_transport = std::make_unique<BusTransport>(connection);
-    connect(m_transport.get(), &BusTransport::disconnected, this, [this, &module] {
+    connect(m_transport.get(), &BusTransport::disconnected, this, [&module] {
         KestinLogger::error("%1 ends: the message bus closed the connection", module.getModuleName());
-        end(EXIT_FAILURE);
+        QCoreApplication::exit(EXIT_FAILURE);
     });
     module.attach(*m_transport);
     if (m_transport->isTaken(module)) // by one that works on the same data
@@ -87,9 +87,4 @@ std::optional<QString> KestinApplication::start(KestinModule &module, const Make
         return QStringLiteral("it could not be run");
     makeAdaptor();
     return m_transport->publish(module);
-}
-
-void KestinApplication::end(int exitCode)
-{
-    exit(exitCode);
 }
