@@ -207,6 +207,18 @@ private:
     static ExitCode set(const DefaultContacts &contacts, CommandContext &context);
 };
 
+/// Tells the screen of a call, as telephony does.
+class RingCommand : public Command
+{
+public:
+    QString name() const override { return QStringLiteral("ring"); }
+    QString summary() const override { return QStringLiteral("let a call come in on the screen"); }
+    CommandHelp help() const override;
+    QList<QCommandLineOption> options() const override;
+    bool printsData() const override { return false; }
+    ExitCode run(const QCommandLineParser &arguments, CommandContext &context) override;
+};
+
 /// Prints events until it is interrupted or has seen as many as asked for.
 class WatchCommand : public Command
 {

@@ -66,6 +66,7 @@ Dispatcher::Dispatcher()
     m_commands.push_back(std::make_unique<SyncCommand>());
     m_commands.push_back(std::make_unique<RecoverCommand>());
     m_commands.push_back(std::make_unique<DefaultsCommand>());
+    m_commands.push_back(std::make_unique<RingCommand>());
     m_commands.push_back(std::make_unique<WatchCommand>());
     m_commands.push_back(std::make_unique<SettingsCommand>());
 }

@@ -70,6 +70,14 @@ inline constexpr QLatin1String readOnlyMode("READ_ONLY_MODE");
 /// The screen shows what it is told.
 inline constexpr QLatin1String presentationLoaded("presentationLoaded");
 
+// Between telephony and the presentation.
+/// A call comes in, from this number.
+inline constexpr QLatin1String incomingCall("incomingCall");
+/// It was taken, refused or given up.
+inline constexpr QLatin1String callEnded("callEnded");
+/// The user wants to call this number, which can be dialled as it is.
+inline constexpr QLatin1String callRequested("callRequested");
+
 } // namespace EventName
 
 /// The names of their arguments, by which these are read.
@@ -92,6 +100,7 @@ inline constexpr QLatin1String response("response"); ///< the status in words, f
 inline constexpr QLatin1String result("result");
 inline constexpr QLatin1String moduleName("moduleName");
 inline constexpr QLatin1String readOnly("readOnly");
+inline constexpr QLatin1String phoneNumber("phoneNumber");
 } // namespace ArgumentName
 
 /// How things stand after a packet of results: the `status` of wsNextResults. Any other value means More.

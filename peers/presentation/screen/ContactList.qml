@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick
+import QtQuick.Controls.Basic
+import Kestin.Presentation
+
+// Whom the search has found.
+ListView {
+    id: list
+
+    required property ContactListModel contacts
+    signal chosen(string contactId)
+    signal leftUpwards()
+
+    model: contacts
+    clip: true
+    reuseItems: true
+    cacheBuffer: Theme.row * 6
+    boundsBehavior: Flickable.StopAtBounds
+    highlightMoveDuration: 0
+    activeFocusOnTab: true
+    Accessible.role: Accessible.List
+    Accessible.name: qsTr("Contacts")
+    ScrollBar.vertical: ScrollBar { policy: list.contentHeight > list.height ? ScrollBar.AsNeeded : ScrollBar.AlwaysOff }
+
+    delegate: ContactRow {
+        width: ListView.view.width
+        onClicked: {
+            list.currentIndex = index;
+            list.forceActiveFocus();
+            list.chosen(contactId);
+        }
+    }
+
+    Keys.onReturnPressed: choose()
+    Keys.onEnterPressed: choose()
+    Keys.onEscapePressed: leftUpwards()
+    Keys.onUpPressed: if (currentIndex <= 0) leftUpwards(); else --currentIndex
+    Keys.onPressed: event => {
+        const page = Math.max(1, Math.floor(height / Theme.row) - 1);
+        if (event.key === Qt.Key_PageDown)
+            currentIndex = Math.min(count - 1, currentIndex + page);
+        else if (event.key === Qt.Key_PageUp)
+            currentIndex = Math.max(0, currentIndex - page);
+        else if (event.key === Qt.Key_Home)
+            currentIndex = 0;
+        else if (event.key === Qt.Key_End)
+            currentIndex = count - 1;
+        else
+            return;
+        event.accepted = true;
+    }
+
+    function choose() {
+        if (currentItem && currentItem.isLoaded)
+            chosen(currentItem.contactId);
+    }
+
+    PlainText {
+        anchors.centerIn: parent
+        visible: text !== ""
+        text: !list.contacts.isReachable ? qsTr("The directory does not answer")
+              : list.count === 0 && !list.contacts.isSearching ? qsTr("Nobody found") : ""
+        color: Theme.quiet
+        Accessible.ignored: text === ""
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+}

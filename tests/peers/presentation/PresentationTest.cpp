@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "peers/presentation/Initials.h"
+#include "peers/presentation/PopupQueue.h"
+#include "platform/records/KestinBus.h"
+#include "tests/peers/presentation/ScreenUnderTest.h"
+#include "tests/support/PhoneUnderTest.h"
+#include "tests/support/Test.h"
+
+#include <QPainter>
+
+/// The window, without a display, beside the real service and its peers.
+class PresentationTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    PhoneUnderTest m_phone;
+
+    void fill(const QStringList &people)
+    {
+        ListContact contacts;
+        for (const QString &line : people)
+            contacts.append(person(line));
+        m_phone.call("createLocalContacts", {"r", QVariant::fromValue(contacts)});
+    }
+    void showPopup(const QString &text, const QStringList &arguments = {})
+    {
+        m_phone.callModule(
+            ModuleName::presentation, "showPopup",
+            {text, 3, -1, QStringList(), QString(), arguments, QVariant::fromValue(QMap<QString, QString>())});
+    }
+    void ring(const QString &number) { m_phone.raise(EventName::incomingCall, {{"phoneNumber", number}}); }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        m_phone.startPeers();
+        m_phone.set("DirMaxContact", "500");
+        QVERIFY(m_phone.startDirectory());
+    }
+    void cleanup()
+    {
+        for (const Contact &contact : m_phone.contacts("getLocalContacts", {0, -1}))
+            m_phone.call("deleteLocalContact", {"r", contact.contactId});
+    }
+
+    void initialsAreWholeCharacters_data()
+    {
+        const Rows<QString, QString> row;
+        row("both names", "firstName=zoë|name=müller", "ZM");
+        row("one name", "name= Atelier", "A");
+        row("no name", "email=x@example.org", "X");
+        row("combined", "name=e\u0301clair", "E\u0301");
+        row("beyond the first plane", "firstName=\U0001F469\u200D\U0001F680|name=\U00020BB7野",
+            "\U0001F469\u200D\U0001F680\U00020BB7");
+    }
+    void initialsAreWholeCharacters()
+    {
+        const auto [contact, expected] = currentRow<QString, QString>();
+        QCOMPARE(initialsOf(person(contact)), expected);
+    }
+
+    void theListHasEverybodyPageByPage()
+    {
+        QStringList people;
+        for (int i = 0; i < 410; ++i)
+            people << QString("latinName=P%1|name=P%1|firstName=Al|officePhone=01990010%1").arg(i, 3, 10, QChar('0'));
+        fill(people);
+        ScreenUnderTest screen;
+        QVERIFY(screen.shows("410 phone"));
+        QVERIFY(screen.shown().contains("Al P000, 01990010000\nAl P001"));
+        // Further than what is kept, and back; then what was kept is gone as another search was made.
+        QVERIFY(screen.doesAll({"key Down", "key End", "wait Al P409", "key Home", "wait Al P000", "settle"}));
+        m_phone.call("startSearchContactByName", {"somebody", "P1", 5, true});
+        QTRY_VERIFY(m_phone.ended.contains("somebody"));
+        QVERIFY(screen.doesAll({"key End", "wait Al P409", "key PgUp", "key PgUp", "wait Al P403"}));
+        // Those who come, change and go do so on the screen.
+        m_phone.create(person("name=A first|officePhone=1"));
+        QVERIFY(screen.doesAll({"wait 411 phone", "key Home", "wait A first, 1"}));
+        Contact first = m_phone.contacts("getLocalContacts", {"1"}).value(0);
+        first.name = "A renamed";
+        first.misc.insert("company", "Example & Co");
+        m_phone.call("modifyLocalContact", {"r", QVariant::fromValue(first)});
+        QVERIFY(screen.shows("A renamed, Example & Co, 1"));
+        m_phone.call("deleteLocalContact", {"r", first.contactId});
+        QVERIFY(screen.doesAll({"wait 410 phone", "wait Al P000"}));
+        QVERIFY(!screen.shown().contains("A renamed"));
+    }
+
+    void aSearchFillsAsOneTypes()
+    {
+        for (const char *line : {"name=Marchbanks|firstName=Silas", "name=Mopp", "name=Q"})
+            m_phone.create(person(line));
+        m_phone.company.setArguments({"--ldif", KESTIN_SAMPLES "/company.ldif", "--delay", "1500"});
+        QVERIFY(m_phone.company.startAndWaitForName(ModuleName::webServiceManager, m_phone.client));
+        ScreenUnderTest screen;
+        QVERIFY(screen.doesAll({"settle", "type m", "wait Mopp", "type ar", "wait Searching"}));
+        QVERIFY(screen.shows("Silas Marchbanks")); // while the company is asked
+        QVERIFY2(screen.play("print").contains("Searching"), "the company was faster than 1.5 s");
+        QVERIFY(screen.shows("1 phone, 1 company"));
+        QString shown = screen.shown();
+        QVERIFY2(shown.contains("Silas Marchbanks\nMarijke Coöperman, Company directory"), qPrintable(shown));
+        QVERIFY(!shown.contains("Searching"));
+        QVERIFY(screen.doesAll({"key Down", "key Down", "key Return", "wait Call Office"}));
+        QVERIFY2(screen.shown().contains("Receptionist"), qPrintable(screen.shown()));
+        QVERIFY(screen.doesAll(
+            {"key Escape", "key Up", "key Up", "type zzz", "wait Nobody found", "key Escape", "wait 3 phone"}));
+        m_phone.company.terminate();
+    }
+
+    void aCardShowsWhatCanBeCalled()
+    {
+        m_phone.create(person("name=Ada|firstName=B|officePhone=+33 1 99 00 00 "
+                              "01|personalMobile=4711|email=b@example.org|misc.job=Sailor"));
+        ScreenUnderTest screen;
+        QVERIFY(screen.doesAll({"wait B Ada", "key Down", "key Return", "wait Call Office +33199000001"}));
+        const QString shown = screen.shown();
+        for (const char *line : {"\nSailor\n", "\nCall Mobile 4711\n", "\nE-mail b@example.org"})
+            QVERIFY2(shown.contains(line), qPrintable(shown));
+        m_phone.events.clear();
+        QVERIFY(screen.doesAll({"key Down", "key Return"}));
+        QTRY_VERIFY(m_phone.events.contains(EventName::callRequested));
+        // The star is the one button before the lines.
+        QVERIFY(screen.doesAll({"key Backtab", "key Space", "wait Take off the preview keys"}));
+        QCOMPARE(m_phone.contacts("getAllContactsInPreview", {0, -1}).size(), 1);
+        m_phone.call("deleteLocalContact", {"r", m_phone.contacts("getLocalContacts", {"4711"}).value(0).contactId});
+        QVERIFY(screen.shows("Nobody found"));
+    }
+
+    void aCallerIsShown_data()
+    {
+        const Rows<QString, QString> row;
+        row("known", "0 01 99 00 77 00", "Incoming call: Zoë Müller, 0 01 99 00 77 00 · Example & Co");
+        row("nobody", "+49 30 2312 5999", "Incoming call: +49 30 2312 5999, Incoming call");
+        row("no number", "who?", "Incoming call: who?, Incoming call");
+        row("withheld", "", "Incoming call: Withheld number, Incoming call");
+        row("withheld by name", "anonymous", "Incoming call: Withheld number, Incoming call");
+        row("of the company", "+33199007147",
+            "Incoming call: Marijke Coöperman, +33199007147 · Atelier Brumaire · Company directory");
+    }
+    void aCallerIsShown()
+    {
+        const auto [number, banner] = currentRow<QString, QString>();
+        m_phone.create(person("name=Müller|firstName=Zoë|officePhone=0199007700|misc.company=Example & Co"));
+        m_phone.company.setArguments({"--ldif", KESTIN_SAMPLES "/company.ldif"});
+        QVERIFY(m_phone.company.startAndWaitForName(ModuleName::webServiceManager, m_phone.client));
+        ScreenUnderTest screen;
+        QVERIFY(screen.shows("Zoë Müller"));
+        ring("+33 9");
+        ring(number);
+        QVERIFY(screen.shows(banner));
+        m_phone.raise(EventName::callEnded, {});
+        QVERIFY(screen.doesAll({"type mü", "wait 1 phone"})); // the list is there as before
+        QVERIFY(!screen.shown().contains("Incoming call"));
+        m_phone.company.terminate();
+    }
+
+    void popupsComeOneAfterTheOther()
+    {
+        ScreenUnderTest screen({"--language", "de"});
+        QVERIFY(screen.does("settle"));
+        QCOMPARE(m_phone.create(person("name=X|officePhone=anonymous")), -1);
+        QVERIFY(screen.shows("Ein anonymer Kontakt kann nicht angelegt werden."));
+        showPopup("<b>%1</b> &amp; %2", {"50 %2", "x"});
+        showPopup("");
+        QVERIFY(screen.doesAll({"wait Weiter (noch 1)", "key Return", "wait <b>50 %2</b> &amp; x", "key Escape"}));
+        QVERIFY(!screen.shown().contains("&amp;"));
+
+        PopupQueue popups;
+        for (int i = 0; i < PopupQueue::most + 5; ++i)
+            popups.add(QString::number(i), 1);
+        QCOMPARE(popups.waiting(), PopupQueue::most - 1);
+        QTRY_COMPARE(popups.text(), "1"); // the first is over
+    }
+
+    void photosAreShown()
+    {
+        QImage red(300, 200, QImage::Format_RGB32);
+        red.fill(QColor(250, 0, 0));
+        const QString path = m_phone.data.filePath("a b%20#?.png");
+        QVERIFY(red.save(path));
+        m_phone.create(person("name=Ada|photo=" + path));
+        m_phone.create(person("name=Bea|photo=" + writeFile(m_phone.data.filePath("none.png"), "no picture")));
+        ScreenUnderTest screen;
+        QVERIFY(screen.doesAll({"wait Bea", "settle"}));
+        const QImage picture = screen.picture();
+        QCOMPARE(picture.size(), QSize(480, 272));
+        QCOMPARE(picture.pixelColor(25, 46 + 23), QColor(250, 0, 0));
+        QVERIFY(picture.pixelColor(9, 46 + 7) != QColor(250, 0, 0));              // outside of the circle
+        QVERIFY(picture.pixelColor(15, 92 + 23) != picture.pixelColor(200, 270)); // initials
+    }
+
+    void peersThatGoAndComeAreLivedWith()
+    {
+        m_phone.create(person("name=Ada"));
+        ScreenUnderTest screen;
+        QVERIFY(screen.shows("Ada"));
+        m_phone.directory.kill();
+        QVERIFY(screen.doesAll({"type b", "wait The directory does not answer"}));
+        QVERIFY(m_phone.startDirectory());
+        QVERIFY(screen.doesAll({"wait Nobody found", "key Escape", "wait Ada"}));
+    }
+
+    void whatMakesNoSenseIsRefused_data()
+    {
+        const Rows<QStringList, QByteArray> row;
+        row("size", {"--size", "479x272"}, "--size takes 480x272 or more, not 479x272");
+        row("language", {"--language", "xx-yy"}, "no language is called xx-yy");
+        row("colours", {"--dark"}, "--dark and --light exclude each other");
+        row("arguments", {"x"}, "there are no arguments but the options");
+    }
+    void whatMakesNoSenseIsRefused()
+    {
+        const auto [options, reason] = currentRow<QStringList, QByteArray>();
+        Program program("kestin-presentation", QStringList{"--light"} + options);
+        QCOMPARE(program.run(), 1);
+        QVERIFY2(program.errorOutput().contains(reason), qPrintable(program.errorOutput()));
+    }
+};
+
+QTEST_GUILESS_MAIN(PresentationTest)
+#include "PresentationTest.moc"
