@@ -9,6 +9,7 @@
 #include "bench/PhotoRun.h"
 #include "bench/RemoteRun.h"
 #include "bench/Rounds.h"
+#include "bench/ScreenRun.h"
 #include "bench/SearchRun.h"
 #include "bench/ServiceProcess.h"
 #include "bench/Stand.h"
@@ -89,6 +90,13 @@ void Bench::measureCalls(Stand &stand, int size)
     if (m_options.wants(QStringLiteral("searches"))) {
         begin(size, "searches");
         SearchRun(stand, size).measure(m_options.searches, m_table, m_progress);
+    }
+    if (m_options.wants(QStringLiteral("screen"))) {
+        begin(size, "screen");
+        if (ScreenRun::isPossible())
+            ScreenRun(stand, size).measure(m_options.searches, m_table, m_progress);
+        else
+            std::fputs("kestin-bench: there is no kestin-presentation, so no screen is measured\n", stderr);
     }
 }
 

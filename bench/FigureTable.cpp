@@ -108,6 +108,12 @@ const std::vector<FigureTitle> FigureTable::titles{
     {Figure::LargePhoto, "largePhoto", "resize of a JPEG of 4000 x 3000", "ms", 1, "", 0, 0},
     {Figure::StartWithPhotos, "startWithPhotos", "start with 100 photos to resize", "ms", 1, "", 0, 0},
     {Figure::StartAfterPhotos, "startAfterPhotos", "the start after that", "ms", 1, "", 0, 0},
+    {Figure::ScreenCaller, "screenCaller", "from a call to its banner on the screen", "ms", 1, "at most 100", 100,
+     10000},
+    {Figure::ScreenFirstResults, "screenFirstResults", "from first results to the frame that shows them", "ms", 1,
+     "at most 16.7", 16.7, 0},
+    {Figure::ScreenScrolling, "screenScrolling", "scrolling, the slowest frame", "ms", 1, "at most 16.7", 16.7, 0},
+    {Figure::ScreenResident, "screenResident", "resident memory of the window", "MB", 1, "", 0, 0},
 };
 
 bool FigureTable::isWithinBound(const FigureTitle &title, int size, const Value &value)

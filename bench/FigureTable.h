@@ -87,6 +87,10 @@ enum class Figure {
     LargePhoto,
     StartWithPhotos,
     StartAfterPhotos,
+    ScreenCaller,
+    ScreenFirstResults,
+    ScreenScrolling,
+    ScreenResident,
 };
 
 /// What the table says of a figure beside its values.

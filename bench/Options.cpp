@@ -28,6 +28,8 @@ of them. Groups of figures (--only):
   photos    the resizing of a large photo, and a start with 100 photos to resize
   sync      exports and imports of the whole store, in stores of up to 10000; beside them the same rows in bare
             SQLite and the XML; look-ups meanwhile; vCards with kestin-dir
+  screen    the phone book in a window without a display, when kestin-presentation is there: from a call to its
+            banner, from first results to the frame that shows them, the slowest frame while scrolling
   remote    searches by name in a company directory of 1, 10 and 100 packets of 20, when kestin-wsmanager is there
 The contacts created per second and the memory are always measured.
 
@@ -75,7 +77,7 @@ QStringList groupsOf(const QString &text, const QStringList &known)
 
 Options Options::fromCommandLine()
 {
-    const QString allGroups = QStringLiteral("creates,starts,lookups,searches,photos,sync,flash,remote");
+    const QString allGroups = QStringLiteral("creates,starts,lookups,searches,photos,sync,flash,screen,remote");
     QCommandLineParser parser;
     parser.setApplicationDescription(QString::fromUtf8(description));
     parser.addHelpOption();

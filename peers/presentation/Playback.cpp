@@ -76,9 +76,10 @@ Playback::Playback(Presentation &phone, Screen &screen)
         notifier->setEnabled(!m_isAtEnd);
         playNext();
     });
-    constexpr int lookEveryMs = 20;
-    m_look.setInterval(lookEveryMs);
-    connect(&m_look, &QTimer::timeout, this, &Playback::look);
+    connect(m_screen.window(), &QQuickWindow::frameSwapped, this, &Playback::look);
+    constexpr int frameEveryMs = 20;
+    m_frames.setInterval(frameEveryMs);
+    connect(&m_frames, &QTimer::timeout, m_screen.window(), &QQuickWindow::update);
 }
 
 void Playback::read()
@@ -114,7 +115,9 @@ void Playback::play(const QString &command, const QString &argument)
     } else if (command == QLatin1String("wait")) {
         await([this, argument] { return lines().join(QLatin1Char('\n')).contains(argument); });
     } else if (command == QLatin1String("settle")) {
-        await([this] { return isSettled(); });
+        await([this] { return isSettled(); }, 2); // between two calls there may be a frame
+    } else if (command == QLatin1String("frame")) {
+        await([] { return true; });
     } else if (command == QLatin1String("save")) {
         answer(m_screen.window()->grabWindow().save(argument)
                    ? QString()
@@ -157,26 +160,29 @@ void Playback::type(const QString &text)
     answer();
 }
 
-void Playback::await(const Condition &condition)
+void Playback::await(const Condition &condition, int frames)
 {
     m_condition = condition;
-    m_looks = 0;
-    m_held = 0;
-    m_look.start();
+    m_framesLeft = m_framesWanted = frames;
+    m_since.start();
+    m_frames.start();
+    m_screen.window()->update();
 }
 
-/// A condition that holds only between two frames does not count.
+/// A frame is on the screen.
 void Playback::look()
 {
-    ++m_looks;
-    m_held = m_condition() ? m_held + 1 : 0;
-    const bool isOver = m_looks * m_look.interval() > limitMs;
-    if (m_held < 2 && !isOver)
+    if (!m_condition)
         return;
-    m_look.stop();
+    m_framesLeft = m_condition() ? m_framesLeft - 1 : m_framesWanted;
+    const bool isOver = m_since.hasExpired(limitMs);
+    if (m_framesLeft > 0 && !isOver)
+        return;
+    m_frames.stop();
     m_condition = {};
-    answer(m_held >= 2 ? QString() : QStringLiteral("not within %1 s").arg(limitMs / 1000));
-    playNext();
+    answer(isOver ? QStringLiteral("not within %1 s").arg(limitMs / 1000) : QString());
+    // Not from inside of the frame.
+    QMetaObject::invokeMethod(this, &Playback::playNext, Qt::QueuedConnection);
 }
 
 QStringList Playback::lines() const

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QElapsedTimer>
 #include <QObject>
 #include <QStringList>
 #include <QTimer>
@@ -17,6 +18,7 @@ class Screen;
 ///   key NAME      "Return", "Down", "Escape", "Ctrl+A" …
 ///   print         all that is shown, a line each
 ///   wait TEXT     until one of these lines contains the text
+///   frame         until the next frame is on the screen
 ///   settle        until nothing is asked, searched or loaded any more
 ///   save FILE     a picture of the window
 /// The process ends with the input.
@@ -41,7 +43,8 @@ private:
     void play(const QString &command, const QString &argument);
     void press(const QString &name);
     void type(const QString &text);
-    void await(const Condition &condition);
+    /// Answers when the condition holds in so many frames that follow each other.
+    void await(const Condition &condition, int frames = 1);
     void look();
     void answer(const QString &problem = {});
 
@@ -50,7 +53,8 @@ private:
     QByteArray m_input;
     bool m_isAtEnd = false;
     Condition m_condition; ///< what is waited for
-    int m_looks = 0;
-    int m_held = 0; ///< for how many looks
-    QTimer m_look;
+    int m_framesWanted = 0;
+    int m_framesLeft = 0;
+    QElapsedTimer m_since;
+    QTimer m_frames; ///< so that there are frames
 };

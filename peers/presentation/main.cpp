@@ -38,6 +38,7 @@ with "done" or "failed: " and why:
   key NAME     Return, Down, Escape, Tab, Ctrl+A ...
   print        tells what is shown, a line each, as a screen reader would
   wait TEXT    until one of these lines contains the text, 20 s at most
+  frame        until the next frame is on the screen
   settle       until nothing is asked, searched or loaded, 20 s at most
   save FILE    writes a picture of the window
 
