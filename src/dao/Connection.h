@@ -32,6 +32,8 @@ public:
     /// roll-back of writes, or when the tables were made anew. What counts rows in memory counts again then.
     quint64 epoch() const { return m_epoch; }
     void beginEpoch() { ++m_epoch; }
+    /// Rows that the statements of this connection have changed so far, also those that were rolled back.
+    int changes() const;
 
     /// A number that the file keeps for its user, 0 in a new file. Nothing when it cannot be read (logged).
     std::optional<int> userVersion();
@@ -74,8 +76,6 @@ private:
     };
 
     bool hasGivenUp() const;
-    int changes() const;
-
     QSqlDatabase m_handle;
     sqlite3 *m_database;
     TransactionStatements m_transaction;

@@ -40,6 +40,10 @@ ContactStatements::ContactStatements(Connection &connection)
     , typeById(connection, QStringLiteral("SELECT type FROM CONTACT WHERE contactId=:contactId LIMIT 1"))
     , all(connection, selectText + QLatin1String(" ORDER BY contactId"))
     , page(connection, selectText + QLatin1String(" ORDER BY contactId limit :startInd , :length"))
+    , pageFrom(connection,
+               selectText + QLatin1String(" WHERE contactId>=:contactId ORDER BY contactId limit :startInd , :length"))
+    , countId(connection, QStringLiteral("SELECT COUNT(*) FROM CONTACT WHERE contactId=:contactId"))
+    , dataVersion(connection, QStringLiteral("PRAGMA data_version"))
     , byNumber(connection, selectText + QLatin1String(" WHERE officePhoneCan=:officePhoneCan OR faxCan=:faxCan OR "
                                                       "personalHomeCan=:personalHomeCan OR "
                                                       "personalMobileCan=:personalMobileCan OR "

@@ -30,6 +30,9 @@ struct ContactStatements
     Statement typeById;
     Statement all;
     Statement page;
+    Statement pageFrom;
+    Statement countId;
+    Statement dataVersion;
     Statement byNumber;
     Statement byIMAddress;
     Statement byEmail;

@@ -256,8 +256,32 @@ std::optional<ListContact> DaoContact::getAllContact()
 std::optional<ListContact> DaoContact::getAllContact(int start, int length)
 {
     KestinLogger::debug("DaoContact::getAllContact : start:%1 / length:%2", start, length);
-    Statement::Use use = m_statements.page.use(start, length);
-    return readContacts(use);
+    if (start < PageStarts::far) {
+        Statement::Use use = m_statements.page.use(start, length);
+        return readContacts(use);
+    }
+    PageStarts &starts = pageStarts();
+    const auto [place, id] = starts.before(start);
+    Statement::Use use =
+        id.isEmpty() ? m_statements.page.use(start, length) : m_statements.pageFrom.use(id, start - place, length);
+    std::optional<ListContact> contacts = readContacts(use);
+    if (contacts && !contacts->isEmpty() && place < start) {
+        Statement::Use count = m_statements.countId.use(contacts->first().contactId);
+        if (readNumber(count) == 1)
+            starts.note(start, contacts->first().contactId);
+    }
+    return contacts;
+}
+
+PageStarts &DaoContact::pageStarts()
+{
+    Statement::Use use = m_statements.dataVersion.use();
+    const std::optional<int> ofOthers = readNumber(use);
+    const std::tuple version(m_connection.epoch(), m_connection.changes(), ofOthers.value_or(0));
+    if (!ofOthers || version != m_pageStartsVersion)
+        m_pageStarts.clear();
+    m_pageStartsVersion = version;
+    return m_pageStarts;
 }
 
 std::optional<ListContact> DaoContact::getAllContactInPreview(int start, int length)

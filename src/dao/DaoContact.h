@@ -5,11 +5,13 @@
 #include "src/dao/ContactStatements.h"
 #include "src/dao/ContactWalk.h"
 #include "src/dao/DaoMisc.h"
+#include "src/dao/PageStarts.h"
 
 #include <QSet>
 #include <QStringList>
 
 #include <optional>
+#include <tuple>
 
 class Connection;
 
@@ -149,10 +151,15 @@ private:
         return contacts;
     }
 
+    /// The known starts of pages that are good for the store as it is now.
+    PageStarts &pageStarts();
+
     Connection &m_connection;
     /// Rows of CONTACT, counted once and kept: a count reads them all, and each creation asks for it.
     std::optional<int> m_count;
     quint64 m_countEpoch = 0;
+    PageStarts m_pageStarts;
+    std::tuple<quint64, int, int> m_pageStartsVersion; ///< epoch, changes by this connection, and by others
     ContactStatements m_statements;
     DaoMisc m_misc;
 };

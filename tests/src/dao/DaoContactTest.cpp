@@ -199,6 +199,43 @@ private Q_SLOTS:
         QCOMPARE(idsOf(store.dao->getAllContact()), u"a,b,c,d"_s);
     }
 
+    void pagesFarBehindAreAsTheStoreIs()
+    {
+        TemporaryStore store;
+        const auto fill = [&store](int first, int last) {
+            Transaction transaction(store.database.connection());
+            for (int i = first; i < last; ++i)
+                store.add(u"c%1"_s.arg(i, 4, 10, QChar(u'0')));
+            QVERIFY(transaction.commit());
+        };
+        const auto page = [&store](int start) { return idsOf(store.dao->getAllContact(start, 2)); };
+        fill(0, 600);
+        for (int round = 0; round < 2; ++round) { // found, and entered where it was found
+            QCOMPARE(page(400) + page(599) + page(402) + page(600), u"c0400,c0401c0599c0402,c0403"_s);
+            QCOMPARE(store.dao->getAllContact(500, -1)->size(), 100);
+        }
+        QVERIFY(store.dao->deleteContact(u"c0010"_s));
+        QCOMPARE(page(400), u"c0401,c0402"_s);
+        {
+            const Transaction undone(store.database.connection());
+            fill(1000, 1001);
+            QVERIFY(store.dao->deleteContact(u"c0011"_s));
+            QCOMPARE(page(400), u"c0402,c0403"_s);
+        }
+        QCOMPARE(page(400), u"c0401,c0402"_s);
+        {
+            QSqlDatabase other = QSqlDatabase::cloneDatabase(store.database.connection().handle(), u"other"_s);
+            QVERIFY(other.open());
+            QSqlQuery query(other);
+            QVERIFY(query.exec(u"DELETE FROM Contact WHERE contactId='c0000'"_s));
+            QVERIFY(query.exec(u"UPDATE Contact SET contactId='c0500' WHERE contactId BETWEEN 'c0490' AND 'c0501'"_s));
+        }
+        QSqlDatabase::removeDatabase(u"other"_s);
+        QCOMPARE(page(400), u"c0402,c0403"_s);
+        QCOMPARE(page(492), u"c0500,c0500"_s);
+        QCOMPARE(page(500), u"c0502,c0503"_s); // of rows with one id none is left out
+    }
+
     void contactsAreLookedUp()
     {
         TemporaryStore store;
