@@ -47,7 +47,7 @@ ScreenRun::ScreenRun(const Stand &stand, int size)
     m_screen.setStandardErrorFile(stand.folder() + QLatin1String("/kestin-presentation.log"));
     m_screen.start(QCoreApplication::applicationDirPath() + QLatin1Char('/') + program,
                    {QStringLiteral("--play"), QStringLiteral("--language"), QStringLiteral("en")});
-    nanosecondsOf(QStringLiteral("wait %1 phone").arg(size));
+    nanosecondsOf(QStringLiteral("wait Phone: %1").arg(size));
     nanosecondsOf(QStringLiteral("settle"));
 }
 
@@ -130,7 +130,7 @@ void ScreenRun::measureFirstResults(int times, FigureTable &table, Progress &pro
             nanosecondsOf(QStringLiteral("settle"));
             found = m_results;
         }
-        nanosecondsOf(QStringLiteral("wait %1 phone").arg(found));
+        nanosecondsOf(QStringLiteral("wait Phone: %1").arg(found));
         const qint64 shown = m_clock.nsecsElapsed();
         if (i >= warmUp)
             samples.add(std::max<qint64>(0, shown - m_told));

@@ -6,6 +6,17 @@
 #include "platform/records/KestinBus.h"
 #include "platform/records/PlatformEvents.h"
 
+namespace {
+
+/// An empty number is a number here.
+QString numberOf(const QStringList &positional)
+{
+    return positional == QStringList(QString()) ? QString()
+                                                : CommandArguments::one(positional, QStringLiteral("NUMBER"));
+}
+
+} // namespace
+
 CommandHelp RingCommand::help() const
 {
     return {
@@ -27,8 +38,7 @@ ExitCode RingCommand::run(const QCommandLineParser &arguments, CommandContext &c
     if (isEnd)
         CommandArguments::none(arguments.positionalArguments());
     else
-        event = {{ArgumentName::phoneNumber,
-                  CommandArguments::one(arguments.positionalArguments(), QStringLiteral("NUMBER"))}};
+        event = {{ArgumentName::phoneNumber, numberOf(arguments.positionalArguments())}};
     if (!context.bus.isRunning(ModuleName::presentation))
         throw CommandFailure(
             ExitCode::NoService,

@@ -24,12 +24,12 @@ class ContactCard : public QObject
     Q_PROPERTY(QString job READ job NOTIFY changed)
     Q_PROPERTY(QUrl photo READ photo NOTIFY changed)
     Q_PROPERTY(bool isOfCompany READ isOfCompany NOTIFY changed)
-    Q_PROPERTY(bool isPreviewed READ isPreviewed NOTIFY changed)
+    Q_PROPERTY(bool isPreviewed READ isPreviewed NOTIFY previewChanged)
     Q_PROPERTY(QVariantList numbers READ numbers NOTIFY changed)
     Q_PROPERTY(QVariantList addresses READ addresses NOTIFY changed)
 
 public:
-    ContactCard(ModuleCalls &calls, const DirectorySearch &search);
+    ContactCard(ModuleCalls &calls, DirectorySearch &search);
 
     Q_INVOKABLE void open(const QString &contactId);
     Q_INVOKABLE void close();
@@ -40,16 +40,16 @@ public:
 
     bool isOpen() const { return m_contact.has_value(); }
     const Contact &contact() const;
-    QString displayName() const { return contact().displayName(); }
+    QString displayName() const;
     QString initials() const;
-    QString company() const { return contact().misc.value(QStringLiteral("company")); }
-    QString job() const { return contact().misc.value(QStringLiteral("job")); }
+    QString company() const;
+    QString job() const;
     QUrl photo() const;
     bool isOfCompany() const { return contact().isOfCompany(); }
     bool isPreviewed() const { return contact().isPreviewed; }
-    /// Each {"kind", "value"}: "office", "mobile", "home", "fax", "extension".
+    /// What can be called, each {"kind", "value"}: "office", "mobile", "home", "extension".
     QVariantList numbers() const;
-    /// Each {"kind", "value"}: "email", "personalEmail", "im".
+    /// The rest, each {"kind", "value"}: "fax", "email", "personalEmail", "im".
     QVariantList addresses() const;
 
     /// How changes of the stored contacts come in.
@@ -60,16 +60,26 @@ public:
 
 Q_SIGNALS:
     void changed();
+    void previewChanged();
     void callRequested(const QString &number);
-    /// The contact cannot be shown, or the preview list not changed; `code` is what the directory answered.
+    /// The contact that is to be shown is not there any more.
     void missing();
-    void refused(int code);
+    /// The directory does not answer.
+    void unreachable();
+    /// The preview list is not changed.
+    void refused();
 
 private:
-    void show(const std::optional<Contact> &contact);
+    enum class Place { Phone, Results };
+    void read(Place place);
+    void take(Place place, const std::optional<ListContact> &contacts);
+    void takeNobody(Place place);
+    void show(const Contact &contact);
 
     ModuleCalls &m_calls;
-    const DirectorySearch &m_search;
-    QString m_wanted; ///< the id that is shown or on its way; empty: none
+    DirectorySearch &m_search;
+    QString m_wanted;            ///< the id that is shown or on its way; empty: none
+    bool m_awaitsSearch = false; ///< whose results were gone
+    bool m_isSearchedAgain = false;
     std::optional<Contact> m_contact;
 };

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "peers/presentation/ContactListModel.h"
 
-#include "peers/presentation/Initials.h"
+#include "peers/presentation/ShownText.h"
+
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -9,7 +11,11 @@ ContactListModel::ContactListModel(ModuleCalls &calls, DirectorySearch &search)
     : m_search(search)
     , m_details(calls)
 {
-    connect(&m_search, &DirectorySearch::found, this, &ContactListModel::showFirst);
+    connect(&m_search, &DirectorySearch::began, this, [this] {
+        m_run = {};
+        Q_EMIT stateChanged();
+    });
+    connect(&m_search, &DirectorySearch::found, this, &ContactListModel::takeFound);
     connect(&m_search, &DirectorySearch::completed, this, &ContactListModel::complete);
     connect(&m_search, &DirectorySearch::page, this, &ContactListModel::takePage);
     connect(&m_search, &DirectorySearch::failed, this, &ContactListModel::fail);
@@ -17,7 +23,16 @@ ContactListModel::ContactListModel(ModuleCalls &calls, DirectorySearch &search)
     m_refresh.setSingleShot(true);
     m_refresh.setInterval(200ms);
     connect(&m_refresh, &QTimer::timeout, this, [this] {
-        m_search.again();
+        if (m_search.isRunning())
+            m_isStale = true; // or changes that go on would let no search complete
+        else
+            m_search.againInTurn();
+    });
+    m_nobodyYet.setSingleShot(true);
+    m_nobodyYet.setInterval(150ms); // nothing is told of a phone that has nobody
+    connect(&m_nobodyYet, &QTimer::timeout, this, [this] {
+        m_count = m_phoneCount = 0;
+        showAnew({});
         Q_EMIT stateChanged();
     });
 }
@@ -36,40 +51,42 @@ QHash<int, QByteArray> ContactListModel::roleNames() const
 
 QVariant ContactListModel::data(const QModelIndex &index, int role) const
 {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
     const ContactSummary *summary = summaryOf(index.row());
     if (role == IsLoaded)
         return summary != nullptr;
-    if (!summary)
-        return role == IsOfCompany ? QVariant(false) : role == Photo ? QVariant(QUrl()) : QVariant(QString());
+    const ContactSummary contact = summary ? *summary : ContactSummary();
+    const bool hasDetails = summary && !contact.isOfCompany();
     switch (role) {
     case ContactId:
-        return summary->contactId;
+        return contact.contactId;
     case DisplayName:
-        return summary->displayName();
+        return oneLine(contact.displayName());
     case Initials:
-        return initialsOf(*summary);
+        return initialsOf(contact);
     case Number:
-        return summary->officePhone;
+        return oneLine(contact.officePhone);
     case IsOfCompany:
-        return summary->isOfCompany();
+        return contact.isOfCompany();
     case Company:
-        return summary->isOfCompany() ? QString() : m_details.of(summary->contactId).company;
+        return hasDetails ? oneLine(m_details.of(contact.contactId).company) : QString();
     case Photo:
-        return summary->isOfCompany() ? QUrl() : m_details.of(summary->contactId).photo;
+        return hasDetails ? m_details.of(contact.contactId).photo : QUrl();
     }
     return {};
 }
 
 void ContactListModel::setSearchText(const QString &text)
 {
-    if (text == m_text && m_search.isRunning())
-        return;
     m_text = text;
     m_isNew = true;
+    m_isShown = false;
+    m_isStale = false;
     m_refresh.stop();
+    m_nobodyYet.start();
     m_search.start(text);
     Q_EMIT searchTextChanged();
-    Q_EMIT stateChanged();
 }
 
 void ContactListModel::refresh()
@@ -78,52 +95,48 @@ void ContactListModel::refresh()
         m_refresh.start();
 }
 
-void ContactListModel::forgetDetails(const ListContact &contacts)
+void ContactListModel::forgetDetails(const QStringList &contactIds)
 {
-    for (const Contact &contact : contacts)
-        m_details.forget(contact.contactId);
+    for (const QString &id : contactIds)
+        m_details.forget(id);
 }
 
-void ContactListModel::showFirst(int count, const ListContactSummary &contacts)
+void ContactListModel::takeFound(int count, const ListContactSummary &contacts)
 {
     m_isReachable = true;
-    const bool isOfPhone = !contacts.isEmpty() && !contacts.first().isOfCompany();
-    if (!m_isNew && isOfPhone) { // the same text again: what is shown stays until all is known
-        m_first = contacts;
-        m_phoneCount = count;
-        return;
-    }
-    if (m_isNew) {
-        beginResetModel();
-        m_pages.clear();
-        m_wanted.clear();
-        m_first = contacts;
-        m_shown = int(contacts.size());
-        endResetModel();
-        m_isNew = false;
-        m_phoneCount = isOfPhone ? count : 0;
-    } else { // a packet of the company
-        m_first += contacts;
-        if (m_search.isRunning() && m_shown < m_first.size()) {
-            beginInsertRows({}, m_shown, int(m_first.size()) - 1);
-            m_shown = int(m_first.size());
-            endInsertRows();
+    count = std::max(count, 0);
+    // What the phone has is told alone and first.
+    if (!contacts.isEmpty() && contacts.first().type != ContactType::Remote)
+        m_run.phoneCount = count;
+    m_run.first += contacts.mid(0, DirectorySearch::told - m_run.first.size());
+    if (m_isNew) { // when the same is searched again, what is shown stays until all is known
+        m_count = count;
+        m_phoneCount = m_run.phoneCount;
+        if (m_isShown) {
+            m_first = m_run.first;
+            setShown(int(m_first.size()));
+        } else {
+            showAnew(m_run.first);
         }
     }
-    m_count = count;
     Q_EMIT stateChanged();
 }
 
 void ContactListModel::complete(int count)
 {
     m_isReachable = true;
-    if (m_isNew)
-        showFirst(0, {});
-    m_wanted.clear();
+    count = std::max(count, 0);
+    if (m_isNew && !m_isShown)
+        showAnew({});
+    m_isNew = false;
+    m_first = m_run.first;
     m_count = count;
-    m_phoneCount = std::min(m_phoneCount, count);
-    setCount(count);
+    m_phoneCount = std::min(m_run.phoneCount, count);
+    m_wanted.clear();
+    setShown(count);
     tellRows(0, m_shown - 1);
+    if (std::exchange(m_isStale, false))
+        m_refresh.start();
     Q_EMIT stateChanged();
 }
 
@@ -131,7 +144,11 @@ void ContactListModel::takePage(int start, const ListContactSummary &contacts)
 {
     const int page = start / pageSize;
     m_wanted.remove(page);
-    m_pages.insert(page, new Page{m_search.id(), contacts});
+    m_pages.insert(page, {m_search.id(), contacts});
+    m_used.removeOne(page);
+    m_used.append(page);
+    if (m_used.size() > pagesKept)
+        m_pages.remove(m_used.takeFirst());
     tellRows(start, std::min(start + int(contacts.size()), m_shown) - 1);
 }
 
@@ -139,18 +156,36 @@ void ContactListModel::fail()
 {
     m_isReachable = false;
     m_wanted.clear();
+    if (m_isNew && !m_isShown) {
+        m_count = m_phoneCount = 0;
+        showAnew({});
+    }
     Q_EMIT stateChanged();
 }
 
-void ContactListModel::setCount(int count)
+/// What was shown was of another text.
+void ContactListModel::showAnew(const ListContactSummary &first)
 {
-    if (count > m_shown) {
-        beginInsertRows({}, m_shown, count - 1);
-        m_shown = count;
+    beginResetModel();
+    m_pages.clear();
+    m_used.clear();
+    m_wanted.clear();
+    m_first = first;
+    m_shown = int(first.size());
+    m_isShown = true;
+    m_nobodyYet.stop();
+    endResetModel();
+}
+
+void ContactListModel::setShown(int rows)
+{
+    if (rows > m_shown) {
+        beginInsertRows({}, m_shown, rows - 1);
+        m_shown = rows;
         endInsertRows();
-    } else if (count < m_shown) {
-        beginRemoveRows({}, count, m_shown - 1);
-        m_shown = count;
+    } else if (rows < m_shown) {
+        beginRemoveRows({}, rows, m_shown - 1);
+        m_shown = rows;
         endRemoveRows();
     }
 }
@@ -165,17 +200,22 @@ void ContactListModel::tellRows(int first, int last)
 const ContactSummary *ContactListModel::summaryOf(int row) const
 {
     const int number = row / pageSize;
-    const Page *page = m_pages.object(number);
-    if (!page || page->searchId != m_search.id())
+    const auto page = m_pages.constFind(number);
+    const bool isHeld = page != m_pages.constEnd();
+    if (!isHeld || page->searchId != m_search.id())
         wantPage(number);
-    const ListContactSummary &contacts = page ? page->contacts : m_first;
-    const int place = page ? row % pageSize : row;
+    if (isHeld && m_used.last() != number) {
+        m_used.removeOne(number);
+        m_used.append(number);
+    }
+    const ListContactSummary &contacts = isHeld ? page->contacts : m_first;
+    const int place = isHeld ? row % pageSize : row;
     return place < contacts.size() ? &contacts.at(place) : nullptr;
 }
 
 void ContactListModel::wantPage(int page) const
 {
-    if (m_search.isRunning() || m_wanted.contains(page))
+    if (m_search.isRunning() || !m_isReachable || m_wanted.contains(page))
         return;
     m_wanted.insert(page);
     m_search.ask(page * pageSize, pageSize);
@@ -190,7 +230,7 @@ void ContactListModel::showDetails(const QString &contactId)
         }
     };
     tell(m_first, 0);
-    const QList<int> pages = m_pages.keys();
-    for (const int page : pages)
-        tell(m_pages.object(page)->contacts, page * pageSize);
+    const QMap<int, Page> pages = m_pages; // a row that is told may ask for another page
+    for (auto page = pages.cbegin(); page != pages.cend(); ++page)
+        tell(page->contacts, page.key() * pageSize);
 }

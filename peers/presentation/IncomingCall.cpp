@@ -2,59 +2,112 @@
 #include "peers/presentation/IncomingCall.h"
 
 #include "peers/presentation/ContactPhoto.h"
-#include "peers/presentation/Initials.h"
+#include "peers/presentation/ShownText.h"
 #include "platform/records/KestinBus.h"
 #include "platform/records/PlatformEvents.h"
 
 #include <QUuid>
 
+using namespace std::chrono_literals;
+
 IncomingCall::IncomingCall(ModuleCalls &calls)
     : m_calls(calls)
     , m_name(QLatin1String("caller-") + QUuid::createUuid().toString(QUuid::WithoutBraces))
 {
+    m_limit.setSingleShot(true);
+    m_limit.setInterval(20s); // the directory gives the company 10 s to accept, and 10 s to tell
+    connect(&m_limit, &QTimer::timeout, this, [this] { setSearching(false); });
 }
 
 void IncomingCall::ring(const QString &number)
 {
-    const int serial = ++m_serial;
+    ++m_serial;
     m_isRinging = true;
     m_number = number;
+    m_searches = 0;
+    setSearching(false);
     show({});
-    if (isWithheld())
+    ask();
+}
+
+void IncomingCall::ask()
+{
+    if (m_isAsking || isWithheld())
         return;
-    m_calls.ask<QStringList>(this, ModuleName::telephony, "makeCanonicalNumberListWithoutPrefix", {QStringList(number)},
-                             [this, serial, number](const std::optional<QStringList> &forms) {
-                                 if (serial == m_serial)
-                                     lookUp(forms && forms->size() == 1 ? forms->first() : number);
-                             });
+    m_isAsking = true;
+    const auto canonized = [this, serial = m_serial, number = m_number](const std::optional<QStringList> &forms) {
+        lookUp(serial, forms && forms->size() == 1 ? forms->first() : number);
+    };
+    m_calls.ask<QStringList>(this, ModuleName::telephony, "makeCanonicalNumberListWithoutPrefix",
+                             {QStringList(m_number)}, canonized);
 }
 
-void IncomingCall::lookUp(const QString &canonical)
+void IncomingCall::lookUp(int serial, const QString &canonical)
 {
+    if (serial != m_serial) {
+        endLookUp(serial);
+        return;
+    }
     m_calls.ask<ListContact>(this, ModuleName::directory, "getLocalContacts", {canonical},
-                             [this, serial = m_serial, canonical](const std::optional<ListContact> &contacts) {
-                                 if (serial != m_serial)
+                             [this, serial, canonical](const std::optional<ListContact> &contacts) {
+                                 endLookUp(serial);
+                                 if (serial != m_serial || !contacts)
                                      return;
-                                 if (contacts && !contacts->isEmpty())
+                                 m_canonical = canonical;
+                                 if (contacts->isEmpty())
+                                     searchCompany();
+                                 else
                                      show(contacts->first());
-                                 else if (contacts)
-                                     searchCompany(canonical);
                              });
 }
 
-void IncomingCall::searchCompany(const QString &canonical)
+void IncomingCall::endLookUp(int serial)
 {
+    m_isAsking = false;
+    if (m_isRinging && serial != m_serial)
+        ask();
+}
+
+void IncomingCall::searchCompany()
+{
+    setSearching(true);
+    m_searchId = QStringLiteral("%1-%2-%3").arg(m_name).arg(m_serial).arg(++m_searches);
     constexpr bool localOnly = false;
     m_calls.ask<int>(this, ModuleName::directory, "startSearchContactByPhoneNumber",
-                     {QStringLiteral("%1-%2").arg(m_name).arg(m_serial), canonical, localOnly},
-                     [](const std::optional<int> &) {});
+                     {m_searchId, m_canonical, localOnly}, [this, id = m_searchId](std::optional<int> code) {
+                         if (!code && id == m_searchId)
+                             setSearching(false);
+                     });
 }
 
-void IncomingCall::takeCompletion(const KestinEvent &event)
+void IncomingCall::setSearching(bool isSearching)
 {
-    if (m_isRinging &&
-        event.argument<QString>(ArgumentName::searchId) == QStringLiteral("%1-%2").arg(m_name).arg(m_serial))
+    if (isSearching)
+        m_limit.start();
+    else
+        m_limit.stop();
+    const bool wasSearching = !m_searchId.isEmpty();
+    if (!isSearching)
+        m_searchId.clear();
+    if (wasSearching != isSearching)
+        Q_EMIT searching(isSearching);
+}
+
+bool IncomingCall::takeCompletion(const KestinEvent &event)
+{
+    const QString id = event.argument<QString>(ArgumentName::searchId);
+    if (!m_searchId.isEmpty() && id == m_searchId) {
+        setSearching(false);
         show(event.argument<Contact>(ArgumentName::contact));
+    }
+    return id.startsWith(m_name);
+}
+
+void IncomingCall::takeOtherCompletion()
+{
+    constexpr int most = 3;
+    if (!m_searchId.isEmpty() && m_searches < most)
+        searchCompany();
 }
 
 void IncomingCall::show(const Contact &caller)
@@ -67,6 +120,7 @@ void IncomingCall::dismiss()
 {
     ++m_serial;
     m_isRinging = false;
+    setSearching(false);
     Q_EMIT changed();
 }
 
@@ -75,6 +129,21 @@ bool IncomingCall::isWithheld() const
     Contact caller;
     caller.officePhone = m_number;
     return m_number.isEmpty() || caller.isAnonymous();
+}
+
+QString IncomingCall::number() const
+{
+    return oneLine(m_number);
+}
+
+QString IncomingCall::displayName() const
+{
+    return oneLine(m_caller.displayName());
+}
+
+QString IncomingCall::company() const
+{
+    return oneLine(m_caller.misc.value(QStringLiteral("company")));
 }
 
 QString IncomingCall::initials() const

@@ -5,6 +5,7 @@
 #include "platform/framework/KestinEvent.h"
 #include "platform/records/Contact.h"
 
+#include <QTimer>
 #include <QUrl>
 #include <QtQml/qqmlregistration.h>
 
@@ -30,30 +31,43 @@ public:
 
     void ring(const QString &number);
     Q_INVOKABLE void dismiss();
-    /// How the end of the search in the company comes in.
-    void takeCompletion(const KestinEvent &event);
+    // How the ends of searches come in.
+    /// False when the event is about a search that is not of this object.
+    bool takeCompletion(const KestinEvent &event);
+    /// It may have taken the place of the one for the caller.
+    void takeOtherCompletion();
 
     bool isRinging() const { return m_isRinging; }
-    const QString &number() const { return m_number; }
+    QString number() const;
     bool isWithheld() const;
     bool isKnown() const { return !m_caller.contactId.isEmpty(); }
     bool isOfCompany() const { return m_caller.isOfCompany(); }
-    QString displayName() const { return m_caller.displayName(); }
+    QString displayName() const;
     QString initials() const;
-    QString company() const { return m_caller.misc.value(QStringLiteral("company")); }
+    QString company() const;
     QUrl photo() const;
 
 Q_SIGNALS:
     void changed();
+    /// The company is searched for the caller from now on, or no longer. The phone has one search at a time.
+    void searching(bool isSearching);
 
 private:
-    void lookUp(const QString &canonical);
-    void searchCompany(const QString &canonical);
+    void ask();
+    void lookUp(int serial, const QString &canonical);
+    void endLookUp(int serial);
+    void searchCompany();
+    void setSearching(bool isSearching);
     void show(const Contact &caller);
 
     ModuleCalls &m_calls;
-    const QString m_name; ///< what the ids of this process' searches begin with
-    int m_serial = 0;     ///< of the call; an answer about an earlier one is dropped
+    const QString m_name;    ///< what the ids of this object's searches begin with
+    int m_serial = 0;        ///< of the call; an answer about an earlier one is dropped
+    bool m_isAsking = false; ///< of many calls in a row only the last is looked up, when the one before is
+    QString m_canonical;
+    QString m_searchId; ///< empty when no search goes on
+    int m_searches = 0; ///< for this call
+    QTimer m_limit;     ///< of the search
     bool m_isRinging = false;
     QString m_number;
     Contact m_caller;

@@ -17,7 +17,6 @@
 #include <cstdio>
 #include <utility>
 
-#include <fcntl.h>
 #include <unistd.h>
 
 namespace {
@@ -69,7 +68,6 @@ Playback::Playback(Presentation &phone, Screen &screen)
     : m_phone(phone)
     , m_screen(screen)
 {
-    fcntl(STDIN_FILENO, F_SETFL, fcntl(STDIN_FILENO, F_GETFL) | O_NONBLOCK);
     auto *notifier = new QSocketNotifier(STDIN_FILENO, QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [this, notifier] {
         read();
@@ -85,14 +83,17 @@ Playback::Playback(Presentation &phone, Screen &screen)
 void Playback::read()
 {
     std::array<char, 4096> buffer;
-    ssize_t length = 0;
-    while ((length = ::read(STDIN_FILENO, buffer.data(), buffer.size())) > 0)
+    const ssize_t length = ::read(STDIN_FILENO, buffer.data(), buffer.size());
+    if (length > 0)
         m_input.append(buffer.data(), length);
-    m_isAtEnd = length == 0 || (length < 0 && errno != EAGAIN && errno != EINTR);
+    else
+        m_isAtEnd = length == 0 || errno != EINTR;
 }
 
 void Playback::playNext()
 {
+    if (m_isAtEnd && !m_input.isEmpty() && !m_input.endsWith('\n'))
+        m_input.append('\n');
     while (!m_condition && m_input.contains('\n')) {
         const QString line = QString::fromUtf8(m_input.left(m_input.indexOf('\n'))).trimmed();
         m_input.remove(0, m_input.indexOf('\n') + 1);
@@ -151,9 +152,10 @@ void Playback::press(const QString &name)
 
 void Playback::type(const QString &text)
 {
-    for (const QChar character : text) {
+    const QList<uint> characters = text.toUcs4();
+    for (const char32_t character : characters) {
         for (const QEvent::Type kind : {QEvent::KeyPress, QEvent::KeyRelease}) {
-            QKeyEvent event(kind, character.toUpper().unicode(), Qt::NoModifier, character);
+            QKeyEvent event(kind, int(QChar::toUpper(character)), Qt::NoModifier, QString::fromUcs4(&character, 1));
             QCoreApplication::sendEvent(m_screen.window(), &event);
         }
     }

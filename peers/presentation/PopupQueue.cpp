@@ -11,15 +11,15 @@ PopupQueue::PopupQueue()
 
 void PopupQueue::add(const QString &text, int seconds)
 {
-    if (text.isEmpty())
+    if (text.trimmed().isEmpty())
         return;
     if (m_popups.size() >= most) {
-        KestinLogger::warning("A popup is left out, %1 wait: %2", most, text);
+        KestinLogger::warning("A popup is left out, %1 wait: %2", most, text.left(100));
         return;
     }
     constexpr int usual = 8;
-    constexpr int longest = 3600;
-    m_popups.enqueue({text, seconds > 0 ? std::min(seconds, longest) : usual});
+    constexpr int longestTime = 3600;
+    m_popups.enqueue({text.left(longest), seconds > 0 ? std::min(seconds, longestTime) : usual});
     if (m_popups.size() == 1)
         show();
     else

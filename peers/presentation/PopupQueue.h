@@ -19,7 +19,8 @@ class PopupQueue : public QObject
 public:
     PopupQueue();
 
-    /// `seconds` is how long it stays; 0 or less: 8. What comes when `most` wait is left out.
+    /// `seconds` is how long it stays; 0 or less: 8. Of a text beyond `longest` the beginning is told. What comes when
+    /// `most` wait is left out.
     void add(const QString &text, int seconds = 0);
     Q_INVOKABLE void next();
 
@@ -29,6 +30,7 @@ public:
     int waiting() const { return std::max(0, int(m_popups.size()) - 1); }
 
     static constexpr int most = 20;
+    static constexpr qsizetype longest = 1000; ///< characters
 
 Q_SIGNALS:
     void changed();

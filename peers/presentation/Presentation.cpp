@@ -28,6 +28,27 @@ QString filledIn(const QString &text, const QStringList &arguments)
     return result += QStringView(text).mid(done);
 }
 
+struct Subscription
+{
+    QLatin1String event;
+    const char *slot;
+};
+
+const Subscription subscriptions[]{
+    {EventName::searchResults, "showResults(KestinEvent)"},
+    {EventName::searchCompletedByName, "completeByName(KestinEvent)"},
+    {EventName::searchCompletedByPhoneNumber, "completeByNumber(KestinEvent)"},
+    {EventName::contactsCreated, "takeCreation(KestinEvent)"},
+    {EventName::contactsUpdated, "takeUpdate(KestinEvent)"},
+    {EventName::contactsDeleted, "takeDeletion(KestinEvent)"},
+    {EventName::previewCreated, "takePreviewChange(KestinEvent)"},
+    {EventName::previewDeleted, "takePreviewChange(KestinEvent)"},
+    {EventName::contentChanged, "takeAllAnew(KestinEvent)"},
+    {EventName::userPhotoChanged, "takeUserPhoto(KestinEvent)"},
+    {EventName::incomingCall, "ring(KestinEvent)"},
+    {EventName::callEnded, "endCall(KestinEvent)"},
+};
+
 } // namespace
 
 Presentation::Presentation(Screen &screen)
@@ -40,55 +61,54 @@ Presentation::Presentation(Screen &screen)
     , m_incomingCall(m_calls)
     , m_previewKeys(m_calls)
 {
-    const auto notifyCall = [this](const QString &number) {
-        KestinEvent event;
-        event.setEvtName(EventName::callRequested);
-        event.addArgument(number, ArgumentName::phoneNumber, true);
-        notifyEvent(event);
-    };
-    connect(&m_card, &ContactCard::callRequested, this, notifyCall);
-    connect(&m_card, &ContactCard::missing, this, [this] { m_popups.add(tr("This contact is no longer there.")); });
-    connect(&m_card, &ContactCard::refused, this, &Presentation::tellRefusal);
-    connect(&m_screen, &Screen::shown, this, [this] {
-        KestinEvent event;
-        event.setEvtName(EventName::presentationLoaded);
-        notifyEvent(event);
+    connectParts();
+}
+
+void Presentation::connectParts()
+{
+    connect(&m_card, &ContactCard::callRequested, this, [this](const QString &number) {
+        notifyEvent(KestinEvent(EventName::callRequested, {{ArgumentName::phoneNumber, number}}));
     });
+    connect(&m_card, &ContactCard::missing, this, [this] { m_popups.add(tr("This contact is no longer there.")); });
+    connect(&m_card, &ContactCard::unreachable, this, [this] { m_popups.add(tr("The directory does not answer.")); });
+    connect(&m_card, &ContactCard::refused, this,
+            [this] { m_popups.add(tr("The preview keys cannot be changed now.")); });
+    connect(&m_contacts, &ContactListModel::searchTextChanged, &m_card, &ContactCard::close); // also one on its way
+    connect(&m_incomingCall, &IncomingCall::searching, &m_search, &DirectorySearch::setHeld);
+    connect(&m_screen, &Screen::shown, this, [this] {
+        m_isLoaded = true;
+        notifyLoaded();
+    });
+}
+
+void Presentation::notifyLoaded()
+{
+    notifyEvent(KestinEvent(EventName::presentationLoaded, {}));
 }
 
 bool Presentation::init()
 {
     registerDBusContact();
     registerDBusContactSummary();
-    struct Subscription
-    {
-        QLatin1String event;
-        const char *slot;
-    };
-    constexpr const char *completedByName = "completeByName(KestinEvent)";
-    const Subscription subscriptions[]{
-        {EventName::searchResults, "showResults(KestinEvent)"},
-        {EventName::searchCompletedByName, completedByName},
-        {EventName::searchCompletedByPhoneNumber, "completeByNumber(KestinEvent)"},
-        {EventName::contactsCreated, "takeCreation(KestinEvent)"},
-        {EventName::contactsUpdated, "takeUpdate(KestinEvent)"},
-        {EventName::contactsDeleted, "takeDeletion(KestinEvent)"},
-        {EventName::previewCreated, "takePreviewChange(KestinEvent)"},
-        {EventName::previewDeleted, "takePreviewChange(KestinEvent)"},
-        {EventName::contentChanged, "takeAllAnew(KestinEvent)"},
-        {EventName::userPhotoChanged, "takeUserPhoto(KestinEvent)"},
-        {EventName::incomingCall, "ring(KestinEvent)"},
-        {EventName::callEnded, "endCall(KestinEvent)"},
-    };
     for (const Subscription &subscription : subscriptions) {
         if (!subscribeEvent(subscription.event, this, subscription.slot)) {
             KestinLogger::error("The event %1 cannot be subscribed", subscription.event);
             return false;
         }
     }
-    m_directory = watchModule(ModuleName::directory);
-    connect(m_directory.get(), &ModuleWatch::came, this, [this] { takeAllAnew(); });
+    watchDirectory();
     return true;
+}
+
+void Presentation::watchDirectory()
+{
+    m_directory = watchModule(ModuleName::directory);
+    connect(m_directory.get(), &ModuleWatch::left, &m_search, &DirectorySearch::fail);
+    connect(m_directory.get(), &ModuleWatch::came, this, [this] {
+        takeAllAnew();
+        if (m_isLoaded) // it was not there to hear of it
+            notifyLoaded();
+    });
 }
 
 bool Presentation::run()
@@ -107,9 +127,12 @@ void Presentation::stop()
 
 void Presentation::takePopup(const QString &text, int duration, const QStringList &arguments)
 {
-    // The texts of the directory, which have translations: QT_TRANSLATE_NOOP("Popup", …) is what they would be.
-    const QString told = QCoreApplication::translate("Popup", text.toUtf8().constData());
-    m_popups.add(filledIn(told, arguments), duration);
+    // The texts of the directory have translations.
+    const QString told = QCoreApplication::translate("Popup", text.left(PopupQueue::longest).toUtf8().constData());
+    QStringList shortened;
+    for (const QString &argument : arguments)
+        shortened.append(argument.left(PopupQueue::longest));
+    m_popups.add(filledIn(told, shortened), duration);
 }
 
 bool Presentation::isIdle() const
@@ -124,13 +147,16 @@ void Presentation::showResults(const KestinEvent &event)
 
 void Presentation::completeByName(const KestinEvent &event)
 {
-    m_search.takeCompletion(event);
+    if (!m_search.takeCompletion(event))
+        m_incomingCall.takeOtherCompletion();
 }
 
 void Presentation::completeByNumber(const KestinEvent &event)
 {
-    m_incomingCall.takeCompletion(event);
-    m_search.takeOtherCompletion();
+    if (!m_incomingCall.takeCompletion(event)) {
+        m_incomingCall.takeOtherCompletion();
+        m_search.takeOtherCompletion();
+    }
 }
 
 void Presentation::takeCreation(const KestinEvent &)
@@ -142,7 +168,10 @@ void Presentation::takeCreation(const KestinEvent &)
 void Presentation::takeUpdate(const KestinEvent &event)
 {
     const ListContact contacts = event.argument<ListContact>(ArgumentName::contacts);
-    m_contacts.forgetDetails(contacts);
+    QStringList ids;
+    for (const Contact &contact : contacts)
+        ids.append(contact.contactId);
+    m_contacts.forgetDetails(ids);
     m_card.takeUpdate(contacts);
     m_contacts.refresh();
     m_previewKeys.refresh();
@@ -150,8 +179,9 @@ void Presentation::takeUpdate(const KestinEvent &event)
 
 void Presentation::takeDeletion(const KestinEvent &event)
 {
-    m_card.takeDeletion(event.argument<QStringList>(ArgumentName::contactIds));
-    m_contacts.forgetAllDetails(); // an id may come again
+    const QStringList ids = event.argument<QStringList>(ArgumentName::contactIds);
+    m_card.takeDeletion(ids);
+    m_contacts.forgetDetails(ids); // an id may come again
     m_contacts.refresh();
     m_previewKeys.refresh();
 }
@@ -184,9 +214,4 @@ void Presentation::ring(const KestinEvent &event)
 void Presentation::endCall(const KestinEvent &)
 {
     m_incomingCall.dismiss();
-}
-
-void Presentation::tellRefusal()
-{
-    m_popups.add(tr("The preview keys cannot be changed now."));
 }

@@ -63,7 +63,9 @@ private Q_SLOTS:
     void endCall(const KestinEvent &event);
 
 private:
-    void tellRefusal();
+    void watchDirectory();
+    void connectParts();
+    void notifyLoaded();
 
     Screen &m_screen;
     ModuleCalls m_calls;
@@ -75,4 +77,5 @@ private:
     PreviewKeys m_previewKeys;
     QUrl m_userPhoto;
     std::unique_ptr<ModuleWatch> m_directory;
+    bool m_isLoaded = false; ///< the first frame was shown
 };

@@ -2,7 +2,7 @@
 #include "peers/presentation/PreviewKeys.h"
 
 #include "peers/presentation/ContactPhoto.h"
-#include "peers/presentation/Initials.h"
+#include "peers/presentation/ShownText.h"
 #include "platform/records/KestinBus.h"
 
 using namespace std::chrono_literals;
@@ -34,7 +34,7 @@ QVariant PreviewKeys::data(const QModelIndex &index, int role) const
     case ContactId:
         return contact.contactId;
     case DisplayName:
-        return contact.displayName();
+        return oneLine(contact.displayName());
     case Initials:
         return initialsOf(contact);
     case Photo:

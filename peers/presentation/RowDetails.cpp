@@ -11,7 +11,8 @@ RowDetails::RowDetails(ModuleCalls &calls)
 
 RowDetails::Details RowDetails::of(const QString &contactId)
 {
-    if (const Details *details = m_known.object(contactId))
+    const Details *details = m_known.object(contactId);
+    if (details && !details->isOld)
         return *details;
     if (!m_underWay.contains(contactId)) {
         m_waiting.removeOne(contactId);
@@ -20,37 +21,44 @@ RowDetails::Details RowDetails::of(const QString &contactId)
             m_waiting.removeFirst();
         askNext();
     }
-    return {};
+    return details ? *details : Details();
 }
 
 void RowDetails::forget(const QString &contactId)
 {
-    m_known.remove(contactId);
-    m_underWay.removeOne(contactId); // what is on its way may be the old state
+    if (Details *details = m_known.object(contactId))
+        details->isOld = true;
+    m_underWay.remove(contactId);
 }
 
 void RowDetails::forgetAll()
 {
-    m_known.clear();
+    const QStringList ids = m_known.keys();
+    for (const QString &id : ids)
+        m_known.object(id)->isOld = true;
     m_waiting.clear();
     m_underWay.clear();
 }
 
 void RowDetails::askNext()
 {
-    if (m_waiting.isEmpty() || m_underWay.size() >= underWayAtMost)
+    if (m_waiting.isEmpty() || m_unanswered >= underWayAtMost)
         return;
     const QString id = m_waiting.takeLast();
-    m_underWay.append(id);
+    m_underWay.insert(id, ++m_asked);
+    ++m_unanswered;
     m_calls.ask<ListContact>(this, ModuleName::directory, "getContactById", {id},
-                             [this, id](const std::optional<ListContact> &contacts) {
-                                 if (m_underWay.removeOne(id)) {
-                                     auto *details = new Details;
-                                     if (contacts && !contacts->isEmpty())
-                                         *details = {ContactPhoto::imageUrl(contacts->first()),
-                                                     contacts->first().misc.value(QStringLiteral("company"))};
-                                     m_known.insert(id, details);
-                                     Q_EMIT known(id);
+                             [this, id, number = m_asked](const std::optional<ListContact> &contacts) {
+                                 --m_unanswered;
+                                 if (m_underWay.value(id) == number) {
+                                     m_underWay.remove(id);
+                                     if (contacts) { // else they are asked for when they are looked at again
+                                         const Contact contact = contacts->value(0);
+                                         m_known.insert(id, new Details{ContactPhoto::imageUrl(contact),
+                                                                        contact.misc.value(QStringLiteral("company")),
+                                                                        false});
+                                         Q_EMIT known(id);
+                                     }
                                  }
                                  askNext();
                              });

@@ -4,6 +4,7 @@
 #include "peers/presentation/ModuleCalls.h"
 
 #include <QCache>
+#include <QHash>
 #include <QStringList>
 #include <QUrl>
 
@@ -20,10 +21,12 @@ public:
     {
         QUrl photo;
         QString company;
+        bool isOld = false;
     };
 
-    /// Empty ones while they are not known; they are asked for then, and `known` tells when they are.
+    /// Empty ones, or the old ones, while they are not known; they are asked for then, and `known` tells when they are.
     Details of(const QString &contactId);
+    /// They may have changed.
     void forget(const QString &contactId);
     void forgetAll();
 
@@ -34,11 +37,13 @@ private:
     void askNext();
 
     static constexpr int kept = 300;
-    static constexpr int waitingAtMost = 20;
+    static constexpr int waitingAtMost = 60;
     static constexpr int underWayAtMost = 4;
 
     ModuleCalls &m_calls;
     QCache<QString, Details> m_known{kept};
-    QStringList m_waiting; ///< the last is the next
-    QStringList m_underWay;
+    QStringList m_waiting;          ///< the last is the next
+    QHash<QString, int> m_underWay; ///< by id; the number tells whether what comes is still wanted
+    int m_asked = 0;
+    int m_unanswered = 0;
 };

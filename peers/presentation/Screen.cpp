@@ -30,9 +30,16 @@ Screen::~Screen() = default;
 
 void Screen::setLanguage(const QLocale &locale)
 {
-    auto *translator = new QTranslator(QGuiApplication::instance());
-    if (translator->load(locale, QStringLiteral("presentation"), QStringLiteral("_"), QStringLiteral(":/i18n")))
-        QGuiApplication::installTranslator(translator);
+    const QStringList languages = locale.uiLanguages();
+    for (const QString &language : languages) {
+        if (QLocale(language).language() == QLocale::English) // that of the sources
+            break;
+        auto *translator = new QTranslator(QGuiApplication::instance());
+        if (translator->load(QLocale(language), QStringLiteral(":/i18n/presentation"), QStringLiteral("_"))) {
+            QGuiApplication::installTranslator(translator);
+            break;
+        }
+    }
     QGuiApplication::setLayoutDirection(locale.textDirection());
 }
 

@@ -13,6 +13,9 @@
 #include <cstdio>
 #include <iterator>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace {
 
 constexpr char description[] =
@@ -119,17 +122,22 @@ bool hasDisplay()
 
 int main(int argc, char **argv)
 {
+    ProcessSignals::block();                                 // the libraries of a window start threads
+    const bool hasInput = fcntl(STDIN_FILENO, F_GETFD) >= 0; // before another file gets its number
     QCoreApplication::setApplicationName(QStringLiteral("kestin-presentation"));
     QCoreApplication::setApplicationVersion(QStringLiteral(KESTIN_VERSION));
     const std::optional<Options> options = optionsOf(argc, argv);
     if (!options)
         return EXIT_FAILURE;
+    if (options->isPlayed && !hasInput) {
+        std::fputs("kestin-presentation: --play wants a standard input\n", stderr);
+        return EXIT_FAILURE;
+    }
     if (!hasDisplay()) {
         std::fprintf(stderr, "kestin-presentation: there is no display: DISPLAY, WAYLAND_DISPLAY and QT_QPA_PLATFORM "
                              "are not set\n");
         return EXIT_FAILURE;
     }
-    ProcessSignals::block(); // the libraries of a window start threads
     const QGuiApplication application(argc, argv);
 
     ModuleLife life(&QGuiApplication::exec);

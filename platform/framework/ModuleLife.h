@@ -14,7 +14,8 @@ class BusTransport;
 class KestinModule;
 
 /// Leads a module through its life in a process that has a Qt application, whichever kind. Messages of the Qt libraries
-/// go to the platform's log. One to a process, made before its first thread.
+/// go to the platform's log. One to a process, made before its first thread or
+/// after ProcessSignals::block.
 class ModuleLife : public QObject
 {
     Q_OBJECT

@@ -9,15 +9,23 @@ Rectangle {
     required property IncomingCall call
 
     readonly property string title: call.isKnown ? call.displayName : call.isWithheld ? qsTr("Withheld number") : call.number
-    readonly property string second: call.isKnown
-        ? [call.number, call.company !== title ? call.company : "", call.isOfCompany ? qsTr("Company directory") : ""].filter(part => part !== "").join("  \u00b7  ")
-        : qsTr("Incoming call")
+    readonly property string second: Texts.joined([call.isKnown ? call.number : "", call.company !== title ? call.company : "",
+                                                    call.isOfCompany ? qsTr("Company directory") : ""])
 
     height: 84
     visible: call.isRinging
     color: Theme.banner
     Accessible.role: Accessible.AlertMessage
-    Accessible.name: visible ? qsTr("Incoming call: %1, %2").arg(title).arg(second) : ""
+    Accessible.name: visible ? Texts.fill(qsTr("Incoming call: %1, %2"), title, second) : ""
+
+    Shortcut {
+        sequence: "Esc"
+        enabled: banner.visible
+        onActivated: banner.call.dismiss()
+    }
+    MouseArea { // what is below waits
+        anchors.fill: parent
+    }
 
     Avatar {
         id: avatar
@@ -29,15 +37,22 @@ Rectangle {
     }
     Column {
         anchors { left: avatar.right; leftMargin: Theme.gap + 4; right: close.left; rightMargin: Theme.gap; verticalCenter: parent.verticalCenter }
-        spacing: 4
+        spacing: 2
+        PlainText {
+            width: parent.width
+            text: qsTr("Incoming call")
+            color: Theme.bannerText
+            font.pixelSize: Theme.small
+        }
         PlainText {
             width: parent.width
             text: banner.title
             color: Theme.bannerText
-            font { pixelSize: Theme.large + 2; bold: true }
+            font { pixelSize: Theme.large; bold: true }
         }
         PlainText {
             width: parent.width
+            visible: text !== ""
             text: banner.second
             color: Theme.bannerText
         }
@@ -47,6 +62,7 @@ Rectangle {
         anchors { right: parent.right; rightMargin: Theme.gap; verticalCenter: parent.verticalCenter }
         text: "\u2715"
         ink: Theme.bannerText
+        focusPolicy: Qt.NoFocus // Escape does the same
         Accessible.name: qsTr("Close")
         onClicked: banner.call.dismiss()
     }

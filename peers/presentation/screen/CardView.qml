@@ -57,7 +57,8 @@ FocusScope {
         PlainText {
             width: parent.width
             visible: text !== ""
-            text: [view.card.job, view.card.company !== view.card.displayName ? view.card.company : "", view.card.isOfCompany ? qsTr("Company directory") : ""].filter(part => part !== "").join("  \u00b7  ")
+            text: Texts.joined([view.card.job, view.card.company !== view.card.displayName ? view.card.company : "",
+                                view.card.isOfCompany ? qsTr("Company directory") : ""])
             color: view.card.isOfCompany ? Theme.company : Theme.quiet
             font.pixelSize: Theme.small
             Accessible.ignored: !visible
@@ -104,7 +105,7 @@ FocusScope {
             focusPolicy: Qt.NoFocus // the list has it
             enabled: canBeCalled
             Accessible.role: canBeCalled ? Accessible.Button : Accessible.StaticText
-            Accessible.name: (canBeCalled ? qsTr("Call %1 %2") : "%1 %2").arg(view.kinds[modelData.kind]).arg(modelData.value)
+            Accessible.name: Texts.fill(canBeCalled ? qsTr("Call %1 %2") : "%1 %2", view.kinds[modelData.kind], modelData.value)
             onClicked: if (canBeCalled) view.card.call(modelData.value)
 
             background: Rectangle {

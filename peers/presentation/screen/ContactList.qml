@@ -22,9 +22,20 @@ ListView {
     Accessible.name: qsTr("Contacts")
     ScrollBar.vertical: ScrollBar { policy: list.contentHeight > list.height ? ScrollBar.AsNeeded : ScrollBar.AlwaysOff }
 
+    Connections {
+        target: list.contacts
+        function onModelReset() {
+            list.currentIndex = list.count > 0 ? 0 : -1;
+            list.positionViewAtBeginning();
+        }
+    }
+    onCountChanged: if (currentIndex >= count) currentIndex = count - 1
+
     delegate: ContactRow {
         width: ListView.view.width
         onClicked: {
+            if (!isLoaded)
+                return;
             list.currentIndex = index;
             list.forceActiveFocus();
             list.chosen(contactId);
@@ -55,14 +66,23 @@ ListView {
             chosen(currentItem.contactId);
     }
 
-    PlainText {
+    Rectangle {
         anchors.centerIn: parent
-        visible: text !== ""
-        text: !list.contacts.isReachable ? qsTr("The directory does not answer")
-              : list.count === 0 && !list.contacts.isSearching ? qsTr("Nobody found") : ""
-        color: Theme.quiet
-        Accessible.ignored: text === ""
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
+        width: message.implicitWidth + 4 * Theme.gap
+        height: Theme.touch
+        radius: 6
+        visible: message.text !== ""
+        color: Theme.background
+
+        PlainText {
+            id: message
+            anchors.centerIn: parent
+            text: !list.contacts.isReachable ? qsTr("The directory does not answer")
+                  : list.count === 0 && !list.contacts.isSearching ? qsTr("Nobody found") : ""
+            color: Theme.quiet
+            Accessible.ignored: text === ""
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
     }
 }

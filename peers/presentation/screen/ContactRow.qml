@@ -21,6 +21,9 @@ ItemDelegate {
 
     height: Theme.row
     padding: 0
+    clip: true
+    ListView.onPooled: visible = false
+    ListView.onReused: visible = true
     focusPolicy: Qt.NoFocus // the list has it
     Accessible.role: Accessible.ListItem
     Accessible.name: [displayName, second, number].filter(text => text !== "").join(", ")
@@ -53,7 +56,7 @@ ItemDelegate {
         PlainText {
             id: below
             anchors { left: title.left; right: title.right; bottom: parent.bottom; bottomMargin: 5 }
-            text: [row.number, row.second].filter(text => text !== "").join("  \u00b7  ")
+            text: Texts.joined([row.number, row.second])
             color: row.isOfCompany ? Theme.company : Theme.quiet
             font.pixelSize: Theme.small
         }

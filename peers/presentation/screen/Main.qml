@@ -24,14 +24,10 @@ ApplicationWindow {
     color: Theme.background
     palette { window: Theme.background; windowText: Theme.text; base: Theme.surface; text: Theme.text; highlight: Theme.accent }
 
-    // Where one was before a card or a popup came.
-    property Item before: null
+    property Item before: null // had the focus before a card came
     function openCard(contactId: string, from: Item) {
         before = from;
         card.open(contactId);
-    }
-    function goOn() {
-        (card.isOpen ? cardView : before ? before : bar).forceActiveFocus();
     }
 
     Binding { target: Theme; property: "isDark"; value: window.isDark }
@@ -46,7 +42,6 @@ ApplicationWindow {
             id: book
             anchors.fill: parent
             visible: !window.card.isOpen
-            enabled: !popup.visible
 
             SearchBar {
                 id: bar
@@ -65,7 +60,7 @@ ApplicationWindow {
                 contacts: window.contacts
                 onChosen: contactId => window.openCard(contactId, list)
                 onLeftUpwards: {
-                    window.before = null;
+                    window.card.close(); // one that is on its way
                     bar.forceActiveFocus();
                 }
             }
@@ -75,15 +70,18 @@ ApplicationWindow {
                 width: count > 0 ? Math.max(120, parent.width / 4) : 0
                 keys: window.previewKeys
                 onChosen: contactId => window.openCard(contactId, keys)
+                onLeftSideways: bar.forceActiveFocus()
             }
         }
         CardView {
             id: cardView
             anchors.fill: parent
             visible: window.card.isOpen
-            enabled: visible && !popup.visible
             card: window.card
-            onVisibleChanged: window.goOn()
+            onVisibleChanged: {
+                const from = window.before && window.before.count > 0 ? window.before : bar;
+                popup.giveFocus(visible ? cardView : from);
+            }
         }
         CallBanner {
             id: banner
@@ -94,7 +92,6 @@ ApplicationWindow {
             id: popup
             anchors.fill: parent
             popups: window.popups
-            onVisibleChanged: if (!visible) window.goOn()
         }
     }
 }

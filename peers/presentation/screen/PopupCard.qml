@@ -8,6 +8,8 @@ Item {
 
     required property PopupQueue popups
 
+    property Item before: null // had the focus
+
     visible: popups.text !== ""
 
     Rectangle {
@@ -45,12 +47,28 @@ Item {
                 anchors.horizontalCenter: parent.horizontalCenter
                 focus: true
                 text: card.popups.waiting > 0 ? qsTr("Next (%1 more)").arg(card.popups.waiting) : qsTr("Close")
+                Accessible.description: card.popups.text
+                KeyNavigation.tab: close // nowhere else
+                KeyNavigation.backtab: close
                 onClicked: card.popups.next()
                 Keys.onEscapePressed: card.popups.next()
-                Keys.onReturnPressed: card.popups.next()
-                Keys.onEnterPressed: card.popups.next()
             }
         }
     }
-    onVisibleChanged: if (visible) close.forceActiveFocus()
+    // Now, or when the last popup is closed.
+    function giveFocus(item: Item) {
+        if (visible)
+            before = item;
+        else
+            item.forceActiveFocus();
+    }
+
+    onVisibleChanged: {
+        if (visible) {
+            before = Window.activeFocusItem;
+            close.forceActiveFocus();
+        } else if (before) {
+            before.forceActiveFocus();
+        }
+    }
 }

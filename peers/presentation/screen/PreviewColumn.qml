@@ -9,6 +9,7 @@ ListView {
 
     required property PreviewKeys keys
     signal chosen(string contactId)
+    signal leftSideways()
 
     model: keys
     clip: true
@@ -17,6 +18,8 @@ ListView {
     activeFocusOnTab: count > 0
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Preview keys")
+    onActiveFocusChanged: if (activeFocus && currentIndex < 0) currentIndex = 0
+    Keys.onEscapePressed: leftSideways()
     Keys.onReturnPressed: if (currentItem) currentItem.clicked()
     Keys.onEnterPressed: if (currentItem) currentItem.clicked()
 
@@ -30,6 +33,7 @@ ListView {
 
         width: ListView.view.width
         height: Theme.row
+        clip: true
         focusPolicy: Qt.NoFocus // the column has it
         Accessible.name: displayName
         onClicked: column.chosen(contactId)

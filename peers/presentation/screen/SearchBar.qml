@@ -63,8 +63,8 @@ FocusScope {
             id: counts
             anchors { right: parent.right; verticalCenter: parent.verticalCenter }
             text: bar.contacts.companyCount > 0
-                  ? qsTr("%1 phone, %2 company").arg(bar.contacts.phoneCount).arg(bar.contacts.companyCount)
-                  : qsTr("%1 phone").arg(bar.contacts.phoneCount)
+                  ? Texts.fill(qsTr("Phone: %1, company: %2"), bar.contacts.phoneCount, bar.contacts.companyCount)
+                  : qsTr("Phone: %1").arg(bar.contacts.phoneCount)
             color: Theme.quiet
             font.pixelSize: Theme.small
             Accessible.ignored: false

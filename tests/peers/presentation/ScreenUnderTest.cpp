@@ -19,8 +19,10 @@ ScreenUnderTest::ScreenUnderTest(const QStringList &options)
 ScreenUnderTest::~ScreenUnderTest()
 {
     m_process.closeWriteChannel();
-    if (!m_process.waitForFinished(Program::limitMs))
-        m_process.kill();
+    const bool hasEnded = m_process.waitForFinished(Program::limitMs);
+    m_process.kill();
+    QTest::qVerify(hasEnded && m_process.exitStatus() == QProcess::NormalExit && m_process.exitCode() == 0,
+                   "the screen ends as it should", m_process.readAllStandardError().constData(), __FILE__, __LINE__);
     m_process.waitForFinished(Program::limitMs);
 }
 

@@ -10,6 +10,7 @@ class ScreenUnderTest
 {
 public:
     explicit ScreenUnderTest(const QStringList &options = {});
+    /// The test fails when the process does not end in order.
     ~ScreenUnderTest();
 
     /// What the screen answers to a line; the last is "done" or tells why not.
@@ -23,7 +24,6 @@ public:
     bool shows(const QString &text) { return does("wait " + text); }
     QImage picture();
 
-    bool isRunning() const { return m_process.state() == QProcess::Running; }
     QByteArray errorOutput() { return m_process.readAllStandardError(); }
 
 private:

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "peers/presentation/Initials.h"
+#include "peers/presentation/ShownText.h"
 
 #include <QTextBoundaryFinder>
+
+#include <algorithm>
 
 namespace {
 
@@ -10,10 +12,22 @@ QString firstOf(const QString &text)
 {
     const QString trimmed = text.trimmed();
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, trimmed);
-    return trimmed.left(finder.toNextBoundary());
+    constexpr qsizetype longest = 8; // there is no end of what may be put on top of a letter
+    return trimmed.left(std::min<qsizetype>(finder.toNextBoundary(), longest));
 }
 
 } // namespace
+
+QString oneLine(const QString &text)
+{
+    constexpr qsizetype longest = 300; // no screen shows more
+    QString line = text.left(longest);
+    for (QChar &character : line) {
+        if (character.category() == QChar::Other_Control)
+            character = QLatin1Char(' ');
+    }
+    return line.simplified();
+}
 
 QString initialsOf(const ContactSummary &contact)
 {
