@@ -10,6 +10,7 @@
 #include "platform/records/PlatformEvents.h"
 
 #include <QCoreApplication>
+#include <QDBusMessage>
 #include <QProcessEnvironment>
 
 #include <algorithm>

@@ -11,6 +11,7 @@
 #include <QProcess>
 #include <QTimer>
 
+class QDBusMessage;
 class Stand;
 
 /// What somebody in front of the screen waits for: kestin-presentation in a window of 480 x 272 without a display,
