@@ -163,18 +163,18 @@ void ContactListModel::fail()
     Q_EMIT stateChanged();
 }
 
-/// What was shown was of another text.
+/// What was shown was of another text. The rows stay where they are: to make them costs more than to fill them.
 void ContactListModel::showAnew(const ListContactSummary &first)
 {
-    beginResetModel();
     m_pages.clear();
     m_used.clear();
     m_wanted.clear();
     m_first = first;
-    m_shown = int(first.size());
     m_isShown = true;
     m_nobodyYet.stop();
-    endResetModel();
+    setShown(int(first.size()));
+    tellRows(0, m_shown - 1);
+    Q_EMIT shownAnew();
 }
 
 void ContactListModel::setShown(int rows)

@@ -56,6 +56,8 @@ public:
 Q_SIGNALS:
     void searchTextChanged();
     void stateChanged();
+    /// The rows are those of another text.
+    void shownAnew();
 
 private:
     /// What the running search has found so far.

@@ -14,7 +14,7 @@ ListView {
     model: contacts
     clip: true
     reuseItems: true
-    cacheBuffer: Theme.row * 6
+    cacheBuffer: Theme.row
     boundsBehavior: Flickable.StopAtBounds
     highlightMoveDuration: 0
     activeFocusOnTab: true
@@ -24,7 +24,7 @@ ListView {
 
     Connections {
         target: list.contacts
-        function onModelReset() {
+        function onShownAnew() {
             list.currentIndex = list.count > 0 ? 0 : -1;
             list.positionViewAtBeginning();
         }
