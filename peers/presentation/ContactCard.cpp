@@ -94,6 +94,7 @@ void ContactCard::show(const Contact &contact)
 void ContactCard::close()
 {
     m_wanted.clear();
+    m_awaitsSearch = false;
     m_contact.reset();
     Q_EMIT changed();
 }
