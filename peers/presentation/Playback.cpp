@@ -177,12 +177,12 @@ void Playback::look()
     if (!m_condition)
         return;
     m_framesLeft = m_condition() ? m_framesLeft - 1 : m_framesWanted;
-    const bool isOver = m_since.hasExpired(limitMs);
-    if (m_framesLeft > 0 && !isOver)
+    const bool holds = m_framesLeft == 0;
+    if (!holds && !m_since.hasExpired(limitMs))
         return;
     m_frames.stop();
     m_condition = {};
-    answer(isOver ? QStringLiteral("not within %1 s").arg(limitMs / 1000) : QString());
+    answer(holds ? QString() : QStringLiteral("not within %1 s").arg(limitMs / 1000));
     // Not from inside of the frame.
     QMetaObject::invokeMethod(this, &Playback::playNext, Qt::QueuedConnection);
 }
