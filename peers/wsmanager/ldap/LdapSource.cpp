@@ -19,8 +19,8 @@ public:
     }
     ~LdapSearch() override
     {
-        if (m_worker)
-            m_worker->cancel();
+        if (LdapWorker *worker = m_worker)
+            worker->cancel();
     }
     void next() override
     {
