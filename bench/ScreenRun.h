@@ -11,7 +11,6 @@
 #include <QProcess>
 #include <QTimer>
 
-class QDBusMessage;
 class Stand;
 
 /// What somebody in front of the screen waits for: kestin-presentation in a window of 480 x 272 without a display,
@@ -32,7 +31,7 @@ public:
     void measure(int times, FigureTable &table, Progress &progress);
 
 private Q_SLOTS:
-    void noteResults(const QDBusMessage &message);
+    void noteResults();
 
 private:
     qint64 nanosecondsOf(const QString &line);
@@ -48,6 +47,5 @@ private:
     QProcess m_screen;
     QEventLoop m_loop;
     QTimer m_limit;
-    qint64 m_told = 0;  ///< when the first results of a search came
-    int m_results = -1; ///< and how many
+    qint64 m_told = 0; ///< when the first results of the search came; 0: not yet
 };
