@@ -17,6 +17,9 @@ IncomingCall::IncomingCall(ModuleCalls &calls)
     m_limit.setSingleShot(true);
     m_limit.setInterval(20s); // the directory gives the company 10 s to accept, and 10 s to tell
     connect(&m_limit, &QTimer::timeout, this, [this] { setSearching(false); });
+    m_patience.setSingleShot(true);
+    m_patience.setInterval(300ms);
+    connect(&m_patience, &QTimer::timeout, this, &IncomingCall::lookUpAsItCame);
 }
 
 void IncomingCall::ring(const QString &number)
@@ -27,6 +30,7 @@ void IncomingCall::ring(const QString &number)
     m_searches = 0;
     setSearching(false);
     show({});
+    m_patience.start();
     ask();
 }
 
@@ -48,15 +52,28 @@ void IncomingCall::lookUp(int serial, const QString &canonical)
         endLookUp(serial);
         return;
     }
+    m_patience.stop();
     m_calls.ask<ListContact>(this, ModuleName::directory, "getLocalContacts", {canonical},
                              [this, serial, canonical](const std::optional<ListContact> &contacts) {
                                  endLookUp(serial);
                                  if (serial != m_serial || !contacts)
                                      return;
                                  m_canonical = canonical;
-                                 if (contacts->isEmpty())
+                                 if (!contacts->isEmpty())
+                                     show(contacts->first());
+                                 else if (!isKnown())
                                      searchCompany();
-                                 else
+                             });
+}
+
+/// A name does not wait for a telephony service that is slow or stuck: most numbers come in the form that is stored.
+void IncomingCall::lookUpAsItCame()
+{
+    if (isWithheld())
+        return;
+    m_calls.ask<ListContact>(this, ModuleName::directory, "getLocalContacts", {m_number},
+                             [this, serial = m_serial](const std::optional<ListContact> &contacts) {
+                                 if (serial == m_serial && !isKnown() && contacts && !contacts->isEmpty())
                                      show(contacts->first());
                              });
 }
@@ -120,6 +137,7 @@ void IncomingCall::dismiss()
 {
     ++m_serial;
     m_isRinging = false;
+    m_patience.stop();
     setSearching(false);
     Q_EMIT changed();
 }

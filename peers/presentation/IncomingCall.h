@@ -55,6 +55,7 @@ Q_SIGNALS:
 private:
     void ask();
     void lookUp(int serial, const QString &canonical);
+    void lookUpAsItCame();
     void endLookUp(int serial);
     void searchCompany();
     void setSearching(bool isSearching);
@@ -68,6 +69,7 @@ private:
     QString m_searchId; ///< empty when no search goes on
     int m_searches = 0; ///< for this call
     QTimer m_limit;     ///< of the search
+    QTimer m_patience;  ///< with telephony
     bool m_isRinging = false;
     QString m_number;
     Contact m_caller;

@@ -16,7 +16,7 @@ Rectangle {
     visible: call.isRinging
     color: Theme.banner
     Accessible.role: Accessible.AlertMessage
-    Accessible.name: visible ? Texts.fill(qsTr("Incoming call: %1, %2"), title, second) : ""
+    Accessible.name: visible ? Texts.fill(qsTr("Incoming call: %1"), [title, second].filter(text => text !== "").join(", "), "") : ""
 
     Shortcut {
         sequence: "Esc"
