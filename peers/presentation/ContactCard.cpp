@@ -107,8 +107,12 @@ void ContactCard::reload()
 
 void ContactCard::call(const QString &number)
 {
+    if (std::exchange(m_called, number) == number) // somebody is impatient
+        return;
     m_calls.ask<QStringList>(this, ModuleName::telephony, "extractDialableNumberList", {QStringList(number)},
                              [this, number](const std::optional<QStringList> &dialable) {
+                                 if (m_called == number)
+                                     m_called.clear();
                                  Q_EMIT callRequested(dialable && dialable->size() == 1 ? dialable->first() : number);
                              });
 }

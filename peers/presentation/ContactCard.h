@@ -33,7 +33,8 @@ public:
 
     Q_INVOKABLE void open(const QString &contactId);
     Q_INVOKABLE void close();
-    /// Brings the number into the form that is dialled; `callRequested` has it.
+    /// Brings the number into the form that is dialled; `callRequested` has it. Once, however often it is called
+    /// meanwhile.
     Q_INVOKABLE void call(const QString &number);
     /// Puts the contact into the preview list, or takes it out.
     Q_INVOKABLE void setPreviewed(bool previewed);
@@ -81,5 +82,6 @@ private:
     QString m_wanted;            ///< the id that is shown or on its way; empty: none
     bool m_awaitsSearch = false; ///< whose results were gone
     bool m_isSearchedAgain = false;
+    QString m_called; ///< whose form to dial is on its way; empty: none
     std::optional<Contact> m_contact;
 };
