@@ -3,6 +3,7 @@
 
 #include "peers/presentation/ShownText.h"
 
+#include <algorithm>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -75,6 +76,17 @@ QVariant ContactListModel::data(const QModelIndex &index, int role) const
         return hasDetails ? m_details.of(contact.contactId).photo : QUrl();
     }
     return {};
+}
+
+int ContactListModel::rowOf(const QString &contactId) const
+{
+    for (auto page = m_pages.cbegin(); page != m_pages.cend(); ++page) {
+        const auto has = [&contactId](const ContactSummary &contact) { return contact.contactId == contactId; };
+        const auto found = std::find_if(page->contacts.begin(), page->contacts.end(), has);
+        if (page->searchId == m_search.id() && found != page->contacts.end())
+            return page.key() * pageSize + int(found - page->contacts.begin());
+    }
+    return -1;
 }
 
 void ContactListModel::setSearchText(const QString &text)
@@ -150,6 +162,8 @@ void ContactListModel::takePage(int start, const ListContactSummary &contacts)
     if (m_used.size() > pagesKept)
         m_pages.remove(m_used.takeFirst());
     tellRows(start, std::min(start + int(contacts.size()), m_shown) - 1);
+    if (m_wanted.isEmpty())
+        Q_EMIT pagesRead();
 }
 
 void ContactListModel::fail()

@@ -31,6 +31,8 @@ public:
     /// Asks for what is not there.
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
+    /// Where the contact is; -1 when it is on no page that is held and up to date.
+    Q_INVOKABLE int rowOf(const QString &contactId) const;
 
     const QString &searchText() const { return m_text; }
     void setSearchText(const QString &text);
@@ -58,6 +60,8 @@ Q_SIGNALS:
     void stateChanged();
     /// The rows are those of another text.
     void shownAnew();
+    /// The rows that are looked at have been read, perhaps once more, and contacts may have another place.
+    void pagesRead();
 
 private:
     /// What the running search has found so far.

@@ -25,11 +25,29 @@ ListView {
     Connections {
         target: list.contacts
         function onShownAnew() {
+            list.chosenId = "";
             list.currentIndex = list.count > 0 ? 0 : -1;
             list.positionViewAtBeginning();
         }
+        function onPagesRead() {
+            const row = list.contacts.rowOf(list.chosenId);
+            if (row >= 0)
+                list.currentIndex = row;
+            else
+                list.noteChosen();
+        }
     }
     onCountChanged: if (currentIndex >= count) currentIndex = count - 1
+
+    // Whom somebody has chosen stays chosen when others come or go.
+    property string chosenId
+    function noteChosen() {
+        if (activeFocus)
+            chosenId = currentItem && currentItem.isLoaded ? currentItem.contactId : "";
+    }
+    onCurrentIndexChanged: noteChosen()
+    onActiveFocusChanged: noteChosen()
+    onLeftUpwards: chosenId = ""
 
     delegate: ContactRow {
         width: ListView.view.width

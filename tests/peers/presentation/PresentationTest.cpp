@@ -93,9 +93,11 @@ private Q_SLOTS:
         m_phone.call("startSearchContactByName", {"somebody", "P1", 5, true});
         QTRY_VERIFY(m_phone.ended.contains("somebody"));
         QVERIFY(screen.doesAll({"key End", "wait Al P409", "key PgUp", "key PgUp", "wait Al P403"}));
-        // Those who come, change and go do so on the screen.
+        // Those who come, change and go do so on the screen, and whoever was chosen stays so.
+        QVERIFY(screen.doesAll({"key Home", "key Down", "wait Al P001"}));
         m_phone.create(person("name=A first|officePhone=1"));
-        QVERIFY(screen.doesAll({"wait Phone: 411", "key Home", "wait A first, 1"}));
+        QVERIFY(screen.doesAll({"wait Phone: 411", "settle", "key Return", "wait Call Office 01990010001"}));
+        QVERIFY(screen.doesAll({"key Escape", "key Home", "wait A first, 1"}));
         Contact first = m_phone.contacts("getLocalContacts", {"1"}).value(0);
         first.name = "A renamed";
         first.misc.insert("company", "Example & Co");
@@ -137,9 +139,12 @@ private Q_SLOTS:
         for (const char *line : {"\nSailor\n", "\nCall Mobile 4711\n", "\nE-mail b@example.org"})
             QVERIFY2(shown.contains(line), qPrintable(shown));
         QSignalSpy calls(this, &PresentationTest::told);
-        QVERIFY(screen.doesAll({"key Down", "key Return"}));
-        QTRY_COMPARE(calls.size(), 1);
+        m_phone.telephony.freeze();
+        QVERIFY(screen.doesAll({"key Down", "key Return", "key Return", "key Up", "key Return"}));
+        m_phone.telephony.thaw();
+        QTRY_COMPARE(calls.size(), 2);
         QCOMPARE(calls.first().first().toString(), "4711");
+        QCOMPARE(calls.last().first().toString(), "+33199000001");
         // The star is the one button before the lines.
         QVERIFY(screen.doesAll({"key Backtab", "key Space", "wait Take off the preview keys"}));
         QCOMPARE(m_phone.contacts("getAllContactsInPreview", {0, -1}).size(), 1);
@@ -177,6 +182,22 @@ private Q_SLOTS:
         QVERIFY(screen.doesAll({"type mü", "wait Phone: 1"})); // the list is there as before
         QVERIFY(!screen.shown().contains("Incoming call"));
         m_phone.company.terminate();
+    }
+
+    void aCallerIsShownWithoutTelephony()
+    {
+        m_phone.create(person("name=Müller|firstName=Zoë|officePhone=0199007700"));
+        ScreenUnderTest screen;
+        QVERIFY(screen.shows("Zoë Müller, 0199007700"));
+        m_phone.telephony.freeze();
+        QElapsedTimer clock;
+        clock.start();
+        ring("+33199007700");
+        const bool isShown = screen.shows("Incoming call: Zoë Müller, +33199007700");
+        const qint64 time = clock.elapsed();
+        m_phone.telephony.thaw();
+        QVERIFY(isShown);
+        QVERIFY2(time < 4000, "the call of the telephony service fails after 5 s");
     }
 
     void oneSearchIsSharedWithOthers_data()
