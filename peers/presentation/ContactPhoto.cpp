@@ -27,7 +27,8 @@ QImage rounded(const QImage &picture, int side)
     circle.addEllipse(round.rect());
     painter.setClipPath(circle);
     painter.drawImage(0, 0, picture);
-    return round;
+    painter.end();
+    return round.copy(); // without what has painted it, which is larger
 }
 
 } // namespace
@@ -52,9 +53,10 @@ QUrl ContactPhoto::imageUrl(const QString &path)
 
 QImage ContactPhoto::requestImage(const QString &id, QSize *size, const QSize &wanted)
 {
-    QFile file(QUrl::fromPercentEncoding(id.section(QLatin1Char('/'), 1).toLatin1()));
+    const QString path = QUrl::fromPercentEncoding(id.section(QLatin1Char('/'), 1).toLatin1());
+    QFile file(path);
     if (const std::optional<QString> reason = RegularFile::open(file)) {
-        KestinLogger::warning("The photo %1 is not shown: %2", file.fileName(), *reason);
+        KestinLogger::warning("The photo %1 is not shown: %2", path, *reason);
         return {};
     }
     QImageReader reader(&file);
@@ -63,7 +65,7 @@ QImage ContactPhoto::requestImage(const QString &id, QSize *size, const QSize &w
     const QSize whole = reader.size();
     if (!formats.contains(reader.format()) || !whole.isValid() || file.size() > largestFile ||
         qint64(whole.width()) * whole.height() > mostPixels) {
-        KestinLogger::warning("The photo %1 is not shown: it is no picture, or too large", file.fileName());
+        KestinLogger::warning("The photo %1 is not shown: it is no picture, or too large", path);
         return {};
     }
     const int side = wanted.width() > 0 ? wanted.width() : 100;

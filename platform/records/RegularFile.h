@@ -15,7 +15,8 @@
 namespace RegularFile {
 
 /// Opens the named file for reading. Answers why not, when that fails. Anything but a regular file is refused: a pipe
-/// would be waited for, a device has no end, and the opening of a device can do something already.
+/// would be waited for, a device has no end, and the opening of a device can do something already. QFile forgets the
+/// name of what it gets open.
 [[nodiscard]] inline std::optional<QString> open(QFile &file, QIODevice::OpenMode mode = QIODevice::ReadOnly)
 {
     const QString notRegular = QStringLiteral("it is not a regular file");

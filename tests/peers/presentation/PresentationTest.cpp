@@ -265,6 +265,8 @@ private Q_SLOTS:
         QCOMPARE(picture.pixelColor(25, 46 + 23), QColor(250, 0, 0));
         QVERIFY(picture.pixelColor(9, 46 + 7) != QColor(250, 0, 0));              // outside of the circle
         QVERIFY(picture.pixelColor(15, 92 + 23) != picture.pixelColor(200, 270)); // initials
+        const QByteArray told = screen.errorOutput();
+        QVERIFY2(told.contains("/none.png is not shown: it is no picture"), told.constData());
     }
 
     void peersThatGoAndComeAreLivedWith()
