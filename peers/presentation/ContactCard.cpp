@@ -14,6 +14,7 @@
 namespace {
 
 constexpr QLatin1String fax("fax");
+constexpr qint64 bounce = 1000; ///< ms
 
 QVariantMap line(QLatin1String kind, const QString &value)
 {
@@ -94,6 +95,7 @@ void ContactCard::show(const Contact &contact)
 void ContactCard::close()
 {
     m_wanted.clear();
+    m_called.clear();
     m_awaitsSearch = false;
     m_contact.reset();
     Q_EMIT changed();
@@ -107,13 +109,17 @@ void ContactCard::reload()
 
 void ContactCard::call(const QString &number)
 {
-    if (std::exchange(m_called, number) == number) // somebody is impatient
+    // Somebody is impatient, or a key bounces.
+    if (number == m_called || (number == m_calledLast && !m_sinceCall.hasExpired(bounce)))
         return;
+    m_called = m_calledLast = number;
+    m_sinceCall.start();
     m_calls.ask<QStringList>(this, ModuleName::telephony, "extractDialableNumberList", {QStringList(number)},
                              [this, number](const std::optional<QStringList> &dialable) {
-                                 if (m_called == number)
-                                     m_called.clear();
-                                 Q_EMIT callRequested(dialable && dialable->size() == 1 ? dialable->first() : number);
+                                 if (m_called != number)
+                                     return;
+                                 m_called.clear();
+                                 Q_EMIT callRequested(formOf(dialable, number));
                              });
 }
 

@@ -40,7 +40,7 @@ void IncomingCall::ask()
         return;
     m_isAsking = true;
     const auto canonized = [this, serial = m_serial, number = m_number](const std::optional<QStringList> &forms) {
-        lookUp(serial, forms && forms->size() == 1 ? forms->first() : number);
+        lookUp(serial, formOf(forms, number));
     };
     m_calls.ask<QStringList>(this, ModuleName::telephony, "makeCanonicalNumberListWithoutPrefix",
                              {QStringList(m_number)}, canonized);

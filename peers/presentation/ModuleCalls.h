@@ -10,6 +10,12 @@
 #include <optional>
 #include <utility>
 
+/// What telephony made of one number; the number itself where that is nothing.
+inline QString formOf(const std::optional<QStringList> &forms, const QString &number)
+{
+    return forms && forms->size() == 1 && !forms->first().isEmpty() ? forms->first() : number;
+}
+
 /// Calls of other modules that hold up no frame.
 class ModuleCalls
 {

@@ -91,8 +91,8 @@ FocusScope {
         Accessible.role: Accessible.List
         Accessible.name: qsTr("Numbers and addresses")
         ScrollBar.vertical: ScrollBar {}
-        Keys.onReturnPressed: if (currentItem) currentItem.clicked()
-        Keys.onEnterPressed: if (currentItem) currentItem.clicked()
+        Keys.onReturnPressed: event => { if (currentItem && !event.isAutoRepeat) currentItem.clicked() }
+        Keys.onEnterPressed: event => { if (currentItem && !event.isAutoRepeat) currentItem.clicked() }
 
         delegate: AbstractButton {
             id: entry

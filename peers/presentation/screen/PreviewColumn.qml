@@ -20,8 +20,8 @@ ListView {
     Accessible.name: qsTr("Preview keys")
     onActiveFocusChanged: if (activeFocus && currentIndex < 0) currentIndex = 0
     Keys.onEscapePressed: leftSideways()
-    Keys.onReturnPressed: if (currentItem) currentItem.clicked()
-    Keys.onEnterPressed: if (currentItem) currentItem.clicked()
+    Keys.onReturnPressed: event => { if (currentItem && !event.isAutoRepeat) currentItem.clicked() }
+    Keys.onEnterPressed: event => { if (currentItem && !event.isAutoRepeat) currentItem.clicked() }
 
     delegate: AbstractButton {
         id: key

@@ -14,8 +14,8 @@ AbstractButton {
     implicitHeight: Theme.touch
     implicitWidth: Math.max(Theme.touch, label.implicitWidth + 2 * Theme.gap + 4)
     Accessible.name: text
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
+    Keys.onReturnPressed: event => { if (!event.isAutoRepeat) clicked() }
+    Keys.onEnterPressed: event => { if (!event.isAutoRepeat) clicked() }
 
     background: Rectangle {
         anchors { fill: parent; margins: 2 }
