@@ -16,6 +16,13 @@ QString firstOf(const QString &text)
     return trimmed.left(std::min<qsizetype>(finder.toNextBoundary(), longest));
 }
 
+/// What turns the text behind it round, of which there may be none at the end.
+bool isDirection(QChar character)
+{
+    return (character >= QChar(0x202a) && character <= QChar(0x202e)) ||
+           (character >= QChar(0x2066) && character <= QChar(0x2069));
+}
+
 } // namespace
 
 QString oneLine(const QString &text)
@@ -23,7 +30,7 @@ QString oneLine(const QString &text)
     constexpr qsizetype longest = 300; // no screen shows more
     QString line = text.left(longest);
     for (QChar &character : line) {
-        if (character.category() == QChar::Other_Control)
+        if (character.category() == QChar::Other_Control || isDirection(character))
             character = QLatin1Char(' ');
     }
     return line.simplified();

@@ -9,14 +9,14 @@ Rectangle {
     required property IncomingCall call
 
     readonly property string title: call.isKnown ? call.displayName : call.isWithheld ? qsTr("Withheld number") : call.number
-    readonly property string second: Texts.joined([call.isKnown ? call.number : "", call.company !== title ? call.company : "",
-                                                    call.isOfCompany ? qsTr("Company directory") : ""])
+    readonly property var details: [call.isKnown ? call.number : "", call.company !== title ? call.company : "",
+                                    call.isOfCompany ? qsTr("Company directory") : ""]
 
     height: 84
     visible: call.isRinging
     color: Theme.banner
     Accessible.role: Accessible.AlertMessage
-    Accessible.name: visible ? Texts.fill(qsTr("Incoming call: %1"), [title, second].filter(text => text !== "").join(", "), "") : ""
+    Accessible.name: visible ? Texts.fill(qsTr("Incoming call: %1"), Texts.spoken([title, ...details]), "") : ""
 
     Shortcut {
         sequence: "Esc"
@@ -46,14 +46,14 @@ Rectangle {
         }
         PlainText {
             width: parent.width
-            text: banner.title
+            text: Texts.isolated(banner.title)
             color: Theme.bannerText
             font { pixelSize: Theme.large; bold: true }
         }
         PlainText {
             width: parent.width
             visible: text !== ""
-            text: banner.second
+            text: Texts.joined(banner.details)
             color: Theme.bannerText
         }
     }

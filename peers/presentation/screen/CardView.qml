@@ -48,22 +48,23 @@ FocusScope {
         anchors { left: avatar.right; leftMargin: Theme.gap + 2; right: preview.left; rightMargin: Theme.gap; verticalCenter: avatar.verticalCenter }
         PlainText {
             width: parent.width
-            text: view.card.displayName
+            text: Texts.isolated(view.card.displayName)
             font { pixelSize: Theme.large; bold: true }
             Accessible.ignored: false
             Accessible.role: Accessible.Heading
-            Accessible.name: text
+            Accessible.name: view.card.displayName
         }
         PlainText {
+            readonly property var details: [view.card.job, view.card.company !== view.card.displayName ? view.card.company : "",
+                                            view.card.isOfCompany ? qsTr("Company directory") : ""]
             width: parent.width
             visible: text !== ""
-            text: Texts.joined([view.card.job, view.card.company !== view.card.displayName ? view.card.company : "",
-                                view.card.isOfCompany ? qsTr("Company directory") : ""])
+            text: Texts.joined(details)
             color: view.card.isOfCompany ? Theme.company : Theme.quiet
             font.pixelSize: Theme.small
             Accessible.ignored: !visible
             Accessible.role: Accessible.StaticText
-            Accessible.name: text
+            Accessible.name: Texts.spoken(details)
         }
     }
 
@@ -127,7 +128,7 @@ FocusScope {
                 }
                 PlainText {
                     anchors { left: kind.right; leftMargin: Theme.gap; right: parent.right; rightMargin: Theme.gap; verticalCenter: parent.verticalCenter }
-                    text: entry.modelData.value
+                    text: Texts.isolated(entry.modelData.value)
                     color: entry.canBeCalled ? Theme.accent : Theme.text
                 }
             }

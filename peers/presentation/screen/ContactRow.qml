@@ -26,7 +26,7 @@ ItemDelegate {
     ListView.onReused: visible = true
     focusPolicy: Qt.NoFocus // the list has it
     Accessible.role: Accessible.ListItem
-    Accessible.name: [displayName, second, number].filter(text => text !== "").join(", ")
+    Accessible.name: Texts.spoken([displayName, second, number])
     Accessible.onPressAction: clicked()
 
     background: Rectangle {
@@ -51,7 +51,7 @@ ItemDelegate {
             id: title
             anchors { left: avatar.right; leftMargin: Theme.gap + 2; right: parent.right; rightMargin: Theme.gap }
             y: below.text === "" ? (parent.height - height) / 2 : 5
-            text: row.displayName
+            text: Texts.isolated(row.displayName)
         }
         PlainText {
             id: below

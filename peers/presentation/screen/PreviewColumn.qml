@@ -55,7 +55,7 @@ ListView {
             }
             PlainText {
                 anchors { left: avatar.right; leftMargin: 6; right: parent.right; rightMargin: 6; verticalCenter: parent.verticalCenter }
-                text: key.displayName
+                text: Texts.isolated(key.displayName)
                 font.pixelSize: Theme.small
                 wrapMode: Text.Wrap
                 maximumLineCount: 2

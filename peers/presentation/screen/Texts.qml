@@ -9,8 +9,16 @@ QtObject {
         return pattern.replace(/%[12]/g, place => place === "%1" ? first : second);
     }
 
-    // Those of the parts that are not empty.
+    // A value whose direction is its own: a number beside Arabic letters is still read from the left.
+    function isolated(value: string): string {
+        return "\u2068" + value + "\u2069";
+    }
+
+    // Those of the parts that are not empty, to be seen and to be heard.
     function joined(parts: var): string {
-        return parts.filter(part => part !== "").join("  \u00b7  ");
+        return parts.filter(part => part !== "").map(isolated).join("  \u00b7  ");
+    }
+    function spoken(parts: var): string {
+        return parts.filter(part => part !== "").join(", ");
     }
 }

@@ -161,14 +161,14 @@ private Q_SLOTS:
     void aCallerIsShown_data()
     {
         const Rows<QString, QString> row;
-        row("known", "0 01 99 00 77 00", "Incoming call: Zoë Müller, 0 01 99 00 77 00 · Example & Co");
+        row("known", "0 01 99 00 77 00", "Incoming call: Zoë Müller, 0 01 99 00 77 00, Example & Co");
         row("with a percent sign", "0199007701", "Incoming call: 100 %2 Ltd, 0199007701");
         row("nobody", "+49 30 2312 5999", "Incoming call: +49 30 2312 5999");
         row("no number", "who?", "Incoming call: who?");
         row("withheld", "", "Incoming call: Withheld number");
         row("withheld by name", "anonymous", "Incoming call: Withheld number");
         row("of the company", "+33199007147",
-            "Incoming call: Marijke Coöperman, +33199007147 · Atelier Brumaire · Company directory");
+            "Incoming call: Marijke Coöperman, +33199007147, Atelier Brumaire, Company directory");
     }
     void aCallerIsShown()
     {
