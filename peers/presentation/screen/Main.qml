@@ -92,6 +92,7 @@ ApplicationWindow {
             id: popup
             anchors.fill: parent
             popups: window.popups
+            places: [cardView, list, keys, bar]
         }
     }
 }

@@ -7,8 +7,9 @@ Item {
     id: card
 
     required property PopupQueue popups
+    required property list<Item> places // for the focus; the last takes it where it cannot go back
 
-    property Item before: null // had the focus
+    property Item before: null // the place that had it
 
     visible: popups.text !== ""
 
@@ -65,10 +66,11 @@ Item {
 
     onVisibleChanged: {
         if (visible) {
-            before = Window.activeFocusItem;
+            before = Array.from(places).find(place => place.activeFocus) ?? null;
             close.forceActiveFocus();
-        } else if (before) {
-            before.forceActiveFocus();
+        } else {
+            const isThere = before && before.count !== 0; // a list may have become empty
+            (isThere ? before : places[places.length - 1]).forceActiveFocus();
         }
     }
 }

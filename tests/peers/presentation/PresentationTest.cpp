@@ -244,7 +244,13 @@ private Q_SLOTS:
         showPopup("");
         QVERIFY(screen.doesAll({"wait Weiter (noch 1)", "key Return", "wait <b>50 %2</b> &amp; x", "key Escape"}));
         QVERIFY(!screen.shown().contains("&amp;"));
-        QVERIFY(screen.doesAll({"key Return", "wait Zurück"})); // the list has the focus again
+        QVERIFY(screen.doesAll({"key Return", "wait Zurück", "key Escape"})); // the list has the focus again
+        const QString zoe = m_phone.contacts("getLocalContacts", {0, 1}).value(0).contactId;
+        m_phone.call("addContactToPreview", {"r", zoe});
+        QVERIFY(screen.doesAll({"settle", "key Tab"}));
+        showPopup("y");
+        m_phone.call("removeContactFromPreview", {"r", zoe});
+        QVERIFY(screen.doesAll({"wait y", "settle", "key Return", "type q", "wait Niemand gefunden"}));
 
         PopupQueue popups;
         for (int i = 0; i < PopupQueue::most + 5; ++i)
