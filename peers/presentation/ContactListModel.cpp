@@ -162,8 +162,7 @@ void ContactListModel::takePage(int start, const ListContactSummary &contacts)
     if (m_used.size() > pagesKept)
         m_pages.remove(m_used.takeFirst());
     tellRows(start, std::min(start + int(contacts.size()), m_shown) - 1);
-    if (m_wanted.isEmpty())
-        Q_EMIT pagesRead();
+    Q_EMIT pageRead();
 }
 
 void ContactListModel::fail()

@@ -60,8 +60,8 @@ Q_SIGNALS:
     void stateChanged();
     /// The rows are those of another text.
     void shownAnew();
-    /// The rows that are looked at have been read, perhaps once more, and contacts may have another place.
-    void pagesRead();
+    /// Rows have been read, perhaps once more, and their contacts may have another place.
+    void pageRead();
 
 private:
     /// What the running search has found so far.

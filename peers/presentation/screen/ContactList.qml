@@ -25,55 +25,65 @@ ListView {
     Connections {
         target: list.contacts
         function onShownAnew() {
-            list.chosenId = "";
+            list.forgetChosen();
             list.currentIndex = list.count > 0 ? 0 : -1;
             list.positionViewAtBeginning();
         }
-        function onPagesRead() {
+        function onPageRead() {
             const row = list.contacts.rowOf(list.chosenId);
             if (row >= 0)
                 list.currentIndex = row;
-            else
+            else if (list.isToBeNoted)
                 list.noteChosen();
         }
     }
     onCountChanged: if (currentIndex >= count) currentIndex = count - 1
 
-    // Whom somebody has chosen stays chosen when others come or go.
+    // Whom somebody has chosen stays chosen when others come or go, as far as the pages that are looked at tell.
     property string chosenId
+    property bool isToBeNoted: false // when the row is there
     function noteChosen() {
-        if (activeFocus)
-            chosenId = currentItem && currentItem.isLoaded ? currentItem.contactId : "";
+        chosenId = currentItem && currentItem.isLoaded ? currentItem.contactId : "";
+        isToBeNoted = chosenId === "";
     }
-    onCurrentIndexChanged: noteChosen()
-    onActiveFocusChanged: noteChosen()
-    onLeftUpwards: chosenId = ""
+    function forgetChosen() {
+        chosenId = "";
+        isToBeNoted = false;
+    }
+    function moveTo(row: int) {
+        currentIndex = Math.min(count - 1, Math.max(0, row));
+        noteChosen();
+    }
+    onActiveFocusChanged: if (activeFocus && chosenId === "") noteChosen()
+    onMovementStarted: forgetChosen() // somebody looks elsewhere
+    onLeftUpwards: forgetChosen()
 
     delegate: ContactRow {
         width: ListView.view.width
         onClicked: {
             if (!isLoaded)
                 return;
-            list.currentIndex = index;
             list.forceActiveFocus();
+            list.moveTo(index);
             list.chosen(contactId);
         }
     }
 
-    Keys.onReturnPressed: choose()
-    Keys.onEnterPressed: choose()
+    Keys.onReturnPressed: event => { if (!event.isAutoRepeat) choose() }
+    Keys.onEnterPressed: event => { if (!event.isAutoRepeat) choose() }
     Keys.onEscapePressed: leftUpwards()
-    Keys.onUpPressed: if (currentIndex <= 0) leftUpwards(); else --currentIndex
+    Keys.onUpPressed: if (currentIndex <= 0) leftUpwards(); else moveTo(currentIndex - 1)
+    Keys.onDownPressed: moveTo(currentIndex + 1)
     Keys.onPressed: event => {
         const page = Math.max(1, Math.floor(height / Theme.row) - 1);
         if (event.key === Qt.Key_PageDown)
-            currentIndex = Math.min(count - 1, currentIndex + page);
+            moveTo(currentIndex + page);
         else if (event.key === Qt.Key_PageUp)
-            currentIndex = Math.max(0, currentIndex - page);
+            moveTo(currentIndex - page);
         else if (event.key === Qt.Key_Home)
-            currentIndex = 0;
+            moveTo(0);
         else if (event.key === Qt.Key_End)
-            currentIndex = count - 1;
+            moveTo(count - 1);
         else
             return;
         event.accepted = true;

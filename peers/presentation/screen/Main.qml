@@ -51,7 +51,7 @@ ApplicationWindow {
                 userPhoto: window.phone.userPhoto
                 onLeftDownwards: {
                     list.forceActiveFocus();
-                    list.currentIndex = Math.max(0, list.currentIndex);
+                    list.moveTo(list.currentIndex);
                 }
             }
             ContactList {
