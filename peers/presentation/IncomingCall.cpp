@@ -61,12 +61,13 @@ void IncomingCall::lookUp(int serial, const QString &canonical)
                                  m_canonical = canonical;
                                  if (!contacts->isEmpty())
                                      show(contacts->first());
-                                 else if (!isKnown())
+                                 else if (!isKnown() && m_searches == 0)
                                      searchCompany();
                              });
 }
 
-/// A name does not wait for a telephony service that is slow or stuck: most numbers come in the form that is stored.
+/// The name of who calls from a canonical number, which is the form that is looked up, does not wait for a telephony
+/// service that is slow or stuck.
 void IncomingCall::lookUpAsItCame()
 {
     if (isWithheld())
@@ -125,6 +126,12 @@ void IncomingCall::takeOtherCompletion()
     constexpr int most = 3;
     if (!m_searchId.isEmpty() && m_searches < most)
         searchCompany();
+}
+
+void IncomingCall::lookUpAgain()
+{
+    if (m_isRinging && !isKnown() && m_searchId.isEmpty())
+        ask();
 }
 
 void IncomingCall::show(const Contact &caller)

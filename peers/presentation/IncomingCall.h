@@ -36,6 +36,8 @@ public:
     bool takeCompletion(const KestinEvent &event);
     /// It may have taken the place of the one for the caller.
     void takeOtherCompletion();
+    /// The phone may know now who is calling.
+    void lookUpAgain();
 
     bool isRinging() const { return m_isRinging; }
     QString number() const;

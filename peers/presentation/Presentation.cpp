@@ -106,6 +106,7 @@ void Presentation::watchDirectory()
     connect(m_directory.get(), &ModuleWatch::left, &m_search, &DirectorySearch::fail);
     connect(m_directory.get(), &ModuleWatch::came, this, [this] {
         takeAllAnew();
+        m_incomingCall.lookUpAgain();
         if (m_isLoaded) // it was not there to hear of it
             notifyLoaded();
     });
@@ -161,6 +162,7 @@ void Presentation::completeByNumber(const KestinEvent &event)
 
 void Presentation::takeCreation(const KestinEvent &)
 {
+    m_incomingCall.lookUpAgain();
     m_contacts.refresh();
     m_previewKeys.refresh();
 }

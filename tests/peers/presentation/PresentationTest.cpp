@@ -283,7 +283,7 @@ private Q_SLOTS:
 
     void peersThatGoAndComeAreLivedWith()
     {
-        m_phone.create(person("name=Ada"));
+        m_phone.create(person("name=Ada|officePhone=0199009900"));
         m_phone.set("UserPhoto", KESTIN_SAMPLES "/portrait.png");
         forgetEvents();
         ScreenUnderTest screen;
@@ -292,7 +292,11 @@ private Q_SLOTS:
         m_phone.directory.kill();
         QVERIFY(screen.doesAll({"wait The directory does not answer", "type b", "frame"}));
         QVERIFY(!screen.shown().contains("Ada"));
+        ring("+33199009900");
+        QVERIFY(screen.shows("Incoming call: +33199009900"));
         QVERIFY(m_phone.startDirectory());
+        QVERIFY(screen.shows("Incoming call: Ada, +33199009900"));
+        m_phone.raise(EventName::callEnded, {});
         QVERIFY(screen.doesAll({"wait Nobody found", "key Escape", "wait Ada"}));
         QTRY_COMPARE(m_phone.events.count(EventName::presentationLoaded), 2);
     }
