@@ -49,6 +49,7 @@ void DirectorySearch::again()
     m_turn.stop();
     m_isRunning = true;
     Q_EMIT began();
+    m_id = nextId(); // what is on its way for the text before is not for this one
     if (m_isHeld)
         m_isDue = true;
     else
@@ -57,7 +58,6 @@ void DirectorySearch::again()
 
 void DirectorySearch::begin()
 {
-    m_id = QStringLiteral("%1-%2").arg(m_name).arg(++m_number);
     m_isDue = false;
     m_limit.start();
     const bool localOnly = m_text.trimmed().isEmpty();
@@ -101,8 +101,10 @@ void DirectorySearch::setHeld(bool held)
         m_isDue |= m_isRunning;
     } else {
         m_otherEnded.start();
-        if (m_isDue)
+        if (m_isDue) {
+            m_id = nextId();
             begin();
+        }
     }
 }
 
@@ -171,6 +173,7 @@ void DirectorySearch::fail()
 {
     m_isRunning = false;
     m_isDue = false;
+    m_otherFound.invalidate();
     m_limit.stop();
     m_turn.start(firstRetry * (1 << std::min(m_failures++, mostDoublings)));
     Q_EMIT failed();

@@ -57,6 +57,7 @@ Q_SIGNALS:
 
 private:
     void begin();
+    QString nextId() { return QStringLiteral("%1-%2").arg(m_name).arg(++m_number); }
     void takePage(int start, const ListContactSummary &contacts);
 
     ModuleCalls &m_calls;
