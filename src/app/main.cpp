@@ -7,13 +7,17 @@
 
 #include <QCommandLineParser>
 
+#include <cstdio>
+#include <cstdlib>
+
 #ifdef __GLIBC__
 #include <malloc.h>
 #endif
 
 namespace {
 
-void parseCommandLine(const QCoreApplication &application)
+/// False when it makes no sense, which was told.
+bool parseCommandLine(const QCoreApplication &application)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(
@@ -32,6 +36,9 @@ Exit codes: 0 ended by a signal, 1 it could not start or lost the bus; the log o
     parser.addHelpOption();
     parser.addVersionOption();
     parser.process(application);
+    if (!parser.positionalArguments().isEmpty())
+        std::fputs("kestin-directory: no arguments are expected; see --help\n", stderr);
+    return parser.positionalArguments().isEmpty();
 }
 
 /// A heap for each search worker would keep what a long list took once, and little is allocated at the same time. Large
@@ -54,7 +61,8 @@ int main(int argc, char **argv)
     KestinApplication application(argc, argv);
     QCoreApplication::setApplicationName(ModuleName::directory);
     QCoreApplication::setApplicationVersion(QStringLiteral(KESTIN_VERSION));
-    parseCommandLine(application);
+    if (!parseCommandLine(application))
+        return EXIT_FAILURE;
     KestinDirectory *directory = KestinDirectory::instance();
     const int exitCode = application.exec<KestinDirectoryAdaptor>(*directory);
     delete KestinDirectory::instance();
