@@ -143,7 +143,7 @@ void ScreenRun::measureFirstResults(int times, FigureTable &table, Progress &pro
     table.put(m_size, Figure::ScreenFirstResults, {samples.median() / 1000, samples.percentile99() / 1000});
 }
 
-/// The slowest of many frames, each four contacts further.
+/// The slowest of many frames, each three contacts further.
 void ScreenRun::measureScrolling(int times, FigureTable &table, Progress &progress)
 {
     nanosecondsOf(QStringLiteral("key Down"));
