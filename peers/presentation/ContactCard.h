@@ -34,8 +34,8 @@ public:
 
     Q_INVOKABLE void open(const QString &contactId);
     Q_INVOKABLE void close();
-    /// Brings the number into the form that is dialled; `callRequested` has it. Another number that is asked for before,
-    /// or the end of the card, takes it back. The same number counts once a second.
+    /// Brings the number into the form that is dialled; `callRequested` has it. Another number that is asked for
+    /// before, or the end of the card, takes it back. The same number counts once a second.
     Q_INVOKABLE void call(const QString &number);
     /// Puts the contact into the preview list, or takes it out.
     Q_INVOKABLE void setPreviewed(bool previewed);
@@ -83,8 +83,8 @@ private:
     QString m_wanted;            ///< the id that is shown or on its way; empty: none
     bool m_awaitsSearch = false; ///< whose results were gone
     bool m_isSearchedAgain = false;
-    QString m_called;       ///< whose form to dial is on its way; empty: none
-    QString m_calledLast;   ///< at `m_sinceCall`
+    QString m_called;     ///< whose form to dial is on its way; empty: none
+    QString m_calledLast; ///< at `m_sinceCall`
     QElapsedTimer m_sinceCall;
     std::optional<Contact> m_contact;
 };
