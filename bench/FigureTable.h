@@ -90,6 +90,8 @@ enum class Figure {
     ScreenCaller,
     ScreenFirstResults,
     ScreenScrolling,
+    ScreenSlowestFrame,
+    ScreenFrameWork,
     ScreenResident,
 };
 

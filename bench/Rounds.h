@@ -16,6 +16,7 @@ public:
 
     double median() const { return quantile(0.5); }
     double percentile99() const { return quantile(0.99); }
+    double slowest() const { return quantile(1); }
 
 private:
     double quantile(double part) const;

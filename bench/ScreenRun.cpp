@@ -143,16 +143,22 @@ void ScreenRun::measureFirstResults(int times, FigureTable &table, Progress &pro
     table.put(m_size, Figure::ScreenFirstResults, {samples.median() / 1000, samples.percentile99() / 1000});
 }
 
-/// The slowest of many frames, each three contacts further.
+/// Many frames, each three contacts further.
 void ScreenRun::measureScrolling(int times, FigureTable &table, Progress &progress)
 {
     nanosecondsOf(QStringLiteral("key Down"));
-    qint64 slowest = 0;
+    Samples samples;
+    double work = 0;
     for (int i = 0; i < times + warmUp; ++i) {
+        if (i == warmUp)
+            work = processorMs(m_screen.processId());
         const qint64 time = nanosecondsOf(QStringLiteral("key PgDown")) + nanosecondsOf(QStringLiteral("frame"));
         if (i >= warmUp)
-            slowest = std::max(slowest, time);
+            samples.add(time);
         progress.show(i, times);
     }
-    table.put(m_size, Figure::ScreenScrolling, {double(slowest) / 1e6, {}});
+    work = processorMs(m_screen.processId()) - work;
+    table.put(m_size, Figure::ScreenScrolling, {samples.median() / 1000, samples.percentile99() / 1000});
+    table.put(m_size, Figure::ScreenSlowestFrame, {samples.slowest() / 1000, {}});
+    table.put(m_size, Figure::ScreenFrameWork, {work / times, {}});
 }

@@ -13,6 +13,7 @@
 #include <QTimer>
 
 #include <csignal>
+#include <ctime>
 
 #include <sys/prctl.h>
 
@@ -56,6 +57,14 @@ qint64 writtenBytes(qint64 processId)
             return line.mid(line.indexOf(':') + 1).trimmed().toLongLong();
     }
     return 0;
+}
+
+double processorMs(qint64 processId)
+{
+    clockid_t clock = {};
+    timespec time = {};
+    const bool isTold = clock_getcpuclockid(pid_t(processId), &clock) == 0 && clock_gettime(clock, &time) == 0;
+    return isTold ? double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6 : 0;
 }
 
 ServiceProcess::ServiceProcess(const QString &program, const QString &module, const QString &dataDirectory,

@@ -21,6 +21,9 @@ struct ProcessMemory
 /// Bytes that a process has sent to the disk since its start, as the kernel counts them: whole pages.
 qint64 writtenBytes(qint64 processId);
 
+/// Milliseconds for which a process has had a processor since its start. 0 where the kernel does not tell.
+double processorMs(qint64 processId);
+
 /// A module's program, found beside this program. It ends with the object.
 class ServiceProcess
 {
