@@ -53,7 +53,8 @@ CommandHelp ImportCommand::help() const
                 R"(Reads vCards of version 2.1, 3.0 and 4.0, "-" being the standard input, and creates a contact for
 each. A card that cannot be used, or that the directory refuses, is told with its place in the file,
 its name and the reason, and the import goes on; when the directory is full or read-only it stops.
-At the end a line says how many were created and refused. It ends with 1 when any was refused.
+At the end a line says how many were created and refused, and how many had been read and were not
+tried when it stopped. It ends with 1 when any was refused.
 
 Nobody is created twice: a card finds the contact that is there by its UID, or by its name together
 with a number or an address, and is skipped then. With --duplicates update the contact takes over what

@@ -37,6 +37,8 @@ QString ImportReport::toString() const
         parts.append(QStringLiteral("%1 numbers that no call finds").arg(unreachable.size()));
     if (!withoutPhoto.isEmpty())
         parts.append(QStringLiteral("%1 without their photo").arg(withoutPhoto.size()));
+    if (notTried > 0)
+        parts.append(QStringLiteral("%1 not tried").arg(notTried));
     parts.append(QStringLiteral("%1 s").arg(double(milliseconds) / 1000, 0, 'f', 1));
     return (isTrial ? QStringLiteral("a dry run, nothing is changed: ") : QString()) + parts.join(QLatin1String(", "));
 }
@@ -70,6 +72,7 @@ QJsonObject ImportReport::toJson() const
             {QStringLiteral("refused"), jsonOf(refused)},
             {QStringLiteral("unreachable"), jsonOf(unreachable)},
             {QStringLiteral("withoutPhoto"), jsonOf(withoutPhoto)},
+            {QStringLiteral("notTried"), notTried},
             {QStringLiteral("leftOut"), properties},
             {QStringLiteral("seconds"), double(milliseconds) / 1000}};
 }

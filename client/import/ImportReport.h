@@ -28,6 +28,7 @@ struct ImportReport
     QList<RefusedCard> refused;
     QList<RefusedCard> unreachable;  ///< created, but with a number by which no caller is recognised
     QList<RefusedCard> withoutPhoto; ///< created, but their embedded photo could not be kept
+    int notTried = 0;                ///< read when the import stopped, and neither created nor refused
     QMap<QString, int> leftOut;      ///< properties that no contact has a place for: how many of each name
     qint64 milliseconds = 0;
 

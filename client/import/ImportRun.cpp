@@ -80,7 +80,9 @@ void ImportRun::fill()
 /// What was not created and will not be tried.
 void ImportRun::dropWaiting()
 {
-    m_underWay -= int(m_list.size() + m_again.size());
+    const int waiting = int(m_list.size() + m_again.size());
+    m_underWay -= waiting;
+    m_report.notTried += waiting;
     m_list.clear();
     m_again.clear();
 }
