@@ -96,6 +96,7 @@ void ContactCard::close()
 {
     m_wanted.clear();
     m_called.clear();
+    m_calledLast.clear();
     m_awaitsSearch = false;
     m_contact.reset();
     Q_EMIT changed();
