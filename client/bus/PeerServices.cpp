@@ -22,9 +22,13 @@ QString SettingsService::valueOrNothing(const QString &key) const
     }
 }
 
-UpdateReport SettingsService::setValue(const QString &key, const QString &value) const
+void SettingsService::setValue(const QString &key, const QString &value) const
 {
-    return m_bus.call<UpdateReport>(ModuleName::settings, QStringLiteral("setSettingValue"), {key, value});
+    const auto report = m_bus.call<UpdateReport>(ModuleName::settings, QStringLiteral("setSettingValue"), {key, value});
+    if (report.code != 0)
+        throw CommandFailure(
+            ExitCode::Refused,
+            QStringLiteral("%1 is not changed: %2 (code %3)").arg(key, report.message, QString::number(report.code)));
 }
 
 ListSetting SettingsService::all() const

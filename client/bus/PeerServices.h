@@ -19,7 +19,8 @@ public:
     QString value(const QString &key) const;
     /// Empty when the settings manager knows no such setting.
     QString valueOrNothing(const QString &key) const;
-    UpdateReport setValue(const QString &key, const QString &value) const;
+    /// Throws CommandFailure when the settings manager refuses the value.
+    void setValue(const QString &key, const QString &value) const;
     ListSetting all() const;
 
 private:

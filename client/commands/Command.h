@@ -6,7 +6,6 @@
 
 #include <QCommandLineOption>
 #include <QCommandLineParser>
-#include <QObject>
 #include <QTextStream>
 
 /// What a command works with.
@@ -50,18 +49,4 @@ public:
     /// Does what the command is for. `arguments` holds the parsed command line without the command's name. Throws
     /// CommandFailure. A command that goes on after a refusal tells of it itself and returns the code.
     virtual ExitCode run(const QCommandLineParser &arguments, CommandContext &context) = 0;
-};
-
-/// Turns Ctrl-C and SIGTERM into a signal of the event loop while the object lives, so that a command can end in order.
-/// The second Ctrl-C ends the program at once. Only a single object may live at a time.
-class Interruption : public QObject
-{
-    Q_OBJECT
-
-public:
-    Interruption();
-    ~Interruption() override;
-
-Q_SIGNALS:
-    void interrupted();
 };

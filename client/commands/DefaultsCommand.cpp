@@ -47,20 +47,13 @@ DefaultContacts read(const QString &path, bool isText)
     return contacts;
 }
 
-void write(const QString &key, const QString &value, const BusSession &bus)
-{
-    const UpdateReport report = SettingsService(bus).setValue(key, value);
-    if (report.code != 0)
-        throw CommandFailure(ExitCode::Refused, QStringLiteral("%1 is not changed: %2").arg(key, report.message));
-}
-
 /// Writes the setting and waits until the directory tells that it holds the contacts.
 void apply(const QString &key, const DefaultContacts &contacts, bool hadSome, const BusSession &bus)
 {
     const QString last = contacts.count > 0 ? EventName::contactsCreated : EventName::contactsDeleted;
     EventWait wait(bus);
     wait.listen({last}, ModuleName::directory);
-    write(key, contacts.value, bus);
+    SettingsService(bus).setValue(key, contacts.value);
     if (contacts.count == 0 && !hadSome)
         return;
     const EventWait::End end = wait.run([](const QString &, const ListEventArgument &arguments) {

@@ -3,6 +3,7 @@
 
 #include "client/commands/Command.h"
 #include "client/commands/CommandArguments.h"
+#include "client/commands/Interruption.h"
 #include "client/commands/Report.h"
 #include "client/import/ImportRun.h"
 #include "platform/records/RegularFile.h"

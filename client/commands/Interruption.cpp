@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "client/commands/Command.h"
+#include "client/commands/Interruption.h"
 
 #include <QSocketNotifier>
 
@@ -48,3 +48,5 @@ Interruption::~Interruption()
         std::signal(signal, SIG_DFL);
     close(s_descriptor);
 }
+
+#include "moc_Interruption.cpp"

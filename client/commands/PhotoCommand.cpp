@@ -6,6 +6,7 @@
 #include "client/bus/RefusalText.h"
 #include "client/commands/Command.h"
 #include "client/commands/CommandArguments.h"
+#include "client/commands/Interruption.h"
 #include "client/commands/Report.h"
 #include "client/photo/PhotoFolder.h"
 #include "client/photo/PhotoSource.h"

@@ -6,6 +6,7 @@
 #include "client/commands/Command.h"
 #include "client/commands/CommandArguments.h"
 #include "client/commands/Confirmation.h"
+#include "client/commands/Interruption.h"
 #include "client/commands/Report.h"
 #include "client/import/ImportRun.h"
 #include "client/recover/RecoverySource.h"

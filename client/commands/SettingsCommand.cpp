@@ -41,15 +41,6 @@ Setting described(const QString &key, const BusSession &bus)
     throw unknown(key, settings, QStringLiteral(" (settings set --force writes it all the same)"));
 }
 
-void write(const QString &key, const QString &value, const BusSession &bus)
-{
-    const UpdateReport report = SettingsService(bus).setValue(key, value);
-    if (report.code != 0)
-        throw CommandFailure(
-            ExitCode::Refused,
-            QStringLiteral("%1 is not changed: %2 (code %3)").arg(key, report.message, QString::number(report.code)));
-}
-
 void tell(const QString &key, const QString &value, bool inText, CommandContext &context)
 {
     if (context.json)
@@ -78,14 +69,14 @@ void set(const QStringList &keyAndValue, bool isForced, CommandContext &context)
         throw CommandFailure(ExitCode::Usage, QStringLiteral("settings set takes a KEY and a VALUE"));
     if (!isForced)
         described(keyAndValue.first(), context.bus);
-    write(keyAndValue.first(), keyAndValue.last(), context.bus);
+    SettingsService(context.bus).setValue(keyAndValue.first(), keyAndValue.last());
     tell(keyAndValue.first(), keyAndValue.last(), false, context);
 }
 
 void reset(const QString &key, CommandContext &context)
 {
     const Setting setting = described(key, context.bus);
-    write(key, setting.defaultValue, context.bus);
+    SettingsService(context.bus).setValue(key, setting.defaultValue);
     tell(key, setting.defaultValue, true, context);
 }
 

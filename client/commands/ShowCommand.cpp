@@ -4,6 +4,7 @@
 #include "client/bus/DirectoryService.h"
 #include "client/commands/Command.h"
 #include "client/commands/CommandArguments.h"
+#include "client/commands/Interruption.h"
 #include "client/commands/Report.h"
 #include "client/search/CompanyLookUp.h"
 #include "client/text/ContactText.h"

@@ -4,6 +4,7 @@
 #include "client/commands/Command.h"
 #include "client/commands/CommandArguments.h"
 #include "client/commands/Confirmation.h"
+#include "client/commands/Interruption.h"
 #include "client/commands/Report.h"
 #include "client/sync/SyncFile.h"
 #include "client/sync/SyncRun.h"

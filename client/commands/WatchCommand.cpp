@@ -5,6 +5,7 @@
 #include "client/bus/EventStream.h"
 #include "client/commands/Command.h"
 #include "client/commands/CommandArguments.h"
+#include "client/commands/Interruption.h"
 #include "client/commands/Report.h"
 #include "client/text/EventText.h"
 #include "platform/records/KestinBus.h"

@@ -4,6 +4,7 @@
 #include "client/bus/PeerServices.h"
 #include "client/commands/Command.h"
 #include "client/commands/CommandArguments.h"
+#include "client/commands/Interruption.h"
 #include "client/commands/Report.h"
 #include "client/commands/WhoExplanation.h"
 #include "client/search/SearchRun.h"

@@ -10,9 +10,7 @@
 
 namespace {
 
-constexpr qsizetype fileHeaderLength = 100;
 constexpr qsizetype leafHeaderLength = 8;
-constexpr int leafTable = 13;
 constexpr qsizetype mostColumns = 100;
 
 /// Takes the number at the place and steps behind it. None at the end of the bytes.
@@ -123,8 +121,8 @@ LeafRows::LeafRows(PageFile &pages)
 QList<LeafRows::Row> LeafRows::of(quint32 number)
 {
     const QByteArray page = m_pages.page(number);
-    const qsizetype start = number == 1 ? fileHeaderLength : 0;
-    if (page.at(start) != leafTable)
+    const qsizetype start = number == 1 ? PageFile::headerLength : 0;
+    if (page.at(start) != PageFile::leafTable)
         return {};
     const qsizetype cells = BigEndian::read16(page, start + 3);
     const qsizetype pointers = start + leafHeaderLength;

@@ -8,7 +8,6 @@
 namespace {
 
 constexpr QByteArrayView magic("SQLite format 3\0", 16);
-constexpr qsizetype headerLength = 100;
 constexpr int smallestPage = 512;
 constexpr int largestPage = 65536;
 constexpr int usualPage = 4096;
@@ -56,10 +55,9 @@ bool isTreePage(QByteArrayView page, qsizetype start)
     constexpr int innerIndex = 2;
     constexpr int innerTable = 5;
     constexpr int leafIndex = 10;
-    constexpr int leafTable = 13;
     const int type = uchar(page.at(start));
     const bool isInner = type == innerIndex || type == innerTable;
-    if (!isInner && type != leafIndex && type != leafTable)
+    if (!isInner && type != leafIndex && type != PageFile::leafTable)
         return false;
     const qsizetype pointers = start + (isInner ? 12 : 8);
     const int cells = BigEndian::read16(page, start + 3);
@@ -79,7 +77,8 @@ int treePages(const QByteArray &sample, int pageSize, int reserved)
 {
     int count = 0;
     for (qsizetype place = 0; place + pageSize <= sample.size(); place += pageSize)
-        count += isTreePage(QByteArrayView(sample).sliced(place, pageSize - reserved), place == 0 ? headerLength : 0)
+        count += isTreePage(QByteArrayView(sample).sliced(place, pageSize - reserved),
+                            place == 0 ? PageFile::headerLength : 0)
                      ? 1
                      : 0;
     return count;

@@ -11,6 +11,11 @@
 class PageFile
 {
 public:
+    /// Bytes of the file before the first page's own header.
+    static constexpr qsizetype headerLength = 100;
+    /// What a page with rows of a table begins with.
+    static constexpr int leafTable = 13;
+
     /// The file is a copy, so that it stays as it is but for `mendHeader`. The size of its pages is what its header
     /// says, or, where more pages make sense with another size, that size; and so for the bytes that hold nothing.
     explicit PageFile(const QString &path);

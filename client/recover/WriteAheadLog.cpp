@@ -8,12 +8,12 @@
 namespace {
 
 // As the file format says: https://www.sqlite.org/fileformat2.html#the_write_ahead_log
-constexpr qsizetype headerLength = 32;
+constexpr qsizetype logHeaderLength = 32;
 constexpr qsizetype frameHeaderLength = 24;
 constexpr qsizetype saltLength = 8;
 constexpr qsizetype summedOfHeader = 24;
 constexpr qsizetype summedOfFrameHeader = 8;
-constexpr quint32 magic = 0x377f0682; // one more where sums are made of big-endian words
+constexpr quint32 logMagic = 0x377f0682; // one more where sums are made of big-endian words
 
 class Sum
 {
@@ -51,14 +51,14 @@ private:
 bool WriteAheadLog::isWhole(const QString &path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() < headerLength)
+    if (!file.open(QIODevice::ReadOnly) || file.size() < logHeaderLength)
         return true;
-    const QByteArray header = file.read(headerLength);
+    const QByteArray header = file.read(logHeaderLength);
     Sum sum((BigEndian::read32(header, 0) & 1U) != 0);
     sum.add(QByteArrayView(header).first(summedOfHeader));
     const qint64 pageSize = BigEndian::read32(header, 8);
     constexpr qint64 largestPage = 65536;
-    if ((BigEndian::read32(header, 0) & ~1U) != magic || !sum.isAt(header, summedOfHeader) || pageSize > largestPage)
+    if ((BigEndian::read32(header, 0) & ~1U) != logMagic || !sum.isAt(header, summedOfHeader) || pageSize > largestPage)
         return false;
     bool isAtEnd = false;
     while (file.size() - file.pos() >= frameHeaderLength + pageSize) {

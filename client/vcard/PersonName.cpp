@@ -7,7 +7,7 @@
 
 namespace {
 
-struct Free
+struct FreeName
 {
     void operator()(ENameWestern *name) const { e_name_western_free(name); }
 };
@@ -16,7 +16,7 @@ struct Free
 
 PersonName PersonName::of(const QString &fullName)
 {
-    const std::unique_ptr<ENameWestern, Free> parsed(e_name_western_parse(fullName.toUtf8().constData()));
+    const std::unique_ptr<ENameWestern, FreeName> parsed(e_name_western_parse(fullName.toUtf8().constData()));
     const QString middle = QString::fromUtf8(parsed->middle);
     PersonName name{QString::fromUtf8(parsed->prefix),
                     (QString::fromUtf8(parsed->first) + QLatin1Char(' ') + middle).trimmed(),

@@ -11,7 +11,7 @@ namespace {
 
 constexpr char westernWindows[] = "WINDOWS-1252";
 
-struct Free
+struct FreeText
 {
     void operator()(char *text) const { g_free(text); }
 };
@@ -20,7 +20,7 @@ struct Free
 QByteArray converted(const QByteArray &bytes, const char *charset)
 {
     gsize length = 0;
-    const std::unique_ptr<char, Free> text(
+    const std::unique_ptr<char, FreeText> text(
         g_convert(bytes.constData(), bytes.size(), "UTF-8", charset, nullptr, &length, nullptr));
     return text ? QByteArray(text.get(), qsizetype(length)) : QString::fromLatin1(bytes).toUtf8();
 }
