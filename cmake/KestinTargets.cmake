@@ -38,22 +38,26 @@ set(kestin_headers
   <QtCore/QObject> <QtCore/QSet> <QtCore/QStringList> <QtCore/QTimer> <QtCore/QVariant>
   <QtDBus/QDBusArgument> <QtDBus/QDBusConnection> <QtDBus/QDBusMessage> <QtDBus/QDBusMetaType> <QtDBus/QDBusReply>
   <algorithm> <array> <chrono> <functional> <memory> <optional>)
-# A target whose headers others take with kestin_precompile; these have at least its definitions, or GCC refuses.
+# A target whose headers, and those that are named, others take with kestin_precompile; these have at least its
+# definitions, or GCC refuses.
 function(kestin_prelude name)
   file(CONFIGURE OUTPUT prelude.cpp CONTENT "")
   add_library(${name} OBJECT EXCLUDE_FROM_ALL ${CMAKE_CURRENT_BINARY_DIR}/prelude.cpp)
   set_target_properties(${name} PROPERTIES AUTOMOC OFF)
   target_link_libraries(${name} PRIVATE kestin_options Qt6::Core)
   target_include_directories(${name} SYSTEM PRIVATE $<TARGET_PROPERTY:Qt6::DBus,INTERFACE_INCLUDE_DIRECTORIES>)
-  target_precompile_headers(${name} PRIVATE ${kestin_headers})
+  target_precompile_headers(${name} PRIVATE ${kestin_headers} ${ARGN})
 endfunction()
 
 if(KESTIN_PRECOMPILE)
   kestin_prelude(kestin_prelude)
 endif()
 
-# What is loaded later is compiled in another way than what is linked, and GCC refuses the headers.
+# What is loaded later is compiled in another way than what is linked, and GCC refuses the headers. A source includes
+# what moc makes of its class, so moc's own file is empty, and reading the headers for it would take longest.
 function(kestin_precompile name prelude)
+  set_source_files_properties(${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/mocs_compilation.cpp
+    PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
   get_target_property(is_loaded ${name} POSITION_INDEPENDENT_CODE)
   if(KESTIN_PRECOMPILE AND NOT is_loaded)
     target_precompile_headers(${name} REUSE_FROM ${prelude})

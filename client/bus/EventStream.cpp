@@ -30,3 +30,5 @@ void EventStream::subscribe(QDBusConnection &connection, const QString &module, 
             ExitCode::NoService,
             QStringLiteral("the events of %1 cannot be subscribed: %2").arg(module, connection.lastError().message()));
 }
+
+#include "moc_EventStream.cpp"

@@ -74,3 +74,5 @@ void EventWait::fail(const CommandFailure &failure)
         m_failure = failure;
     end(End::Interrupted);
 }
+
+#include "moc_EventWait.cpp"

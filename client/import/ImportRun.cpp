@@ -165,3 +165,5 @@ void ImportRun::interrupt()
 {
     stop({ExitCode::Refused, QStringLiteral("interrupted")});
 }
+
+#include "moc_ImportRun.cpp"

@@ -108,3 +108,5 @@ void ListCreation::settle(const QString &requestId, const std::optional<CommandF
     if (const std::shared_ptr<Request> request = m_requests.take(requestId))
         request->settled({matched(request->sent, request->told), failure});
 }
+
+#include "moc_ListCreation.cpp"

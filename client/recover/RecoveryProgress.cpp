@@ -26,3 +26,5 @@ bool RecoveryProgress::isInterrupted()
     }
     return m_isInterrupted;
 }
+
+#include "moc_RecoveryProgress.cpp"

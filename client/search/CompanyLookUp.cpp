@@ -31,3 +31,5 @@ std::optional<Contact> CompanyLookUp::find(const QString &id)
         throw CommandFailure(ExitCode::NoAnswer, QStringLiteral("the company directory gave no answer in time"));
     return found.isEmpty() ? std::nullopt : std::optional(found.first());
 }
+
+#include "moc_CompanyLookUp.cpp"

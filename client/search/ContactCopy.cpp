@@ -51,3 +51,5 @@ bool ContactCopy::take(const QString &id, const QString &eventName, const ListEv
         m_refusal = QStringLiteral("the company directory gave no contact with the id %1").arg(id);
     return m_refusal.has_value();
 }
+
+#include "moc_ContactCopy.cpp"

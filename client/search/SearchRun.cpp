@@ -124,3 +124,5 @@ void SearchRun::purge() const
         // The next search drops the results as well, and a directory that has ended keeps none.
     }
 }
+
+#include "moc_SearchRun.cpp"

@@ -84,3 +84,5 @@ void SyncRun::lookForEvent()
                 ExitCode::Refused, QStringLiteral("the directory refused it: another import is going on; try again")));
     });
 }
+
+#include "moc_SyncRun.cpp"

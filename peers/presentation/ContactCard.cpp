@@ -206,3 +206,5 @@ void ContactCard::takeDeletion(const QStringList &contactIds)
     if (contactIds.contains(m_wanted))
         close();
 }
+
+#include "moc_ContactCard.cpp"

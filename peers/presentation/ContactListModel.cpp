@@ -247,3 +247,5 @@ void ContactListModel::showDetails(const QString &contactId)
     for (auto page = pages.cbegin(); page != pages.cend(); ++page)
         tell(page->contacts, page.key() * pageSize);
 }
+
+#include "moc_ContactListModel.cpp"

@@ -178,3 +178,5 @@ void DirectorySearch::fail()
     m_turn.start(firstRetry * (1 << std::min(m_failures++, mostDoublings)));
     Q_EMIT failed();
 }
+
+#include "moc_DirectorySearch.cpp"

@@ -180,3 +180,5 @@ QUrl IncomingCall::photo() const
 {
     return ContactPhoto::imageUrl(m_caller);
 }
+
+#include "moc_IncomingCall.cpp"

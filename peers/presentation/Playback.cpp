@@ -199,3 +199,5 @@ bool Playback::isSettled() const
 {
     return m_phone.isIdle() && m_screen.window() && !isLoading(*m_screen.window()->contentItem());
 }
+
+#include "moc_Playback.cpp"

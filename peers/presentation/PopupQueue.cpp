@@ -41,3 +41,5 @@ void PopupQueue::show()
         m_end.start(std::chrono::seconds(m_popups.head().seconds));
     Q_EMIT changed();
 }
+
+#include "moc_PopupQueue.cpp"

@@ -217,3 +217,5 @@ void Presentation::endCall(const KestinEvent &)
 {
     m_incomingCall.dismiss();
 }
+
+#include "moc_Presentation.cpp"

@@ -14,3 +14,5 @@ void PresentationAdaptor::showPopup(const QString &text, int, int duration, cons
 {
     m_presentation.takePopup(text, duration, arguments);
 }
+
+#include "moc_PresentationAdaptor.cpp"

@@ -60,3 +60,5 @@ void PreviewKeys::read()
                                  endResetModel();
                              });
 }
+
+#include "moc_PreviewKeys.cpp"

@@ -63,3 +63,5 @@ void RowDetails::askNext()
                                  askNext();
                              });
 }
+
+#include "moc_RowDetails.cpp"

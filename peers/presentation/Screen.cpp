@@ -77,3 +77,5 @@ QQuickWindow *Screen::window() const
 {
     return m_engine ? qobject_cast<QQuickWindow *>(m_engine->rootObjects().value(0)) : nullptr;
 }
+
+#include "moc_Screen.cpp"

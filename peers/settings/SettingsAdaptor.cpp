@@ -28,3 +28,5 @@ ListSetting SettingsAdaptor::getSettings()
 {
     return m_settings.getSettings();
 }
+
+#include "moc_SettingsAdaptor.cpp"

@@ -36,3 +36,5 @@ void SettingsFileWatcher::noteChange()
     watch();
     m_quiet.start();
 }
+
+#include "moc_SettingsFileWatcher.cpp"

@@ -70,3 +70,5 @@ void SettingsManager::answerUnknown(const QString &key)
 {
     answerWithError(KestinBus::exceptionError, QStringLiteral("there is no setting \"%1\"").arg(key));
 }
+
+#include "moc_SettingsManager.cpp"

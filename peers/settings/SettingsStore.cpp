@@ -155,3 +155,5 @@ qsizetype SettingsStore::totalWith(const QString &key, const QString &value) con
         total += stored.key().size() + stored.value().size();
     return total;
 }
+
+#include "moc_SettingsStore.cpp"

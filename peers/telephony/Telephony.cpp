@@ -90,3 +90,5 @@ const NumberFormatter &Telephony::formatter()
         m_formatter.emplace(rules);
     return *m_formatter;
 }
+
+#include "moc_Telephony.cpp"

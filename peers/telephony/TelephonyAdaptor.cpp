@@ -33,3 +33,5 @@ ListSetting TelephonyAdaptor::dialingRulesChanged(const Setting &setting)
 {
     return m_telephony.dialingRulesChanged(setting);
 }
+
+#include "moc_TelephonyAdaptor.cpp"

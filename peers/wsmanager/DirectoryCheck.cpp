@@ -150,3 +150,5 @@ void DirectoryCheck::tell(const QString &title, const QString &text)
 {
     m_out << QStringLiteral("%1 %2\n").arg(title, -9).arg(KestinLogger::shown(text));
 }
+
+#include "moc_DirectoryCheck.cpp"

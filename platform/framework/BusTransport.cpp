@@ -148,3 +148,5 @@ void BusTransport::withdraw(KestinModule &module)
     m_connection.unregisterService(KestinBus::serviceName(module.getModuleName()));
     m_connection.unregisterObject(KestinBus::objectPath(module.getModuleName()));
 }
+
+#include "moc_BusTransport.cpp"

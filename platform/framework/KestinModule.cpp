@@ -130,3 +130,6 @@ void KestinModule::answerWithError(const QString &errorName, const QString &mess
     else if (calledFromDBus() && QDBusContext::message().isReplyRequired())
         sendErrorReply(errorName, message);
 }
+
+#include "moc_KestinModule.cpp"
+#include "moc_ModuleWatch.cpp"

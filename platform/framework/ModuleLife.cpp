@@ -88,3 +88,6 @@ std::optional<QString> ModuleLife::start(KestinModule &module, const MakeAdaptor
     makeAdaptor();
     return m_transport->publish(module);
 }
+
+#include "moc_KestinApplication.cpp"
+#include "moc_ModuleLife.cpp"

@@ -49,3 +49,5 @@ void ProcessSignals::block(Kind kind)
     const sigset_t set = signalsOf(kind);
     pthread_sigmask(SIG_BLOCK, &set, nullptr);
 }
+
+#include "moc_ProcessSignals.cpp"

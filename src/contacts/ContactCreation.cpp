@@ -259,3 +259,5 @@ bool ContactCreation::isRefusedInList(const Contact &contact)
     }
     return isIdTaken(contact).value_or(true);
 }
+
+#include "moc_ContactNews.cpp"

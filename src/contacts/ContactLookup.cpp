@@ -102,3 +102,5 @@ void ContactLookup::getImAddressByContactId(const QString &idContact)
     else
         Q_EMIT imAddressFound(idContact, contacts.first().misc.value(WebServiceTerm::imAddress));
 }
+
+#include "moc_ContactLookup.cpp"

@@ -41,3 +41,5 @@ void StoreCheck::run()
     if (!isConsistent)
         Q_EMIT damageFound();
 }
+
+#include "moc_StoreCheck.cpp"

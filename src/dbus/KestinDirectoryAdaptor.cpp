@@ -237,3 +237,5 @@ Capability KestinDirectoryAdaptor::getCapability(int listId, const QString &name
 {
     return invoke<Capability>("getCapability", listId, name);
 }
+
+#include "moc_KestinDirectoryAdaptor.cpp"

@@ -151,3 +151,5 @@ void DirectorySettings::removeHttpsFromPhotoUrl(const QString &text)
     m_fields.removeHttpsFromPhotoUrl = text == QLatin1String("true");
     KestinLogger::debug("removeHttpsFromPhotoUrl = %1", int(m_fields.removeHttpsFromPhotoUrl));
 }
+
+#include "moc_DirectorySettings.cpp"

@@ -219,3 +219,5 @@ void KestinDirectory::updateCanonicalNumbers()
                             "pass.");
     }
 }
+
+#include "moc_KestinDirectory.cpp"

@@ -77,3 +77,5 @@ void NewsPublication::publishSynchronisation(OpenDirectory &open)
     connect(&exporter, &ContactExport::contactsNotExported, this,
             [this] { m_popups.showPopupContactFailureDuringSynchronization(); });
 }
+
+#include "moc_NewsPublication.cpp"

@@ -89,3 +89,5 @@ void StoreCare::tellUnmended()
         m_database.filePath());
     m_rest = QDeadlineTimer(QDeadlineTimer::Forever);
 }
+
+#include "moc_StoreCare.cpp"

@@ -63,3 +63,5 @@ void UnreadSettings::take(const QString &key, const QDBusMessage &message)
     KestinLogger::info("The setting %1, which could not be read before, has come", key);
     Q_EMIT answered(key, reply.value());
 }
+
+#include "moc_UnreadSettings.cpp"

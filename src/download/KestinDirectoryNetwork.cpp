@@ -108,3 +108,5 @@ void KestinDirectoryNetwork::socketSslError(QNetworkReply *, const QList<QSslErr
     if (!errors.isEmpty())
         KestinLogger::debug("KestinDirectoryNetwork::socketSslError : %1", errors.first().errorString());
 }
+
+#include "moc_KestinDirectoryNetwork.cpp"

@@ -309,3 +309,5 @@ qint64 PhotoReply::readData(char *data, qint64 maxSize)
     m_position += size;
     return size;
 }
+
+#include "moc_PhotoReply.cpp"

@@ -88,3 +88,5 @@ void ContactExport::put(ImpExp_XMLBuilder &builder, const ImpExp_Item &item, con
         m_skipped = true;
     }
 }
+
+#include "moc_ContactExport.cpp"

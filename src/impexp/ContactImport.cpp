@@ -58,3 +58,5 @@ Work ContactImport::run(QString path)
     if (outcome.isChanged)
         Q_EMIT contentChanged();
 }
+
+#include "moc_ContactImport.cpp"

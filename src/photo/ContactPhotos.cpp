@@ -148,3 +148,5 @@ void ContactPhotos::apply(const Download &download, const QByteArray &square)
     else if (const auto updated = m_dao.getContact(download.contactId))
         Q_EMIT contactsUpdated(*updated, true);
 }
+
+#include "moc_ContactPhotos.cpp"

@@ -47,3 +47,6 @@ void PhotoNetwork::giveUp(QNetworkReply *reply)
     if (m_downloads)
         m_downloads->giveUp(reply);
 }
+
+// What moc makes of the class is compiled alone, where QNetworkReply is a name: it would want Qt Network otherwise,
+// which is loaded only to download.

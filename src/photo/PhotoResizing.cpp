@@ -162,3 +162,5 @@ void PhotoResizing::resizePhoto(const Contact &contact)
     if (const auto updated = m_dao.getContact(contact.contactId))
         Q_EMIT contactsUpdated(*updated, false);
 }
+
+#include "moc_PhotoResizing.cpp"

@@ -140,3 +140,5 @@ bool UserPhoto::removeAllBut(const QString &path)
     m_files.recount();
     return isAnyRemoved;
 }
+
+#include "moc_UserPhoto.cpp"

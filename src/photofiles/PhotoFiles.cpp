@@ -94,3 +94,5 @@ void PhotoFiles::remove(const QString &path)
         KestinLogger::warning("Photo file %1 could not be removed", path);
     recount(); // it may be one that was never counted
 }
+
+#include "moc_PhotoFiles.cpp"

@@ -68,3 +68,5 @@ void PictureProgram::ended()
     QMetaObject::invokeMethod(this, &PictureProgram::startNext, Qt::QueuedConnection);
     Q_EMIT answered(request, run->square());
 }
+
+#include "moc_PictureProgram.cpp"

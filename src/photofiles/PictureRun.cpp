@@ -180,3 +180,5 @@ void PictureRun::log() const
     KestinLogger::debug("KestinDirectory::resizeAndCropToSquare, about to write new image with size: %1 x %2", side,
                         side);
 }
+
+#include "moc_PictureRun.cpp"

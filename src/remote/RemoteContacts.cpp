@@ -31,3 +31,5 @@ void RemoteContacts::profileReceived(const QString &reqId, const ListContact &co
     if (!limit.hasExpired() && !contacts.isEmpty())
         Q_EMIT copyArrived(reqId, contacts.first());
 }
+
+#include "moc_RemoteContacts.cpp"

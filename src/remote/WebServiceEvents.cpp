@@ -84,3 +84,5 @@ void WebServiceEvents::canonizeNumber(const KestinEvent &event)
 {
     logReceived(event);
 }
+
+#include "moc_WebServiceEvents.cpp"

@@ -305,3 +305,5 @@ int ContactSearch::purgeSearchResults(const QString &searchId)
         dropFinished();
     return ResultCode::done;
 }
+
+#include "moc_ContactSearch.cpp"

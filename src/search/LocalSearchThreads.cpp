@@ -31,3 +31,6 @@ void LocalSearchByPhoneNumberThread::run()
         Q_EMIT signal_storeDamaged();
     KestinLogger::debug("[Thread Local search by phone number] end");
 }
+
+#include "moc_LocalSearchThreads.cpp"
+#include "moc_SearchThread.cpp"

@@ -91,3 +91,5 @@ const RemoteSearchThread::Texts &RemoteSearchByPhoneNumberThread::texts() const
     };
     return texts;
 }
+
+#include "moc_RemoteSearchThreads.cpp"

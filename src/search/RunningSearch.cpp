@@ -132,3 +132,5 @@ ListContactSummary RunningSearch::dueAtCompletion(const SearchResults &results, 
     KestinLogger::debug("%1 remote results sent", summaries.size());
     return summaries;
 }
+
+#include "moc_RunningSearch.cpp"

@@ -37,3 +37,5 @@ void ClientFixture::init()
     m_phone->startPeers();
     QVERIFY(m_phone->startDirectory());
 }
+
+#include "moc_ClientFixture.cpp"

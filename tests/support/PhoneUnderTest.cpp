@@ -78,3 +78,5 @@ void PhoneUnderTest::note(const QDBusMessage &message)
         ended.append(searchId);
     nbResults = arguments.value(1).value.toInt();
 }
+
+#include "moc_PhoneUnderTest.cpp"

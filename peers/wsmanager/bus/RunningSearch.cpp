@@ -65,3 +65,5 @@ void RunningSearch::giveUp()
     m_isAsked = false;
     Q_EMIT answered({}, PacketStatus::TimedOut);
 }
+
+#include "moc_RunningSearch.cpp"

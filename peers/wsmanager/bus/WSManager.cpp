@@ -303,3 +303,5 @@ void WSManager::raise(QLatin1String name, const QString &reqId, int status, cons
     KestinLogger::debug(isSent ? "Event %1 for %2 with status %3: %4" : "Event %1 for %2 cannot be sent (%3: %4)", name,
                         reqId, status, response);
 }
+
+#include "moc_WSManager.cpp"

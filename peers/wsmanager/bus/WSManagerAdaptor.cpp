@@ -97,3 +97,5 @@ void WSManagerAdaptor::makeDialableCallNumber(const QString &reqId, const QStrin
 {
     m_manager.makeDialableCallNumber(reqId, number);
 }
+
+#include "moc_WSManagerAdaptor.cpp"

@@ -181,3 +181,5 @@ void LdapSource::warn(const char *pattern, const QString &text)
         KestinLogger::warning(pattern, m_config.server.url, text);
     m_lastFailure = failure;
 }
+
+#include "moc_LdapSource.cpp"

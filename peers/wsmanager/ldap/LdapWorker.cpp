@@ -152,3 +152,5 @@ PacketStatus LdapWorker::takeResult(LDAP *ldap, LDAPMessage *message)
         return PacketStatus::TimedOut;
     }
 }
+
+#include "moc_LdapWorker.cpp"

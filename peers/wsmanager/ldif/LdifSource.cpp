@@ -85,3 +85,5 @@ std::unique_ptr<DirectorySearch> LdifSource::search(const DirectoryQuery &query)
     asked.removeIf([&dn](const DirectoryEntry &entry) { return entry.dn.compare(dn, Qt::CaseInsensitive) != 0; });
     return std::make_unique<LdifSearch>(asked, query, m_config);
 }
+
+#include "moc_LdifSource.cpp"

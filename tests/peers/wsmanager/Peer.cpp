@@ -73,3 +73,5 @@ ListContact Peer::profile(const QString &id)
     const std::optional<KestinEvent> answer = event(EventName::wsContactProfile, id);
     return answer ? answer->argument<ListContact>(ArgumentName::result) : ListContact(99);
 }
+
+#include "moc_Peer.cpp"
