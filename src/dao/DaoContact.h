@@ -127,6 +127,8 @@ public:
     /// Prefix of its latin form. Of each contact only what its summary holds: one letter can hit thousands of contacts,
     /// and hardly any is ever asked for whole.
     std::optional<ListContact> getContactsByLatinName(const QString &name);
+    /// Does ahead what the first search by latin name does once: reads the schema and prepares the statement.
+    void prepareNameSearch();
     /// Contacts without a latin form of the last name, among them those without a last name. Of each only id and names.
     std::optional<ListContact> getContactsWithNoLatinName();
     /// Contacts with this instant-messaging address, this canonical office number or this canonical extension; exact.

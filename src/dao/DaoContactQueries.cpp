@@ -67,6 +67,11 @@ std::optional<ListContact> DaoContact::getContactsByLatinName(const QString &nam
     return contacts;
 }
 
+void DaoContact::prepareNameSearch()
+{
+    m_statements.byLatinPrefix.use();
+}
+
 std::optional<ListContact> DaoContact::getContactsWithNoLatinName()
 {
     KestinLogger::debug("DaoContact::getContactsWithNoLatinName");

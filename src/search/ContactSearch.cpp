@@ -123,7 +123,7 @@ void ContactSearch::decide(const SearchRequest &request, const StartTexts &texts
 
 void ContactSearch::startWorkers(const SearchRequest &request, bool withRemote)
 {
-    m_running = std::make_unique<RunningSearch>(request, m_mailbox, withRemote);
+    m_running = std::make_unique<RunningSearch>(request, m_mailbox, withRemote, m_next);
     connect(m_running.get(), &RunningSearch::searchResults, this, &ContactSearch::searchResults);
     const QList<SearchThread *> workers = m_running->workers();
     for (SearchThread *worker : workers) {
@@ -136,8 +136,7 @@ void ContactSearch::startWorkers(const SearchRequest &request, bool withRemote)
 
 void ContactSearch::startWorker(SearchThread *worker)
 {
-    worker->start();
-    if (worker->isRunning() || worker->isFinished())
+    if (worker->begin())
         return;
     KestinLogger::error("A thread of search %1 cannot be started, so it finds nothing", m_running->request().searchId);
     // Like the end of any worker, after the caller has been answered.
@@ -225,6 +224,8 @@ void ContactSearch::complete()
     m_finished = outcome.results;
     m_spareMemory.expectAfter(m_finished.size()); // it was read as whole contacts
     tellCompletion(request, outcome);
+    if (!m_next && request.kind == SearchRequest::ByName)
+        m_next = LocalSearchByNameThread::ahead(); // the next letter
 }
 
 void ContactSearch::tellCompletion(const SearchRequest &request, const RunningSearch::Outcome &outcome)
@@ -303,6 +304,8 @@ int ContactSearch::purgeSearchResults(const QString &searchId)
         m_running->setReplaced();
     else if (m_finished.searchId == searchId)
         dropFinished();
+    if (!m_running)
+        m_next.reset();
     return ResultCode::done;
 }
 

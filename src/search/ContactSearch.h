@@ -16,6 +16,7 @@
 
 class CanonicalNumbers;
 class DaoContact;
+class LocalSearchByNameThread;
 
 /// Runs searches over the phone and the company directory. One search runs at a time. A request that comes meanwhile
 /// waits; of several requests the last wins. Results are kept for paging until they are purged or another search is
@@ -89,4 +90,5 @@ private:
     std::optional<SearchRequest> m_waiting;   ///< is started when the running search, which it replaces, has ended
     SearchResults m_finished;                 ///< of the search that completed last
     SpareMemory m_spareMemory;
+    std::unique_ptr<LocalSearchByNameThread> m_next; ///< ready between two searches by name; who purges is done
 };

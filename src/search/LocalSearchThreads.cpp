@@ -5,10 +5,46 @@
 #include "platform/records/LatinText.h"
 #include "src/dao/WorkerDatabase.h"
 
+LocalSearchByNameThread::~LocalSearchByNameThread()
+{
+    if (!m_isAhead || isFinished())
+        return;
+    m_isWanted = false;
+    m_begun.release();
+    wait();
+}
+
+std::unique_ptr<LocalSearchByNameThread> LocalSearchByNameThread::ahead()
+{
+    auto thread = std::make_unique<LocalSearchByNameThread>(QString(), QString());
+    thread->m_isAhead = true;
+    thread->start();
+    if (!thread->isRunning())
+        thread.reset();
+    return thread;
+}
+
+void LocalSearchByNameThread::take(const QString &searchText, const QString &searchId)
+{
+    m_searchText = searchText;
+    m_searchId = searchId;
+}
+
+bool LocalSearchByNameThread::begin()
+{
+    m_begun.release();
+    return m_isAhead || SearchThread::begin();
+}
+
 void LocalSearchByNameThread::run()
 {
-    KestinLogger::debug("[Thread Local search by name] started for name : [%1]", m_searchText);
     WorkerDatabase database; // closed behind the signals: nobody waits for that
+    if (m_isAhead)
+        database.contacts().prepareNameSearch();
+    m_begun.acquire();
+    if (!m_isWanted)
+        return;
+    KestinLogger::debug("[Thread Local search by name] started for name : [%1]", m_searchText);
     const ListContact contacts =
         database.contacts().getContactsByLatinName(latinText(m_searchText)).value_or(ListContact());
     KestinLogger::debug("[Thread Local search by name] %1 contacts found", contacts.size());

@@ -10,7 +10,8 @@
 
 #include <utility>
 
-RunningSearch::RunningSearch(SearchRequest request, SearchMailbox &mailbox, bool withRemote)
+RunningSearch::RunningSearch(SearchRequest request, SearchMailbox &mailbox, bool withRemote,
+                             std::unique_ptr<LocalSearchByNameThread> &ready)
     : m_request(std::move(request))
     , m_mailbox(mailbox)
 {
@@ -18,7 +19,7 @@ RunningSearch::RunningSearch(SearchRequest request, SearchMailbox &mailbox, bool
         m_mailbox.open(m_request.searchId);
         m_workers.append(makeRemoteWorker());
     }
-    m_workers.append(makeLocalWorker());
+    m_workers.append(makeLocalWorker(ready));
 }
 
 RunningSearch::~RunningSearch()
@@ -26,8 +27,12 @@ RunningSearch::~RunningSearch()
     m_mailbox.close(m_request.searchId);
 }
 
-SearchThread *RunningSearch::makeLocalWorker() const
+SearchThread *RunningSearch::makeLocalWorker(std::unique_ptr<LocalSearchByNameThread> &ready) const
 {
+    if (isByName() && ready) {
+        ready->take(m_request.name, m_request.searchId);
+        return ready.release();
+    }
     if (isByName())
         return new LocalSearchByNameThread(m_request.name, m_request.searchId);
     return new LocalSearchByPhoneNumberThread(m_request.phoneNumber, m_request.searchId);

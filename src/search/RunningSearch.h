@@ -7,8 +7,10 @@
 #include <QList>
 #include <QObject>
 
+#include <memory>
 #include <optional>
 
+class LocalSearchByNameThread;
 class SearchMailbox;
 class SearchThread;
 
@@ -19,9 +21,11 @@ class RunningSearch : public QObject
     Q_OBJECT
 
 public:
-    /// Makes the workers and does not start them. A search of the company directory too has a box in the mailbox as
-    /// long as it lives. The mailbox must outlive it, and no other search with its id may live beside it.
-    RunningSearch(SearchRequest request, SearchMailbox &mailbox, bool withRemote);
+    /// Makes the workers and does not begin them; of a search by name it takes the phone's own from `ready`, if there
+    /// is a thread. A search of the company directory too has a box in the mailbox as long as it lives. The mailbox
+    /// must outlive it, and no other search with its id may live beside it.
+    RunningSearch(SearchRequest request, SearchMailbox &mailbox, bool withRemote,
+                  std::unique_ptr<LocalSearchByNameThread> &ready);
     ~RunningSearch() override;
 
     const SearchRequest &request() const { return m_request; }
@@ -57,7 +61,7 @@ Q_SIGNALS:
     void searchResults(const QString &searchId, int nbResults, const ListContactSummary &summaries);
 
 private:
-    SearchThread *makeLocalWorker() const;
+    SearchThread *makeLocalWorker(std::unique_ptr<LocalSearchByNameThread> &ready) const;
     SearchThread *makeRemoteWorker() const;
 
     bool isByName() const { return m_request.kind == SearchRequest::ByName; }

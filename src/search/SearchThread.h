@@ -6,7 +6,7 @@
 #include <QString>
 #include <QThread>
 
-/// A worker of a search: its text and id are fixed when it is made, it hands over contacts and ends. Made and deleted
+/// A worker of a search: its text and id are fixed before it begins, it hands over contacts and ends. Made and deleted
 /// on the main thread; `run` and the signals are on its own, so that who lives on the main thread gets them queued,
 /// contacts before the end.
 class SearchThread : public QThread
@@ -20,6 +20,13 @@ public:
     {
     }
 
+    /// Begins the search. False when no thread can be had for it.
+    virtual bool begin()
+    {
+        start();
+        return isRunning() || isFinished();
+    }
+
 Q_SIGNALS:
     void signal_addContactsToMap(const QString &searchId, const ListContact &contacts, bool toLocalList);
     void signal_threadSearchFinished(const QString &searchId);
@@ -27,6 +34,6 @@ Q_SIGNALS:
     void signal_storeDamaged();
 
 protected:
-    const QString m_searchText;
-    const QString m_searchId;
+    QString m_searchText;
+    QString m_searchId;
 };

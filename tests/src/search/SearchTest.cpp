@@ -31,6 +31,23 @@ private Q_SLOTS:
         QTRY_COMPARE(QSqlDatabase::connectionNames().size(), 1); // the worker's own is closed
     }
 
+    void theNextSearchFindsItsThreadReady()
+    {
+        SearchFixture store;
+        store.search->startSearchContactByName("s", "m", 2, true);
+        QTRY_COMPARE(store.told.size(), 1);
+        QTRY_COMPARE(QSqlDatabase::connectionNames().size(), 2);
+        store.put("a", "Martin", "+331"); // since its connection was opened
+        store.search->startSearchContactByPhoneNumber("t", "+331", true);
+        QTRY_COMPARE(store.told.value(1), "number t Martin");
+        store.search->startSearchContactByName("u", "m", 2, true);
+        QTRY_COMPARE(store.told.size(), 4);
+        QCOMPARE(store.told.mid(2), (QStringList{"results u 1 aMartin", "completed u 1 aMartin"}));
+        QTRY_COMPARE(QSqlDatabase::connectionNames().size(), 2);
+        store.search->purgeSearchResults("u");
+        QTRY_COMPARE(QSqlDatabase::connectionNames().size(), 1);
+    }
+
     void bothSidesAreJoinedInOneList()
     {
         SearchFixture store;
