@@ -3,9 +3,8 @@
 
 #include "src/search/SearchThread.h"
 
-#include <QSemaphore>
-
 #include <memory>
+#include <semaphore>
 
 /// Finds the contacts of the phone whose latin name begins with the text. Hands over one packet, be it empty.
 ///
@@ -30,7 +29,7 @@ protected:
     void run() override;
 
 private:
-    QSemaphore m_begun;
+    std::binary_semaphore m_begun{0};
     bool m_isAhead = false;
     bool m_isWanted = true; ///< settled when m_begun is released
 };
