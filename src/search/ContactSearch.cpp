@@ -38,6 +38,7 @@ ContactSearch::ContactSearch(const DirectoryFields &fields, DaoContact &dao, Can
 ContactSearch::~ContactSearch()
 {
     m_mailbox.end();
+    dropNext();
     const auto workers = findChildren<SearchThread *>(); // those too that have just told their end
     for (SearchThread *worker : workers) {
         worker->disconnect();
@@ -52,6 +53,7 @@ int ContactSearch::startSearchContactByName(const QString &searchId, const QStri
     KestinLogger::debug("-- Method startSearchContactByName called with searchId=[%1] ,name=[%2] and localOnly=[%3] --",
                         searchId, name, localOnly ? "true" : "false");
     const SearchRequest request{SearchRequest::ByName, searchId, name, {}, nbContacts, localOnly, m_fields.searchMode};
+    m_isTyping = m_isTyping || m_running || !m_finished.searchId.isNull();
     dropResults();
     static constexpr StartTexts texts{
         "[startSearchcontactByName] UDA remote server is not reachable, search will be local only",
@@ -224,8 +226,8 @@ void ContactSearch::complete()
     m_finished = outcome.results;
     m_spareMemory.expectAfter(m_finished.size()); // it was read as whole contacts
     tellCompletion(request, outcome);
-    if (!m_next && request.kind == SearchRequest::ByName)
-        m_next = LocalSearchByNameThread::ahead(); // the next letter
+    if (request.kind == SearchRequest::ByName && m_isTyping)
+        makeNext();
 }
 
 void ContactSearch::tellCompletion(const SearchRequest &request, const RunningSearch::Outcome &outcome)
@@ -245,6 +247,22 @@ void ContactSearch::startWaiting()
         startSearchContactByName(request->searchId, request->name, request->nbContacts, request->localOnly);
     else
         startSearchContactByPhoneNumber(request->searchId, request->phoneNumber, request->localOnly);
+}
+
+/// Behind the first letter the next one comes soon, unless who searches purges each time.
+void ContactSearch::makeNext()
+{
+    if (!m_next)
+        m_next = LocalSearchByNameThread::ahead();
+}
+
+void ContactSearch::dropNext()
+{
+    if (!m_next)
+        return;
+    m_next->setParent(this); // until it has ended
+    connect(m_next.get(), &QThread::finished, m_next.get(), &QObject::deleteLater);
+    m_next.release()->dismiss();
 }
 
 /// Of the running search what it has found so far; nothing when the search is unknown.
@@ -304,8 +322,8 @@ int ContactSearch::purgeSearchResults(const QString &searchId)
         m_running->setReplaced();
     else if (m_finished.searchId == searchId)
         dropFinished();
-    if (!m_running)
-        m_next.reset();
+    m_isTyping = false;
+    dropNext();
     return ResultCode::done;
 }
 

@@ -78,6 +78,8 @@ private:
     void complete();
     void tellCompletion(const SearchRequest &request, const RunningSearch::Outcome &outcome);
     void startWaiting();
+    void makeNext();
+    void dropNext();
 
     SearchResults resultsOf(const QString &searchId) const;
     std::optional<Contact> wholeRecord(const QString &searchId, const QString &contactId) const;
@@ -90,5 +92,6 @@ private:
     std::optional<SearchRequest> m_waiting;   ///< is started when the running search, which it replaces, has ended
     SearchResults m_finished;                 ///< of the search that completed last
     SpareMemory m_spareMemory;
-    std::unique_ptr<LocalSearchByNameThread> m_next; ///< ready between two searches by name; who purges is done
+    std::unique_ptr<LocalSearchByNameThread> m_next; ///< ready for the next search by name; may be null
+    bool m_isTyping = false;                         ///< search follows search without a purge
 };

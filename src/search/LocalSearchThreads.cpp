@@ -5,14 +5,7 @@
 #include "platform/records/LatinText.h"
 #include "src/dao/WorkerDatabase.h"
 
-LocalSearchByNameThread::~LocalSearchByNameThread()
-{
-    if (!m_isAhead || isFinished())
-        return;
-    m_isWanted = false;
-    m_begun.release();
-    wait();
-}
+#include <optional>
 
 std::unique_ptr<LocalSearchByNameThread> LocalSearchByNameThread::ahead()
 {
@@ -36,21 +29,29 @@ bool LocalSearchByNameThread::begin()
     return m_isAhead || SearchThread::begin();
 }
 
+void LocalSearchByNameThread::dismiss()
+{
+    m_isWanted = false;
+    m_begun.release();
+}
+
 void LocalSearchByNameThread::run()
 {
-    WorkerDatabase database; // closed behind the signals: nobody waits for that
+    std::optional<WorkerDatabase> database(std::in_place); // closed behind the signals: nobody waits for that
     if (m_isAhead)
-        database.contacts().prepareNameSearch();
+        database->contacts().prepareNameSearch();
     m_begun.acquire();
     if (!m_isWanted)
         return;
+    if (!database->contacts().connection().database())
+        database.emplace(); // what could not be opened then can be now
     KestinLogger::debug("[Thread Local search by name] started for name : [%1]", m_searchText);
     const ListContact contacts =
-        database.contacts().getContactsByLatinName(latinText(m_searchText)).value_or(ListContact());
+        database->contacts().getContactsByLatinName(latinText(m_searchText)).value_or(ListContact());
     KestinLogger::debug("[Thread Local search by name] %1 contacts found", contacts.size());
     Q_EMIT signal_addContactsToMap(m_searchId, contacts, true);
     Q_EMIT signal_threadSearchFinished(m_searchId);
-    if (database.contacts().connection().isDamaged())
+    if (database->contacts().connection().isDamaged())
         Q_EMIT signal_storeDamaged();
     KestinLogger::debug("[Thread Local search by name] end");
 }

@@ -16,14 +16,14 @@ class LocalSearchByNameThread : public SearchThread
 
 public:
     using SearchThread::SearchThread;
-    /// Gives an idle thread its end.
-    ~LocalSearchByNameThread() override;
 
-    /// A thread that is ready for a search soon; null when none can be had.
+    /// A thread that is ready for a search soon; null when none can be had. It goes on until begin or dismiss.
     static std::unique_ptr<LocalSearchByNameThread> ahead();
     /// What a thread that was made ahead searches. To be called once, before begin.
     void take(const QString &searchText, const QString &searchId);
     bool begin() override;
+    /// Nobody needs the thread that was made ahead: it ends soon.
+    void dismiss();
 
 protected:
     void run() override;
