@@ -20,8 +20,10 @@ bool isDescribed(const Setting &setting)
 QStringList keysOf(const ListSetting &settings)
 {
     QStringList keys;
-    for (const Setting &setting : settings)
-        keys.append(setting.key);
+    for (const Setting &setting : settings) {
+        if (isDescribed(setting))
+            keys.append(setting.key);
+    }
     return keys;
 }
 
@@ -31,14 +33,14 @@ CommandFailure unknown(const QString &key, const ListSetting &settings, const QS
             QStringLiteral("no setting is called %1%2%3").arg(key, Suggestion::phrase(key, keysOf(settings)), more)};
 }
 
-Setting described(const QString &key, const BusSession &bus)
+Setting described(const QString &key, const BusSession &bus, const QString &otherWay = {})
 {
     const ListSetting settings = SettingsService(bus).all();
     for (const Setting &setting : settings) {
         if (setting.key == key && isDescribed(setting))
             return setting;
     }
-    throw unknown(key, settings, QStringLiteral(" (settings set --force writes it all the same)"));
+    throw unknown(key, settings, otherWay);
 }
 
 void tell(const QString &key, const QString &value, bool inText, CommandContext &context)
@@ -68,7 +70,7 @@ void set(const QStringList &keyAndValue, bool isForced, CommandContext &context)
     if (keyAndValue.size() != 2)
         throw CommandFailure(ExitCode::Usage, QStringLiteral("settings set takes a KEY and a VALUE"));
     if (!isForced)
-        described(keyAndValue.first(), context.bus);
+        described(keyAndValue.first(), context.bus, QStringLiteral(" (settings set --force writes it all the same)"));
     SettingsService(context.bus).setValue(keyAndValue.first(), keyAndValue.last());
     tell(keyAndValue.first(), keyAndValue.last(), false, context);
 }
