@@ -6,11 +6,11 @@
 
 #include <sqlite3.h>
 
+#include <sys/resource.h>
+
 StoreCheck::~StoreCheck()
 {
     requestInterruption();
-    if (isRunning())
-        setPriority(NormalPriority); // somebody waits for it now
     do
         interrupt(); // without effect on a statement that is just about to begin
     while (!wait(10));
@@ -32,6 +32,9 @@ void StoreCheck::setReading(sqlite3 *database)
 
 void StoreCheck::run()
 {
+    // Of this thread, on Linux. An idle thread would do nothing at its end either where others are busy, and cannot be
+    // made another.
+    setpriority(PRIO_PROCESS, 0, 19);
     WorkerDatabase database;
     Connection &connection = database.contacts().connection();
     connection.executeQuery(QStringLiteral("PRAGMA cache_size=16")); // each page is read once

@@ -37,7 +37,7 @@ StoreCare::~StoreCare()
 
 void StoreCare::check()
 {
-    m_check.start(QThread::IdlePriority);
+    m_check.start();
 }
 
 void StoreCare::repair()
